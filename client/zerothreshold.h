@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+namespace orva {
+
+/// Half a kopeck in currency units: an amount below it counts as nothing. Whether the amount itself
+/// or its size is compared differs and is said at each place.
+inline constexpr double zeroThreshold = 0.005;
+
+} // namespace orva

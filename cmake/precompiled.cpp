@@ -1,0 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// Nothing: the targets that precompile headers need a source file.

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/document/documentimpact.h"
+
+/// Points spent on a goods line.
+class HOST_EXPORT BonusImpact : public DocumentImpact
+{
+public:
+    explicit BonusImpact(const QSharedPointer<DocumentImpactDetail>& detail);
+    ~BonusImpact() override;
+};

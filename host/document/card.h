@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/document/client.h"
+#include "host/hostexport.h"
+
+#include <QSharedPointer>
+#include <QString>
+
+/// A customer's card.
+class HOST_EXPORT Card
+{
+public:
+    explicit Card(const QString& number = QString());
+
+    QString getNumber() const { return number; }
+
+    /// The card's owner; null until a pre-check has named them.
+    QSharedPointer<Client> getClient() const { return client; }
+    void setClient(const QSharedPointer<Client>& value) { client = value; }
+
+private:
+    QString number;
+    QSharedPointer<Client> client;
+};

@@ -1,0 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/document/goodsitem.h"
+
+GoodsItem::GoodsItem() = default;

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/hostexport.h"
+
+#include <QtGlobal>
+
+#include <optional>
+
+/// Between the contracts' doubles and the whole kopecks in which a till counts.
+namespace money {
+
+/// The amount in whole kopecks, rounded as QString::number(amount, 'f', 2) rounds it, so that what
+/// is counted is what is sent. Nothing when the amount is not finite or does not fit.
+HOST_EXPORT std::optional<qint64> toKopecks(double amount);
+
+/// The amount in currency units nearest to a number of kopecks.
+HOST_EXPORT double fromKopecks(qint64 kopecks);
+
+} // namespace money

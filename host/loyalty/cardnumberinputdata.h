@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/loyalty/ecardnumbertype.h"
+
+#include <QString>
+
+namespace loyalty {
+
+/// What the cashier's keyboard, scanner or reader delivered as a card's number.
+struct CardNumberInputData
+{
+    QString text;
+    ECardNumberType type = ECardNumberType::Undefined;
+};
+
+} // namespace loyalty

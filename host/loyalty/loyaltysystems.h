@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/hostexport.h"
+
+#include <QList>
+
+class BasicLoyaltySystem;
+
+/// The loyalty systems that have registered with the host, in the order of registration. Does not
+/// own them. Host thread only.
+class HOST_EXPORT LoyaltySystems
+{
+public:
+    /// @return false when another system is registered under the same type code; registering the
+    /// same object again is no error.
+    static bool add(BasicLoyaltySystem* system);
+    /// @return false when the system was not registered.
+    static bool remove(BasicLoyaltySystem* system);
+    /// The system with that type code, or null.
+    static BasicLoyaltySystem* find(int loyaltySystemType);
+
+private:
+    static QList<BasicLoyaltySystem*> systems;
+};

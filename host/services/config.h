@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/core/singleton.h"
+#include "host/hostexport.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+/// The host's configuration: one TOML file. A key is written "Table:key", so the value of
+/// serverUrl in the table [Orva] is "Orva:serverUrl". Not changed after loading, so safe to read
+/// from any thread.
+///
+/// Known keys, all texts unless said otherwise (* a path: a relative one starts at the folder of
+/// the configuration file and is handed out absolute):
+///
+///     [Orva]  serverUrl merchantId pos user password apikey, timeout (whole seconds, 0 or less:
+///     10) [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB) [till]
+///     database*, plugin*, name [queue] keepDeliveredDays (whole number from 0, default 30)
+class HOST_EXPORT Config
+{
+public:
+    /// An empty configuration: every key yields its default.
+    Config() = default;
+    virtual ~Config();
+
+    /// Reads a file and replaces what was held.
+    /// @throws BasicException "configError" naming file, line and key when the file cannot be read,
+    /// is not TOML, or a known key has the wrong type; what was held before stays.
+    void load(const QString& fileName);
+
+    /// The value of a key as text, or the default when the key is absent or not a text.
+    virtual QString getString(const QString& key, const QString& defaultValue) const;
+    /// The value of a key as a number, or the default when the key is absent, not a whole number
+    /// or outside the range of int.
+    virtual int getInt(const QString& key, int defaultValue) const;
+
+    /// What load noticed and let pass, a sentence each: unknown keys with the nearest known name.
+    QStringList warnings() const { return loadWarnings; }
+    /// The loaded file's path, empty when none was loaded.
+    QString fileName() const { return loadedFile; }
+
+private:
+    QHash<QString, QVariant> values;
+    QStringList loadWarnings;
+    QString loadedFile;
+};
+
+extern template class HOST_EXPORT Singleton<Config>;

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/currenttime.h"
+
+template class MockFactory<CurrentTime>;
+
+CurrentTime::CurrentTime() = default;
+
+CurrentTime::~CurrentTime() = default;
+
+QDateTime CurrentTime::currentDateTime()
+{
+    return QDateTime::currentDateTime();
+}

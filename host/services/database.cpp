@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/database.h"
+
+#include "host/core/basicexception.h"
+#include "host/services/config.h"
+#include "host/services/databaseconnection.h"
+#include "host/services/databaseerror.h"
+#include "host/services/databaseschema.h"
+#include "host/services/statement.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QSqlQuery>
+#include <QThread>
+#include <QUuid>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logDatabase, "poshost.database")
+
+constexpr size_t maxIdleStatements = 64;
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+constexpr mode_t groupAndOthers = S_IRWXG | S_IRWXO;
+
+/// Makes the entry of a new file survive a power cut.
+void syncFolderOf(const QString& file)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+    if (const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
+void createPrivately(const QString& file)
+{
+    const QByteArray name = QFile::encodeName(file);
+    const int descriptor =
+        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+        syncFolderOf(file);
+    } else if (errno != EEXIST) {
+        throw BasicException(databaseerror::fromSystem(file, errno));
+    }
+}
+
+void tightenRights(const QString& file)
+{
+    struct stat information
+    {};
+    const QByteArray name = QFile::encodeName(file);
+    if (::stat(name.constData(), &information) != 0 ||
+        (information.st_mode & groupAndOthers) == 0) {
+        return;
+    }
+    const bool tightened =
+        ::chmod(name.constData(), information.st_mode & ~groupAndOthers & 07777) == 0;
+    qCWarning(logDatabase).noquote()
+        << (tightened ? u"Файл %1 был доступен другим пользователям; доступ закрыт"_s
+                      : u"Файл %1 доступен другим пользователям; закройте доступ (chmod 600)"_s)
+               .arg(file);
+}
+
+} // namespace
+
+Database::Connection::Connection(const QString& fileName, int busyMilliseconds)
+    : file(fileName), handle(QSqlDatabase::addDatabase(
+                          u"QSQLITE"_s, QUuid::createUuid().toString(QUuid::WithoutBraces)))
+{
+    handle.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=%1"_s.arg(busyMilliseconds));
+    handle.setDatabaseName(file);
+}
+
+Database::Connection::~Connection()
+{
+    idle.clear();
+    const QString name = handle.connectionName();
+    handle.close();
+    handle = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name);
+}
+
+std::unique_ptr<QSqlQuery> Database::Connection::prepared(const QString& sql)
+{
+    if (const auto kept = idle.find(sql); kept != idle.end()) {
+        std::unique_ptr<QSqlQuery> query = std::move(kept->second);
+        idle.erase(kept);
+        return query;
+    }
+    auto query = std::make_unique<QSqlQuery>(handle);
+    query->setForwardOnly(true);
+    if (!query->prepare(sql)) {
+        fail(query->lastError());
+    }
+    return query;
+}
+
+void Database::Connection::keep(const QString& sql, std::unique_ptr<QSqlQuery> query)
+{
+    query->finish();
+    if (idle.size() < maxIdleStatements) {
+        idle.emplace(sql, std::move(query));
+    }
+}
+
+void Database::Connection::fail(const QSqlError& error)
+{
+    failed = depth > 0;
+    throw BasicException(databaseerror::fromSql(file, error));
+}
+
+void Database::Connection::requireSound() const
+{
+    if (failed) {
+        throw BasicException(databaseerror::transactionFailed(file));
+    }
+}
+
+void Database::Connection::switchToLog(int busyMilliseconds)
+{
+    const QDeadlineTimer deadline(busyMilliseconds);
+    QSqlQuery query(handle);
+    while (!query.exec(u"PRAGMA journal_mode = WAL"_s)) {
+        if (!databaseerror::isBusy(query.lastError()) || deadline.hasExpired()) {
+            fail(query.lastError());
+        }
+        QThread::msleep(5);
+    }
+}
+
+Database::Database(const QString& fileName, int busyMilliseconds)
+    : connection(
+          std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath(), busyMilliseconds))
+{
+    const QString& file = connection->file;
+    createPrivately(file);
+    if (!connection->handle.open()) {
+        connection->fail(connection->handle.lastError());
+    }
+    connection->switchToLog(busyMilliseconds);
+    execute(u"PRAGMA synchronous = FULL"_s);
+    execute(u"PRAGMA foreign_keys = ON"_s);
+    // what is erased is overwritten where that costs no further page
+    execute(u"PRAGMA secure_delete = FAST"_s);
+    databaseschema::bringUpToDate(*this);
+    for (const QString& part : {file, file + u"-wal"_s, file + u"-shm"_s}) {
+        tightenRights(part); // only now: this is a till's file and no other
+    }
+}
+
+Database::~Database() = default;
+
+void Database::execute(const QString& sql)
+{
+    Statement(*this, sql).execute();
+}
+
+bool Database::isInTransaction() const
+{
+    return connection->depth > 0;
+}
+
+QString Database::fileName() const
+{
+    return connection->file;
+}
+
+QString Database::configuredFile()
+{
+    const Config* config = Singleton<Config>::instance;
+    return config == nullptr ? QString() : config->getString(u"till:database"_s, QString());
+}
+
+int Database::schemaVersion()
+{
+    return databaseschema::newestVersion();
+}

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/services/database.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <memory>
+#include <unordered_map>
+
+/// What a Database keeps, out of sight of those who use it.
+class Database::Connection
+{
+public:
+    Connection(const QString& file, int busyMilliseconds);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Turns the write-ahead log on. Two connections that open a new file at the same time may meet
+    /// here, where SQLite does not wait by itself.
+    void switchToLog(int busyMilliseconds);
+    /// Marks an open transaction as one that cannot be committed any more and throws
+    /// "databaseError".
+    [[noreturn]] void fail(const QSqlError& error);
+    /// Throws "databaseError" when the open transaction has already failed.
+    void requireSound() const;
+
+    /// A statement that is ready to run: one kept from an earlier use, or a new one. Preparing
+    /// costs more than most statements themselves.
+    std::unique_ptr<QSqlQuery> prepared(const QString& sql);
+    /// Resets a statement and keeps it for the next use of the same text.
+    void keep(const QString& sql, std::unique_ptr<QSqlQuery> query);
+
+    QString file;
+    QSqlDatabase handle;
+    std::unordered_map<QString, std::unique_ptr<QSqlQuery>> idle; ///< at most one for each text
+    int depth = 0;                                                ///< of nested Transaction objects
+    bool failed = false; ///< the open transaction can only be rolled back
+};

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/core/tr.h"
+
+#include <QSqlError>
+#include <QString>
+
+/// The one place where a failure of the database becomes a text for people: "databaseError" with
+/// the file, what SQLite says, and what to do.
+namespace databaseerror {
+
+/// Whether another connection was in the way.
+bool isBusy(const QSqlError& error);
+tr::Tr fromSql(const QString& file, const QSqlError& error);
+/// The file could not be made or its rights not be read.
+tr::Tr fromSystem(const QString& file, int systemError);
+tr::Tr tooNew(const QString& file, int fileVersion, int knownVersion);
+/// Work went on in a transaction after one of its statements had failed.
+tr::Tr transactionFailed(const QString& file);
+
+} // namespace databaseerror

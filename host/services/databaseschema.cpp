@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/databaseschema.h"
+
+#include "host/core/basicexception.h"
+#include "host/services/database.h"
+#include "host/services/databaseerror.h"
+#include "host/services/statement.h"
+#include "host/services/transaction.h"
+
+#include <QList>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace databaseschema {
+
+namespace {
+
+/// Version 1: the outgoing queue. Times are milliseconds since 1970 in UTC.
+QStringList queueTables()
+{
+    return {
+        // who a queue's messages are sent as; the secret stands here once and goes with the last
+        // message that needs it
+        u"CREATE TABLE queue_accounts ("
+        "id INTEGER PRIMARY KEY, queue TEXT NOT NULL, authorization TEXT NOT NULL, "
+        "paused_status INTEGER, paused_at INTEGER, probe_at INTEGER)"_s,
+        // small rows that change often, apart from the bodies, which never change
+        u"CREATE TABLE queue_messages ("
+        "id INTEGER PRIMARY KEY AUTOINCREMENT, queue TEXT NOT NULL, "
+        "account_id INTEGER REFERENCES queue_accounts(id), extra TEXT NOT NULL, "
+        "state TEXT NOT NULL CHECK (state IN ('waiting', 'parked', 'delivered')), "
+        "steps INTEGER NOT NULL, steps_done INTEGER NOT NULL DEFAULT 0, "
+        "step_attempts INTEGER NOT NULL DEFAULT 0, attempts INTEGER NOT NULL DEFAULT 0, "
+        "server_errors INTEGER NOT NULL DEFAULT 0, "
+        "attempted_at INTEGER, next_attempt_at INTEGER, "
+        "last_status INTEGER, last_error TEXT, last_answer TEXT, "
+        "created_at INTEGER NOT NULL, delivered_at INTEGER, "
+        "CHECK ((state = 'delivered') = (account_id IS NULL)))"_s,
+        u"CREATE INDEX queue_undelivered ON queue_messages(account_id, id) "
+        "WHERE account_id IS NOT NULL"_s,
+        u"CREATE TABLE queue_bodies ("
+        "message_id INTEGER PRIMARY KEY REFERENCES queue_messages(id) ON DELETE CASCADE, "
+        "headers TEXT NOT NULL, urls TEXT NOT NULL, payload BLOB NOT NULL)"_s,
+        u"CREATE TABLE queue_dependencies ("
+        "message_id INTEGER NOT NULL REFERENCES queue_messages(id) ON DELETE CASCADE, "
+        "depends_on INTEGER NOT NULL REFERENCES queue_messages(id) ON DELETE CASCADE, "
+        "PRIMARY KEY (message_id, depends_on)) WITHOUT ROWID"_s,
+        u"CREATE INDEX queue_dependents ON queue_dependencies(depends_on)"_s,
+        // a queue that waits as a whole
+        u"CREATE TABLE queue_holds ("
+        "queue TEXT PRIMARY KEY, reason TEXT NOT NULL CHECK (reason IN ('server', 'address')), "
+        "failures INTEGER NOT NULL, since INTEGER NOT NULL, until INTEGER NOT NULL) "
+        "WITHOUT ROWID"_s,
+    };
+}
+
+/// Version 2: the till's checks and settings.
+QStringList tillTables()
+{
+    return {
+        u"CREATE TABLE checks ("
+        "id TEXT PRIMARY KEY, number INTEGER, "
+        "state TEXT NOT NULL CHECK (state IN ('open', 'suspended', 'closed', 'abandoned')), "
+        "type INTEGER, sale_id TEXT, data BLOB, "
+        "message_id INTEGER REFERENCES queue_messages(id) ON DELETE SET NULL, "
+        "updated_at INTEGER)"_s,
+        u"CREATE INDEX checks_sale ON checks(sale_id) WHERE sale_id IS NOT NULL"_s,
+        u"CREATE INDEX checks_message ON checks(message_id) WHERE message_id IS NOT NULL"_s,
+        u"CREATE TABLE settings (key TEXT PRIMARY KEY, value) WITHOUT ROWID"_s,
+    };
+}
+
+const QList<QStringList>& steps()
+{
+    static const QList<QStringList> all{queueTables(), tillTables()};
+    return all;
+}
+
+int versionOf(Database& database)
+{
+    Statement statement(database, u"PRAGMA user_version"_s);
+    statement.next();
+    return statement.value(0).toInt();
+}
+
+/// @return true when the file has the newest schema already
+bool isUpToDate(Database& database)
+{
+    const int version = versionOf(database);
+    if (version > newestVersion()) {
+        throw BasicException(databaseerror::tooNew(database.fileName(), version, newestVersion()));
+    }
+    return version == newestVersion();
+}
+
+} // namespace
+
+int newestVersion()
+{
+    return static_cast<int>(steps().size());
+}
+
+void bringUpToDate(Database& database)
+{
+    if (isUpToDate(database)) {
+        return;
+    }
+    Transaction transaction(database);
+    if (isUpToDate(database)) { // another process was quicker
+        return;
+    }
+    for (int version = versionOf(database); version < newestVersion(); ++version) {
+        for (const QString& sql : steps().at(version)) {
+            database.execute(sql);
+        }
+    }
+    database.execute(u"PRAGMA user_version = %1"_s.arg(newestVersion()));
+    transaction.commit();
+}
+
+} // namespace databaseschema

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+class Database;
+
+/// The tables of the till's database. The file keeps the version of its schema; each step leads
+/// from one version to the next and is never changed once it has been released.
+namespace databaseschema {
+
+/// The version that the last step leads to.
+int newestVersion();
+/// Takes the steps that the file lacks, all in one transaction.
+/// @throws BasicException "databaseError" when a step fails, and the file stays as it was; or when
+/// the file's version is newer than the newest known one
+void bringUpToDate(Database& database);
+
+} // namespace databaseschema

@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/dbqueuebroker.h"
+
+#include "host/core/basicexception.h"
+#include "host/services/currenttime.h"
+#include "host/services/database.h"
+#include "host/services/queuemessage.h"
+#include "host/services/statement.h"
+#include "host/services/transaction.h"
+
+template class Singleton<DBQueueBroker>;
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+BasicException queueError(const QString& what)
+{
+    return BasicException(tr::Tr(u"queueError"_s, u"Очередь отправки: %1"_s.arg(what)));
+}
+
+QSharedPointer<Database> openConfigured()
+{
+    const QString file = Database::configuredFile();
+    if (file.isEmpty()) {
+        throw queueError(u"в настройках нет файла базы данных, добавьте database в [till]"_s);
+    }
+    return QSharedPointer<Database>::create(file);
+}
+
+/// The row for who the message is sent as, made when there is none yet.
+qint64 accountFor(Database& database, const QString& queue, const QString& authorization)
+{
+    Statement known(database,
+                    u"SELECT id FROM queue_accounts WHERE queue = ? AND authorization = ?"_s);
+    if (known.bind(queue).bind(authorization).next()) {
+        return known.value(0).toLongLong();
+    }
+    Statement added(database, u"INSERT INTO queue_accounts (queue, authorization) VALUES (?, ?)"_s);
+    added.bind(queue).bind(authorization).execute();
+    return added.lastInsertId();
+}
+
+void store(Database& database, const QString& queue, const QueueMessage& message,
+           const QString& extra)
+{
+    const qint64 now = MockFactory<CurrentTime>::create()->currentDateTime().toMSecsSinceEpoch();
+    Transaction transaction(database);
+    Statement head(
+        database,
+        u"INSERT INTO queue_messages (queue, account_id, extra, state, steps, created_at) "
+        "VALUES (?, ?, ?, 'waiting', ?, ?)"_s);
+    head.bind(queue)
+        .bind(accountFor(database, queue, message.authorization))
+        .bind(extra)
+        .bind(message.steps)
+        .bind(now)
+        .execute();
+    Statement body(database, u"INSERT INTO queue_bodies (message_id, headers, urls, payload) "
+                             "VALUES (?, ?, ?, ?)"_s);
+    body.bind(head.lastInsertId())
+        .bind(QString::fromUtf8(message.headers))
+        .bind(QString::fromUtf8(message.urls))
+        .bind(message.payload)
+        .execute();
+    transaction.commit();
+}
+
+} // namespace
+
+DBQueueBroker::DBQueueBroker() = default;
+
+DBQueueBroker::DBQueueBroker(const QSharedPointer<Database>& opened) : database(opened) {}
+
+DBQueueBroker::~DBQueueBroker() = default;
+
+bool DBQueueBroker::addToQueue(const QString& queueName, const QVariantMap& message,
+                               const QString& extra)
+{
+    try {
+        if (!database) {
+            database = openConfigured();
+        }
+        store(*database, queueName, QueueMessage::fromMap(message), extra);
+    } catch (const BasicException& error) {
+        if (error.tr().id() == "queueError"_L1) {
+            throw;
+        }
+        throw queueError(u"сообщение не сохранено. %1"_s.arg(error.tr().ru()));
+    }
+    return true;
+}

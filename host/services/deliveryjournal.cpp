@@ -1,0 +1,294 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/deliveryjournal.h"
+
+#include "host/services/currenttime.h"
+#include "host/services/database.h"
+#include "host/services/queuemessage.h"
+#include "host/services/statement.h"
+#include "host/services/transaction.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using deliverypolicy::Meaning;
+
+namespace {
+
+qint64 now()
+{
+    return MockFactory<CurrentTime>::create()->currentDateTime().toMSecsSinceEpoch();
+}
+
+/// The oldest message that is due, for each account by itself so that many paused ones cost
+/// nothing. A wait that began in the future is over: the clock was put back.
+const QString selectDue =
+    u"SELECT min(due) FROM (SELECT (SELECT m.id FROM queue_messages m "
+    "WHERE m.account_id = a.id AND m.state = 'waiting' "
+    "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= c.now OR m.attempted_at > c.now) "
+    "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
+    "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.state <> 'delivered') "
+    "ORDER BY m.id LIMIT 1) AS due "
+    "FROM (SELECT ? AS now) c CROSS JOIN queue_accounts a "
+    "LEFT JOIN queue_holds h ON h.queue = a.queue "
+    "WHERE (a.paused_status IS NULL OR a.probe_at <= c.now OR a.paused_at > c.now) "
+    "AND (h.queue IS NULL OR h.until <= c.now OR h.since > c.now))"_s;
+
+/// All waits that may still be running.
+const QString selectWaits =
+    u"SELECT min(until) FROM (SELECT until FROM queue_holds "
+    "UNION ALL SELECT probe_at FROM queue_accounts "
+    "UNION ALL SELECT next_attempt_at FROM queue_messages "
+    "WHERE account_id IS NOT NULL AND state = 'waiting' AND next_attempt_at IS NOT NULL) "
+    "WHERE until > ?"_s;
+
+} // namespace
+
+DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed) {}
+
+std::optional<DeliveryTask> DeliveryJournal::takeNext()
+{
+    if (!dueMessage()) { // looked up without the right to write: this is asked for often
+        return std::nullopt;
+    }
+    Transaction transaction(database);
+    std::optional<DeliveryTask> task = takeDue();
+    transaction.commit();
+    return task;
+}
+
+std::optional<DeliveryTask> DeliveryJournal::recordAndTakeNext(const DeliveryTask& task,
+                                                               const DeliveryResult& result)
+{
+    Transaction transaction(database);
+    write(task, result);
+    std::optional<DeliveryTask> next;
+    if (result.meaning == Meaning::StepDone && task.step + 1 < task.steps) {
+        next = take(task.messageId);
+    }
+    if (!next) {
+        next = takeDue();
+    }
+    transaction.commit();
+    return next;
+}
+
+void DeliveryJournal::forget(const DeliveryTask& task)
+{
+    Statement statement(database,
+                        u"UPDATE queue_messages SET attempts = attempts - 1, "
+                        "step_attempts = step_attempts - 1 WHERE id = ? AND step_attempts > 0"_s);
+    statement.bind(task.messageId).execute();
+}
+
+std::optional<qint64> DeliveryJournal::nextWaitEnd()
+{
+    Statement statement(database, selectWaits);
+    if (!statement.bind(now()).next() || statement.value(0).isNull()) {
+        return std::nullopt;
+    }
+    return statement.value(0).toLongLong();
+}
+
+std::optional<qint64> DeliveryJournal::dueMessage()
+{
+    Statement statement(database, selectDue);
+    if (!statement.bind(now()).next() || statement.value(0).isNull()) {
+        return std::nullopt;
+    }
+    return statement.value(0).toLongLong();
+}
+
+std::optional<DeliveryTask> DeliveryJournal::takeDue()
+{
+    while (const std::optional<qint64> messageId = dueMessage()) {
+        if (std::optional<DeliveryTask> task = take(*messageId)) {
+            return task;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Nothing when the message has no step left to take; then it is parked. Nothing as well when it
+/// was taken out of the delivery meanwhile.
+std::optional<DeliveryTask> DeliveryJournal::take(qint64 messageId)
+{
+    Statement row(database,
+                  u"SELECT m.account_id, m.queue, m.steps_done, m.server_errors, m.step_attempts, "
+                  "b.payload, b.headers, b.urls, a.authorization, "
+                  "a.paused_status IS NOT NULL OR h.queue IS NOT NULL FROM queue_messages m "
+                  "JOIN queue_bodies b ON b.message_id = m.id "
+                  "JOIN queue_accounts a ON a.id = m.account_id "
+                  "LEFT JOIN queue_holds h ON h.queue = m.queue "
+                  "WHERE m.id = ? AND m.state = 'waiting'"_s);
+    if (!row.bind(messageId).next()) {
+        return std::nullopt;
+    }
+    DeliveryTask task;
+    task.messageId = messageId;
+    task.accountId = row.value(0).toLongLong();
+    task.queue = row.value(1).toString();
+    task.step = row.value(2).toInt();
+    task.serverErrors = row.value(3).toInt();
+    task.attemptedBefore = row.value(4).toInt() > 0;
+    task.payload = row.value(5).toByteArray();
+    task.headers = QueueMessage::headersOf(row.value(6).toByteArray(), row.value(8).toString());
+    task.isHeld = row.value(9).toBool();
+    const QStringList addresses = QueueMessage::addressesOf(row.value(7).toByteArray());
+    task.steps = static_cast<int>(addresses.size());
+    if (task.step >= task.steps) {
+        park(task, {Meaning::Refused, 0, u"В сообщении нет адресов для отправки"_s, {}, 0});
+        return std::nullopt;
+    }
+    task.address = addresses.at(task.step);
+    Statement attempt(database,
+                      u"UPDATE queue_messages SET attempts = attempts + 1, "
+                      "step_attempts = step_attempts + 1, attempted_at = ? WHERE id = ?"_s);
+    attempt.bind(now()).bind(messageId).execute();
+    return task;
+}
+
+void DeliveryJournal::write(const DeliveryTask& task, const DeliveryResult& result)
+{
+    switch (result.meaning) {
+    case Meaning::StepDone:
+        liftHolds(task);
+        finishStep(task, result);
+        return;
+    case Meaning::Duplicate:
+    case Meaning::Refused:
+        liftHolds(task);
+        park(task, result);
+        return;
+    case Meaning::ServerAway:
+        postpone(task, result);
+        holdQueue(task.queue, u"server"_s, result.retryAfterMilliseconds);
+        return;
+    case Meaning::ServerError:
+        postpone(task, result);
+        if (task.serverErrors + 1 < deliverypolicy::serverErrorsUntilAlone) {
+            holdQueue(task.queue, u"server"_s, result.retryAfterMilliseconds);
+        }
+        return;
+    case Meaning::WrongAuthorization:
+        postpone(task, result);
+        pauseAccount(task, result.status);
+        return;
+    case Meaning::WrongAddress:
+        postpone(task, result);
+        holdQueue(task.queue, u"address"_s, 0);
+        return;
+    }
+}
+
+void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult& result)
+{
+    const bool delivered = task.step + 1 == task.steps;
+    Statement statement(
+        database,
+        delivered
+            ? u"UPDATE queue_messages SET steps_done = ?, last_status = ?, step_attempts = 0, "
+              "server_errors = 0, next_attempt_at = NULL, last_error = NULL, "
+              "last_answer = NULL, state = 'delivered', account_id = NULL, "
+              "delivered_at = ? WHERE id = ?"_s
+            : u"UPDATE queue_messages SET steps_done = ?, last_status = ?, step_attempts = 0, "
+              "server_errors = 0, next_attempt_at = NULL, last_error = NULL, "
+              "last_answer = NULL WHERE id = ?"_s);
+    statement.bind(task.step + 1).bind(result.status);
+    if (delivered) {
+        statement.bind(now());
+    }
+    statement.bind(task.messageId).execute();
+    if (delivered) {
+        Statement account(database,
+                          u"DELETE FROM queue_accounts WHERE id = ? AND NOT EXISTS "
+                          "(SELECT 1 FROM queue_messages WHERE account_id = queue_accounts.id)"_s);
+        account.bind(task.accountId).execute();
+    }
+}
+
+void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& result)
+{
+    // A duplicate found at the first attempt was booked by somebody else. That attempt must not
+    // make the same answer look like a success when somebody has the message sent again.
+    Statement statement(database, u"UPDATE queue_messages SET state = 'parked', last_status = ?, "
+                                  "last_error = ?, last_answer = ?, "
+                                  "step_attempts = CASE WHEN ? THEN 0 ELSE step_attempts END "
+                                  "WHERE id = ?"_s);
+    statement.bind(result.status)
+        .bind(result.error)
+        .bind(result.answer)
+        .bind(result.meaning == Meaning::Duplicate)
+        .bind(task.messageId)
+        .execute();
+}
+
+void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& result)
+{
+    const bool serverError = result.meaning == Meaning::ServerError;
+    const int serverErrors = task.serverErrors + (serverError ? 1 : 0);
+    QVariant nextAttempt;
+    if (serverError && serverErrors >= deliverypolicy::serverErrorsUntilAlone) {
+        const qint64 wait = backOff(serverErrors - deliverypolicy::serverErrorsUntilAlone + 1);
+        nextAttempt = now() + std::max(wait, result.retryAfterMilliseconds);
+    }
+    Statement statement(database,
+                        u"UPDATE queue_messages SET server_errors = ?, next_attempt_at = ?, "
+                        "last_status = ?, last_error = ? WHERE id = ?"_s);
+    statement.bind(serverErrors)
+        .bind(nextAttempt)
+        .bind(result.status)
+        .bind(result.error)
+        .bind(task.messageId)
+        .execute();
+}
+
+void DeliveryJournal::holdQueue(const QString& queue, const QString& reason, qint64 atLeast)
+{
+    const bool isAddress = reason == "address"_L1;
+    Statement before(database, u"SELECT failures FROM queue_holds WHERE queue = ?"_s);
+    const int failures = (before.bind(queue).next() ? before.value(0).toInt() : 0) + 1;
+    const qint64 wait =
+        isAddress ? deliverypolicy::probeMilliseconds : std::max(backOff(failures), atLeast);
+    const qint64 since = now();
+    Statement hold(database, u"INSERT OR REPLACE INTO queue_holds "
+                             "(queue, reason, failures, since, until) VALUES (?, ?, ?, ?, ?)"_s);
+    hold.bind(queue).bind(reason).bind(isAddress ? 0 : failures).bind(since).bind(since + wait);
+    hold.execute();
+}
+
+void DeliveryJournal::pauseAccount(const DeliveryTask& task, int status)
+{
+    const qint64 since = now();
+    Statement statement(database,
+                        u"UPDATE queue_accounts SET paused_status = ?, paused_at = ?, probe_at = ? "
+                        "WHERE queue = ? AND authorization = "
+                        "(SELECT authorization FROM queue_accounts WHERE id = ?)"_s);
+    statement.bind(status)
+        .bind(since)
+        .bind(since + deliverypolicy::probeMilliseconds)
+        .bind(task.queue)
+        .bind(task.accountId)
+        .execute();
+}
+
+/// Something got through: the server is there, the address is right, and so is the authorization.
+void DeliveryJournal::liftHolds(const DeliveryTask& task)
+{
+    if (!task.isHeld) {
+        return;
+    }
+    Statement hold(database, u"DELETE FROM queue_holds WHERE queue = ?"_s);
+    hold.bind(task.queue).execute();
+    Statement pause(
+        database, u"UPDATE queue_accounts SET paused_status = NULL, paused_at = NULL, "
+                  "probe_at = NULL WHERE paused_status IS NOT NULL AND queue = ? "
+                  "AND authorization = (SELECT authorization FROM queue_accounts WHERE id = ?)"_s);
+    pause.bind(task.queue).bind(task.accountId).execute();
+}
+
+qint64 DeliveryJournal::backOff(int failures)
+{
+    return deliverypolicy::backOff(failures, std::uniform_real_distribution<>(0, 1)(random));
+}

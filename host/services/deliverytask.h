@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/services/deliverypolicy.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+/// One request to be sent for a queued message.
+struct DeliveryTask
+{
+    qint64 messageId = 0;
+    qint64 accountId = 0;
+    QString queue;
+    int step = 0;  ///< index of the address, from 0
+    int steps = 0; ///< how many addresses there are
+    int serverErrors = 0;
+    bool attemptedBefore = false; ///< this step may have reached the server earlier
+    bool isHeld = false;          ///< its queue or its authorization was held back; this is a probe
+    QString address;
+    QByteArray payload;
+    QHash<QString, QString> headers;
+};
+
+/// What became of it.
+struct DeliveryResult
+{
+    deliverypolicy::Meaning meaning = deliverypolicy::Meaning::ServerAway;
+    int status = 0;
+    QString error;  ///< for people
+    QString answer; ///< beginning of the server's answer
+    qint64 retryAfterMilliseconds = 0;
+};

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <limits>
+#include <optional>
+
+/// A key of the configuration that the system knows, and what it may hold.
+struct KnownKey
+{
+    enum class Kind
+    {
+        Text,
+        Path,   ///< a text; a relative one starts at the configuration's own folder
+        Number, ///< a whole number that fits an int
+    };
+
+    QString table;
+    QString key;
+    Kind kind = Kind::Text;
+    int minimum = std::numeric_limits<int>::min(); ///< of a Number
+};
+
+/// The one list of what may stand in the configuration.
+namespace knownkeys {
+
+/// The known key, or nothing.
+std::optional<KnownKey> find(const QString& table, const QString& key);
+QStringList tables();
+QStringList keysOf(const QString& table);
+/// The candidate with the fewest letters to add, drop or change, case aside; the first of equals.
+QString nearest(const QString& name, const QStringList& candidates);
+
+} // namespace knownkeys

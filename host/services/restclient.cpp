@@ -1,0 +1,319 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/restclient.h"
+
+#include "host/services/config.h"
+#include "host/services/curlpool.h"
+#include "host/services/sigpipeguard.h"
+#include "host/services/transporterror.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <memory>
+#include <string_view>
+
+template class MockFactory<RestClient>;
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int defaultTimeoutSeconds = 10;
+constexpr int maxTimeoutSeconds = std::numeric_limits<int>::max() / 1000;
+constexpr int defaultMaxAnswerBytes = 16 * 1024 * 1024;
+constexpr qsizetype maxHeaderBytes = 256 * 1024;
+constexpr int firstFinalStatus = 200;
+constexpr int firstErrorStatus = 400;
+
+/// The part of the configuration that belongs to the exchange.
+struct Settings
+{
+    QByteArray proxy;
+    QByteArray caFile;
+    int maxAnswerBytes = defaultMaxAnswerBytes;
+};
+
+/// Must not make the service when there is none: this runs on any thread.
+Settings readSettings()
+{
+    Settings settings;
+    if (const Config* config = Singleton<Config>::instance) {
+        settings.proxy = config->getString(u"http:proxy"_s, QString()).toUtf8();
+        settings.caFile = config->getString(u"http:caFile"_s, QString()).toLocal8Bit();
+        settings.maxAnswerBytes = config->getInt(u"http:maxAnswerBytes"_s, defaultMaxAnswerBytes);
+    }
+    return settings;
+}
+
+/// What libcurl's callbacks gather during one exchange.
+struct Exchange
+{
+    QByteArray body;
+    QHash<QString, QString> headers;
+    qsizetype headerBytes = 0;
+    qsizetype maxBodyBytes = 0;
+    int sendCount = 0;
+    bool tooLarge = false;
+    bool headersAreWhole = false;
+    const std::atomic<bool>* aborted = nullptr;
+};
+
+size_t takeBody(const char* data, size_t size, size_t count, void* user)
+{
+    auto& exchange = *static_cast<Exchange*>(user);
+    const auto length = static_cast<qsizetype>(size) * static_cast<qsizetype>(count);
+    if (length > exchange.maxBodyBytes - exchange.body.size()) {
+        exchange.tooLarge = true;
+        return 0;
+    }
+    exchange.body.append(data, length);
+    return size * count;
+}
+
+size_t takeHeader(const char* data, size_t size, size_t count, void* user)
+{
+    auto& exchange = *static_cast<Exchange*>(user);
+    const std::string_view line(data, size * count);
+    exchange.headerBytes += static_cast<qsizetype>(line.size());
+    if (exchange.headerBytes > maxHeaderBytes) {
+        exchange.tooLarge = true;
+        return 0;
+    }
+    if (line.starts_with("HTTP/")) {
+        exchange.headers.clear(); // an interim answer came before
+        exchange.headersAreWhole = false;
+    } else if (line == "\r\n" || line == "\n") {
+        exchange.headersAreWhole = true;
+    } else if (const size_t colon = line.find(':'); colon != std::string_view::npos) {
+        const auto text = QLatin1StringView(line.data(), static_cast<qsizetype>(line.size()));
+        const auto split = static_cast<qsizetype>(colon);
+        exchange.headers.insert(text.first(split).toString().trimmed().toLower(),
+                                text.sliced(split + 1).toString().trimmed());
+    }
+    return line.size();
+}
+
+int countSend(void* user, const char*, const char*, int, int)
+{
+    ++static_cast<Exchange*>(user)->sendCount;
+    return CURL_PREREQFUNC_OK;
+}
+
+int checkAbort(void* user, curl_off_t, curl_off_t, curl_off_t, curl_off_t)
+{
+    return static_cast<const Exchange*>(user)->aborted->load() ? 1 : 0;
+}
+
+using HeaderList = std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)>;
+
+void append(HeaderList& list, const QByteArray& line)
+{
+    curl_slist* const longer = curl_slist_append(list.get(), line.constData());
+    if (longer != nullptr) {
+        static_cast<void>(list.release());
+        list.reset(longer);
+    }
+}
+
+bool isSendable(const QString& text)
+{
+    return std::none_of(text.begin(), text.end(),
+                        [](QChar c) { return c.unicode() < u' ' && c != u'\t'; });
+}
+
+/// libcurl adds headers of its own; "Name:" tells it not to.
+HeaderList headerList(const QHash<QString, QString>& headers)
+{
+    HeaderList list(nullptr, &curl_slist_free_all);
+    append(list, "Expect:");
+    bool hasContentType = false;
+    for (auto it = headers.cbegin(); it != headers.cend(); ++it) {
+        hasContentType =
+            hasContentType || it.key().compare("Content-Type"_L1, Qt::CaseInsensitive) == 0;
+        append(list, it.key().toUtf8() + (it->isEmpty() ? QByteArray(";") : ": " + it->toUtf8()));
+    }
+    if (!hasContentType) {
+        append(list, "Content-Type:");
+    }
+    return list;
+}
+
+void setTransport(CURL* handle, const Settings& settings)
+{
+    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
+    // a resolver thread that hangs is left behind instead of being waited for
+    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);
+    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    curl_easy_setopt(handle, CURLOPT_TCP_NODELAY, 1L);
+    curl_easy_setopt(handle, CURLOPT_TCP_KEEPALIVE, 1L);
+    // texts, even empty ones, keep libcurl from asking the environment
+    curl_easy_setopt(handle, CURLOPT_PROXY, settings.proxy.constData());
+    curl_easy_setopt(handle, CURLOPT_NOPROXY, "");
+    curl_easy_setopt(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    if (!settings.caFile.isEmpty()) {
+        curl_easy_setopt(handle, CURLOPT_CAINFO, settings.caFile.constData());
+        curl_easy_setopt(handle, CURLOPT_CAPATH, nullptr);
+    }
+}
+
+void setCallbacks(CURL* handle, Exchange& exchange)
+{
+    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, takeBody);
+    curl_easy_setopt(handle, CURLOPT_WRITEDATA, &exchange);
+    curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, takeHeader);
+    curl_easy_setopt(handle, CURLOPT_HEADERDATA, &exchange);
+    curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, countSend);
+    curl_easy_setopt(handle, CURLOPT_PREREQDATA, &exchange);
+    curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, checkAbort);
+    curl_easy_setopt(handle, CURLOPT_XFERINFODATA, &exchange);
+}
+
+void setRequest(CURL* handle, const QByteArray& address, const QByteArray& body, long milliseconds)
+{
+    curl_easy_setopt(handle, CURLOPT_URL, address.constData());
+    curl_easy_setopt(handle, CURLOPT_POST, 1L);
+    curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    curl_easy_setopt(handle, CURLOPT_POSTFIELDS, body.constData());
+    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, milliseconds);
+    curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS, milliseconds);
+}
+
+CURLcode send(CURL* handle)
+{
+    const SigPipeGuard guard;
+    return curl_easy_perform(handle);
+}
+
+bool isUsable(const QUrl& url)
+{
+    const QString scheme = url.scheme();
+    return url.isValid() && !url.host().isEmpty() && (scheme == "http"_L1 || scheme == "https"_L1);
+}
+
+} // namespace
+
+RestClient::RestClient() = default;
+
+RestClient::~RestClient() = default;
+
+void RestClient::post(const QUrl& url, const QByteArray& body,
+                      const QHash<QString, QString>& headers)
+{
+    error = 0;
+    status = 0;
+    sendCount = 0;
+    errorText = tr::Tr();
+    response.clear();
+    responseHeaders.clear();
+    if (!isUsable(url)) {
+        fail(CURLE_URL_MALFORMAT, transporterror::badAddress());
+        return;
+    }
+    for (auto it = headers.cbegin(); it != headers.cend(); ++it) {
+        if (it.key().isEmpty() || !isSendable(it.key()) || !isSendable(*it)) {
+            fail(CURLE_BAD_FUNCTION_ARGUMENT, transporterror::badHeader(it.key()));
+            return;
+        }
+    }
+    const CurlHandle handle;
+    if (handle.get() == nullptr) {
+        fail(CURLE_FAILED_INIT, transporterror::fromCurl(CURLE_OUT_OF_MEMORY, url.host(), {}, 0));
+        return;
+    }
+    perform(handle.get(), url, body, headers);
+}
+
+void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
+                         const QHash<QString, QString>& headers)
+{
+    const Settings settings = readSettings();
+    const QByteArray address = url.toEncoded();
+    const HeaderList list = headerList(headers);
+    std::array<char, CURL_ERROR_SIZE> detail{};
+    Exchange exchange;
+    exchange.maxBodyBytes = settings.maxAnswerBytes;
+    exchange.aborted = &aborted;
+
+    const int seconds = timeoutSeconds > 0 ? timeoutSeconds : defaultTimeoutSeconds;
+    setTransport(handle, settings);
+    setCallbacks(handle, exchange);
+    setRequest(handle, address, body, std::min(seconds, maxTimeoutSeconds) * 1000L);
+    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, list.get());
+    curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, detail.data());
+
+    CURLcode code = send(handle);
+    if (code == CURLE_OK && !exchange.headersAreWhole) {
+        code = CURLE_PARTIAL_FILE; // libcurl takes a connection closed among the headers for an end
+    }
+
+    long httpStatus = 0;
+    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &httpStatus);
+    status = httpStatus < firstFinalStatus ? 0 : static_cast<int>(httpStatus);
+    sendCount = exchange.sendCount;
+    responseHeaders = exchange.headers;
+    if (exchange.tooLarge) {
+        fail(CURLE_FILESIZE_EXCEEDED,
+             transporterror::answerTooLarge(url.host(), settings.maxAnswerBytes));
+    } else if (code != CURLE_OK) {
+        long osError = 0;
+        curl_easy_getinfo(handle, CURLINFO_OS_ERRNO, &osError);
+        fail(code, transporterror::fromCurl(code, url.host(), QString::fromUtf8(detail.data()),
+                                            static_cast<int>(osError)));
+    } else {
+        response = exchange.body;
+        if (status >= firstErrorStatus) {
+            fail(status, transporterror::fromStatus(status, url.host()));
+        }
+    }
+}
+
+void RestClient::fail(int code, const tr::Tr& text)
+{
+    error = code;
+    errorText = text;
+}
+
+int RestClient::getError()
+{
+    return error;
+}
+
+int RestClient::getHttpStatusCode()
+{
+    return status;
+}
+
+tr::Tr RestClient::getErrorText()
+{
+    return errorText;
+}
+
+QByteArray RestClient::getResponse()
+{
+    return response;
+}
+
+void RestClient::setTimeout(int seconds)
+{
+    timeoutSeconds = seconds;
+}
+
+QString RestClient::getResponseHeader(const QString& name)
+{
+    return responseHeaders.value(name.toLower());
+}
+
+int RestClient::getSendCount()
+{
+    return sendCount;
+}
+
+void RestClient::abort()
+{
+    aborted = true;
+}

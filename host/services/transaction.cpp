@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/transaction.h"
+
+#include "host/services/databaseconnection.h"
+
+#include <QSqlQuery>
+
+using namespace Qt::StringLiterals;
+
+Transaction::Transaction(Database& owner) : database(owner)
+{
+    database.connection->requireSound();
+    if (!database.isInTransaction()) {
+        database.execute(u"BEGIN IMMEDIATE"_s);
+    }
+    ++database.connection->depth;
+}
+
+Transaction::~Transaction()
+{
+    Database::Connection& connection = *database.connection;
+    --connection.depth;
+    if (committed) {
+        return;
+    }
+    connection.failed = true;
+    if (connection.depth == 0) {
+        // fails where SQLite has rolled back by itself, which is as good
+        QSqlQuery(connection.handle).exec(u"ROLLBACK"_s);
+        connection.failed = false;
+    }
+}
+
+void Transaction::commit()
+{
+    if (database.connection->depth == 1) {
+        database.execute(u"COMMIT"_s);
+    } else {
+        database.connection->requireSound();
+    }
+    committed = true;
+}

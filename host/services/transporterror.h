@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/core/tr.h"
+
+#include <QString>
+#include <curl/curl.h>
+
+/// The one place where what libcurl reports becomes a text for people. Texts name the server by
+/// its host only: an address may hold a user name and a password.
+namespace transporterror {
+
+/// "restTransportError": what failed on the way to the host and what to look at.
+/// @param detail libcurl's own words; used only where they cannot hold parts of the address
+/// @param osError errno of the failed connection, 0 when unknown
+tr::Tr fromCurl(CURLcode code, const QString& host, const QString& detail, int osError);
+/// "restHttpStatus": the host answered with a status from 400 up.
+tr::Tr fromStatus(int status, const QString& host);
+/// "restTransportError": the answer, or its headers, are larger than the limit.
+tr::Tr answerTooLarge(const QString& host, qint64 limitBytes);
+/// "restAddressError": the address is empty, not valid, or neither http nor https.
+tr::Tr badAddress();
+/// "restHeaderError": a header's name or value cannot be sent.
+/// @param name the header's name; its value may be a secret and is not shown
+tr::Tr badHeader(const QString& name);
+
+} // namespace transporterror

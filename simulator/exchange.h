@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace simulator {
+
+/// A request as it came over HTTP.
+struct Request
+{
+    QByteArray method;
+    QByteArray path; ///< decoded, without the query
+    QByteArray authorization;
+    QByteArray body;
+};
+
+/// What is sent back, and what the log says about it.
+struct Answer
+{
+    int status = 200;
+    QByteArray contentType;
+    QByteArray body;
+    QString checkId;    ///< for the log; empty when the request was not understood so far
+    QString cardNumber; ///< for the log, which shows its last four digits
+    QString reason;     ///< one sentence for every status from 400 up
+};
+
+/// An answer that says why a request was not done.
+Answer refusal(int status, const QString& reason);
+
+} // namespace simulator

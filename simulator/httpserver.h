@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "simulator/exchange.h"
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+namespace simulator {
+
+/// The server cannot listen: one sentence with the address and the system's reason.
+class ListenError : public std::runtime_error
+{
+public:
+    explicit ListenError(const QString& what) : std::runtime_error(what.toStdString()) {}
+};
+
+/// Takes requests over HTTP/1.1 and hands them to a function. Keeps connections open for 60 s after
+/// their last request and serves up to 64 of them at a time; further ones wait.
+/// Bodies above 16 MiB are answered 413 without being handed on.
+class HttpServer
+{
+public:
+    static constexpr size_t maximumBody = 16 * 1024 * 1024;
+
+    /// Answers a request; called from several threads at once.
+    using Handler = std::function<Answer(const Request&)>;
+
+    /// Learns of every request and its answer; called from several threads at once.
+    using Observer = std::function<void(const Request&, const Answer&)>;
+
+    /// Listens from the moment that it returns. port 0 takes a free one. Throws ListenError.
+    HttpServer(const QString& address, int port, Handler handler, Observer observer = {});
+
+    /// Sends the answers that are being made, waiting for them up to 5 s, and closes all
+    /// connections.
+    ~HttpServer();
+    HttpServer(const HttpServer&) = delete;
+    HttpServer& operator=(const HttpServer&) = delete;
+
+    /// The port that it listens at.
+    [[nodiscard]] int port() const;
+
+    /// The address to reach it at, as in "http://127.0.0.1:8710/".
+    [[nodiscard]] QString url() const;
+
+private:
+    class Implementation;
+    const std::unique_ptr<Implementation> implementation;
+};
+
+} // namespace simulator

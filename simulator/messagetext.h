@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QHash>
+#include <QStringList>
+
+namespace simulator {
+
+/// The names that may stand in braces in a message: name, surname, balance, spend, earn, discount
+/// and total.
+QStringList placeholders();
+
+/// The first name in braces that is not among the placeholders, or an empty text.
+QString unknownPlaceholder(const QString& text);
+
+/// The text with every placeholder replaced by its value. What a value contains is not replaced
+/// again.
+QString messageText(const QString& text, const QHash<QString, QString>& values);
+
+} // namespace simulator

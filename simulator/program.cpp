@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/program.h"
+
+#include "simulator/credentials.h"
+#include "simulator/httpserver.h"
+#include "simulator/ledgerprinter.h"
+#include "simulator/requestlog.h"
+#include "simulator/rulesreader.h"
+#include "simulator/service.h"
+#include "simulator/stopsignal.h"
+
+#include <QStandardPaths>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+namespace {
+
+void print(const QString& text)
+{
+    std::fputs(text.toUtf8().constData(), stdout);
+    std::fflush(stdout);
+}
+
+Rules rulesFor(const Options& options)
+{
+    return options.config.isEmpty() ? readRules(builtInRules(), u"built-in rules"_s)
+                                    : readRulesFile(options.config);
+}
+
+QString databaseFor(const Options& options)
+{
+    return options.database.isEmpty() ? defaultDatabase() : options.database;
+}
+
+/// A command that works as it stands. Only the built-in credentials are shown on the screen.
+QString lineToPaste(const Options& options, const Rules& rules, const QString& url)
+{
+    if (!options.config.isEmpty() || rules.cards.empty()) {
+        return u"orva-simulator ledger --database '%1'"_s.arg(databaseFor(options));
+    }
+    return u"curl -s -H 'Content-Type: application/xml' -H 'Authorization: %1' -d "
+           u"'<RawCheck><id>try-1</id><chType>1</chType>"
+           "<total>100.00</total><items><RawItem><quantity>1.000</quantity><id>1</id>"
+           "<sku>1001</sku><total>100.00</total></RawItem></items><cardNumber>%2</cardNumber>"
+           "</RawCheck>' %3api/1.x/precheck"_s.arg(
+               QString::fromLatin1(authorizationValue(rules.user, rules.password, rules.apiKey)),
+               rules.cards.front().number, url);
+}
+
+} // namespace
+
+void serve(const Options& options)
+{
+    const StopSignal stop;
+    const Rules rules = rulesFor(options);
+    Service service(rules, databaseFor(options));
+    RequestLog log;
+    HttpServer::Observer observer;
+    if (!options.quiet) {
+        observer = [&log](const Request& request, const Answer& answer) {
+            log.write(request, answer);
+        };
+    }
+    const HttpServer server(
+        options.listen, options.port,
+        [&service](const Request& request) { return service.handle(request); }, observer);
+    print(u"Listening on %1\n"_s.arg(server.url()));
+    if (!options.quiet) {
+        print(u"Rules: %1\nDatabase: %2\nTry: %3\n"_s.arg(
+            options.config.isEmpty() ? u"built-in"_s : options.config, databaseFor(options),
+            lineToPaste(options, rules, server.url())));
+    }
+    stop.wait();
+}
+
+int printLedger(const Options& options)
+{
+    Database database(databaseFor(options), Database::Open::ExistingOnly);
+    const LedgerView view = readLedger(database, rulesFor(options));
+    print(options.csv    ? ledgerCsv(view)
+          : options.json ? QString::fromUtf8(ledgerJson(view))
+                         : ledgerTables(view));
+    const QString wrong = view.wrongCard();
+    if (!wrong.isEmpty()) {
+        std::fprintf(stderr,
+                     "orva-simulator: the balance of card %s is not its opening balance "
+                     "and its movements: the database was changed from outside\n",
+                     qUtf8Printable(wrong));
+        return 1;
+    }
+    return 0;
+}
+
+QString defaultDatabase()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           u"/orva/simulator.sqlite"_s;
+}
+
+} // namespace simulator

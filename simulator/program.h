@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+
+namespace simulator {
+
+/// What the command line asks for.
+struct Options
+{
+    QString config; ///< file of rules; empty for the built-in ones
+    QString listen = QStringLiteral("127.0.0.1");
+    int port = 8710;
+    QString database; ///< empty for the default place
+    bool quiet = false;
+    bool csv = false;
+    bool json = false;
+};
+
+/// Serves until SIGTERM or SIGINT. Throws ConfigError, DatabaseError or ListenError.
+void serve(const Options& options);
+
+/// Prints the books; returns the exit code, 1 when they do not add up.
+/// Throws ConfigError or DatabaseError.
+int printLedger(const Options& options);
+
+/// Where the database is when the command line does not say.
+QString defaultDatabase();
+
+} // namespace simulator

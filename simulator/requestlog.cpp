@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/requestlog.h"
+
+#include "simulator/check.h"
+
+#include <QDateTime>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+namespace {
+
+/// One word of the log: printable, without blanks and not too long; "-" when it is empty.
+QString word(QString text)
+{
+    text.truncate(64);
+    std::replace_if(
+        text.begin(), text.end(),
+        [](QChar character) { return character.isSpace() || !character.isPrint(); }, u'?');
+    return text.isEmpty() ? u"-"_s : text;
+}
+
+QString sentence(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(),
+        [](QChar character) { return character.isSpace() || !character.isPrint(); }, u' ');
+    return text;
+}
+
+} // namespace
+
+QString logLine(const QString& time, const Request& request, const Answer& answer)
+{
+    QString line = time + u' ' + word(QString::fromUtf8(request.path)) + u' ' +
+                   word(answer.checkId) + u' ' + word(maskedCard(answer.cardNumber)) + u' ' +
+                   QString::number(answer.status);
+    if (!answer.reason.isEmpty()) {
+        line += u' ' + sentence(answer.reason);
+    }
+    return line;
+}
+
+void RequestLog::write(const Request& request, const Answer& answer)
+{
+    const QString time = QDateTime::currentDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s);
+    const QByteArray line = logLine(time, request, answer).toUtf8() + '\n';
+    const std::scoped_lock lock(mutex);
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
+    std::fflush(stdout);
+}
+
+} // namespace simulator

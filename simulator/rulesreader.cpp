@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/rulesreader.h"
+
+#include "simulator/configerror.h"
+#include "simulator/messagetext.h"
+#include "simulator/nearestname.h"
+#include "simulator/tablereader.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+namespace {
+
+Percentage readPercentage(const TableReader& table, const QStringList& furtherKeys = {})
+{
+    table.allowOnly(QStringList{u"percent"_s, u"sku"_s} + furtherKeys);
+    Percentage result;
+    result.general = table.percent("percent", 0);
+    const TableReader bySku = table.table("sku");
+    for (const QString& sku : bySku.keys()) {
+        result.bySku.insert(sku, bySku.percent(sku.toUtf8().constData(), 0));
+    }
+    return result;
+}
+
+void readAuth(const TableReader& table, Rules& rules)
+{
+    table.allowOnly({u"user"_s, u"password"_s, u"apiKey"_s});
+    rules.user = table.text("user", u"till"_s);
+    rules.password = table.text("password", u"secret"_s);
+    rules.apiKey = table.text("apiKey", u"demo"_s);
+}
+
+void readDiscount(const TableReader& table, Rules& rules)
+{
+    rules.discount = readPercentage(table, {u"roundDownTo"_s});
+    rules.roundDownTo = table.kopecks("roundDownTo", 0);
+    if (rules.roundDownTo < 0) {
+        table.refuse("roundDownTo", u"must not be negative"_s);
+    }
+}
+
+Card readCard(const TableReader& table, const Rules& rules)
+{
+    table.allowOnly({u"number"_s, u"name"_s, u"surname"_s, u"balance"_s});
+    Card card;
+    card.number = table.requiredText("number");
+    if (rules.card(card.number) != nullptr) {
+        table.refuse("number", u"is \"%1\", which an earlier card has too"_s.arg(card.number));
+    }
+    card.name = table.text("name");
+    card.surname = table.text("surname");
+    card.opening = table.kopecks("balance", 0);
+    return card;
+}
+
+Message readMessage(const TableReader& table)
+{
+    table.allowOnly({u"channel"_s, u"text"_s});
+    const QStringList channels{u"pos"_s, u"check"_s};
+    Message message{table.requiredText("channel"), table.text("text")};
+    if (!channels.contains(message.channel)) {
+        const QString nearest = nearestName(message.channel, channels);
+        table.refuse("channel", u"is \"%1\": %2"_s.arg(
+                                    message.channel, nearest.isEmpty()
+                                                         ? u"it must be \"pos\" or \"check\""_s
+                                                         : u"did you mean \"%1\"?"_s.arg(nearest)));
+    }
+    const QString unknown = unknownPlaceholder(message.text);
+    if (!unknown.isEmpty()) {
+        table.refuse("text", u"has the unknown placeholder {%1}: known are {%2}"_s.arg(
+                                 unknown, placeholders().join(u"}, {"_s)));
+    }
+    return message;
+}
+
+} // namespace
+
+Rules readRulesFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw ConfigError(
+            u"%1: the file of rules cannot be read: %2"_s.arg(path, file.errorString()));
+    }
+    return readRules(file.readAll(), path);
+}
+
+Rules readRules(const QByteArray& text, const QString& name)
+{
+    toml::table parsed;
+    try {
+        parsed = toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
+    } catch (const toml::parse_error& error) {
+        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
+                              .arg(error.source().begin.line)
+                              .arg(QString::fromUtf8(error.description())));
+    }
+    const TableReader root(parsed, name, {});
+    root.allowOnly({u"auth"_s, u"discount"_s, u"earn"_s, u"spend"_s, u"card"_s, u"message"_s});
+    Rules rules;
+    readAuth(root.table("auth"), rules);
+    readDiscount(root.table("discount"), rules);
+    rules.earn = readPercentage(root.table("earn"));
+    rules.spend = readPercentage(root.table("spend"));
+    for (const TableReader& table : root.tables("card")) {
+        rules.cards.push_back(readCard(table, rules));
+    }
+    for (const TableReader& table : root.tables("message")) {
+        rules.messages.push_back(readMessage(table));
+    }
+    return rules;
+}
+
+} // namespace simulator

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "simulator/exchange.h"
+#include "simulator/rules.h"
+#include "simulator/workerthread.h"
+
+#include <functional>
+#include <memory>
+
+namespace simulator {
+
+class CheckDesk;
+class Database;
+
+/// Answers requests: looks at address, method and credentials, reads the check and takes it to the
+/// desk. Knows nothing of sockets. The database is used in a thread of the service's own, one
+/// request at a time; reading and writing XML is done in the caller's.
+class Service
+{
+public:
+    /// Opens the database, making it where it is missing; throws DatabaseError.
+    Service(const Rules& serviceRules, const QString& databasePath);
+    ~Service();
+    Service(const Service&) = delete;
+    Service& operator=(const Service&) = delete;
+
+    /// Answers one request; never throws. May be called from several threads at once. Blocks until
+    /// what it answers is durable.
+    Answer handle(const Request& request);
+
+private:
+    Answer handleCheck(const Request& request, Answer& about);
+
+    const std::shared_ptr<const Rules> rules;
+    const QByteArray expectedAuthorization;
+    WorkerThread worker;
+    std::unique_ptr<Database> database; // made, used and destroyed in the worker's thread
+    std::unique_ptr<CheckDesk> desk;    // the same
+};
+
+} // namespace simulator

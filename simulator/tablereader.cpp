@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/tablereader.h"
+
+#include "simulator/nearestname.h"
+
+#include <QLocale>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+namespace {
+
+QString keyText(const toml::key& key)
+{
+    return QString::fromUtf8(key.str().data(), static_cast<qsizetype>(key.str().size()));
+}
+
+} // namespace
+
+TableReader::TableReader(const toml::table& table, const QString& file, const QString& path)
+    : values(table), fileName(file), prefix(path)
+{}
+
+void TableReader::allowOnly(const QStringList& known) const
+{
+    for (const auto& [key, value] : values) {
+        const QString name = keyText(key);
+        if (known.contains(name)) {
+            continue;
+        }
+        const QString nearest = nearestName(name, known);
+        throw error(key.source(), name,
+                    nearest.isEmpty()
+                        ? u"is unknown: known here are "_s + known.join(u", "_s)
+                        : u"is unknown: did you mean \"%1\"?"_s.arg(prefix + nearest));
+    }
+}
+
+QString TableReader::text(const char* key, const QString& fallback) const
+{
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        return fallback;
+    }
+    const auto* string = node->as_string();
+    if (string == nullptr) {
+        refuse(key, u"must be a text in quotes"_s);
+    }
+    // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
+    const QString result = QString::fromStdString(string->get());
+    const bool hasControl = std::any_of(result.begin(), result.end(), [](QChar character) {
+        return character.unicode() < 0x20 && character != u'\n' && character != u'\t';
+    });
+    if (hasControl) {
+        refuse(key, u"must not hold control characters"_s);
+    }
+    return result;
+}
+
+QString TableReader::requiredText(const char* key) const
+{
+    if (values.get(key) == nullptr) {
+        throw error(values.source(), QString::fromUtf8(key), u"is missing"_s);
+    }
+    QString result = text(key);
+    if (result.isEmpty()) {
+        refuse(key, u"must not be empty"_s);
+    }
+    return result;
+}
+
+/// The value as decimal text. A floating-point value is taken as the shortest text that stands for
+/// it, which is what was typed.
+QString TableReader::decimal(const char* key) const
+{
+    const toml::node* node = values.get(key);
+    if (const auto* whole = node->as_integer()) {
+        return QString::number(whole->get());
+    }
+    if (const auto* number = node->as_floating_point()) {
+        return QString::number(number->get(), 'f', QLocale::FloatingPointShortest);
+    }
+    if (const auto* string = node->as_string()) {
+        return QString::fromStdString(string->get());
+    }
+    refuse(key, u"must be a number"_s);
+}
+
+Kopecks TableReader::kopecks(const char* key, Kopecks fallback) const
+{
+    if (values.get(key) == nullptr) {
+        return fallback;
+    }
+    const std::optional<Kopecks> amount = readKopecks(decimal(key));
+    if (!amount) {
+        refuse(key, u"must be an amount with at most two decimals, such as 12.50"_s);
+    }
+    return *amount;
+}
+
+int TableReader::percent(const char* key, int fallback) const
+{
+    if (values.get(key) == nullptr) {
+        return fallback;
+    }
+    const std::optional<qint64> hundredths = readKopecks(decimal(key));
+    if (!hundredths || *hundredths < 0 || *hundredths > 100 * 100) {
+        refuse(key, u"must be a percentage from 0 to 100 with at most two decimals"_s);
+    }
+    return static_cast<int>(*hundredths);
+}
+
+TableReader TableReader::table(const char* key) const
+{
+    const QString path = prefix + QString::fromUtf8(key) + u'.';
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        static const toml::table emptyTable;
+        return {emptyTable, fileName, path};
+    }
+    if (node->as_table() == nullptr) {
+        refuse(key, u"must be a table"_s);
+    }
+    return {*node->as_table(), fileName, path};
+}
+
+std::vector<TableReader> TableReader::tables(const char* key) const
+{
+    std::vector<TableReader> result;
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        return result;
+    }
+    const toml::array* array = node->as_array();
+    if (array == nullptr || !array->is_homogeneous<toml::table>()) {
+        refuse(key, u"must be an array of tables, written [[%1]]"_s.arg(QString::fromUtf8(key)));
+    }
+    for (const toml::node& element : *array) {
+        result.emplace_back(*element.as_table(), fileName, prefix + QString::fromUtf8(key) + u'.');
+    }
+    return result;
+}
+
+QStringList TableReader::keys() const
+{
+    QStringList result;
+    for (const auto& [key, value] : values) {
+        result.append(keyText(key));
+    }
+    return result;
+}
+
+void TableReader::refuse(const char* key, const QString& complaint) const
+{
+    const toml::node* node = values.get(key);
+    throw error(node == nullptr ? values.source() : node->source(), QString::fromUtf8(key),
+                complaint);
+}
+
+ConfigError TableReader::error(const toml::source_region& where, const QString& key,
+                               const QString& complaint) const
+{
+    return ConfigError(fileName + u':' + QString::number(where.begin.line) + u": the key \""_s +
+                       prefix + key + u"\" "_s + complaint);
+}
+
+} // namespace simulator

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+
+/// Texts at and beyond the limits of what may be given to the parser.
+namespace tests {
+
+using namespace Qt::StringLiterals;
+
+constexpr int levelLimit = 512;
+constexpr int attributeLimit = 64;
+constexpr int escapeLimit = 10000;
+
+/// An element in an element, so many levels deep.
+inline QString nested(int levels)
+{
+    return u"<a>"_s.repeated(levels) + u"</a>"_s.repeated(levels);
+}
+
+/// One element with so many attributes.
+inline QString withAttributes(int count)
+{
+    QString text = u"<a"_s;
+    for (int i = 0; i < count; ++i) {
+        text += u" x%1=\"1\""_s.arg(i);
+    }
+    return text + u"/>"_s;
+}
+
+/// One element whose text repeats the piece.
+inline QString withText(const QString& piece, int count)
+{
+    return u"<a>"_s + piece.repeated(count) + u"</a>"_s;
+}
+
+/// One element with an attribute whose value repeats the piece between the quotes given.
+inline QString withValue(const QString& piece, int count, QChar quote = u'"')
+{
+    return u"<a x="_s + quote + piece.repeated(count) + quote + u"/>"_s;
+}
+
+} // namespace tests

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// Never compiled: what the check of the plug-in's includes has to refuse.
+
+#pragma once
+
+#include "host/document/abstractdocument.h"
+#include "host/document/document.h"
+
+#include <host/services/database.h>
+
+#include "simulator/check.h"
+
+#include "../till/slip.h"

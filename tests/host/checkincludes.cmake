@@ -1,0 +1,37 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+#
+# Refuses every include in FOLDERS (below SOURCE_DIR) of a header of host/ that is not ALLOWED (a
+# list with commas), or of anything of the programs.
+
+cmake_minimum_required(VERSION 3.25)
+string(REPLACE "," ";" ALLOWED "${ALLOWED}")
+list(TRANSFORM ALLOWED PREPEND "host/")
+set(seen 0)
+set(refused "")
+foreach(folder IN LISTS FOLDERS)
+    file(GLOB_RECURSE sources ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
+    list(SORT sources)
+    foreach(source IN LISTS sources)
+        file(STRINGS ${source} lines REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"]")
+        foreach(line IN LISTS lines)
+            string(REGEX REPLACE "^[^<\"]*[<\"]([^>\"]+)[>\"].*$" "\\1" header "${line}")
+            if(NOT header MATCHES "^(\\.\\./)*(host|till|simulator|tests|bench)/")
+                continue()
+            endif()
+            math(EXPR seen "${seen} + 1")
+            if(NOT header IN_LIST ALLOWED)
+                file(RELATIVE_PATH name ${SOURCE_DIR} ${source})
+                list(APPEND refused "${name} includes ${header}")
+            endif()
+        endforeach()
+    endforeach()
+endforeach()
+if(seen LESS 4)
+    message(FATAL_ERROR "Only ${seen} includes of the host found in ${FOLDERS}: wrong folder?")
+endif()
+if(refused)
+    list(JOIN refused "\n" refused)
+    message(FATAL_ERROR "Not of the contract:\n${refused}")
+endif()
+message(STATUS "${seen} includes of the host, all of the contract")

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/core/mockfactory.h"
+#include "host/services/currenttime.h"
+#include "host/services/restclient.h"
+#include "tests/client/printers.h"
+#include "tests/mocked.h"
+
+#include <QPointer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(MockFactory, MakesANewObjectEachTime)
+{
+    ASSERT_EQ(MockFactory<RestClient>::mocked, nullptr);
+    const auto first = MockFactory<RestClient>::create();
+    const auto second = MockFactory<RestClient>::create();
+    ASSERT_FALSE(first.isNull());
+    ASSERT_FALSE(second.isNull());
+    EXPECT_NE(first, second);
+}
+
+TEST(MockFactory, TheResultOwnsWhatWasMade)
+{
+    auto client = MockFactory<RestClient>::create();
+    const QPointer<RestClient> watched = client.get();
+    ASSERT_FALSE(watched.isNull());
+    client.reset();
+    EXPECT_TRUE(watched.isNull());
+}
+
+TEST(MockFactory, ARegisteredDoubleIsHandedOutAndNeverDeleted)
+{
+    CurrentTime clock;
+    const QPointer<CurrentTime> watched = &clock;
+    {
+        const tests::Registered<CurrentTime> registration(clock);
+        auto first = MockFactory<CurrentTime>::create();
+        const auto second = MockFactory<CurrentTime>::create();
+        EXPECT_EQ(first.get(), &clock);
+        EXPECT_EQ(second.get(), &clock);
+        first.reset();
+        EXPECT_FALSE(watched.isNull());
+    }
+    EXPECT_FALSE(watched.isNull());
+    EXPECT_NE(MockFactory<CurrentTime>::create().get(), &clock);
+}
+
+TEST(CurrentTime, IsTheLocalTimeOfNow)
+{
+    const QDateTime before = QDateTime::currentDateTime();
+    const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
+    const QDateTime after = QDateTime::currentDateTime();
+    EXPECT_LE(before, now);
+    EXPECT_LE(now, after);
+    EXPECT_EQ(now.timeSpec(), Qt::LocalTime);
+}
+
+} // namespace

@@ -1,0 +1,239 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/config.h"
+#include "host/core/basicexception.h"
+#include "testfolder.h"
+
+#include <gmock/gmock.h>
+
+using namespace Qt::StringLiterals;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+class ConfigFile : public ::testing::Test
+{
+protected:
+    void load(const QByteArray& toml) { config.load(folder.write(u"orva.toml"_s, toml)); }
+
+    /// The error's text, without the folder before the file's name.
+    std::string errorOf(const QByteArray& toml)
+    {
+        try {
+            load(toml);
+        } catch (const BasicException& error) {
+            EXPECT_EQ(error.tr().id(), u"configError"_s);
+            return withoutFolder(error.tr().ru());
+        }
+        ADD_FAILURE() << "no error for: " << toml.toStdString();
+        return {};
+    }
+
+    std::string withoutFolder(QString text) const
+    {
+        return text.remove(folder.file(QString()) + u'/').toStdString();
+    }
+
+    TestFolder folder;
+    Config config;
+};
+
+TEST_F(ConfigFile, AnEmptyConfigurationYieldsTheDefaults)
+{
+    EXPECT_EQ(config.getString(u"Orva:serverUrl"_s, u"default"_s), u"default"_s);
+    EXPECT_EQ(config.getInt(u"Orva:timeout"_s, 10), 10);
+    EXPECT_TRUE(config.warnings().isEmpty());
+    EXPECT_TRUE(config.fileName().isEmpty());
+}
+
+TEST_F(ConfigFile, AllKnownKeysAreRead)
+{
+    load("[Orva]\n"
+         "serverUrl = \"http://127.0.0.1:8080/\"\n"
+         "merchantId = \"007\"\n"
+         "pos = \"3\"\n"
+         "timeout = 5\n"
+         "user = \"касса\"\n"
+         "password = 'p\\w'\n"
+         "apikey = \"k\"\n"
+         "[http]\n"
+         "proxy = \"http://proxy:3128\"\n"
+         "caFile = \"/etc/ca.pem\"\n"
+         "maxAnswerBytes = 1_000\n"
+         "[till]\n"
+         "database = \"/var/lib/till.db\"\n"
+         "plugin = \"/usr/lib/liborva.so\"\n"
+         "name = \"Касса 1\"\n"
+         "[queue]\n"
+         "keepDeliveredDays = 7\n");
+    const std::pair<QString, QString> texts[] = {
+        {u"Orva:serverUrl"_s, u"http://127.0.0.1:8080/"_s},
+        {u"Orva:merchantId"_s, u"007"_s},
+        {u"Orva:pos"_s, u"3"_s},
+        {u"Orva:user"_s, u"касса"_s},
+        {u"Orva:password"_s, u"p\\w"_s},
+        {u"Orva:apikey"_s, u"k"_s},
+        {u"http:proxy"_s, u"http://proxy:3128"_s},
+        {u"http:caFile"_s, u"/etc/ca.pem"_s},
+        {u"till:database"_s, u"/var/lib/till.db"_s},
+        {u"till:plugin"_s, u"/usr/lib/liborva.so"_s},
+        {u"till:name"_s, u"Касса 1"_s},
+    };
+    for (const auto& [key, value] : texts) {
+        EXPECT_EQ(config.getString(key, u"default"_s), value) << key.toStdString();
+    }
+    EXPECT_EQ(config.getInt(u"Orva:timeout"_s, 10), 5);
+    EXPECT_EQ(config.getInt(u"http:maxAnswerBytes"_s, 0), 1000);
+    EXPECT_EQ(config.getInt(u"queue:keepDeliveredDays"_s, 30), 7);
+    EXPECT_TRUE(config.warnings().isEmpty()) << config.warnings().join(u'\n').toStdString();
+    EXPECT_EQ(config.fileName(), folder.file(u"orva.toml"_s));
+}
+
+TEST_F(ConfigFile, ARelativePathStartsAtTheFilesFolder)
+{
+    load("[till]\ndatabase = \"data/till.db\"\nplugin = \"\"\n");
+    EXPECT_EQ(config.getString(u"till:database"_s, {}), folder.file(u"data/till.db"_s));
+    EXPECT_EQ(config.getString(u"till:plugin"_s, u"default"_s), QString());
+}
+
+TEST_F(ConfigFile, ATextIsNoNumberAndANumberNoText)
+{
+    load("[other]\ntext = \"5\"\nnumber = 5\nreal = 5.0\ntruth = true\nhuge = 3000000000\n");
+    EXPECT_EQ(config.getInt(u"other:text"_s, 1), 1);
+    EXPECT_EQ(config.getString(u"other:number"_s, u"default"_s), u"default"_s);
+    EXPECT_EQ(config.getInt(u"other:number"_s, 1), 5);
+    EXPECT_EQ(config.getInt(u"other:real"_s, 1), 1);
+    EXPECT_EQ(config.getInt(u"other:truth"_s, 1), 1);
+    EXPECT_EQ(config.getInt(u"other:huge"_s, 1), 1);
+}
+
+TEST_F(ConfigFile, AWrongTypeIsNamedWithFileLineAndKey)
+{
+    const std::pair<QByteArray, std::string> rows[] = {
+        {"\n[Orva]\ntimeout = \"5\"\n",
+         "orva.toml, строка 3, ключ Orva.timeout: ожидается целое число, а здесь строка"},
+        {"[Orva]\ntimeout = 5.5\n",
+         "orva.toml, строка 2, ключ Orva.timeout: ожидается целое число, а здесь дробное число"},
+        {"[Orva]\ntimeout = 99999999999\n",
+         "orva.toml, строка 2, ключ Orva.timeout: ожидается целое число от -2147483648 до "
+         "2147483647"},
+        {"[Orva]\npos = \"1\"\nmerchantId = 7\n",
+         "orva.toml, строка 3, ключ Orva.merchantId: ожидается строка, а здесь целое число; "
+         "возьмите значение в кавычки"},
+        {"[Orva]\npos = 3\n",
+         "orva.toml, строка 2, ключ Orva.pos: ожидается строка, а здесь целое число; возьмите "
+         "значение в кавычки"},
+        {"[Orva]\npassword = true\n",
+         "orva.toml, строка 2, ключ Orva.password: ожидается строка, а здесь true или false; "
+         "возьмите значение в кавычки"},
+        {"[Orva]\nuser = [\"a\"]\n",
+         "orva.toml, строка 2, ключ Orva.user: ожидается строка, а здесь список; возьмите "
+         "значение в кавычки"},
+        {"[Orva.user]\na = 1\n",
+         "orva.toml, строка 1, ключ Orva.user: ожидается строка, а здесь таблица; возьмите "
+         "значение в кавычки"},
+        {"[Orva]\napikey = 2024-01-01\n",
+         "orva.toml, строка 2, ключ Orva.apikey: ожидается строка, а здесь дата или время; "
+         "возьмите значение в кавычки"},
+        {"\nOrva = 5\n",
+         "orva.toml, строка 2, ключ Orva: ожидается таблица [Orva], а здесь целое число"},
+        {"[[http]]\nproxy = \"\"\n",
+         "orva.toml, строка 1, ключ http: ожидается таблица [http], а здесь список"},
+        {"[http]\nmaxAnswerBytes = 0\n",
+         "orva.toml, строка 2, ключ http.maxAnswerBytes: ожидается целое число от 1 до "
+         "2147483647"},
+        {"[queue]\nkeepDeliveredDays = -1\n",
+         "orva.toml, строка 2, ключ queue.keepDeliveredDays: ожидается целое число от 0 до "
+         "2147483647"},
+    };
+    for (const auto& [toml, text] : rows) {
+        EXPECT_EQ(errorOf(toml), text);
+    }
+}
+
+TEST_F(ConfigFile, ASyntaxErrorIsNamedWithFileLineAndKey)
+{
+    EXPECT_EQ(errorOf("[Orva]\nserverUrl = http://host/\n"),
+              "orva.toml, строка 2, столбец 13, ключ serverUrl: не по правилам TOML; проверьте "
+              "кавычки и знак равенства");
+    EXPECT_THAT(
+        errorOf("[Orva]\nmerchantId = 007\n"),
+        AllOf(HasSubstr("orva.toml, строка 2, столбец "), HasSubstr(", ключ merchantId: ")));
+    EXPECT_THAT(errorOf("[Orva\n"), HasSubstr("orva.toml, строка 1, "));
+    EXPECT_THAT(errorOf("[Orva]\n\nuser = \"a\"\nuser = \"b\"\n"), HasSubstr("строка 4"));
+    EXPECT_THAT(errorOf("[Orva]\nuser = \"\xff\"\n"), HasSubstr("строка 2"));
+}
+
+TEST_F(ConfigFile, ASyntaxErrorDoesNotShowThePassword)
+{
+    for (const char* value :
+         {"truecanary", "canary", "\"canary", "1canary", "\"ca\" canary", "'canary\n"}) {
+        EXPECT_THAT(errorOf(QByteArray("[Orva]\npassword = ") + value + "\n"),
+                    Not(HasSubstr("canary")));
+    }
+}
+
+TEST_F(ConfigFile, AFileThatIsMissingIsNamed)
+{
+    try {
+        config.load(folder.file(u"absent.toml"_s));
+        FAIL() << "no error";
+    } catch (const BasicException& error) {
+        EXPECT_EQ(error.tr().id(), u"configError"_s);
+        EXPECT_THAT(withoutFolder(error.tr().ru()),
+                    HasSubstr("absent.toml: файл настроек не читается"));
+    }
+    EXPECT_THROW(config.load(folder.file(QString())), BasicException) << "a folder";
+}
+
+TEST_F(ConfigFile, AFailedLoadKeepsWhatWasHeld)
+{
+    load("[Orva]\nuser = \"first\"\nusr = \"\"\n");
+    const QString loaded = config.fileName();
+    EXPECT_THROW(config.load(folder.write(u"second.toml"_s, "[Orva]\nuser = 1\n")), BasicException);
+    EXPECT_EQ(config.getString(u"Orva:user"_s, {}), u"first"_s);
+    EXPECT_EQ(config.warnings().size(), 1);
+    EXPECT_EQ(config.fileName(), loaded);
+}
+
+TEST_F(ConfigFile, ASecondLoadReplacesEverything)
+{
+    load("[Orva]\nuser = \"first\"\nusr = \"\"\n");
+    load("[Orva]\npos = \"1\"\n");
+    EXPECT_EQ(config.getString(u"Orva:user"_s, u"default"_s), u"default"_s);
+    EXPECT_TRUE(config.warnings().isEmpty());
+}
+
+TEST_F(ConfigFile, UnknownNamesAreWarnedAboutWithTheNearestKnownOne)
+{
+    const std::pair<QByteArray, std::string> rows[] = {
+        {"[Orva]\nserverURL = \"a\"\n", "orva.toml, строка 2: ключ Orva.serverURL неизвестен и не "
+                                        "используется; возможно, имелось в виду serverUrl"},
+        {"[Orva]\n\napi_key = \"a\"\n", "orva.toml, строка 3: ключ Orva.api_key неизвестен и не "
+                                        "используется; возможно, имелось в виду apikey"},
+        {"[Orva]\ntime_out = 5\n", "orva.toml, строка 2: ключ Orva.time_out неизвестен и не "
+                                   "используется; возможно, имелось в виду timeout"},
+        {"[http]\ncafile = \"a\"\n", "orva.toml, строка 2: ключ http.cafile неизвестен и не "
+                                     "используется; возможно, имелось в виду caFile"},
+        {"[orva]\n", "orva.toml, строка 1: таблица orva неизвестна и не используется; возможно, "
+                     "имелось в виду Orva"},
+        {"serverUrl = \"a\"\n",
+         "orva.toml, строка 1: ключ serverUrl стоит вне таблицы и не используется"},
+    };
+    for (const auto& [toml, text] : rows) {
+        load(toml);
+        ASSERT_EQ(config.warnings().size(), 1) << toml.toStdString();
+        EXPECT_EQ(withoutFolder(config.warnings().first()), text);
+    }
+}
+
+TEST_F(ConfigFile, AByteOrderMarkAndWindowsLineEndsAreAccepted)
+{
+    load("\xEF\xBB\xBF[Orva]\r\nuser = \"u\"\r\n");
+    EXPECT_EQ(config.getString(u"Orva:user"_s, {}), u"u"_s);
+}
+
+} // namespace

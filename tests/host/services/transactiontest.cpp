@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "databasefixture.h"
+
+#include <QElapsedTimer>
+#include <gmock/gmock.h>
+
+using ::testing::HasSubstr;
+
+namespace {
+
+class TransactionOf : public DatabaseFile
+{
+protected:
+    void SetUp() override { addTable(database); }
+
+    void insert(int value)
+    {
+        Statement(database, u"INSERT INTO t (a) VALUES (?)"_s).bind(value).execute();
+    }
+
+    /// The values that another connection sees.
+    std::vector<int> durable() const
+    {
+        Database other(file);
+        Statement statement(other, u"SELECT a FROM t ORDER BY a"_s);
+        std::vector<int> values;
+        while (statement.next()) {
+            values.push_back(statement.value(0).toInt());
+        }
+        return values;
+    }
+
+    Database database{file, 50};
+};
+
+using Values = std::vector<int>;
+
+TEST_F(TransactionOf, IsDurableWithItsCommitAndNotBefore)
+{
+    EXPECT_FALSE(database.isInTransaction());
+    Transaction transaction(database);
+    EXPECT_TRUE(database.isInTransaction());
+    insert(1);
+    EXPECT_EQ(durable(), Values{});
+    transaction.commit();
+    EXPECT_EQ(durable(), Values{1});
+}
+
+TEST_F(TransactionOf, WithoutCommitLeavesNothing)
+{
+    {
+        const Transaction transaction(database);
+        insert(1);
+    }
+    EXPECT_FALSE(database.isInTransaction());
+    EXPECT_EQ(durable(), Values{});
+    insert(2);
+    EXPECT_EQ(durable(), Values{2});
+}
+
+TEST_F(TransactionOf, AnInnerOneIsDurableWithTheOuterCommit)
+{
+    {
+        Transaction outer(database);
+        {
+            Transaction inner(database);
+            insert(1);
+            inner.commit();
+        }
+        EXPECT_EQ(durable(), Values{});
+        outer.commit();
+    }
+    EXPECT_EQ(durable(), Values{1});
+    {
+        const Transaction outer(database);
+        Transaction inner(database);
+        insert(2);
+        inner.commit();
+    }
+    EXPECT_EQ(durable(), Values{1}) << "the outer one decides";
+}
+
+TEST_F(TransactionOf, AnInnerOneWithoutCommitTakesTheOuterWithIt)
+{
+    {
+        Transaction outer(database);
+        insert(1);
+        {
+            const Transaction inner(database);
+            insert(2);
+        }
+        EXPECT_THAT(databaseErrorOf([&] { insert(3); }), HasSubstr("предыдущей ошибки"));
+        databaseErrorOf([&] { Transaction another(database); });
+        databaseErrorOf([&] { outer.commit(); });
+    }
+    EXPECT_EQ(durable(), Values{});
+    insert(4);
+    EXPECT_EQ(durable(), Values{4});
+}
+
+TEST_F(TransactionOf, AFailedStatementMakesTheCommitImpossible)
+{
+    {
+        Transaction transaction(database);
+        insert(1);
+        databaseErrorOf([&] { database.execute(u"INSERT INTO absent VALUES (1)"_s); });
+        databaseErrorOf([&] { insert(2); });
+        databaseErrorOf([&] { transaction.commit(); });
+    }
+    EXPECT_EQ(durable(), Values{});
+    insert(3);
+    EXPECT_EQ(durable(), Values{3});
+}
+
+TEST_F(TransactionOf, TakesTheRightToWriteAtOnceAndWaitsNoLongerThanTheBusyTime)
+{
+    Database other(file, 50);
+    const Transaction first(other);
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_THAT(databaseErrorOf([&] { const Transaction second(database); }),
+                HasSubstr("файл занят другой программой"));
+    EXPECT_GE(clock.elapsed(), 40);
+    EXPECT_LE(clock.elapsed(), 1000);
+    EXPECT_FALSE(database.isInTransaction());
+}
+
+TEST_F(TransactionOf, AFullDiskLeavesNothingHalfWritten)
+{
+    const int pages = single(database, u"PRAGMA page_count"_s).toInt();
+    database.execute(u"PRAGMA max_page_count = %1"_s.arg(pages + 2));
+    {
+        Transaction transaction(database);
+        insert(1);
+        EXPECT_THAT(databaseErrorOf([&] {
+                        Statement(database, u"INSERT INTO t (a) VALUES (?)"_s)
+                            .bind(QByteArray(1'000'000, 'x'))
+                            .execute();
+                    }),
+                    HasSubstr("освободите место на диске"));
+        databaseErrorOf([&] { transaction.commit(); });
+    }
+    EXPECT_EQ(durable(), Values{});
+    insert(2);
+    EXPECT_EQ(durable(), Values{2});
+}
+
+} // namespace

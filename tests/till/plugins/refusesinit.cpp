@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/loyalty/basicloyaltysystem.h"
+
+#include <QObject>
+
+/// A loyalty system that cannot work.
+class RefusesInit : public QObject, public BasicLoyaltySystem
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "Orva")
+    Q_INTERFACES(BasicLoyaltySystem BasicPlugin)
+
+public:
+    bool init() override { return false; }
+};
+
+#include "refusesinit.moc"

@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/checkstore.h"
+
+#include "host/services/currenttime.h"
+#include "host/services/database.h"
+#include "host/services/outgoingqueue.h"
+#include "host/services/statement.h"
+#include "host/services/transaction.h"
+#include "till/checkcodec.h"
+#include "till/failure.h"
+#include "till/text.h"
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+qint64 nowMilliseconds()
+{
+    return MockFactory<CurrentTime>::create()->currentDateTime().toMSecsSinceEpoch();
+}
+
+} // namespace
+
+int CheckStore::takeNumber()
+{
+    Transaction transaction(*database);
+    int number = 1;
+    {
+        Statement known(*database, u"SELECT value FROM settings WHERE key = 'nextCheckNumber'"_s);
+        if (known.next()) {
+            number = known.value(0).toInt();
+        }
+    }
+    const int following = number == std::numeric_limits<int>::max() ? 1 : number + 1;
+    Statement store(*database, u"INSERT INTO settings (key, value) VALUES ('nextCheckNumber', ?) "
+                               "ON CONFLICT (key) DO UPDATE SET value = excluded.value"_s);
+    store.bind(following).execute();
+    transaction.commit();
+    return number;
+}
+
+void CheckStore::noteOpen(const Check& check)
+{
+    const QString saleId = check.document->getSaleDocumentId();
+    Statement statement(*database,
+                        u"INSERT INTO checks (id, number, state, type, sale_id, updated_at) "
+                        "VALUES (?, ?, 'open', ?, ?, ?)"_s);
+    statement.bind(check.id())
+        .bind(check.number())
+        .bind(check.document->getDocumentType())
+        .bind(saleId.isEmpty() ? QVariant() : QVariant(saleId))
+        .bind(nowMilliseconds())
+        .execute();
+}
+
+void CheckStore::changeState(const Check& check, const QString& state, const QVariant& data,
+                             const QVariant& message)
+{
+    Statement statement(*database,
+                        u"UPDATE checks SET state = ?, data = ?, message_id = ?, updated_at = ? "
+                        "WHERE id = ? AND state IN ('open', 'suspended')"_s);
+    statement.bind(state).bind(data).bind(message).bind(nowMilliseconds()).bind(check.id());
+    statement.execute();
+    if (statement.affectedRows() != 1) {
+        throw Failure(Text::tr("Check %1 has been closed or abandoned by another till meanwhile; "
+                               "open a new one.")
+                          .arg(check.id()));
+    }
+}
+
+void CheckStore::suspend(const Check& check)
+{
+    changeState(check, u"suspended"_s, checkcodec::encode(check), {});
+}
+
+void CheckStore::abandon(const Check& check)
+{
+    changeState(check, u"abandoned"_s, {}, {});
+}
+
+void CheckStore::close(const Check& check, const std::function<void()>& confirm)
+{
+    Transaction transaction(*database);
+    const QString saleId = check.document->getSaleDocumentId();
+    if (check.isReturn() && countReturns(saleId) != check.returnsBefore) {
+        throw Failure(Text::tr("Another return of this sale has been closed meanwhile; abandon "
+                               "this one and open it again."));
+    }
+    OutgoingQueue queue(*database);
+    const qint64 before = queue.lastAddedId();
+    confirm();
+    const qint64 after = queue.lastAddedId();
+    const std::optional<qint64> saleMessage = messageOf(saleId);
+    if (after > before && saleMessage) {
+        queue.addDependency(after, *saleMessage);
+    }
+    changeState(check, u"closed"_s, checkcodec::encode(check),
+                after > before ? QVariant(after) : QVariant());
+    transaction.commit();
+}
+
+Check CheckStore::loadSuspended(const QString& which)
+{
+    const bool last = which == u"last"_s;
+    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'suspended'%1 "
+                                   "ORDER BY updated_at DESC, rowid DESC LIMIT 1"_s.arg(
+                                       last ? QString() : u" AND id = ?"_s));
+    if (!last) {
+        statement.bind(which);
+    }
+    if (!statement.next()) {
+        throw Failure(last ? Text::tr("There is no suspended check.")
+                           : Text::tr("There is no suspended check %1; look at the list of checks.")
+                                 .arg(which));
+    }
+    return checkcodec::decode(statement.value(0).toByteArray());
+}
+
+Check CheckStore::findSale(const QString& which)
+{
+    const bool last = which == u"last"_s;
+    const QString condition = last ? QString() : u" AND (id = ? OR number = ?)"_s;
+    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed' AND type = ?%1 "
+                                   "ORDER BY updated_at DESC, rowid DESC LIMIT 2"_s.arg(condition));
+    statement.bind(static_cast<int>(EDocumentType::Sale));
+    if (!last) {
+        bool isNumber = false;
+        const int number = which.toInt(&isNumber);
+        statement.bind(which).bind(isNumber ? QVariant(number) : QVariant());
+    }
+    if (!statement.next()) {
+        throw Failure(
+            Text::tr("There is no closed sale \"%1\"; look at the list of checks.").arg(which),
+            ExitCode::Usage);
+    }
+    const QByteArray data = statement.value(0).toByteArray();
+    if (!last && statement.next()) {
+        throw Failure(Text::tr("Several sales have the number %1; name the sale by its identifier.")
+                          .arg(which),
+                      ExitCode::Usage);
+    }
+    return checkcodec::decode(data);
+}
+
+QList<Check> CheckStore::returnsOf(const QString& saleId)
+{
+    QList<Check> returns;
+    Statement statement(*database,
+                        u"SELECT data FROM checks WHERE sale_id = ? AND state = 'closed'"_s);
+    statement.bind(saleId);
+    while (statement.next()) {
+        returns.append(checkcodec::decode(statement.value(0).toByteArray()));
+    }
+    return returns;
+}
+
+int CheckStore::countReturns(const QString& saleId)
+{
+    Statement statement(*database,
+                        u"SELECT count(*) FROM checks WHERE sale_id = ? AND state = 'closed'"_s);
+    statement.bind(saleId).next();
+    return statement.value(0).toInt();
+}
+
+std::optional<qint64> CheckStore::messageOf(const QString& id)
+{
+    Statement statement(*database, u"SELECT message_id FROM checks WHERE id = ?"_s);
+    if (!statement.bind(id).next() || statement.value(0).isNull()) {
+        return std::nullopt;
+    }
+    return statement.value(0).toLongLong();
+}
+
+bool CheckStore::isDelivered(const QString& id)
+{
+    // a delivered message is removed after some time, and the check's reference to it with it
+    Statement statement(*database, u"SELECT 1 FROM checks JOIN queue_messages "
+                                   "ON queue_messages.id = checks.message_id "
+                                   "WHERE checks.id = ? AND queue_messages.state <> 'delivered'"_s);
+    return !statement.bind(id).next();
+}
+
+QList<CheckRow> CheckStore::list()
+{
+    QList<CheckRow> rows;
+    Statement statement(*database, u"SELECT id, number, state, type, updated_at FROM checks "
+                                   "ORDER BY updated_at, rowid"_s);
+    while (statement.next()) {
+        rows.append({statement.value(0).toString(), statement.value(1).toInt(),
+                     statement.value(2).toString(),
+                     statement.value(3).toInt() == static_cast<int>(EDocumentType::ReturnBySale),
+                     QDateTime::fromMSecsSinceEpoch(statement.value(4).toLongLong())});
+    }
+    return rows;
+}
+
+void CheckStore::forEachClosed(const std::function<void(const Check&)>& take)
+{
+    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed' ORDER BY id"_s);
+    while (statement.next()) {
+        take(checkcodec::decode(statement.value(0).toByteArray()));
+    }
+}
+
+} // namespace till

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+namespace till {
+
+/// What the program tells the shell.
+enum class ExitCode : int
+{
+    Ok = 0,
+    /// The operation failed.
+    Failed = 1,
+    /// The command line, the configuration or a check file cannot be used.
+    Usage = 2,
+    /// The sale was closed, but without the loyalty system.
+    WithoutLoyalty = 3,
+};
+
+} // namespace till

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/commandline.h"
+#include "till/failure.h"
+#include "till/output.h"
+#include "till/program.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Errors are always written; QT_LOGGING_RULES and QT_MESSAGE_PATTERN win over what is set here.
+void setUpLogging(bool verbose)
+{
+    qSetMessagePattern(u"%{time hh:mm:ss.zzz} %{category} %{type}: %{message}"_s);
+    QLoggingCategory::setFilterRules(
+        u"orva.debug=%1\norva.info=%1\nposhost.*.debug=%1\nposhost.*.info=%1"_s.arg(
+            verbose ? u"true"_s : u"false"_s));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    till::Output out(stdout);
+    till::Output errors(stderr);
+    till::Options options;
+    try {
+        if (const auto exitCode = till::readCommandLine(argc, argv, options)) {
+            return *exitCode;
+        }
+    } catch (const till::Failure& failure) {
+        errors.line(u"orva-till: %1"_s.arg(failure.text()));
+        return int(failure.exitCode());
+    }
+    setUpLogging(options.verbose);
+    return int(till::Program(options, out, errors).run());
+}

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "till/pointschoice.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace till {
+
+enum class Command
+{
+    Check,
+    Sell,
+    Return,
+    Work,
+    Checks,
+    Ledger,
+    QueueList,
+    QueueShow,
+    QueueDeliver,
+    QueueRetry,
+    QueuePark,
+    QueueReauthorize,
+};
+
+/// What the command line says.
+struct Options
+{
+    Command command = Command::Check;
+    QString configFile;
+    /// Whether the command line names the configuration file, which then must exist.
+    bool configNamed = false;
+    QString plugin;
+    QString database;
+    bool verbose = false;
+    bool csv = false;
+    bool json = false;
+    /// With the queue's list: delivered messages too.
+    bool all = false;
+    QString file;
+    PointsChoice points;
+    std::optional<qint64> tenderKopecks;
+    int waitSeconds = 0;
+    qint64 message = 0;
+};
+
+} // namespace till

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "till/exitcode.h"
+#include "till/options.h"
+
+namespace till {
+
+class Output;
+class Workplace;
+
+/// The program orva-till: one command from the options to the exit code.
+class Program
+{
+public:
+    Program(const Options& given, Output& output, Output& errorOutput)
+        : options(given), out(output), errors(errorOutput)
+    {}
+
+    /// Does the command; prints what goes wrong in one sentence and returns its exit code.
+    ExitCode run();
+
+private:
+    ExitCode dispatch(Workplace& workplace);
+    ExitCode check(Workplace& workplace);
+    ExitCode sell(Workplace& workplace);
+    ExitCode takeBack(Workplace& workplace);
+    ExitCode work(Workplace& workplace);
+    ExitCode checks(Workplace& workplace);
+    ExitCode ledger(Workplace& workplace);
+    ExitCode closeAndPrint(Workplace& workplace);
+    void awaitDelivery(Workplace& workplace);
+
+    const Options& options;
+    Output& out;
+    Output& errors;
+};
+
+} // namespace till

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/queuecommands.h"
+
+#include "host/services/outgoingqueue.h"
+#include "host/services/queuedelivery.h"
+#include "till/credentials.h"
+#include "till/failure.h"
+#include "till/output.h"
+#include "till/queueview.h"
+#include "till/queuewait.h"
+#include "till/text.h"
+#include "till/workplace.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+QString jsonText(const QJsonObject& object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson());
+}
+
+} // namespace
+
+ExitCode QueueCommands::run()
+{
+    OutgoingQueue queue(workplace.database());
+    switch (options.command) {
+    case Command::QueueShow:
+        return show();
+    case Command::QueueDeliver:
+        return deliver();
+    case Command::QueueRetry:
+        return change(queue.retry(options.message), Text::tr("Message %1 is due now."));
+    case Command::QueuePark:
+        return change(queue.park(options.message), Text::tr("Message %1 is parked."));
+    case Command::QueueReauthorize:
+        return reauthorize();
+    default:
+        return list();
+    }
+}
+
+ExitCode QueueCommands::list()
+{
+    const auto entries = OutgoingQueue(workplace.database()).list(options.all);
+    if (options.json) {
+        out.write(queueview::json(entries));
+    } else if (entries.isEmpty()) {
+        out.line(options.all ? Text::tr("The queue is empty.")
+                             : Text::tr("Nothing is to be delivered."));
+    } else {
+        out.write(queueview::table(entries));
+    }
+    return ExitCode::Ok;
+}
+
+ExitCode QueueCommands::show()
+{
+    const auto content = OutgoingQueue(workplace.database()).show(options.message);
+    if (!content) {
+        throw Failure(
+            Text::tr("There is no message %1; look at \"queue list --all\".").arg(options.message));
+    }
+    out.write(options.json ? queueview::json(*content) : queueview::text(*content));
+    return ExitCode::Ok;
+}
+
+ExitCode QueueCommands::deliver()
+{
+    const DeliveryReport report = QueueDelivery(workplace.database()).deliverDue();
+    const QueueCounts counts = OutgoingQueue(workplace.database()).counts();
+    const int left = QueueWait::undelivered(counts);
+    if (options.json) {
+        out.write(jsonText({{u"elsewhere"_s, report.elsewhere},
+                            {u"requests"_s, report.requests},
+                            {u"delivered"_s, report.delivered},
+                            {u"parked"_s, report.parked},
+                            {u"undelivered"_s, left}}));
+    } else {
+        out.line(
+            report.elsewhere
+                ? Text::tr("Another process is delivering this queue.")
+                : Text::tr("Delivered: %1, parked: %2.").arg(report.delivered).arg(report.parked));
+        out.line(QueueWait::text(counts));
+    }
+    return left == 0 ? ExitCode::Ok : ExitCode::Failed;
+}
+
+ExitCode QueueCommands::change(bool found, const QString& done)
+{
+    if (!found) {
+        throw Failure(Text::tr("There is no undelivered message %1; look at \"queue list\".")
+                          .arg(options.message));
+    }
+    if (options.json) {
+        out.write(jsonText({{u"id"_s, options.message}}));
+    } else {
+        out.line(done.arg(options.message));
+    }
+    return ExitCode::Ok;
+}
+
+ExitCode QueueCommands::reauthorize()
+{
+    workplace.loadPlugin();
+    const Credentials credentials = Credentials::of(workplace.loyaltySystem());
+    const int messages = OutgoingQueue(workplace.database())
+                             .reauthorize(credentials.queue, credentials.authorization);
+    if (options.json) {
+        out.write(jsonText({{u"messages"_s, messages}}));
+    } else {
+        out.line(Text::tr("%1 messages go out with the configured credentials.").arg(messages));
+    }
+    return ExitCode::Ok;
+}
+
+} // namespace till

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/queuewait.h"
+
+#include "host/services/outgoingqueue.h"
+#include "till/text.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+namespace till {
+
+QueueCounts QueueWait::untilDelivered(Database& database, int seconds)
+{
+    constexpr unsigned long lookEveryMilliseconds = 20;
+    const QDeadlineTimer deadline(seconds * 1000LL);
+    OutgoingQueue queue(database);
+    QueueCounts counts = queue.counts();
+    while (counts.waiting + counts.paused > 0 && !deadline.hasExpired()) {
+        QThread::msleep(lookEveryMilliseconds);
+        counts = queue.counts();
+    }
+    return counts;
+}
+
+int QueueWait::undelivered(const QueueCounts& counts)
+{
+    return counts.waiting + counts.paused + counts.parked;
+}
+
+QString QueueWait::text(const QueueCounts& counts)
+{
+    return undelivered(counts) == 0
+               ? Text::tr("The queue is delivered.")
+               : Text::tr("Still to be delivered: %1 waiting, %2 paused, %3 parked.")
+                     .arg(counts.waiting)
+                     .arg(counts.paused)
+                     .arg(counts.parked);
+}
+
+} // namespace till

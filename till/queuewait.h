@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/services/queueentry.h"
+
+#include <QString>
+
+class Database;
+
+namespace till {
+
+/// Waiting until the outgoing queue has been delivered by somebody else: the delivery thread or
+/// another process.
+class QueueWait
+{
+public:
+    /// Waits until nothing is left that is sent by itself, at most so many seconds.
+    static QueueCounts untilDelivered(Database& database, int seconds);
+
+    static int undelivered(const QueueCounts& counts);
+    /// One line with what is left.
+    static QString text(const QueueCounts& counts);
+};
+
+} // namespace till

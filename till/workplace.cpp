@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/workplace.h"
+
+#include "host/services/database.h"
+#include "host/services/deliverythread.h"
+#include "host/services/sessioncontext.h"
+#include "till/failure.h"
+#include "till/pluginhost.h"
+#include "till/text.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+Config loadConfig(const Options& options)
+{
+    Config config;
+    if (options.configNamed || QFile::exists(options.configFile)) {
+        config.load(options.configFile);
+    }
+    return config;
+}
+
+QSharedPointer<Database> openDatabase(const Options& options, const Config& config)
+{
+    const QString file = options.database.isEmpty()
+                             ? config.getString(u"till:database"_s, QString())
+                             : options.database;
+    if (file.isEmpty()) {
+        throw Failure(Text::tr("%1 names no database; write database in [till] or use --database.")
+                          .arg(options.configFile),
+                      ExitCode::Usage);
+    }
+    return QSharedPointer<Database>::create(file);
+}
+
+} // namespace
+
+Workplace::Workplace(const Options& given)
+    : options(given), config(loadConfig(given)), opened(openDatabase(given, config)),
+      broker(opened), store(opened)
+{
+    session.setSessionContext(
+        QSharedPointer<SessionContext>::create(config.getString(u"till:name"_s, u"till"_s)));
+    Singleton<Config>::instance = &config;
+    Singleton<Session>::instance = &session;
+    Singleton<DBQueueBroker>::instance = &broker;
+}
+
+Workplace::~Workplace()
+{
+    delivery.reset();
+    desk.reset();
+    plugin.reset();
+    Singleton<DBQueueBroker>::instance = nullptr;
+    Singleton<Session>::instance = nullptr;
+    Singleton<Config>::instance = nullptr;
+}
+
+QString Workplace::pluginFile() const
+{
+    const QString file =
+        options.plugin.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : options.plugin;
+    if (file.isEmpty()) {
+        throw Failure(Text::tr("%1 names no plug-in; write plugin in [till] or use --plugin.")
+                          .arg(options.configFile),
+                      ExitCode::Usage);
+    }
+    return file;
+}
+
+void Workplace::loadPlugin()
+{
+    plugin = std::make_unique<PluginHost>(pluginFile());
+    desk = std::make_unique<CashDesk>(plugin->loyaltySystem(), store, session);
+}
+
+BasicLoyaltySystem& Workplace::loyaltySystem()
+{
+    return plugin->loyaltySystem();
+}
+
+void Workplace::startDelivery()
+{
+    delivery = std::make_unique<DeliveryThread>(opened->fileName());
+    delivery->start();
+}
+
+void Workplace::notifyDelivery()
+{
+    if (delivery) {
+        delivery->notify();
+    }
+}
+
+} // namespace till

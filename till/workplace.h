@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/services/config.h"
+#include "host/services/dbqueuebroker.h"
+#include "host/services/session.h"
+#include "till/cashdesk.h"
+#include "till/checkstore.h"
+#include "till/options.h"
+
+#include <QSharedPointer>
+#include <QString>
+
+#include <memory>
+
+class Database;
+class DeliveryThread;
+
+namespace till {
+
+class PluginHost;
+
+/// Everything around a cashier: configuration, database, session, queue, plug-in and delivery. Puts
+/// the host's services in place for the plug-in and takes them out again.
+class Workplace
+{
+public:
+    /// Reads the configuration and opens the database; loads no plug-in yet.
+    /// @throws Failure or BasicException with what is wrong
+    explicit Workplace(const Options& options);
+    ~Workplace();
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+    Database& database() { return *opened; }
+    CheckStore& checks() { return store; }
+    /// Sentences about the configuration that the cashier should see.
+    QStringList warnings() const { return config.warnings(); }
+
+    /// Loads the plug-in. @throws Failure
+    void loadPlugin();
+    /// After loadPlugin only.
+    BasicLoyaltySystem& loyaltySystem();
+    CashDesk& cashDesk() { return *desk; }
+
+    /// Delivers the queue from now on, on a thread of its own.
+    void startDelivery();
+    /// Says that a check has been closed, so that its confirmation is sent at once.
+    void notifyDelivery();
+
+private:
+    QString pluginFile() const;
+
+    Options options;
+    Config config;
+    Session session;
+    QSharedPointer<Database> opened;
+    DBQueueBroker broker;
+    CheckStore store;
+    std::unique_ptr<PluginHost> plugin;
+    std::unique_ptr<CashDesk> desk;
+    std::unique_ptr<DeliveryThread> delivery;
+};
+
+} // namespace till
