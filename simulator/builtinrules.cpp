@@ -9,6 +9,8 @@ QByteArray builtInRules()
 {
     return R"(# The rules that orva-simulator follows when it is given no file.
 
+#seed = 7            # of faults that happen by chance
+
 [auth]
 user = "till"
 password = "secret"
@@ -59,6 +61,31 @@ text = "{name} {surname}: на карте {balance}, можно списать {
 [[message]]
 channel = "check"
 text = "{name}, за эту покупку начислим {earn} баллов"
+
+# What may go wrong on purpose. Take the # away from a block to have it happen.
+
+#[[fault]]              # the third pre-check of this card is booked, its answer is lost
+#kind = "reply-lost"
+#endpoint = "precheck"
+#card = "2200000000017"
+#request = 3
+
+#[[fault]]              # every twentieth confirmation, by chance
+#kind = "status-after-booking"
+#endpoint = "checkconfirm"
+#status = 503
+#body = "busy"
+#probability = 0.05
+
+#[[fault]]              # the first two payment tries hang for 20 seconds
+#kind = "hang-before-headers"
+#endpoint = "paymenttry"
+#seconds = 20
+#times = 2
+
+#[tls]                  # HTTPS; names without a folder are looked up beside this file
+#certificate = "server.pem"
+#key = "server.key"
 )";
 }
 

@@ -5,7 +5,10 @@
 
 #include <QDir>
 
+#include <array>
+#include <netdb.h>
 #include <netinet/in.h>
+#include <optional>
 #include <sys/socket.h>
 
 using namespace Qt::StringLiterals;
@@ -26,26 +29,56 @@ int portOf(const sockaddr_storage& address)
     }
 }
 
-bool isConnectionAt(int descriptor, int port)
+/// The other end of a connection that was accepted at a port; nothing for other descriptors.
+std::optional<sockaddr_storage> peerAt(int descriptor, int port)
 {
     sockaddr_storage own{};
     sockaddr_storage peer{};
     socklen_t ownSize = sizeof own;
     socklen_t peerSize = sizeof peer;
-    return ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&own), &ownSize) == 0 &&
-           portOf(own) == port &&
-           ::getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &peerSize) == 0;
+    const bool accepted =
+        ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&own), &ownSize) == 0 &&
+        portOf(own) == port &&
+        ::getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &peerSize) == 0;
+    return accepted ? std::optional(peer) : std::nullopt;
+}
+
+/// The address as the HTTP library writes it.
+std::string textOf(const sockaddr_storage& address)
+{
+    std::array<char, NI_MAXHOST> text{};
+    const auto length = static_cast<socklen_t>(address.ss_family == AF_INET6 ? sizeof(sockaddr_in6)
+                                                                             : sizeof(sockaddr_in));
+    const int error = ::getnameinfo(reinterpret_cast<const sockaddr*>(&address), length,
+                                    text.data(), text.size(), nullptr, 0, NI_NUMERICHOST);
+    return error == 0 ? text.data() : "";
+}
+
+QStringList openDescriptors()
+{
+    return QDir(u"/proc/self/fd"_s)
+        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
 }
 
 } // namespace
 
+int findConnection(int localPort, const std::string& peerAddress, int peerPort)
+{
+    for (const QString& name : openDescriptors()) {
+        const int descriptor = name.toInt();
+        const auto peer = peerAt(descriptor, localPort);
+        if (peer && portOf(*peer) == peerPort && textOf(*peer) == peerAddress) {
+            return descriptor;
+        }
+    }
+    return -1;
+}
+
 void stopReading(int localPort)
 {
-    const QStringList descriptors =
-        QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-    for (const QString& name : descriptors) {
+    for (const QString& name : openDescriptors()) {
         const int descriptor = name.toInt();
-        if (isConnectionAt(descriptor, localPort)) {
+        if (peerAt(descriptor, localPort)) {
             ::shutdown(descriptor, SHUT_RD);
         }
     }

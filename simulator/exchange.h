@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "simulator/fault.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -23,9 +25,11 @@ struct Answer
     int status = 200;
     QByteArray contentType;
     QByteArray body;
-    QString checkId;    ///< for the log; empty when the request was not understood so far
-    QString cardNumber; ///< for the log, which shows its last four digits
-    QString reason;     ///< one sentence for every status from 400 up
+    QString checkId;          ///< for the log; empty when the request was not understood so far
+    QString cardNumber;       ///< for the log, which shows its last four digits
+    QString reason;           ///< one sentence for every status from 400 up that is no fault
+    QByteArray location = {}; ///< where to look instead, with a status from 300 to 399
+    std::optional<Fault> fault = {}; ///< what goes wrong on purpose; the server makes what it can
 };
 
 /// An answer that says why a request was not done.

@@ -4,6 +4,9 @@
 #include "simulator/httpserver.h"
 
 #include "simulator/connections.h"
+#include "simulator/wirefaults.h"
+
+#include <QFile>
 
 #include <atomic>
 #include <cerrno>
@@ -70,20 +73,37 @@ Request requestOf(const httplib::Request& from)
     return request;
 }
 
+std::unique_ptr<httplib::Server> makeServer(const HttpServer::Certificate& certificate)
+{
+    if (certificate.file.isEmpty()) {
+        return std::make_unique<httplib::Server>();
+    }
+    auto server =
+        std::make_unique<httplib::SSLServer>(QFile::encodeName(certificate.file).constData(),
+                                             QFile::encodeName(certificate.keyFile).constData());
+    if (!server->is_valid()) {
+        throw ListenError(
+            u"The certificate %1 with the key %2 cannot be used: both must be PEM "
+            "files that belong together"_s.arg(certificate.file, certificate.keyFile));
+    }
+    return server;
+}
+
 } // namespace
 
 class HttpServer::Implementation
 {
 public:
     Implementation(const QString& address, int port, Handler requestHandler,
-                   Observer requestObserver)
-        : host(address), handler(std::move(requestHandler)), observer(std::move(requestObserver))
+                   Observer requestObserver, const Certificate& certificate)
+        : host(address), isSecure(!certificate.file.isEmpty()), handler(std::move(requestHandler)),
+          observer(std::move(requestObserver)), server(makeServer(certificate))
     {
         configure();
         addRoutes();
         bind(port);
-        listener = std::thread([this] { server.listen_after_bind(); });
-        while (!server.is_running()) { // a stop before that would be lost
+        listener = std::thread([this] { server->listen_after_bind(); });
+        while (!server->is_running()) { // a stop before that would be lost
             std::this_thread::sleep_for(pause);
         }
     }
@@ -92,7 +112,8 @@ public:
     {
         std::atomic<bool> done = false;
         std::thread closer([this, &done] {
-            server.stop();
+            server->stop();
+            faults.stop();
             waitForAnswers();
             // idle connections would be waited for until their time is over
             while (!done) {
@@ -109,18 +130,23 @@ public:
     Implementation& operator=(const Implementation&) = delete;
 
     [[nodiscard]] int port() const { return boundPort; }
-    [[nodiscard]] QString address() const { return host; }
+    [[nodiscard]] QString url() const
+    {
+        return u"%1://%2:%3/"_s
+            .arg(isSecure ? u"https"_s : u"http"_s, host.contains(u':') ? u'[' + host + u']' : host)
+            .arg(boundPort);
+    }
 
 private:
     void configure()
     {
-        server.new_task_queue = [] { return new httplib::ThreadPool(threads); };
-        server.set_keep_alive_max_count(keepAliveRequests);
-        server.set_keep_alive_timeout(keepAliveSeconds);
-        server.set_read_timeout(readSeconds);
-        server.set_tcp_nodelay(true);
+        server->new_task_queue = [] { return new httplib::ThreadPool(threads); };
+        server->set_keep_alive_max_count(keepAliveRequests);
+        server->set_keep_alive_timeout(keepAliveSeconds);
+        server->set_read_timeout(readSeconds);
+        server->set_tcp_nodelay(true);
         // the library would share the port with another server that listens at it
-        server.set_socket_options([this](socket_t socket) {
+        server->set_socket_options([this](socket_t socket) {
             const int yes = 1;
             ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
             listening = socket;
@@ -135,22 +161,23 @@ private:
             countUntilSent(to);
             Request request = requestOf(from);
             const int status = readBody(from, reader, request.body);
-            send(request, status == 0 ? handler(request) : bodyRefusal(status), to);
+            send(request, status == 0 ? handler(request) : bodyRefusal(status), from, to);
         };
         const auto withoutBody = [this](const httplib::Request& from, httplib::Response& to) {
             countUntilSent(to);
             const Request request = requestOf(from);
-            send(request, handler(request), to);
+            send(request, handler(request), from, to);
         };
-        server.Post(any, withBody);
-        server.Put(any, withBody);
-        server.Patch(any, withBody);
-        server.Delete(any, withBody);
-        server.Get(any, withoutBody);
-        server.Options(any, withoutBody);
+        server->Post(any, withBody);
+        server->Put(any, withBody);
+        server->Patch(any, withBody);
+        server->Delete(any, withBody);
+        server->Get(any, withoutBody);
+        server->Options(any, withoutBody);
     }
 
-    void send(const Request& request, const Answer& answer, httplib::Response& to) const
+    void send(const Request& request, const Answer& answer, const httplib::Request& from,
+              httplib::Response& to)
     {
         to.status = answer.status;
         if (answer.status == 401) {
@@ -159,10 +186,14 @@ private:
         if (answer.status == 405) {
             to.set_header("Allow", "POST");
         }
+        if (!answer.location.isEmpty()) {
+            to.set_header("Location", answer.location.toStdString());
+        }
         to.set_content(answer.body.toStdString(), answer.contentType.toStdString());
         if (observer) {
             observer(request, answer);
         }
+        faults.apply(answer, from, boundPort, to);
     }
 
     /// Counts the exchange until its response is destroyed, which is after it was sent.
@@ -186,9 +217,9 @@ private:
         const std::string name = host.toStdString();
         errno = 0;
         if (port == 0) {
-            boundPort = server.bind_to_any_port(name);
+            boundPort = server->bind_to_any_port(name);
         } else {
-            boundPort = server.bind_to_port(name, port) ? port : -1;
+            boundPort = server->bind_to_port(name, port) ? port : -1;
         }
         if (boundPort <= 0) {
             throw ListenError(
@@ -204,18 +235,21 @@ private:
     }
 
     const QString host;
+    const bool isSecure;
     const Handler handler;
     const Observer observer;
-    std::atomic<int> underWay = 0; // before the server, whose threads count
-    httplib::Server server;
+    std::atomic<int> underWay = 0; // these before the server, whose threads use them
+    WireFaults faults;
+    const std::unique_ptr<httplib::Server> server;
     socket_t listening = INVALID_SOCKET;
     int boundPort = 0;
     std::thread listener;
 };
 
-HttpServer::HttpServer(const QString& address, int port, Handler handler, Observer observer)
-    : implementation(
-          std::make_unique<Implementation>(address, port, std::move(handler), std::move(observer)))
+HttpServer::HttpServer(const QString& address, int port, Handler handler, Observer observer,
+                       const Certificate& certificate)
+    : implementation(std::make_unique<Implementation>(address, port, std::move(handler),
+                                                      std::move(observer), certificate))
 {}
 
 HttpServer::~HttpServer() = default;
@@ -227,8 +261,7 @@ int HttpServer::port() const
 
 QString HttpServer::url() const
 {
-    const QString host = implementation->address();
-    return u"http://%1:%2/"_s.arg(host.contains(u':') ? u'[' + host + u']' : host).arg(port());
+    return implementation->url();
 }
 
 } // namespace simulator

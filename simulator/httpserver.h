@@ -21,6 +21,8 @@ public:
 /// Takes requests over HTTP/1.1 and hands them to a function. Keeps connections open for 60 s after
 /// their last request and serves up to 64 of them at a time; further ones wait.
 /// Bodies above 16 MiB are answered 413 without being handed on.
+///
+/// Faults that answers carry happen as they say; a server that ends ends their waiting.
 class HttpServer
 {
 public:
@@ -32,8 +34,16 @@ public:
     /// Learns of every request and its answer; called from several threads at once.
     using Observer = std::function<void(const Request&, const Answer&)>;
 
+    /// A certificate and its key in PEM files, for HTTPS; plain HTTP without.
+    struct Certificate
+    {
+        QString file;
+        QString keyFile;
+    };
+
     /// Listens from the moment that it returns. port 0 takes a free one. Throws ListenError.
-    HttpServer(const QString& address, int port, Handler handler, Observer observer = {});
+    HttpServer(const QString& address, int port, Handler handler, Observer observer = {},
+               const Certificate& certificate = {});
 
     /// Sends the answers that are being made, waiting for them up to 5 s, and closes all
     /// connections.

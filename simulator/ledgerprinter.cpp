@@ -82,20 +82,30 @@ QString checkTable(const LedgerView& view)
 QJsonObject cardObject(const LedgerView::CardRow& row)
 {
     const Account& account = row.account;
-    return {{u"number"_s, account.card},         {u"owner"_s, row.owner},
-            {u"opening"_s, account.opening},     {u"earned"_s, account.earned},
-            {u"spent"_s, account.spent},         {u"givenBack"_s, account.givenBack},
-            {u"takenBack"_s, account.takenBack}, {u"balance"_s, account.balance}};
+    return {{u"number"_s, shortCard(account.card)},
+            {u"owner"_s, row.owner},
+            {u"opening"_s, account.opening},
+            {u"earned"_s, account.earned},
+            {u"spent"_s, account.spent},
+            {u"givenBack"_s, account.givenBack},
+            {u"takenBack"_s, account.takenBack},
+            {u"balance"_s, account.balance}};
 }
 
 QJsonObject checkObject(const Booking& check)
 {
-    QJsonObject object{{u"id"_s, check.checkId},          {u"type"_s, typeName(check.type)},
-                       {u"card"_s, check.cardNumber},     {u"number"_s, check.number},
-                       {u"date"_s, check.date},           {u"total"_s, check.total},
-                       {u"discount"_s, check.discount},   {u"paid"_s, check.paid},
-                       {u"earned"_s, check.earned},       {u"spent"_s, check.spent},
-                       {u"givenBack"_s, check.givenBack}, {u"takenBack"_s, check.takenBack}};
+    QJsonObject object{{u"id"_s, check.checkId},
+                       {u"type"_s, typeName(check.type)},
+                       {u"card"_s, shortCard(check.cardNumber)},
+                       {u"number"_s, check.number},
+                       {u"date"_s, check.date},
+                       {u"total"_s, check.total},
+                       {u"discount"_s, check.discount},
+                       {u"paid"_s, check.paid},
+                       {u"earned"_s, check.earned},
+                       {u"spent"_s, check.spent},
+                       {u"givenBack"_s, check.givenBack},
+                       {u"takenBack"_s, check.takenBack}};
     if (check.type == Check::Type::Return) {
         object.insert(u"originalId"_s, check.originalId);
     }
@@ -108,7 +118,7 @@ QString LedgerView::wrongCard() const
 {
     for (const CardRow& row : cards) {
         if (row.account.balance != row.account.expected()) {
-            return row.account.card;
+            return shortCard(row.account.card);
         }
     }
     return {};

@@ -4,6 +4,8 @@
 #include "simulator/program.h"
 
 #include "simulator/credentials.h"
+#include "simulator/faultplan.h"
+#include "simulator/faultyservice.h"
 #include "simulator/httpserver.h"
 #include "simulator/ledgerprinter.h"
 #include "simulator/requestlog.h"
@@ -66,9 +68,12 @@ void serve(const Options& options)
             log.write(request, answer);
         };
     }
-    const HttpServer server(
-        options.listen, options.port,
-        [&service](const Request& request) { return service.handle(request); }, observer);
+    FaultPlan faults(rules.faults);
+    const FaultyService faulty(
+        [&service](const Request& request) { return service.handle(request); }, faults);
+    const HttpServer server(options.listen, options.port,
+                            [&faulty](const Request& request) { return faulty.handle(request); },
+                            observer, {rules.certificateFile, rules.keyFile});
     print(u"Listening on %1\n"_s.arg(server.url()));
     if (!options.quiet) {
         print(u"Rules: %1\nDatabase: %2\nTry: %3\n"_s.arg(

@@ -43,6 +43,9 @@ QString logLine(const QString& time, const Request& request, const Answer& answe
     if (!answer.reason.isEmpty()) {
         line += u' ' + sentence(answer.reason);
     }
+    if (answer.fault) {
+        line += u" [fault "_s + answer.fault->name() + u']';
+    }
     return line;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "simulator/amount.h"
+#include "simulator/faultrule.h"
 
 #include <QHash>
 #include <QString>
@@ -52,6 +53,9 @@ struct Rules
     Percentage spend;        ///< the most that points may pay, of the same amount
     std::vector<Card> cards;
     std::vector<Message> messages;
+    std::vector<FaultRule> faults; ///< what goes wrong on purpose
+    QString certificateFile;       ///< PEM; empty without TLS
+    QString keyFile;               ///< PEM, of the certificate
 
     /// The card with that number, or null.
     [[nodiscard]] const Card* card(const QString& number) const

@@ -4,11 +4,13 @@
 #include "simulator/rulesreader.h"
 
 #include "simulator/configerror.h"
+#include "simulator/faultreader.h"
 #include "simulator/messagetext.h"
-#include "simulator/nearestname.h"
 #include "simulator/tablereader.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +35,18 @@ void readAuth(const TableReader& table, Rules& rules)
     rules.user = table.text("user", u"till"_s);
     rules.password = table.text("password", u"secret"_s);
     rules.apiKey = table.text("apiKey", u"demo"_s);
+}
+
+/// Certificate and key; names without a folder are looked up beside the file of rules.
+void readTls(const TableReader& table, const QString& file, Rules& rules)
+{
+    table.allowOnly({u"certificate"_s, u"key"_s});
+    if (table.keys().isEmpty()) {
+        return;
+    }
+    const QDir folder = QFileInfo(file).absoluteDir();
+    rules.certificateFile = folder.filePath(table.requiredText("certificate"));
+    rules.keyFile = folder.filePath(table.requiredText("key"));
 }
 
 void readDiscount(const TableReader& table, Rules& rules)
@@ -62,14 +76,7 @@ Message readMessage(const TableReader& table)
 {
     table.allowOnly({u"channel"_s, u"text"_s});
     const QStringList channels{u"pos"_s, u"check"_s};
-    Message message{table.requiredText("channel"), table.text("text")};
-    if (!channels.contains(message.channel)) {
-        const QString nearest = nearestName(message.channel, channels);
-        table.refuse("channel", u"is \"%1\": %2"_s.arg(
-                                    message.channel, nearest.isEmpty()
-                                                         ? u"it must be \"pos\" or \"check\""_s
-                                                         : u"did you mean \"%1\"?"_s.arg(nearest)));
-    }
+    Message message{table.choice("channel", channels), table.text("text")};
     const QString unknown = unknownPlaceholder(message.text);
     if (!unknown.isEmpty()) {
         table.refuse("text", u"has the unknown placeholder {%1}: known are {%2}"_s.arg(
@@ -101,9 +108,11 @@ Rules readRules(const QByteArray& text, const QString& name)
                               .arg(QString::fromUtf8(error.description())));
     }
     const TableReader root(parsed, name, {});
-    root.allowOnly({u"auth"_s, u"discount"_s, u"earn"_s, u"spend"_s, u"card"_s, u"message"_s});
+    root.allowOnly({u"auth"_s, u"tls"_s, u"discount"_s, u"earn"_s, u"spend"_s, u"card"_s,
+                    u"message"_s, u"fault"_s, u"seed"_s});
     Rules rules;
     readAuth(root.table("auth"), rules);
+    readTls(root.table("tls"), name, rules);
     readDiscount(root.table("discount"), rules);
     rules.earn = readPercentage(root.table("earn"));
     rules.spend = readPercentage(root.table("spend"));
@@ -112,6 +121,10 @@ Rules readRules(const QByteArray& text, const QString& name)
     }
     for (const TableReader& table : root.tables("message")) {
         rules.messages.push_back(readMessage(table));
+    }
+    const quint64 seed = root.seed("seed", FaultRule().seed);
+    for (const TableReader& table : root.tables("fault")) {
+        rules.faults.push_back(readFault(table, seed));
     }
     return rules;
 }

@@ -8,6 +8,8 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <limits>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -112,6 +114,55 @@ int TableReader::percent(const char* key, int fallback) const
         refuse(key, u"must be a percentage from 0 to 100 with at most two decimals"_s);
     }
     return static_cast<int>(*hundredths);
+}
+
+QString TableReader::choice(const char* key, const QStringList& known) const
+{
+    QString value = requiredText(key);
+    if (known.contains(value)) {
+        return value;
+    }
+    const QString nearest = nearestName(value, known);
+    if (!nearest.isEmpty()) {
+        refuse(key, u"is \"%1\": did you mean \"%2\"?"_s.arg(value, nearest));
+    }
+    const QString allButLast = known.first(known.size() - 1).join(u"\", \""_s);
+    refuse(key, u"is \"%1\": it must be \"%2\" or \"%3\""_s.arg(value, allButLast, known.last()));
+}
+
+qint64 TableReader::integer(const char* key, qint64 fallback, qint64 least, qint64 most) const
+{
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        return fallback;
+    }
+    const auto* whole = node->as_integer();
+    if (whole == nullptr || whole->get() < least || whole->get() > most) {
+        refuse(key, u"must be a whole number from %1 to %2"_s.arg(least).arg(most));
+    }
+    // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
+    return whole->get();
+}
+
+double TableReader::number(const char* key, double fallback, double least, double most) const
+{
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        return fallback;
+    }
+    const std::optional<double> value =
+        node->is_number() ? node->value<double>() : std::optional<double>();
+    if (!value || !(*value >= least && *value <= most)) {
+        refuse(key, u"must be a number from %1 to %2"_s.arg(least).arg(most));
+    }
+    // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
+    return *value;
+}
+
+quint64 TableReader::seed(const char* key, quint64 fallback) const
+{
+    constexpr qint64 most = std::numeric_limits<qint64>::max();
+    return static_cast<quint64>(integer(key, static_cast<qint64>(fallback), 0, most));
 }
 
 TableReader TableReader::table(const char* key) const

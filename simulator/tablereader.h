@@ -37,6 +37,18 @@ public:
     /// A percentage from 0 to 100 with up to two decimals, in hundredths of a percent.
     [[nodiscard]] int percent(const char* key, int fallback) const;
 
+    /// A text that must be there and must be one of these; names the nearest of them otherwise.
+    [[nodiscard]] QString choice(const char* key, const QStringList& known) const;
+
+    /// A whole number within limits.
+    [[nodiscard]] qint64 integer(const char* key, qint64 fallback, qint64 least, qint64 most) const;
+
+    /// A number within limits, with any decimals.
+    [[nodiscard]] double number(const char* key, double fallback, double least, double most) const;
+
+    /// A whole number from 0 up that chance follows from.
+    [[nodiscard]] quint64 seed(const char* key, quint64 fallback) const;
+
     /// A table below this one; an empty one when the key is missing.
     [[nodiscard]] TableReader table(const char* key) const;
 

@@ -185,6 +185,14 @@ bool CheckStore::isDelivered(const QString& id)
     return !statement.bind(id).next();
 }
 
+QString CheckStore::cardOfMessage(qint64 messageId)
+{
+    Statement statement(*database, u"SELECT data FROM checks WHERE message_id = ?"_s);
+    return statement.bind(messageId).next()
+               ? checkcodec::decode(statement.value(0).toByteArray()).cardNumber()
+               : QString();
+}
+
 QList<CheckRow> CheckStore::list()
 {
     QList<CheckRow> rows;

@@ -62,6 +62,9 @@ public:
     /// Whether a closed check's confirmation has been delivered.
     bool isDelivered(const QString& id);
 
+    /// The card of the check that a message confirms; empty when no closed check knows it.
+    QString cardOfMessage(qint64 messageId);
+
     QList<CheckRow> list();
     /// Hands every closed check over, sorted by identifier.
     void forEachClosed(const std::function<void(const Check&)>& take);

@@ -128,6 +128,10 @@ void addQueue(CLI::App& app, Options& options)
         add("retry", QT_TRANSLATE_NOOP("Till", "Make a message due at once"), Command::QueueRetry));
     addNumber(add("park", QT_TRANSLATE_NOOP("Till", "Leave a message out until it is retried"),
                   Command::QueuePark));
+    addNumber(
+        add("settle",
+            QT_TRANSLATE_NOOP("Till", "Take a parked message for delivered: the server has it"),
+            Command::QueueSettle));
     add("reauthorize",
         QT_TRANSLATE_NOOP("Till", "Put the configured credentials into undelivered messages"),
         Command::QueueReauthorize);

@@ -24,6 +24,7 @@ enum class Command
     QueueDeliver,
     QueueRetry,
     QueuePark,
+    QueueSettle,
     QueueReauthorize,
 };
 

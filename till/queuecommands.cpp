@@ -5,6 +5,8 @@
 
 #include "host/services/outgoingqueue.h"
 #include "host/services/queuedelivery.h"
+#include "till/checkstore.h"
+#include "till/checkview.h"
 #include "till/credentials.h"
 #include "till/failure.h"
 #include "till/output.h"
@@ -40,6 +42,8 @@ ExitCode QueueCommands::run()
         return change(queue.retry(options.message), Text::tr("Message %1 is due now."));
     case Command::QueuePark:
         return change(queue.park(options.message), Text::tr("Message %1 is parked."));
+    case Command::QueueSettle:
+        return settle();
     case Command::QueueReauthorize:
         return reauthorize();
     default:
@@ -63,10 +67,17 @@ ExitCode QueueCommands::list()
 
 ExitCode QueueCommands::show()
 {
-    const auto content = OutgoingQueue(workplace.database()).show(options.message);
+    auto content = OutgoingQueue(workplace.database()).show(options.message);
     if (!content) {
         throw Failure(
             Text::tr("There is no message %1; look at \"queue list --all\".").arg(options.message));
+    }
+    // what is shown is sent on to others; the card is its owner's
+    const QString card = workplace.checks().cardOfMessage(options.message);
+    if (!card.isEmpty()) {
+        for (QString* const text : {&content->payload, &content->lastAnswer}) {
+            text->replace(card, checkview::shortCard(card));
+        }
     }
     out.write(options.json ? queueview::json(*content) : queueview::text(*content));
     return ExitCode::Ok;
@@ -105,6 +116,17 @@ ExitCode QueueCommands::change(bool found, const QString& done)
         out.line(done.arg(options.message));
     }
     return ExitCode::Ok;
+}
+
+ExitCode QueueCommands::settle()
+{
+    if (!OutgoingQueue(workplace.database()).settle(options.message)) {
+        throw Failure(
+            Text::tr("There is no parked message %1; look at \"queue list\". Only what is "
+                     "parked can be settled.")
+                .arg(options.message));
+    }
+    return change(true, Text::tr("Message %1 counts as delivered."));
 }
 
 ExitCode QueueCommands::reauthorize()

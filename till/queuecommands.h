@@ -27,6 +27,7 @@ private:
     ExitCode show();
     ExitCode deliver();
     ExitCode change(bool found, const QString& done);
+    ExitCode settle();
     ExitCode reauthorize();
 
     Workplace& workplace;

@@ -5,6 +5,7 @@
 
 #include "host/core/basicexception.h"
 #include "host/services/knownkeys.h"
+#include "host/services/secretfile.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,6 +87,9 @@ public:
                 warn(key, u"ключ %1 стоит вне таблицы"_s.arg(table), {});
             }
         }
+        if (namesSecret) {
+            reportRights(fileName);
+        }
     }
 
     QHash<QString, QVariant> values;
@@ -126,12 +130,43 @@ private:
             }
             return value;
         }
+        if (known.kind == KnownKey::Kind::Secret) {
+            if (const toml::table* table = node.as_table()) {
+                return secretIn(*table, name);
+            }
+            namesSecret = namesSecret || !value.toString().isEmpty();
+        }
         if (!node.is_string()) {
             fail(
                 node.source(), name,
                 u"ожидается строка, а здесь %1; возьмите значение в кавычки"_s.arg(typeName(node)));
         }
         return known.kind == KnownKey::Kind::Path ? absolutePath(value.toString()) : value;
+    }
+
+    QVariant secretIn(const toml::table& table, const QString& name)
+    {
+        const toml::node* file = table.get("file");
+        if (file == nullptr || !file->is_string() || table.size() != 1) {
+            fail(table.source(), name, u"ожидается строка или { file = \"путь\" }"_s);
+        }
+        const QString path = absolutePath(valueOf(*file).toString());
+        try {
+            const QString secret = secretfile::read(path);
+            reportRights(path);
+            return secret;
+        } catch (const secretfile::Error& error) {
+            fail(table.source(), name,
+                 u"%1; проверьте путь, права и содержимое"_s.arg(QString::fromUtf8(error.what())));
+        }
+    }
+
+    void reportRights(const QString& file)
+    {
+        const QString complaint = secretfile::complaintAboutRights(file);
+        if (!complaint.isEmpty() && !warnings.contains(complaint)) {
+            warnings.append(complaint);
+        }
     }
 
     QString absolutePath(const QString& path) const
@@ -157,6 +192,7 @@ private:
     }
 
     QString fileName;
+    bool namesSecret = false; ///< in itself, not in a file of its own
 };
 
 QByteArray contentOf(const QString& fileName)

@@ -18,9 +18,14 @@
 /// Known keys, all texts unless said otherwise (* a path: a relative one starts at the folder of
 /// the configuration file and is handed out absolute):
 ///
-///     [Orva]  serverUrl merchantId pos user password apikey, timeout (whole seconds, 0 or less:
-///     10) [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB) [till]
-///     database*, plugin*, name [queue] keepDeliveredDays (whole number from 0, default 30)
+///     [Orva]  serverUrl merchantId pos user, password and apikey (secrets), timeout (whole
+///             seconds, 0 or less: 10)
+///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB)
+///     [till]  database*, plugin*, name
+///     [queue] keepDeliveredDays (whole number from 0, default 30)
+///
+/// A secret is a text, or { file = "..."* }: the first line of that file, so that the configuration
+/// can be shown to others.
 class HOST_EXPORT Config
 {
 public:
@@ -39,7 +44,8 @@ public:
     /// or outside the range of int.
     virtual int getInt(const QString& key, int defaultValue) const;
 
-    /// What load noticed and let pass, a sentence each: unknown keys with the nearest known name.
+    /// What load noticed and let pass, a sentence each: unknown keys with the nearest known name,
+    /// files with a secret in them that others may read.
     QStringList warnings() const { return loadWarnings; }
     /// The loaded file's path, empty when none was loaded.
     QString fileName() const { return loadedFile; }

@@ -22,7 +22,9 @@ public:
     CurlPool(const CurlPool&) = delete;
     CurlPool& operator=(const CurlPool&) = delete;
 
-    /// Lends a handle with default options; null when libcurl cannot make one.
+    /// Lends a handle with default options; null when libcurl cannot make one. A handle on whose
+    /// connection something has come since its last answer is thrown away with it: what nobody
+    /// asked for must not be taken for the answer to the next request.
     CURL* borrow();
     /// Takes a borrowed handle back. Its options are reset, its connections kept.
     void giveBack(CURL* handle);
@@ -31,8 +33,15 @@ private:
     CurlPool();
     ~CurlPool() = default;
 
+    /// A handle that nobody uses, with the connection that it used last.
+    struct Idle
+    {
+        CURL* handle;
+        curl_socket_t connection;
+    };
+
     std::mutex mutex;
-    std::vector<CURL*> idle;
+    std::vector<Idle> idle;
 };
 
 /// A handle borrowed for as long as this object lives.

@@ -43,6 +43,15 @@ const QString selectWaits =
     "WHERE account_id IS NOT NULL AND state = 'waiting' AND next_attempt_at IS NOT NULL) "
     "WHERE until > ?"_s;
 
+/// Whether the server has said that it did not take the request: such an attempt must not make a
+/// later "known already" look like a success.
+bool isRefusedForSure(const DeliveryResult& result)
+{
+    const bool refused = result.meaning == Meaning::WrongAuthorization ||
+                         (result.meaning == Meaning::Refused && result.status > 0);
+    return refused && !result.sentTwice;
+}
+
 } // namespace
 
 DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed) {}
@@ -214,12 +223,13 @@ void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& resul
     // make the same answer look like a success when somebody has the message sent again.
     Statement statement(database, u"UPDATE queue_messages SET state = 'parked', last_status = ?, "
                                   "last_error = ?, last_answer = ?, "
-                                  "step_attempts = CASE WHEN ? THEN 0 ELSE step_attempts END "
+                                  "step_attempts = CASE WHEN ? THEN 0 ELSE step_attempts - ? END "
                                   "WHERE id = ?"_s);
     statement.bind(result.status)
         .bind(result.error)
         .bind(result.answer)
         .bind(result.meaning == Meaning::Duplicate)
+        .bind(isRefusedForSure(result) ? 1 : 0)
         .bind(task.messageId)
         .execute();
 }
@@ -235,11 +245,13 @@ void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& r
     }
     Statement statement(database,
                         u"UPDATE queue_messages SET server_errors = ?, next_attempt_at = ?, "
-                        "last_status = ?, last_error = ? WHERE id = ?"_s);
+                        "last_status = ?, last_error = ?, step_attempts = step_attempts - ? "
+                        "WHERE id = ?"_s);
     statement.bind(serverErrors)
         .bind(nextAttempt)
         .bind(result.status)
         .bind(result.error)
+        .bind(isRefusedForSure(result) ? 1 : 0)
         .bind(task.messageId)
         .execute();
 }

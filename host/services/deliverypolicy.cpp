@@ -69,8 +69,8 @@ QString explain(Meaning meaning, int status, const QString& transportText)
     case Meaning::StepDone:
         return {};
     case Meaning::Duplicate:
-        return u"HTTP %1: чек с таким идентификатором уже был обработан; сверьте его с сервером"_s
-            .arg(status);
+        return u"HTTP %1: чек с таким идентификатором уже был обработан; сверьте его с сервером "
+               "и, если он там, закончите (queue settle)"_s.arg(status);
     case Meaning::WrongAuthorization:
         return u"HTTP %1: сервер не принял учётные данные; исправьте их в настройках и замените "
                "в очереди (queue reauthorize)"_s.arg(status);

@@ -33,4 +33,5 @@ struct DeliveryResult
     QString error;  ///< for people
     QString answer; ///< beginning of the server's answer
     qint64 retryAfterMilliseconds = 0;
+    bool sentTwice = false; ///< the transport sent it again by itself: the first may have arrived
 };

@@ -15,6 +15,7 @@ struct KnownKey
     {
         Text,
         Path,   ///< a text; a relative one starts at the configuration's own folder
+        Secret, ///< a text, or a table whose one key "file" names the file that holds it
         Number, ///< a whole number that fits an int
     };
 

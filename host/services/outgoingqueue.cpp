@@ -200,6 +200,24 @@ bool OutgoingQueue::park(qint64 messageId)
                       messageId);
 }
 
+bool OutgoingQueue::settle(qint64 messageId)
+{
+    const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
+    Transaction transaction(database);
+    Statement settled(database,
+                      u"UPDATE queue_messages SET state = 'delivered', account_id = NULL, "
+                      "delivered_at = ? WHERE id = ? AND state = 'parked'"_s);
+    settled.bind(now.toMSecsSinceEpoch()).bind(messageId).execute();
+    const bool found = settled.affectedRows() == 1;
+    // the secret goes with the last message that needs it
+    Statement accounts(database, u"DELETE FROM queue_accounts WHERE NOT EXISTS "
+                                 "(SELECT 1 FROM queue_messages "
+                                 "WHERE account_id = queue_accounts.id)"_s);
+    accounts.execute();
+    transaction.commit();
+    return found;
+}
+
 int OutgoingQueue::reauthorize(const QString& queueName, const QString& authorization)
 {
     Transaction transaction(database);

@@ -46,6 +46,10 @@ public:
     /// Takes a message out of the delivery until retry; the others go on.
     /// @return false: there is no such undelivered message
     bool park(qint64 messageId);
+    /// Takes a parked message for delivered, its steps left undone: somebody has seen that the
+    /// server has it. What waited for it goes on.
+    /// @return false: there is no such parked message
+    bool settle(qint64 messageId);
     /// Gives every undelivered message of a queue another value of the header "Authorization" and
     /// ends pauses for the former one.
     /// @return how many messages there are to deliver with it

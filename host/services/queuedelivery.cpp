@@ -123,9 +123,9 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
     answer.transportFailed = client->getError() > 0;
     answer.unsendable = error.id() == "restAddressError"_L1 || error.id() == "restHeaderError"_L1;
     answer.status = client->getHttpStatusCode();
-    answer.attemptedBefore = task.attemptedBefore || client->getSendCount() > 1;
-
     DeliveryResult result;
+    result.sentTwice = client->getSendCount() > 1;
+    answer.attemptedBefore = task.attemptedBefore || result.sentTwice;
     result.meaning = deliverypolicy::meaningOf(answer);
     result.status = answer.status;
     result.error = deliverypolicy::explain(result.meaning, answer.status, error.ru());

@@ -109,7 +109,7 @@ QString Shop::balance() const
     const QJsonArray cards =
         QJsonDocument::fromJson(ledger.output.toUtf8()).object().value(u"cards"_s).toArray();
     for (const auto& card : cards) {
-        if (card.toObject().value(u"number"_s).toString() == u"2200000000017"_s) {
+        if (card.toObject().value(u"number"_s).toString() == u"****0017"_s) {
             const qint64 kopecks = card.toObject().value(u"balance"_s).toInteger();
             return QString::number(static_cast<double>(kopecks) / 100, 'f', 2);
         }

@@ -67,7 +67,7 @@ TEST_F(LedgerOutput, isJsonInKopecks)
     const QJsonObject root = QJsonDocument::fromJson(ledgerJson(ledger())).object();
     const QJsonArray cards = root.value(u"cards"_s).toArray();
     ASSERT_EQ(cards.size(), 3);
-    EXPECT_EQ(cards[0].toObject(), (QJsonObject{{u"number"_s, u"2200000000017"_s},
+    EXPECT_EQ(cards[0].toObject(), (QJsonObject{{u"number"_s, u"****0017"_s},
                                                 {u"owner"_s, u"Анна Соколова"_s},
                                                 {u"opening"_s, 50'000},
                                                 {u"earned"_s, 475},
@@ -79,7 +79,7 @@ TEST_F(LedgerOutput, isJsonInKopecks)
     ASSERT_EQ(checks.size(), 2);
     EXPECT_EQ(checks[1].toObject(), (QJsonObject{{u"id"_s, u"return"_s},
                                                  {u"type"_s, u"return"_s},
-                                                 {u"card"_s, u"2200000000017"_s},
+                                                 {u"card"_s, u"****0017"_s},
                                                  {u"number"_s, u"117"_s},
                                                  {u"date"_s, u"2024-03-05 14:20:31"_s},
                                                  {u"originalId"_s, u"sale"_s},
@@ -98,7 +98,7 @@ TEST_F(LedgerOutput, namesACardWhoseBalanceDoesNotAddUp)
     fill();
     EXPECT_EQ(ledger().wrongCard(), QString());
     Database(databasePath()).run(u"UPDATE cards SET balance=balance+1"_s);
-    EXPECT_EQ(ledger().wrongCard(), u"2200000000017"_s);
+    EXPECT_EQ(ledger().wrongCard(), u"****0017"_s);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "simulator/database.h"
+#include "simulator/rulesreader.h"
 #include "tests/simulator/testchecks.h"
 
 #include <QFile>
@@ -218,7 +219,7 @@ TEST_F(Program, failsOnBooksThatDoNotAddUp)
     const Outcome outcome = run({u"ledger"_s});
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_TRUE(outcome.errors.startsWith(
-        u"orva-simulator: the balance of card 2200000000024 is not its opening balance"))
+        u"orva-simulator: the balance of card ****0024 is not its opening balance"))
         << outcome.errors.toStdString();
 }
 
@@ -247,6 +248,64 @@ TEST_F(Program, exitsWith2OnAWrongCommandLineOrRules)
     EXPECT_EQ(outcome.exitCode, 2);
     EXPECT_EQ(outcome.errors, u"orva-simulator: %1:2: the key \"earn.precent\" is unknown: did you "
                               "mean \"earn.percent\"?\n"_s.arg(file));
+}
+
+TEST_F(Program, letsHappenWhatItsRulesSay)
+{
+    const QString rules =
+        write(u"rules.toml"_s, builtInRules() + "[[fault]]\nkind = 'reply-lost'\n"
+                                                "request = 2\n[[fault]]\nkind = 'status'\n"
+                                                "request = 3\nstatus = 307\n");
+    const int port = serve({u"--config"_s, rules});
+    const QByteArray request = goldenFile(u"precheck-request.xml"_s);
+    EXPECT_EQ(statusOf(send(port, "precheck", request)), 200);
+    EXPECT_EQ(statusOf(send(port, "precheck", request)), 0);
+    const auto moved = send(port, "precheck", request);
+    ASSERT_EQ(statusOf(moved), 307);
+    EXPECT_EQ(moved->get_header_value("Location"), "/api/1.x/precheck/moved");
+    EXPECT_EQ(statusOf(send(port, "precheck", request)), 200);
+    process.terminate();
+    ASSERT_TRUE(process.waitForFinished(patience));
+    const QString output = QString::fromUtf8(process.readAllStandardOutput());
+    EXPECT_TRUE(output.contains(u" *0024 200 [fault reply-lost]\n")) << output.toStdString();
+    EXPECT_TRUE(output.contains(u" 307 [fault status]\n")) << output.toStdString();
+}
+
+TEST_F(Program, servesHttpsWithTheCertificateOfItsRules)
+{
+    QProcess openssl;
+    openssl.start(u"openssl"_s,
+                  {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
+                   u"ec_paramgen_curve:prime256v1"_s, u"-nodes"_s, u"-days"_s, u"2"_s, u"-subj"_s,
+                   u"/CN=localhost"_s, u"-keyout"_s, folder.filePath(u"server.key"_s), u"-out"_s,
+                   folder.filePath(u"server.pem"_s)});
+    ASSERT_TRUE(openssl.waitForFinished(patience));
+    ASSERT_EQ(openssl.exitCode(), 0) << openssl.readAllStandardError().toStdString();
+    const QByteArray tls = "[tls]\ncertificate = 'server.pem'\nkey = 'server.key'\n";
+    configure(process, {u"--port"_s, u"0"_s, u"--config"_s, write(u"rules.toml"_s, tls)});
+    process.start();
+    while (!process.canReadLine()) {
+        ASSERT_TRUE(process.waitForReadyRead(patience))
+            << process.readAllStandardError().toStdString();
+    }
+    const QUrl url(QString::fromUtf8(process.readLine()).trimmed().section(u' ', -1));
+    EXPECT_EQ(url.scheme(), u"https"_s);
+    httplib::SSLClient client("localhost", url.port());
+    client.set_ca_cert_path(folder.filePath(u"server.pem"_s).toStdString().c_str());
+    EXPECT_EQ(statusOf(client.Post("/api/1.x/precheck", "x", "application/xml")), 401);
+    httplib::Client plain("localhost", url.port());
+    EXPECT_EQ(statusOf(plain.Post("/api/1.x/precheck", "x", "application/xml")), 0);
+}
+
+TEST_F(Program, exitsWith1WhenItsCertificateCannotBeUsed)
+{
+    const QString rules =
+        write(u"rules.toml"_s, "[tls]\ncertificate = 'none.pem'\nkey = 'none.key'\n");
+    const Outcome outcome = run({u"--port"_s, u"0"_s, u"--config"_s, rules});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.errors,
+              u"orva-simulator: The certificate %1/none.pem with the key %1/none.key cannot be "
+              "used: both must be PEM files that belong together\n"_s.arg(folder.path()));
 }
 
 TEST_F(Program, exitsWith1WhenThePortIsTaken)

@@ -26,6 +26,15 @@ TEST(RequestLog, showsTheReasonOfARefusal)
               u"T /api/1.x/precheck - - 401 The Authorization header is missing"_s);
 }
 
+TEST(RequestLog, showsTheFaultThatTheRequestMet)
+{
+    Answer answer;
+    answer.checkId = u"c-1"_s;
+    answer.fault = Fault();
+    EXPECT_EQ(logLine(u"T"_s, test::post("checkconfirm", {}), answer),
+              u"T /api/1.x/checkconfirm c-1 - 200 [fault reply-lost]"_s);
+}
+
 TEST(RequestLog, staysOneLineWhateverWasSent)
 {
     Request request;

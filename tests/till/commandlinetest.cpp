@@ -45,6 +45,7 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"queue", "deliver"}, Command::QueueDeliver},
         {{"queue", "retry", "1"}, Command::QueueRetry},
         {{"queue", "park", "1"}, Command::QueuePark},
+        {{"queue", "settle", "1"}, Command::QueueSettle},
         {{"queue", "reauthorize"}, Command::QueueReauthorize}};
     for (const auto& [words, command] : commands) {
         EXPECT_EQ(parsed(words).command, command) << words.front();

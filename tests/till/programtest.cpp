@@ -136,7 +136,8 @@ TEST_F(ProgramTest, failuresEndWith1)
     EXPECT_TRUE(errors.written.contains(u"Plug-in metadata"_s)) << said().toStdString();
     options.plugin.clear();
     options.message = 99;
-    for (const Command command : {Command::QueueShow, Command::QueueRetry, Command::QueuePark}) {
+    for (const Command command :
+         {Command::QueueShow, Command::QueueRetry, Command::QueuePark, Command::QueueSettle}) {
         EXPECT_EQ(run(command), ExitCode::Failed);
         EXPECT_TRUE(errors.written.contains(u"message 99"_s)) << said().toStdString();
     }

@@ -29,6 +29,7 @@ QString TestFolder::write(const QString& name, const QString& content) const
     QFile file(path(name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << file.errorString().toStdString();
     file.write(content.toUtf8());
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     return path(name);
 }
 

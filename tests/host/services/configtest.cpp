@@ -5,6 +5,7 @@
 #include "host/core/basicexception.h"
 #include "testfolder.h"
 
+#include <QFile>
 #include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
@@ -234,6 +235,90 @@ TEST_F(ConfigFile, AByteOrderMarkAndWindowsLineEndsAreAccepted)
 {
     load("\xEF\xBB\xBF[Orva]\r\nuser = \"u\"\r\n");
     EXPECT_EQ(config.getString(u"Orva:user"_s, {}), u"u"_s);
+}
+
+TEST_F(ConfigFile, ASecretMayStandInAFileOfItsOwn)
+{
+    const std::pair<QByteArray, QString> rows[] = {
+        {"s3cret", u"s3cret"_s},
+        {"s3cret\n", u"s3cret"_s},
+        {"s3cret\r\n", u"s3cret"_s},
+        {" пароль \n", u" пароль "_s},
+        {"", u""_s},
+    };
+    for (const auto& [content, secret] : rows) {
+        folder.write(u"password"_s, content);
+        load("[Orva]\npassword = { file = \"password\" }\napikey = { file = \"" +
+             folder.file(u"password"_s).toUtf8() + "\" }\n");
+        EXPECT_EQ(config.getString(u"Orva:password"_s, u"default"_s), secret);
+        EXPECT_EQ(config.getString(u"Orva:apikey"_s, u"default"_s), secret);
+        EXPECT_TRUE(config.warnings().isEmpty()) << config.warnings().join(u'\n').toStdString();
+    }
+}
+
+TEST_F(ConfigFile, AnUnusableSecretFileIsNamedWithoutItsContent)
+{
+    folder.write(u"two"_s, "s3cret\nsecond\n");
+    folder.write(u"latin"_s, "s3cret\xff");
+    folder.write(u"long"_s, QByteArray(4097, 's'));
+    const std::pair<QByteArray, std::string> rows[] = {
+        {"{ file = \"absent\" }", "файл absent не читается"},
+        {"{ file = \"two\" }", "в файле two больше одной строки"},
+        {"{ file = \"latin\" }", "файл latin не в кодировке UTF-8"},
+        {"{ file = \"long\" }", "файл long длиннее 4096 байт"},
+        {"{ file = 5 }", "ожидается строка или { file = \"путь\" }"},
+        {"{ path = \"two\" }", "ожидается строка или { file = \"путь\" }"},
+        {"{ file = \"two\", more = 1 }", "ожидается строка или { file = \"путь\" }"},
+    };
+    for (const auto& [value, text] : rows) {
+        EXPECT_THAT(errorOf("[Orva]\n\npassword = " + value + '\n'),
+                    AllOf(HasSubstr("orva.toml, строка 3, ключ Orva.password: " + text),
+                          Not(HasSubstr("s3cret"))));
+    }
+}
+
+TEST_F(ConfigFile, OnlyASecretMayStandInAFileOfItsOwn)
+{
+    folder.write(u"user"_s, "till");
+    EXPECT_THAT(errorOf("[Orva]\nuser = { file = \"user\" }\n"), HasSubstr("ожидается строка"));
+}
+
+TEST_F(ConfigFile, FilesWithASecretThatOthersMayReadAreReported)
+{
+    using Permission = QFile::Permission;
+    const QString secret = folder.write(u"password"_s, "s3cret");
+    const std::pair<QFile::Permissions, bool> rows[] = {
+        {Permission::ReadOwner, false},
+        {Permission::ReadOwner | Permission::WriteOwner | Permission::ReadGroup, false},
+        {Permission::ReadOwner | Permission::WriteGroup, true},
+        {Permission::ReadOwner | Permission::ReadOther, true},
+        {Permission::ReadOwner | Permission::WriteOther, true},
+    };
+    for (const auto& [permissions, reported] : rows) {
+        ASSERT_TRUE(QFile::setPermissions(secret, permissions));
+        load("[Orva]\npassword = { file = \"password\" }\napikey = { file = \"password\" }\n");
+        ASSERT_EQ(config.warnings().size(), reported ? 1 : 0);
+        if (reported) {
+            EXPECT_EQ(withoutFolder(config.warnings().first()),
+                      "password: файл с паролем доступен другим пользователям; закройте доступ "
+                      "(chmod 600 password)");
+        }
+    }
+}
+
+TEST_F(ConfigFile, AConfigurationThatOthersMayReadIsReportedOnlyWithASecretInIt)
+{
+    const std::pair<QByteArray, bool> rows[] = {
+        {"[Orva]\npassword = \"s3cret\"\n", true},
+        {"[Orva]\napikey = \"s3cret\"\n", true},
+        {"[Orva]\nuser = \"till\"\npassword = \"\"\n", false},
+    };
+    for (const auto& [toml, reported] : rows) {
+        const QString file = folder.write(u"orva.toml"_s, toml);
+        ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadOther));
+        config.load(file);
+        EXPECT_EQ(config.warnings().size(), reported ? 1 : 0) << toml.toStdString();
+    }
 }
 
 } // namespace

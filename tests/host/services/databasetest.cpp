@@ -11,6 +11,7 @@
 #include <thread>
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -84,6 +85,8 @@ TEST_F(DatabaseFile, AnErrorNamesFileCauseAndWhatToDo)
                   .arg(unreachable, QString::fromLocal8Bit(std::strerror(ENOENT)))
                   .toStdString());
     const QString notADatabase = folder.write(u"note.txt"_s, QByteArray(4096, 'x'));
+    ASSERT_TRUE(QFile::setPermissions(notADatabase,
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
     EXPECT_THAT(databaseErrorOf([&] { const Database database(notADatabase); }),
                 HasSubstr("note.txt: file is not a database; файл повреждён"));
     EXPECT_NE(rightsOf(notADatabase) & 0077u, 0u) << "another program's file is left alone";
@@ -98,7 +101,7 @@ TEST_F(DatabaseFile, ANewerSchemaIsRefusedAndLeftAlone)
         database.execute(u"PRAGMA user_version = %1"_s.arg(Database::schemaVersion() + 1));
     }
     EXPECT_THAT(databaseErrorOf([&] { const Database database(file); }),
-                HasSubstr("файл записан более новой программой (схема 3, известна 2); обновите"));
+                HasSubstr("файл записан более новой программой (схема 4, известна 3); обновите"));
 }
 
 /// Makes a file as a program that knew nothing newer than version 1 left it.
@@ -171,6 +174,28 @@ TEST_F(DatabaseFile, AMigrationThatFailsLeavesTheOldFile)
     sqlite3_exec(handle, "DROP TABLE settings", nullptr, nullptr, nullptr);
     sqlite3_close(handle);
     EXPECT_NO_THROW(const Database database(file));
+}
+
+/// How SQLite goes about a statement, all steps in one line.
+std::string planOf(Database& database, const QString& sql)
+{
+    Statement statement(database, u"EXPLAIN QUERY PLAN "_s + sql);
+    QStringList steps;
+    while (statement.next()) {
+        steps.append(statement.value(3).toString());
+    }
+    return steps.join(u"; "_s).toStdString();
+}
+
+TEST_F(DatabaseFile, TheLastSaleIsFoundWithoutReadingAllChecks)
+{
+    Database database(file);
+    const std::string plan =
+        planOf(database, u"SELECT data FROM checks WHERE state = 'closed' AND type = 1 "
+                         "ORDER BY updated_at DESC, rowid DESC LIMIT 2"_s);
+    EXPECT_THAT(plan, HasSubstr("checks_recent"));
+    EXPECT_THAT(plan, Not(HasSubstr("SCAN")));
+    EXPECT_THAT(plan, Not(HasSubstr("TEMP B-TREE")));
 }
 
 TEST_F(DatabaseFile, ManyConnectionsMayOpenANewFileAtOnce)

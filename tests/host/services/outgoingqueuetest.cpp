@@ -216,6 +216,39 @@ TEST_F(Outgoing, ADeliveredMessageLosesItsAuthorizationAtOnce)
     EXPECT_FALSE(file.readAll().contains("canary")) << "the file still holds the secret";
 }
 
+TEST_F(Outgoing, SettleTakesAParkedMessageForDeliveredAndLetsOthersGoOn)
+{
+    const qint64 sale = add(u"<sale/>"_s);
+    const qint64 giveBack = add(u"<return/>"_s);
+    queue.addDependency(giveBack, sale);
+    EXPECT_FALSE(queue.settle(sale)) << "not parked";
+    queue.park(sale);
+    EXPECT_TRUE(queue.settle(sale));
+    EXPECT_EQ(stateOf(sale), QueueState::Delivered);
+    delivery.deliverDue();
+    EXPECT_EQ(server.log(), QStringList({u"<return/> -> /step1"_s}));
+    EXPECT_FALSE(queue.settle(sale)) << "delivered";
+    EXPECT_FALSE(queue.settle(giveBack)) << "delivered";
+    EXPECT_FALSE(queue.settle(99)) << "not there";
+}
+
+TEST_F(Outgoing, TheSecretGoesWithTheLastMessageThatIsSettled)
+{
+    const qint64 first = add(u"<a/>"_s);
+    const qint64 second = add(u"<b/>"_s);
+    const auto accounts = [this] {
+        Statement count(*database, u"SELECT count(*) FROM queue_accounts"_s);
+        count.next();
+        return count.value(0).toInt();
+    };
+    queue.park(first);
+    queue.park(second);
+    queue.settle(first);
+    EXPECT_EQ(accounts(), 1);
+    queue.settle(second);
+    EXPECT_EQ(accounts(), 0);
+}
+
 TEST_F(Outgoing, OnlyMessagesDeliveredLongAgoAreRemoved)
 {
     for (int i = 0; i < 250; ++i) {

@@ -197,6 +197,49 @@ TEST_F(Delivery, ADuplicateStaysADuplicateWhenItIsSentAgain)
     EXPECT_EQ(entry(1).attempts, 2);
 }
 
+TEST_F(Delivery, AnAttemptThatWasRefusedMakesNoSuccessOfADuplicate)
+{
+    for (const int refusal : {401, 403, 400, 424}) {
+        add(u"a"_s, u"Basic %1"_s.arg(refusal));
+        const qint64 message = queue.lastAddedId();
+        server.answer({refusal});
+        EXPECT_EQ(deliver(), "a1") << refusal;
+        server.answer({409});
+        queue.reauthorize(u"orva"_s, u"Basic other than %1"_s.arg(refusal));
+        queue.retry(message);
+        EXPECT_EQ(deliver(), "a1") << refusal;
+        EXPECT_EQ(stateOf(message), parked) << refusal << ": the check would be lost";
+        EXPECT_EQ(entry(message).attempts, 2) << refusal;
+    }
+}
+
+TEST_F(Delivery, ARefusalDoesNotMakeEarlierAttemptsForgotten)
+{
+    for (const int refusal : {401, 424}) {
+        const QList<Reply> answers{{0}, {refusal}, {409}};
+        const qint64 message = add(u"a"_s, u"Basic %1"_s.arg(refusal), {u"1"_s});
+        for (const Reply& reply : answers) {
+            server.answer(reply);
+            queue.retry(message);
+            EXPECT_EQ(deliver(), "a1") << refusal;
+        }
+        EXPECT_EQ(stateOf(message), done) << refusal;
+    }
+}
+
+TEST_F(Delivery, ARefusalOfTheSecondSendingLeavesTheFirstInDoubt)
+{
+    const qint64 message = add(u"a"_s, u"Basic one"_s, {u"1"_s});
+    Reply twice{424};
+    twice.sendCount = 2;
+    server.answer(twice);
+    EXPECT_EQ(deliver(), "a1");
+    server.answer({409});
+    queue.retry(message);
+    EXPECT_EQ(deliver(), "a1");
+    EXPECT_EQ(stateOf(message), done);
+}
+
 TEST_F(Delivery, AfterACrashBetweenTheStepsGoesOnWithTheSecond)
 {
     add(u"a"_s);

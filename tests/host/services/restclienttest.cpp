@@ -143,6 +143,35 @@ TEST(RestClient, ASecondPostForgetsTheFirst)
     EXPECT_TRUE(client.getResponseHeader(u"Retry-After"_s).isEmpty());
 }
 
+TEST(RestClient, TakesNothingThatNobodyAskedForAsTheNextAnswer)
+{
+    std::barrier answered(2);
+    std::barrier sentMore(2);
+    std::atomic<int> connections = 0;
+    RawServer server([&](RawServer::Connection& connection) {
+        if (connections++ == 0 && connection.readRequest()) {
+            connection.send(RawServer::answer("200 OK", "one"));
+            answered.arrive_and_wait();
+            connection.send(RawServer::answer("200 OK", "one again"));
+            sentMore.arrive_and_wait();
+        }
+        RawServer::answering(RawServer::answer("200 OK", "two"))(connection);
+    });
+    RestClient client;
+    client.post(server.url(), "body", {});
+    EXPECT_EQ(client.getResponse(), "one");
+    answered.arrive_and_wait();
+    sentMore.arrive_and_wait();
+    for (int i = 0; i < 2; ++i) {
+        RestClient next;
+        next.post(server.url(), "body", {});
+        EXPECT_EQ(next.getError(), 0) << next.getErrorText().ru().toStdString();
+        EXPECT_EQ(next.getResponse(), "two");
+        EXPECT_EQ(next.getSendCount(), 1);
+    }
+    EXPECT_EQ(server.connections(), 2);
+}
+
 TEST(RestClient, RefusesAnAddressThatCannotBeUsed)
 {
     const QString addresses[] = {u""_s,

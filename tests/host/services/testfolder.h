@@ -20,12 +20,13 @@ public:
 
     QString file(const QString& fileName) const { return folder.filePath(fileName); }
 
-    /// Writes a file and returns its path.
+    /// Writes a file that only its owner may read and returns its path.
     QString write(const QString& fileName, const QByteArray& content) const
     {
         QFile written(file(fileName));
         EXPECT_TRUE(written.open(QIODevice::WriteOnly));
         EXPECT_EQ(written.write(content), content.size());
+        written.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         return written.fileName();
     }
 

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/faultplan.h"
+
+#include "simulator/names.h"
+#include "simulator/rejection.h"
+#include "simulator/xmlreader.h"
+
+#include <algorithm>
+
+namespace simulator {
+namespace {
+
+QString endpointOf(const Request& request)
+{
+    return QString::fromUtf8(request.path.mid(request.path.lastIndexOf('/') + 1));
+}
+
+/// Empty for what is no check.
+QString cardOf(const Request& request)
+{
+    try {
+        const Element check = readXml(request.body);
+        const Element* card = check.child(names::cardNumber);
+        return card == nullptr ? QString() : card->text;
+    } catch (const Rejection&) {
+        return {};
+    }
+}
+
+/// From 0 up to 1, the same everywhere for the same state of the generator.
+double draw(std::mt19937_64& generator)
+{
+    constexpr int spare = 11; // bits that a double cannot hold
+    constexpr double unit = 1.0 / 9007199254740992.0;
+    return static_cast<double>(generator() >> spare) * unit;
+}
+
+} // namespace
+
+FaultPlan::FaultPlan(const std::vector<FaultRule>& rules)
+{
+    setRules(rules);
+}
+
+void FaultPlan::setRules(const std::vector<FaultRule>& rules)
+{
+    const std::scoped_lock lock(mutex);
+    states.clear();
+    asksForCards = false;
+    for (const FaultRule& rule : rules) {
+        // rules with one seed must not strike together
+        states.push_back({rule, std::mt19937_64(rule.seed + states.size())});
+        asksForCards = asksForCards || !rule.card.isEmpty();
+    }
+}
+
+std::optional<Fault> FaultPlan::take(const Request& request)
+{
+    const QString endpoint = endpointOf(request);
+    const std::scoped_lock lock(mutex);
+    const QString card = asksForCards ? cardOf(request) : QString();
+    std::optional<Fault> met;
+    for (Rule& state : states) {
+        const FaultRule& rule = state.rule;
+        const bool matches = (rule.endpoint.isEmpty() || rule.endpoint == endpoint) &&
+                             (rule.card.isEmpty() || rule.card == card);
+        if (matches && wouldStrike(state) && !met) {
+            ++state.struck;
+            met = rule.fault;
+            met->random = state.generator();
+        }
+    }
+    return met;
+}
+
+bool FaultPlan::wouldStrike(Rule& state)
+{
+    const FaultRule& rule = state.rule;
+    ++state.matched;
+    const bool byChance = draw(state.generator) < rule.probability;
+    return byChance && state.matched >= rule.firstRequest && state.struck < rule.times;
+}
+
+int FaultPlan::struck() const
+{
+    const std::scoped_lock lock(mutex);
+    int sum = 0;
+    for (const Rule& state : states) {
+        sum += state.struck;
+    }
+    return sum;
+}
+
+} // namespace simulator

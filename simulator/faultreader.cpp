@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/faultreader.h"
+
+#include "simulator/tablereader.h"
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+namespace {
+
+constexpr int firstStatus = 200;
+constexpr int lastStatus = 599;
+constexpr double longestSeconds = 3600;
+
+/// What can be done about a fault that is no single request's.
+QString adviceFor(FaultKind kind)
+{
+    switch (kind) {
+    case FaultKind::WrongCertificate:
+        return u"every connection meets it: give the server another certificate in [tls]"_s;
+    case FaultKind::HangingResolution:
+        return u"it happens at the till: let the till ask a name server that does not answer"_s;
+    default:
+        return u"no running server makes it: stop this one"_s;
+    }
+}
+
+FaultKind readKind(const TableReader& table)
+{
+    const std::optional<FaultKind> kind = faultKind(table.requiredText("kind"));
+    if (kind && describe(*kind).stage == FaultStage::Connecting) {
+        table.refuse("kind", u"cannot be \"%1\" here; %2"_s.arg(
+                                 QString::fromLatin1(describe(*kind).name), adviceFor(*kind)));
+    }
+    return *faultKind(table.choice("kind", requestFaultNames()));
+}
+
+/// Refuses parameters that would do nothing.
+void requireMeaning(const TableReader& table, const char* key, bool means, const QString& kind)
+{
+    if (!means && table.keys().contains(QString::fromLatin1(key))) {
+        table.refuse(key, u"means nothing for \"%1\""_s.arg(kind));
+    }
+}
+
+Fault readParameters(const TableReader& table)
+{
+    Fault fault;
+    fault.kind = readKind(table);
+    const FaultDescription& about = describe(fault.kind);
+    requireMeaning(table, "status", about.hasStatus, fault.name());
+    requireMeaning(table, "body", about.hasStatus, fault.name());
+    requireMeaning(table, "seconds", about.hasSeconds, fault.name());
+    fault.status = static_cast<int>(table.integer("status", fault.status, firstStatus, lastStatus));
+    fault.body = table.text("body").toUtf8();
+    constexpr double inSecond = 1000;
+    fault.duration = std::chrono::milliseconds(
+        static_cast<qint64>(table.number("seconds", 0, 0, longestSeconds) * inSecond));
+    return fault;
+}
+
+} // namespace
+
+FaultRule readFault(const TableReader& table, quint64 seed)
+{
+    table.allowOnly({u"kind"_s, u"endpoint"_s, u"card"_s, u"request"_s, u"times"_s,
+                     u"probability"_s, u"seed"_s, u"status"_s, u"body"_s, u"seconds"_s});
+    FaultRule rule;
+    rule.fault = readParameters(table);
+    const QStringList keys = table.keys();
+    if (keys.contains(u"endpoint"_s)) {
+        rule.endpoint =
+            table.choice("endpoint", {u"precheck"_s, u"paymenttry"_s, u"checkconfirm"_s});
+    }
+    rule.card = table.text("card");
+    rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, FaultRule::always));
+    const int usualTimes = keys.contains(u"request"_s) ? 1 : FaultRule::always;
+    rule.times = static_cast<int>(table.integer("times", usualTimes, 1, FaultRule::always));
+    rule.probability = table.number("probability", 1, 0, 1);
+    rule.seed = keys.contains(u"seed"_s) ? table.seed("seed", seed) : seed;
+    return rule;
+}
+
+} // namespace simulator

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "simulator/faultrule.h"
+
+namespace simulator {
+
+class TableReader;
+
+/// Reads one [[fault]] table. seed: where the table has none of its own.
+/// Throws ConfigError on what is not understood.
+FaultRule readFault(const TableReader& table, quint64 seed);
+
+} // namespace simulator

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/// One run of the till: its arguments and, for a working till, the cashier's commands.
+struct TillRun
+{
+    QStringList arguments;
+    QStringList commands;
+};
+
+/// What a shop does while something in it is stopped.
+struct Flow
+{
+    QString name;
+    int repetitions = 1;
+    /// Done once and undisturbed; what it leaves is where every scene of the flow begins.
+    QStringList preparation = {};
+    /// Whether the preparation's confirmations stay in the queue.
+    bool queueHeld = false;
+    /// Whether the server's password changes after the preparation, and the till learns of it when
+    /// its queue has been refused.
+    bool passwordChanges = false;
+    /// What is stopped at each of its calls.
+    QList<TillRun> runs = {};
+};
+
+/// All flows, each part of them done so many times in a row.
+QList<Flow> allFlows(int repetitions);
