@@ -29,6 +29,13 @@ void print(const QString& line)
     std::fflush(stdout);
 }
 
+/// What a power cut before a call on the network or the screen takes away, it also takes before the
+/// next call on the disk.
+bool isOnDisk(const QString& call)
+{
+    return !call.endsWith(u" connection"_s) && !call.endsWith(u" output"_s);
+}
+
 QString describe(const QString& flow, const Stop& stop, const Outcome& outcome)
 {
     return u"%1 | %2 | %3 | %4 | %5"_s.arg(flow, nameOf(stop.actor), QString::number(stop.call),
@@ -69,9 +76,16 @@ QList<Matrix::Task> Matrix::tasksOf(const Flow& flow, Actor actor)
             u"%1 goes wrong without any stop: %2"_s.arg(flow.name, outcome.problems.join(u"; "_s)));
     }
     print(u"%1, %2: %3 calls"_s.arg(flow.name, nameOf(actor)).arg(outcome.calls));
+    if (quint64(outcome.trace.size()) != outcome.calls) {
+        throw SceneError(
+            u"%1: %2 of the calls are listed"_s.arg(flow.name).arg(outcome.trace.size()));
+    }
     QList<Task> tasks;
     for (quint64 call = 1; call <= outcome.calls; ++call) {
         for (const QString& way : options.ways) {
+            if (way != u"kill"_s && !isOnDisk(outcome.trace.at(qsizetype(call) - 1))) {
+                continue;
+            }
             tasks.append({&flow, {actor, call, way, options.seed * 1'000'003 + call}});
         }
     }

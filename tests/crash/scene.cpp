@@ -25,6 +25,7 @@ namespace {
 const QString tillFile = QStringLiteral("till.sqlite");
 const QString serverFile = QStringLiteral("server.sqlite");
 const QString recordFile = QStringLiteral("record");
+const QString traceFile = QStringLiteral("trace");
 
 const QString saleText = QStringLiteral(R"(type = "sale"
 card = "%1"
@@ -115,6 +116,9 @@ QProcessEnvironment Scene::environment(const Stop* stop) const
         variables.insert(u"ORVA_CRASH_FOLDER"_s, folder);
         variables.insert(u"ORVA_CRASH_AT"_s, QString::number(stop->call));
         variables.insert(u"ORVA_CRASH_WAY"_s, stop->way);
+        if (stop->call == 0) {
+            variables.insert(u"ORVA_CRASH_TRACE"_s, path(traceFile));
+        }
         variables.insert(u"ORVA_CRASH_SEED"_s, QString::number(stop->seed));
     }
     return variables;
@@ -308,5 +312,8 @@ Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop&
         outcome.problems += difference.text();
     }
     readRecord(path(recordFile), outcome);
+    if (QFile trace(path(traceFile)); stop.call == 0 && trace.open(QFile::ReadOnly)) {
+        outcome.trace = QString::fromUtf8(trace.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    }
     return outcome;
 }

@@ -42,6 +42,8 @@ struct Outcome
     quint64 calls = 0;
     bool stopped = false;
     QString at;
+    /// Every call, as in "3 pwrite ./till.sqlite-wal"; only of an undisturbed run.
+    QStringList trace;
     QStringList problems;
 };
 
