@@ -22,7 +22,7 @@ struct MatrixOptions
     QStringList ways;    ///< "kill", "cut", "tear"
     int repetitions = 1; ///< of what a flow does
     quint64 seed = 1;
-    int jobs = 4;
+    int jobs = 8; ///< more than processors: most of the time a scene waits
     /// Goes through the stops in a random order and ends with the first one that goes wrong.
     bool firstProblemOnly = false;
 };
