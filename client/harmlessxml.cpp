@@ -65,6 +65,16 @@ private:
         if (++nodes > maxNodes) {
             return false;
         }
+        // what an answer mostly consists of comes first
+        if (startsWith("</")) {
+            --level;
+            at = std::find(at, end, Char('>'));
+            at += at == end ? 0 : 1;
+            return true;
+        }
+        if (end - at < 2 || (at[1] != Char('!') && at[1] != Char('?'))) {
+            return passElement();
+        }
         if (startsWith("<!--")) {
             return passUntil("-->", 4);
         }
@@ -74,17 +84,10 @@ private:
         if (startsWith("<?")) {
             return passUntil("?>", 2);
         }
-        if (startsWith("</")) {
-            --level;
-            return passUntil(">", 2);
-        }
-        if (startsWith("<!")) {
-            // Any other declaration is an error at which the parser stops, or the text ends here.
-            const bool isTypeDeclaration = startsWith("<!DOCTYPE");
-            at = end;
-            return !isTypeDeclaration;
-        }
-        return passElement();
+        // Any other declaration is an error at which the parser stops, or the text ends here.
+        const bool isTypeDeclaration = startsWith("<!DOCTYPE");
+        at = end;
+        return !isTypeDeclaration;
     }
 
     bool passElement()

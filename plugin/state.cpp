@@ -22,13 +22,32 @@ QString stateOwner()
     return QString::fromUtf8(Orva::staticMetaObject.className());
 }
 
+struct RecordProperty
+{
+    QString name;
+    QMetaProperty property;
+};
+
+/// All properties of a bonus record in the order of their indices, looked up once.
+const QList<RecordProperty>& recordProperties()
+{
+    static const QList<RecordProperty> all = [] {
+        const QMetaObject& gadget = DocumentBonusRecord::staticMetaObject;
+        QList<RecordProperty> properties;
+        for (int index = 0; index < gadget.propertyCount(); ++index) {
+            const QMetaProperty property = gadget.property(index);
+            properties.append({QString::fromLatin1(property.name()), property});
+        }
+        return properties;
+    }();
+    return all;
+}
+
 QVariantMap toMap(const DocumentBonusRecord& record)
 {
-    const QMetaObject& gadget = DocumentBonusRecord::staticMetaObject;
     QVariantMap map;
-    for (int index = 0; index < gadget.propertyCount(); ++index) {
-        const QMetaProperty property = gadget.property(index);
-        map.insert(QString::fromLatin1(property.name()), property.readOnGadget(&record));
+    for (const RecordProperty& known : recordProperties()) {
+        map.insert(known.name, known.property.readOnGadget(&record));
     }
     return map;
 }

@@ -10,6 +10,8 @@
 #include "host/xml/xmlutils.h"
 #include "host/xml/xmlwrapper.h"
 
+#include <algorithm>
+
 namespace orva {
 
 namespace {
@@ -26,30 +28,52 @@ QString elementFor(EDiscountType::type type)
     return {};
 }
 
+/// An impact as it is reported.
+struct Used
+{
+    int position;
+    QString name;
+    QString sum;
+};
+
+/// What is reported of the impacts, by position and for each position in the order of the list:
+/// looking all impacts through for every line would take the square of the check's length.
+QList<Used> usedByPosition(const QList<QSharedPointer<DocumentImpact>>& impacts)
+{
+    static const QVariant ownCardType(loyaltySystemType);
+    QList<Used> used;
+    for (const auto& impact : impacts) {
+        const auto totals = impact->getTotals();
+        const QString name = elementFor(totals->getDiscountType());
+        if (!name.isEmpty() && totals->getCardType() == ownCardType) {
+            used.append(
+                {totals->getPosition(), name, QString::number(totals->getDiscountSum(), 'f', 2)});
+        }
+    }
+    std::stable_sort(used.begin(), used.end(), [](const Used& left, const Used& right) {
+        return left.position < right.position;
+    });
+    return used;
+}
+
 } // namespace
 
 void Interface::insertUsedImpacts(QDomElement& root,
                                   const QList<QSharedPointer<DocumentImpact>>& impacts) const
 {
     static const QList<QString> usedPath{element::usedAwards(), element::rawItemUsedAwards()};
-    static const QVariant ownCardType(loyaltySystemType);
 
+    const QList<Used> used = usedByPosition(impacts);
     QList<QDomElement> lines = answerLines(*xmlWrapper, root);
     QDomDocument scratch;
     for (QDomElement& line : lines) {
         const int position = linePosition(*xmlWrapper, line);
-        for (const auto& impact : impacts) {
-            const auto totals = impact->getTotals();
-            if (totals->getPosition() != position) {
-                continue;
-            }
-            const QString name = elementFor(totals->getDiscountType());
-            if (name.isEmpty() || totals->getCardType() != ownCardType) {
-                continue;
-            }
-            const QString sum = QString::number(totals->getDiscountSum(), 'f', 2);
+        auto next = std::partition_point(used.cbegin(), used.cend(), [position](const Used& entry) {
+            return entry.position < position;
+        });
+        for (; next != used.cend() && next->position == position; ++next) {
             xmlWrapper->insertElement(line, usedPath,
-                                      xmlutils::createTextElement(scratch, name, sum),
+                                      xmlutils::createTextElement(scratch, next->name, next->sum),
                                       XmlWrapper::Operation::Award);
         }
     }

@@ -40,11 +40,12 @@ QList<DocumentBonusRecord>
 Interface::getBonusRecords(const QSharedPointer<DocumentCardRecord>& cardRecord,
                            const QDomElement& root) const
 {
+    static const QList<QString> bonusPath = awardPath(element::awardBonus());
     QList<DocumentBonusRecord> records;
     const QList<QDomElement> lines = answerLines(*xmlWrapper, root);
     for (const QDomElement& line : lines) {
         const int position = linePosition(*xmlWrapper, line);
-        const double bonus = lineAward(*xmlWrapper, line, element::awardBonus());
+        const double bonus = lineAmount(*xmlWrapper, line, bonusPath);
         // By its size, unlike a discount: a negative accrual makes a record as well.
         if (std::abs(bonus) < zeroThreshold) {
             continue;

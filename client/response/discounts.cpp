@@ -40,11 +40,13 @@ QList<QSharedPointer<DocumentImpact>>
 Interface::getDiscountImpacts(const QSharedPointer<DocumentCardRecord>& cardRecord,
                               const QDomElement& root) const
 {
+    static const QList<QString> discountPath = awardPath(element::discount());
+    static const QList<QString> onChangePath = awardPath(element::discountOnChange());
     QList<QSharedPointer<DocumentImpact>> impacts;
     const QList<QDomElement> lines = answerLines(*xmlWrapper, root);
     for (const QDomElement& line : lines) {
-        const double discount = lineAward(*xmlWrapper, line, element::discount());
-        const double onChange = lineAward(*xmlWrapper, line, element::discountOnChange());
+        const double discount = lineAmount(*xmlWrapper, line, discountPath);
+        const double onChange = lineAmount(*xmlWrapper, line, onChangePath);
         // By the signed value: a negative amount is no discount.
         if (discount > zeroThreshold) {
             impacts.append(makeDiscount(cardRecord, u"Скидка Orva"_s,

@@ -4,9 +4,21 @@
 #include "client/response/line.h"
 
 #include "client/elements.h"
+#include "client/response/number.h"
 #include "host/xml/xmlwrapper.h"
 
 namespace orva {
+
+namespace {
+
+/// The element's text. Nearly always that is one text node, whose content need not be copied.
+QString textOf(const QDomElement& element)
+{
+    const QDomNode only = element.firstChild();
+    return only.isText() && only.nextSibling().isNull() ? only.nodeValue() : element.text();
+}
+
+} // namespace
 
 QList<QDomElement> answerLines(const XmlWrapper& xml, const QDomElement& root)
 {
@@ -17,14 +29,17 @@ QList<QDomElement> answerLines(const XmlWrapper& xml, const QDomElement& root)
 int linePosition(const XmlWrapper& xml, const QDomElement& line)
 {
     static const QList<QString> path{element::id()};
-    return xml.extractElement(line, path).text().toInt();
+    return textOf(xml.extractElement(line, path)).toInt();
 }
 
-double lineAward(const XmlWrapper& xml, const QDomElement& line, const QString& name)
+QList<QString> awardPath(const QString& name)
 {
-    return xml.extractElement(line, {element::awards(), element::rawItemAwards(), name})
-        .text()
-        .toDouble();
+    return {element::awards(), element::rawItemAwards(), name};
+}
+
+double lineAmount(const XmlWrapper& xml, const QDomElement& line, const QList<QString>& path)
+{
+    return toNumber(textOf(xml.extractElement(line, path)));
 }
 
 } // namespace orva

@@ -17,7 +17,11 @@ QList<QDomElement> answerLines(const XmlWrapper& xml, const QDomElement& root);
 /// The goods position of an answer's line; 0 when its "id" is missing, no number or beyond int.
 int linePosition(const XmlWrapper& xml, const QDomElement& line);
 
-/// An amount among a line's first awards, in currency units; 0 when it is missing or no number.
-double lineAward(const XmlWrapper& xml, const QDomElement& line, const QString& name);
+/// Where a line has the award of that name.
+QList<QString> awardPath(const QString& name);
+
+/// An amount of a line, in currency units; 0 when it is missing or no number.
+/// @param path made once by awardPath: lines are many
+double lineAmount(const XmlWrapper& xml, const QDomElement& line, const QList<QString>& path);
 
 } // namespace orva

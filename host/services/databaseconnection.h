@@ -8,6 +8,8 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QStringView>
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
 
@@ -35,9 +37,21 @@ public:
     /// Resets a statement and keeps it for the next use of the same text.
     void keep(const QString& sql, std::unique_ptr<QSqlQuery> query);
 
+    /// Statements differ in length nearly always, and what they end with tells the others apart:
+    /// hashing their whole text cost more than finding them.
+    struct TextHash
+    {
+        size_t operator()(const QString& sql) const
+        {
+            constexpr qsizetype end = 8;
+            return qHash(QStringView(sql).last(std::min(end, sql.size())), size_t(sql.size()));
+        }
+    };
+
     QString file;
     QSqlDatabase handle;
-    std::unordered_map<QString, std::unique_ptr<QSqlQuery>> idle; ///< at most one for each text
-    int depth = 0;                                                ///< of nested Transaction objects
+    /// At most one for each text.
+    std::unordered_map<QString, std::unique_ptr<QSqlQuery>, TextHash> idle;
+    int depth = 0;       ///< of nested Transaction objects
     bool failed = false; ///< the open transaction can only be rolled back
 };

@@ -54,13 +54,14 @@ QDomElement XmlWrapper::extractElement(const QDomElement& parent, const QList<QS
 void XmlWrapper::insertElement(QDomElement& parent, const QList<QString>& path,
                                const QDomNode& node, Operation) const
 {
-    QDomDocument scratch;
     QDomElement element = parent;
+    bool isNew = false; // nothing has to be looked for below a new element
     for (const QString& name : path) {
-        QDomElement child = element.firstChildElement(name);
+        QDomElement child = isNew ? QDomElement() : element.firstChildElement(name);
         if (child.isNull()) {
-            child = scratch.createElement(name);
+            child = QDomDocument().createElement(name);
             element.appendChild(child);
+            isNew = true;
         }
         element = child;
     }

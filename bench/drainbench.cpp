@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// How fast the queue drains.
+
+#include "bench/barecurl.h"
+#include "bench/baredatabase.h"
+#include "bench/checkdata.h"
+#include "bench/loopbackserver.h"
+#include "bench/rows.h"
+#include "bench/suites.h"
+#include "bench/workplace.h"
+#include "client/interface.h"
+#include "host/services/database.h"
+#include "host/services/queuedelivery.h"
+#include "host/services/transaction.h"
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+
+namespace {
+
+/// Checks have few lines where queues have many messages.
+constexpr int linesOfCheck = 3;
+
+QVariantMap makeMessage(const QString& serverUrl)
+{
+    orva::Interface client;
+    client.setUrl(serverUrl);
+    client.setAuthData(u"till"_s, u"secret"_s, u"key"_s);
+    const auto card = makeCard();
+    const auto sale = makeSale(linesOfCheck, card);
+    client.setLastResponse(parsedAnswer(linesOfCheck));
+    return client.getSaleRequest(sale, card);
+}
+
+void fill(Database& database, const QVariantMap& message, int messages)
+{
+    DBQueueBroker broker(QSharedPointer<Database>(&database, [](Database*) {}));
+    Transaction transaction(database);
+    for (int number = 0; number < messages; ++number) {
+        broker.addToQueue(u"orva"_s, message, QString());
+    }
+    transaction.commit();
+}
+
+/// A confirmation is posted to two addresses; the bare loop posts as often.
+void measureDrain(benchmark::State& state, int messages)
+{
+    LoopbackServer server("<ok/>");
+    const Workplace workplace(server.url());
+    const QVariantMap message = makeMessage(server.url());
+    const QByteArray body = message.value(u"payload"_s).toString().toUtf8();
+    Database database(workplace.file(u"till.sqlite"_s));
+    QueueDelivery delivery(database);
+    BareDatabase bare(workplace.file(u"bare.sqlite"_s));
+    BareCurl curl(server.url() + u"api/1.x/paymenttry"_s);
+    const int posts = 2 * messages;
+    double floorSum = 0;
+    double subjectSum = 0;
+    for ([[maybe_unused]] const auto turn : state) {
+        fill(database, message, messages);
+        DeliveryReport result;
+        const double time = seconds(Clock::Wall, [&] { result = delivery.deliverDue(); });
+        if (result.requests != posts || result.delivered != messages) {
+            state.SkipWithError("the queue was not drained");
+            return;
+        }
+        subjectSum += time;
+        state.SetIterationTime(time);
+        const sqlite3_int64 row = bare.insert(body);
+        floorSum += seconds(Clock::Wall, [&] {
+            for (int number = 0; number < posts; ++number) {
+                curl.post(body);
+                bare.markSent(row);
+            }
+        });
+    }
+    const auto all = static_cast<double>(state.iterations() * posts);
+    report(state, floorSum / all, subjectSum / all, floorSum / subjectSum, {0.8, true});
+}
+
+} // namespace
+
+void addDrainRows()
+{
+    addRow("drain/10000", 1, [](benchmark::State& state) { measureDrain(state, 10'000); });
+}
+
+} // namespace bench

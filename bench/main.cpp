@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "bench/suites.h"
+#include "bench/table.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <benchmark/benchmark.h>
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false"));
+    bench::addRequestRows();
+    bench::addAllocationRows();
+    bench::addGrowthRows();
+    bench::addLoopbackRows();
+    bench::addClosingRows();
+    bench::addDrainRows();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 2;
+    }
+    bench::Table table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+    return table.isEveryRowMet() ? 0 : 1;
+}
