@@ -146,11 +146,11 @@ private:
 
     QVariant secretIn(const toml::table& table, const QString& name)
     {
-        const toml::node* file = table.get("file");
-        if (file == nullptr || !file->is_string() || table.size() != 1) {
+        const std::optional<std::string> file = table["file"].value_exact<std::string>();
+        if (!file || table.size() != 1) {
             fail(table.source(), name, u"ожидается строка или { file = \"путь\" }"_s);
         }
-        const QString path = absolutePath(valueOf(*file).toString());
+        const QString path = absolutePath(toQString(file.value_or(std::string())));
         try {
             const QString secret = secretfile::read(path);
             reportRights(path);

@@ -82,6 +82,10 @@ int main(int argc, char** argv)
                    "kill, cut (a power cut that leaves nothing unsynced) or tear (one "
                    "that leaves some of it)")
         ->check(CLI::IsMember({"kill", "cut", "tear"}));
+    app.add_option("--cut-every", options.cutEvery,
+                   "cut the power only at every so-manieth call; which ones, the seed tells")
+        ->capture_default_str()
+        ->check(CLI::PositiveNumber);
     app.add_option("--repeat", options.repetitions, "how often a flow does what it does")
         ->capture_default_str()
         ->check(CLI::Range(1, 60));

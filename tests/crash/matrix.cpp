@@ -83,7 +83,9 @@ QList<Matrix::Task> Matrix::tasksOf(const Flow& flow, Actor actor)
     QList<Task> tasks;
     for (quint64 call = 1; call <= outcome.calls; ++call) {
         for (const QString& way : options.ways) {
-            if (way != u"kill"_s && !isOnDisk(outcome.trace.at(qsizetype(call) - 1))) {
+            const bool cuts = way != u"kill"_s;
+            if (cuts && (!isOnDisk(outcome.trace.at(qsizetype(call) - 1)) ||
+                         (call + options.seed) % quint64(options.cutEvery) != 0)) {
                 continue;
             }
             tasks.append({&flow, {actor, call, way, options.seed * 1'000'003 + call}});
