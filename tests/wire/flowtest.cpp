@@ -97,7 +97,7 @@ TEST_F(WireFlow, ofASuspendedCheckAndASaleDeliveredLaterFitsTheSchemas)
     expectOk(*till, u"restore last"_s);
     stopServer();
     expectOk(*till, u"close"_s);
-    startServer(path(u"rules.toml"_s));
+    startServer();
     expectOk(*till, u"wait 60"_s);
 
     std::vector<StoredMessage> messages = storedMessages();

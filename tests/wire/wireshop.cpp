@@ -14,10 +14,6 @@ namespace tests {
 void WireShop::SetUp()
 {
     Shop::SetUp();
-    const QString rules = runProgram(QStringLiteral(ORVA_SIMULATOR), {u"rules"_s}, folder()).output;
-    writeFile(u"rules.toml"_s, u"strict = true\n"_s + rules);
-    stopServer();
-    startServer(path(u"rules.toml"_s));
     recorder = std::make_unique<Recorder>(address);
     writeConfig(u"secret"_s, recorder->address());
 }

@@ -16,7 +16,7 @@ struct StoredMessage
     QByteArray payload;
 };
 
-/// A shop whose server is strict and whose exchanges are recorded.
+/// A shop whose exchanges are recorded.
 class WireShop : public Shop
 {
 protected:
