@@ -6,8 +6,6 @@
 #include <QHash>
 #include <QStringList>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace simulator {
@@ -32,7 +30,7 @@ std::optional<QString> textObjection(const Element& element, const TextForm& for
     const QString text = form.isTrimmed ? element.text.trimmed() : element.text;
     bool isInt = true;
     if (form.isInt) {
-        text.toInt(&isInt);
+        static_cast<void>(text.toInt(&isInt));
     }
     if (isInt && form.whole.match(text).hasMatch()) {
         return std::nullopt;
@@ -51,22 +49,32 @@ QString namesOf(const std::vector<Child>& children)
     return names.join(u", "_s);
 }
 
+/// The row of the form for an element of that name, or null.
+const Child* rowOf(const ElementForm& form, const QString& name)
+{
+    for (const Child& row : form.children) {
+        if (row.name == name) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
 /// What is wrong with which elements there are and how many of them.
 std::optional<QString> countObjection(const Element& element, const ElementForm& form,
                                       const QString& path)
 {
+    QHash<const Child*, int> counts;
     for (const Element& child : element.children) {
-        const auto known = std::find_if(form.children.begin(), form.children.end(),
-                                        [&](const Child& row) { return row.name == child.name; });
-        if (known == form.children.end()) {
+        const Child* row = rowOf(form, child.name);
+        if (row == nullptr) {
             return u"%1%2 is unknown here: known are %3"_s.arg(path, child.name,
                                                                namesOf(form.children));
         }
+        ++counts[row];
     }
     for (const Child& row : form.children) {
-        const auto count =
-            std::count_if(element.children.begin(), element.children.end(),
-                          [&](const Element& child) { return child.name == row.name; });
+        const int count = counts.value(&row);
         if (count == 0 && row.occurs == Occurs::Once) {
             return u"%1%2 is missing"_s.arg(path, row.name);
         }
@@ -84,18 +92,19 @@ std::optional<QString> countObjection(const Element& element, const ElementForm&
 std::optional<QString> orderObjection(const Element& element, const ElementForm& form,
                                       const QString& path)
 {
-    const auto place = [&](const Element& child) {
-        return std::find_if(form.children.begin(), form.children.end(),
-                            [&](const Child& row) { return row.name == child.name; });
-    };
-    const auto wrong = std::adjacent_find(
-        element.children.begin(), element.children.end(),
-        [&](const Element& one, const Element& next) { return place(next) < place(one); });
-    if (form.order == ElementForm::Order::Free || wrong == element.children.end()) {
+    if (form.order == ElementForm::Order::Free) {
         return std::nullopt;
     }
-    return u"%1%2 stands behind %3: expected in the order %4"_s.arg(
-        path, (wrong + 1)->name, wrong->name, namesOf(form.children));
+    const Child* reached = nullptr; // rows stand behind each other
+    for (const Element& child : element.children) {
+        const Child* row = rowOf(form, child.name);
+        if (reached != nullptr && row < reached) {
+            return u"%1%2 stands behind %3: expected in the order %4"_s.arg(
+                path, child.name, reached->name, namesOf(form.children));
+        }
+        reached = row;
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -123,14 +132,13 @@ std::optional<QString> formObjection(const Element& element, const ElementForm& 
     if (!objection) {
         objection = orderObjection(element, form, path);
     }
-    QHash<QString, int> seen;
+    QHash<const Child*, int> seen;
     for (auto child = element.children.begin(); !objection && child != element.children.end();
          ++child) {
-        const auto row =
-            std::find_if(form.children.begin(), form.children.end(),
-                         [&](const Child& known) { return known.name == child->name; });
+        const Child* row = rowOf(form, child->name);
+        ++seen[row];
         const QString number =
-            row->occurs == Occurs::AnyTimes ? u"[%1]"_s.arg(++seen[child->name]) : QString();
+            row->occurs == Occurs::AnyTimes ? u"[%1]"_s.arg(seen.value(row)) : QString();
         objection = formObjection(*child, *row->form, path + child->name + number + u'/');
     }
     return objection;

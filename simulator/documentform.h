@@ -40,7 +40,7 @@ struct ElementForm
     struct Child
     {
         QLatin1StringView name;
-        const ElementForm* form;
+        const ElementForm* form = nullptr;
         Occurs occurs = Occurs::Once;
     };
 
