@@ -3,7 +3,7 @@
 
 #include "simulator/faultreader.h"
 
-#include "simulator/tablereader.h"
+#include "simulator/matchreader.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,22 +65,20 @@ Fault readParameters(const TableReader& table)
 
 FaultRule readFault(const TableReader& table, quint64 seed)
 {
-    table.allowOnly({u"kind"_s, u"endpoint"_s, u"card"_s, u"request"_s, u"times"_s,
-                     u"probability"_s, u"seed"_s, u"status"_s, u"body"_s, u"seconds"_s});
+    table.allowOnly(QStringList{u"kind"_s} + matchKeys() +
+                    QStringList{u"probability"_s, u"seed"_s, u"status"_s, u"body"_s, u"seconds"_s});
     FaultRule rule;
     rule.fault = readParameters(table);
-    const QStringList keys = table.keys();
-    if (keys.contains(u"endpoint"_s)) {
-        rule.endpoint =
-            table.choice("endpoint", {u"precheck"_s, u"paymenttry"_s, u"checkconfirm"_s});
-    }
-    rule.card = table.text("card");
-    rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, FaultRule::always));
-    const int usualTimes = keys.contains(u"request"_s) ? 1 : FaultRule::always;
-    rule.times = static_cast<int>(table.integer("times", usualTimes, 1, FaultRule::always));
+    readMatch(table, rule);
     rule.probability = table.number("probability", 1, 0, 1);
-    rule.seed = keys.contains(u"seed"_s) ? table.seed("seed", seed) : seed;
+    rule.seed = table.seed("seed", seed);
     return rule;
+}
+
+FaultRule readFaultText(const QByteArray& text, const QString& name)
+{
+    const toml::table parsed = parseToml(text, name);
+    return readFault(TableReader(parsed, name, {}), FaultRule().seed);
 }
 
 } // namespace simulator

@@ -63,6 +63,9 @@ int main(int argc, char** argv)
     app.add_option("--port", options.port, "port to listen at, 0 for a free one")
         ->capture_default_str()
         ->check(CLI::Range(0, 65535));
+    app.add_option("--admin-port", options.adminPort,
+                   "port on 127.0.0.1 to read the ledger and to arm faults at, 0 for a free one")
+        ->check(CLI::Range(0, 65535));
     app.add_option("--database", database,
                    "SQLite file (default: " + simulator::defaultDatabase().toStdString() + ")");
     app.add_flag("--quiet", options.quiet, "print the address only, no line per request");

@@ -3,12 +3,14 @@
 
 #include "simulator/program.h"
 
+#include "simulator/admindesk.h"
 #include "simulator/credentials.h"
 #include "simulator/faultplan.h"
 #include "simulator/faultyservice.h"
 #include "simulator/httpserver.h"
 #include "simulator/ledgerprinter.h"
 #include "simulator/requestlog.h"
+#include "simulator/rulesfile.h"
 #include "simulator/rulesreader.h"
 #include "simulator/service.h"
 #include "simulator/stopsignal.h"
@@ -22,10 +24,45 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
+constexpr std::chrono::milliseconds betweenLooks(500);
+
 void print(const QString& text)
 {
     std::fputs(text.toUtf8().constData(), stdout);
     std::fflush(stdout);
+}
+
+void complain(const QString& what)
+{
+    std::fprintf(stderr, "orva-simulator: %s\n", qUtf8Printable(what));
+}
+
+/// Looks whether the file of rules has changed and lets the server follow it.
+void follow(RulesFile& file, Service& service, FaultPlan& faults, bool quiet)
+{
+    const auto apply = [&](const Rules& rules) {
+        service.setRules(rules);
+        faults.setRules(rules.faults);
+        if (!quiet) {
+            print(u"Rules: read anew\n"_s);
+        }
+        if (rules.certificateFile != file.first().certificateFile ||
+            rules.keyFile != file.first().keyFile) {
+            complain(u"the change of [tls] takes effect at the next start"_s);
+        }
+    };
+    file.look(apply,
+              [](const QString& what) { complain(u"the rules stay as they were: "_s + what); });
+}
+
+std::unique_ptr<HttpServer> adminServer(const Options& options, const AdminDesk& desk)
+{
+    if (options.adminPort == Options::noAdmin) {
+        return nullptr;
+    }
+    return std::make_unique<HttpServer>(
+        u"127.0.0.1"_s, options.adminPort,
+        [&desk](const Request& request) { return desk.handle(request); });
 }
 
 Rules rulesFor(const Options& options)
@@ -54,12 +91,28 @@ QString lineToPaste(const Options& options, const Rules& rules, const QString& u
                rules.cards.front().number, url);
 }
 
+void announce(const Options& options, const Rules& rules, const QString& url,
+              const QString& adminUrl)
+{
+    print(u"Listening on %1\n"_s.arg(url));
+    if (!adminUrl.isEmpty()) {
+        print(u"Admin at %1\n"_s.arg(adminUrl));
+    }
+    if (!options.quiet) {
+        print(u"Rules: %1\nDatabase: %2\nTry: %3\n"_s.arg(
+            options.config.isEmpty() ? u"built-in"_s : options.config, databaseFor(options),
+            lineToPaste(options, rules, url)));
+    }
+}
+
 } // namespace
 
 void serve(const Options& options)
 {
     const StopSignal stop;
-    const Rules rules = rulesFor(options);
+    const std::unique_ptr<RulesFile> file =
+        options.config.isEmpty() ? nullptr : std::make_unique<RulesFile>(options.config);
+    const Rules rules = file ? file->first() : rulesFor(options);
     Service service(rules, databaseFor(options));
     RequestLog log;
     HttpServer::Observer observer;
@@ -71,16 +124,28 @@ void serve(const Options& options)
     FaultPlan faults(rules.faults);
     const FaultyService faulty(
         [&service](const Request& request) { return service.handle(request); }, faults);
-    const HttpServer server(options.listen, options.port,
-                            [&faulty](const Request& request) { return faulty.handle(request); },
-                            observer, {rules.certificateFile, rules.keyFile});
-    print(u"Listening on %1\n"_s.arg(server.url()));
-    if (!options.quiet) {
-        print(u"Rules: %1\nDatabase: %2\nTry: %3\n"_s.arg(
-            options.config.isEmpty() ? u"built-in"_s : options.config, databaseFor(options),
-            lineToPaste(options, rules, server.url())));
+    const auto look = [&] {
+        if (file) {
+            follow(*file, service, faults, options.quiet);
+        }
+    };
+    // what was written before a request counts for it
+    const auto handle = [&](const Request& request) {
+        look();
+        return faulty.handle(request);
+    };
+    const HttpServer server(options.listen, options.port, handle, observer,
+                            {rules.certificateFile, rules.keyFile});
+    const AdminDesk desk(service, faults);
+    const std::unique_ptr<HttpServer> admin = adminServer(options, desk);
+    announce(options, rules, server.url(), admin ? admin->url() : QString());
+    if (!file) {
+        stop.wait();
+        return;
     }
-    stop.wait();
+    while (!stop.waitFor(betweenLooks)) {
+        look(); // what is wrong with a change is said though nobody asks for anything
+    }
 }
 
 int printLedger(const Options& options)

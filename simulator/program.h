@@ -10,10 +10,13 @@ namespace simulator {
 /// What the command line asks for.
 struct Options
 {
+    static constexpr int noAdmin = -1;
+
     QString config; ///< file of rules; empty for the built-in ones
     QString listen = QStringLiteral("127.0.0.1");
     int port = 8710;
-    QString database; ///< empty for the default place
+    int adminPort = noAdmin; ///< on loopback only
+    QString database;        ///< empty for the default place
     bool quiet = false;
     bool csv = false;
     bool json = false;

@@ -3,6 +3,7 @@
 
 #include "simulator/rulesreader.h"
 
+#include "simulator/answerreader.h"
 #include "simulator/configerror.h"
 #include "simulator/faultreader.h"
 #include "simulator/messagetext.h"
@@ -85,6 +86,18 @@ Message readMessage(const TableReader& table)
     return message;
 }
 
+void readAnswers(const TableReader& root, const QString& file, Rules& rules)
+{
+    const QDir folder = QFileInfo(file).absoluteDir();
+    for (const TableReader& table : root.tables("answer")) {
+        rules.answers.push_back(readAnswer(table, folder, rules.answerFiles));
+    }
+    rules.isStrict = root.flag("strict", false);
+    const QString refuse = u"refuse"_s;
+    rules.refusesUnmatched = root.keys().contains(u"unmatched"_s) &&
+                             root.choice("unmatched", {u"rules"_s, refuse}) == refuse;
+}
+
 } // namespace
 
 Rules readRulesFile(const QString& path)
@@ -99,17 +112,10 @@ Rules readRulesFile(const QString& path)
 
 Rules readRules(const QByteArray& text, const QString& name)
 {
-    toml::table parsed;
-    try {
-        parsed = toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
-    } catch (const toml::parse_error& error) {
-        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
-                              .arg(error.source().begin.line)
-                              .arg(QString::fromUtf8(error.description())));
-    }
+    const toml::table parsed = parseToml(text, name);
     const TableReader root(parsed, name, {});
     root.allowOnly({u"auth"_s, u"tls"_s, u"discount"_s, u"earn"_s, u"spend"_s, u"card"_s,
-                    u"message"_s, u"fault"_s, u"seed"_s});
+                    u"message"_s, u"fault"_s, u"seed"_s, u"answer"_s, u"strict"_s, u"unmatched"_s});
     Rules rules;
     readAuth(root.table("auth"), rules);
     readTls(root.table("tls"), name, rules);
@@ -126,6 +132,7 @@ Rules readRules(const QByteArray& text, const QString& name)
     for (const TableReader& table : root.tables("fault")) {
         rules.faults.push_back(readFault(table, seed));
     }
+    readAnswers(root, name, rules);
     return rules;
 }
 

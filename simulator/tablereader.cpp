@@ -23,6 +23,17 @@ QString keyText(const toml::key& key)
 
 } // namespace
 
+toml::table parseToml(const QByteArray& text, const QString& name)
+{
+    try {
+        return toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
+    } catch (const toml::parse_error& error) {
+        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
+                              .arg(error.source().begin.line)
+                              .arg(QString::fromUtf8(error.description())));
+    }
+}
+
 TableReader::TableReader(const toml::table& table, const QString& file, const QString& path)
     : values(table), fileName(file), prefix(path)
 {}
@@ -157,6 +168,20 @@ double TableReader::number(const char* key, double fallback, double least, doubl
     }
     // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
     return *value;
+}
+
+bool TableReader::flag(const char* key, bool fallback) const
+{
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        return fallback;
+    }
+    const auto* value = node->as_boolean();
+    if (value == nullptr) {
+        refuse(key, u"must be true or false"_s);
+    }
+    // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
+    return value->get();
 }
 
 quint64 TableReader::seed(const char* key, quint64 fallback) const
