@@ -175,6 +175,20 @@ void addLog(CLI::App& app, Options& options, Texts& texts)
         ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
 }
 
+void addExplain(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const explain =
+        addCommand(app, "explain",
+                   QT_TRANSLATE_NOOP("Till", "Show where the amounts on a closed check come from"),
+                   options, Command::Explain);
+    explain
+        ->add_option(
+            "CHECK", texts.record,
+            words(QT_TRANSLATE_NOOP("Till", "The check's identifier or number, or \"last\"")))
+        ->required();
+    explain->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
 void takeOver(const CLI::App& app, const Texts& texts, Options& options)
 {
     options.configFile = QString::fromStdString(texts.config);
@@ -199,13 +213,15 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     app.footer(words(QT_TRANSLATE_NOOP(
         "Till",
         "Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on\n"
-        "without the loyalty system, 4 a replay differs from its record.")));
+        "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
+        "explanation.")));
     app.require_subcommand(1);
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
     addQueue(app, options);
     addLog(app, options, texts);
+    addExplain(app, options, texts);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

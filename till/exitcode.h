@@ -15,7 +15,7 @@ enum class ExitCode : int
     Usage = 2,
     /// The sale was closed, but without the loyalty system.
     WithoutLoyalty = 3,
-    /// What was compared differs: a replay from its record.
+    /// What was compared differs: a replay from its record, a check from what explains it.
     Differs = 4,
 };
 

@@ -30,6 +30,7 @@ enum class Command
     LogShow,
     LogExport,
     LogReplay,
+    Explain,
 };
 
 /// What the command line says.
@@ -52,6 +53,7 @@ struct Options
     int waitSeconds = 0;
     qint64 message = 0;
     /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
+    /// Or which check.
     QString record;
     /// The file to export to.
     QString target;

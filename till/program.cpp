@@ -5,6 +5,7 @@
 
 #include "host/core/basicexception.h"
 #include "till/checkview.h"
+#include "till/explain/explaincommand.h"
 #include "till/failure.h"
 #include "till/ledger.h"
 #include "till/output.h"
@@ -101,6 +102,8 @@ ExitCode Program::dispatch(Workplace& workplace)
         return checks(workplace);
     case Command::Ledger:
         return ledger(workplace);
+    case Command::Explain:
+        return ExplainCommand(workplace, options, out).run();
     default:
         return QueueCommands(workplace, options, out).run();
     }
