@@ -89,6 +89,32 @@ TEST_F(ReplayTest, AnExportedFileIsReplayedWhereThereIsNothingElse)
     EXPECT_EQ(elsewhere.entryList(QDir::Files | QDir::Hidden), QStringList{u"case.jsonl"_s});
 }
 
+TEST_F(ReplayTest, AReplayInAnotherTimeZoneSendsTheSame)
+{
+    sellWithPoints();
+
+    const RunResult replayed = runProgram(
+        u"env"_s,
+        {u"TZ=Asia/Vladivostok"_s, QStringLiteral(ORVA_TILL), u"log"_s, u"replay"_s, u"1"_s},
+        folder());
+
+    EXPECT_EQ(replayed.exitCode, 0) << qPrintable(replayed.output);
+}
+
+TEST_F(ReplayTest, ADamagedRecordLeavesTheOthersReadable)
+{
+    sellWithPoints();
+    sellWithPoints();
+    const QString record = readFile(recordFile(1));
+    writeFile(recordFile(1), record.mid(record.size() / 2));
+
+    const RunResult list = till({u"log"_s, u"list"_s});
+
+    EXPECT_EQ(list.exitCode, 0) << qPrintable(list.output);
+    EXPECT_TRUE(list.output.contains(u"000001.jsonl, line 1"_s)) << qPrintable(list.output);
+    EXPECT_TRUE(list.output.contains(u"  2.1  "_s)) << qPrintable(list.output);
+}
+
 TEST_F(ReplayTest, AnEditedRequestIsNamedByItsElementPath)
 {
     sellWithPoints();

@@ -3,6 +3,7 @@
 
 #include "till/recording/logcommands.h"
 
+#include "till/checkview.h"
 #include "till/failure.h"
 #include "till/output.h"
 #include "till/recording/logview.h"
@@ -25,16 +26,6 @@ std::pair<int, int> numbersIn(const QString& text)
     return {text.section(u'.', 0, 0).toInt(), text.section(u'.', 1, 1).toInt()};
 }
 
-QList<Record> allOf(const RecordFolder& folder)
-{
-    QList<Record> records;
-    const QList<RecordFile> files = folder.files();
-    for (const RecordFile& file : files) {
-        records += Record::read(file.path);
-    }
-    return records;
-}
-
 void requireSome(const QList<Record>& records)
 {
     if (records.isEmpty()) {
@@ -54,12 +45,26 @@ QByteArray contentOf(const QString& fileName)
     return content.endsWith('\n') ? content : content.left(content.lastIndexOf('\n') + 1);
 }
 
+/// What is shown is sent on to others; the card is its owner's.
+void hideCard(const QString& card, QList<RecordDifference>& differences)
+{
+    if (card.isEmpty()) {
+        return;
+    }
+    for (RecordDifference& difference : differences) {
+        difference.recorded.replace(card, checkview::shortCard(card));
+        difference.replayed.replace(card, checkview::shortCard(card));
+    }
+}
+
 QString replayText(const Record& record, const QList<RecordDifference>& differences)
 {
     const auto calls = record.calls.size();
     const auto sent = logview::sentIn(record).size();
-    const QString what =
-        Text::tr("Record %1, %2: ").arg(record.number()).arg(logview::title(record));
+    QString what = Text::tr("Record %1, %2: ").arg(record.number()).arg(logview::title(record));
+    if (record.cut) {
+        what += Text::tr("cut off, replayed as far as it goes: ");
+    }
     if (differences.isEmpty()) {
         return what + Text::tr("%1 calls, %2 sent, identical.\n").arg(calls).arg(sent);
     }
@@ -86,7 +91,7 @@ QJsonObject replayJson(const Record& record, const QList<RecordDifference>& diff
 } // namespace
 
 LogCommands::LogCommands(const Options& given, Output& output, Output& errorOutput)
-    : options(given), out(output), config(loadConfig(given)),
+    : options(given), out(output), errors(errorOutput), config(loadConfig(given)),
       folder(RecordFolder::configured(config))
 {
     errorOutput.notes(config.warnings());
@@ -133,10 +138,24 @@ QList<Record> LogCommands::chosen() const
         return found;
     }
     if (options.record.isEmpty() || options.record == u"all"_s) {
-        return allOf(requireFolder());
+        return allReadable();
     }
     const int number = numbersIn(options.record).first;
     return number > 0 ? QList<Record>{requireFolder().read(number)} : Record::read(options.record);
+}
+
+QList<Record> LogCommands::allReadable() const
+{
+    QList<Record> records;
+    const QList<RecordFile> files = requireFolder().files();
+    for (const RecordFile& file : files) {
+        try {
+            records += Record::read(file.path);
+        } catch (const Failure& failure) {
+            errors.notes({failure.text()}); // the others are none the worse for it
+        }
+    }
+    return records;
 }
 
 ExitCode LogCommands::list()
@@ -206,7 +225,8 @@ ExitCode LogCommands::replay()
     bool identical = true;
     QJsonArray array;
     for (const Record& record : records) {
-        const auto differences = recordcomparison::differences(record, replay.run(record));
+        auto differences = recordcomparison::differences(record, replay.run(record));
+        hideCard(record.cardNumber(), differences);
         identical = identical && differences.isEmpty();
         if (options.json) {
             array.append(replayJson(record, differences));

@@ -35,9 +35,12 @@ private:
     const RecordFolder& requireFolder() const;
     /// What the command line names: a number, "all" or a file.
     QList<Record> chosen() const;
+    /// Every record that can be read; a note about each file that cannot.
+    QList<Record> allReadable() const;
 
     const Options& options;
     Output& out;
+    Output& errors;
     Config config;
     std::unique_ptr<RecordFolder> folder;
 };

@@ -56,17 +56,13 @@ QJsonValue resultOf(const QList<QSharedPointer<Impact>>& impacts)
 } // namespace
 
 RecordingLoyalty::RecordingLoyalty(BasicLoyaltySystem& loyaltySystem, Recorder& journal)
-    : system(loyaltySystem), recorder(journal)
-{
-    loyaltySystemType = system.getLoyaltySystemType();
-}
+    : ForwardingLoyalty(loyaltySystem), recorder(journal)
+{}
 
 template <typename Operation>
 auto RecordingLoyalty::recorded(const QString& name, const Recorder::Given& given,
                                 Operation operation) const
 {
-    // the document is set without this object noticing
-    system.setDocument(document);
     recorder.begin(name, given);
     try {
         if constexpr (std::is_void_v<decltype(operation())>) {
@@ -91,39 +87,39 @@ bool RecordingLoyalty::identifyByCard(QSharedPointer<DocumentCardRecord>& cardRe
 {
     const Recorder::Given given{document, cardRecord, {{u"numberType"_s, int(type)}}};
     return recorded(u"identifyByCard"_s, given,
-                    [&] { return system.identifyByCard(cardRecord, type); });
+                    [&] { return watching().identifyByCard(cardRecord, type); });
 }
 
 bool RecordingLoyalty::request(const QSharedPointer<AbstractDocument>& check)
 {
-    return recorded(u"request"_s, {check, {}, {}}, [&] { return system.request(check); });
+    return recorded(u"request"_s, {check, {}, {}}, [&] { return watching().request(check); });
 }
 
 bool RecordingLoyalty::commit(const QSharedPointer<AbstractDocument>& check)
 {
-    return recorded(u"commit"_s, {check, {}, {}}, [&] { return system.commit(check); });
+    return recorded(u"commit"_s, {check, {}, {}}, [&] { return watching().commit(check); });
 }
 
 bool RecordingLoyalty::rollback(const QSharedPointer<AbstractDocument>& check)
 {
-    return recorded(u"rollback"_s, {check, {}, {}}, [&] { return system.rollback(check); });
+    return recorded(u"rollback"_s, {check, {}, {}}, [&] { return watching().rollback(check); });
 }
 
 bool RecordingLoyalty::spendPoints()
 {
-    return recorded(u"spendPoints"_s, {document, {}, {}}, [&] { return system.spendPoints(); });
+    return recorded(u"spendPoints"_s, {document, {}, {}}, [&] { return watching().spendPoints(); });
 }
 
 bool RecordingLoyalty::recalculatePointsForEarn()
 {
     return recorded(u"recalculatePointsForEarn"_s, {document, {}, {}},
-                    [&] { return system.recalculatePointsForEarn(); });
+                    [&] { return watching().recalculatePointsForEarn(); });
 }
 
 double RecordingLoyalty::getPointsForSpend(const QSharedPointer<AbstractDocument>& check)
 {
     return recorded(u"getPointsForSpend"_s, {check, {}, {}},
-                    [&] { return system.getPointsForSpend(check); });
+                    [&] { return watching().getPointsForSpend(check); });
 }
 
 void RecordingLoyalty::setPointsForSpend(const QSharedPointer<AbstractDocument>& check,
@@ -131,70 +127,71 @@ void RecordingLoyalty::setPointsForSpend(const QSharedPointer<AbstractDocument>&
 {
     const QJsonObject arguments{{u"points"_s, valuejson::ofNumber(points)}};
     recorded(u"setPointsForSpend"_s, {check, {}, arguments},
-             [&] { system.setPointsForSpend(check, points); });
+             [&] { watching().setPointsForSpend(check, points); });
 }
 
 double RecordingLoyalty::getPointsForEarn()
 {
     return recorded(u"getPointsForEarn"_s, {document, {}, {}},
-                    [&] { return system.getPointsForEarn(); });
+                    [&] { return watching().getPointsForEarn(); });
 }
 
 QList<QSharedPointer<DocumentImpact>> RecordingLoyalty::getDiscountImpacts()
 {
     return recorded(u"getDiscountImpacts"_s, {document, {}, {}},
-                    [&] { return system.getDiscountImpacts(); });
+                    [&] { return watching().getDiscountImpacts(); });
 }
 
 QList<QSharedPointer<BonusImpact>> RecordingLoyalty::getBonusImpactsForSpend()
 {
     return recorded(u"getBonusImpactsForSpend"_s, {document, {}, {}},
-                    [&] { return system.getBonusImpactsForSpend(); });
+                    [&] { return watching().getBonusImpactsForSpend(); });
 }
 
 QList<DocumentBonusRecord> RecordingLoyalty::getBonusRecords()
 {
     return recorded(u"getBonusRecords"_s, {document, {}, {}},
-                    [&] { return system.getBonusRecords(); });
+                    [&] { return watching().getBonusRecords(); });
 }
 
 QStringList RecordingLoyalty::getMessagesToCashier()
 {
     return recorded(u"getMessagesToCashier"_s, {document, {}, {}},
-                    [&] { return system.getMessagesToCashier(); });
+                    [&] { return watching().getMessagesToCashier(); });
 }
 
 QStringList RecordingLoyalty::getMessagesToClient()
 {
     return recorded(u"getMessagesToClient"_s, {document, {}, {}},
-                    [&] { return system.getMessagesToClient(); });
+                    [&] { return watching().getMessagesToClient(); });
 }
 
 tr::Tr RecordingLoyalty::getLastErrorString() const
 {
     return recorded(u"getLastErrorString"_s, {document, {}, {}},
-                    [&] { return system.getLastErrorString(); });
+                    [&] { return watching().getLastErrorString(); });
 }
 
 void RecordingLoyalty::clearLastErrorString()
 {
-    recorded(u"clearLastErrorString"_s, {document, {}, {}}, [&] { system.clearLastErrorString(); });
+    recorded(u"clearLastErrorString"_s, {document, {}, {}},
+             [&] { watching().clearLastErrorString(); });
 }
 
 bool RecordingLoyalty::restoreLoyaltySystem()
 {
     return recorded(u"restoreLoyaltySystem"_s, {document, {}, {}},
-                    [&] { return system.restoreLoyaltySystem(); });
+                    [&] { return watching().restoreLoyaltySystem(); });
 }
 
 void RecordingLoyalty::clearAfterClose()
 {
-    recorded(u"clearAfterClose"_s, {document, {}, {}}, [&] { system.clearAfterClose(); });
+    recorded(u"clearAfterClose"_s, {document, {}, {}}, [&] { watching().clearAfterClose(); });
 }
 
 void RecordingLoyalty::clearLoyaltyData()
 {
-    recorded(u"clearLoyaltyData"_s, {document, {}, {}}, [&] { system.clearLoyaltyData(); });
+    recorded(u"clearLoyaltyData"_s, {document, {}, {}}, [&] { watching().clearLoyaltyData(); });
 }
 
 } // namespace till

@@ -3,14 +3,15 @@
 
 #pragma once
 
-#include "host/loyalty/basicloyaltysystem.h"
+#include "till/recording/forwardingloyalty.h"
 #include "till/recording/recorder.h"
 
 namespace till {
 
 /// Stands before a loyalty system and writes down the host's calls, what they return and what they
-/// do to the document. What the cash desk does not call is passed on unrecorded.
-class RecordingLoyalty : public BasicLoyaltySystem
+/// do to the document. What the cash desk does not call is passed on
+/// unrecorded.
+class RecordingLoyalty : public ForwardingLoyalty
 {
 public:
     /// Both must live longer.
@@ -41,7 +42,6 @@ private:
     template <typename Operation>
     auto recorded(const QString& name, const Recorder::Given& given, Operation operation) const;
 
-    BasicLoyaltySystem& system;
     Recorder& recorder;
 };
 
