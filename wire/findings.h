@@ -36,7 +36,7 @@ enum class Meaning
 /// An element with what it says.
 struct Finding
 {
-    Meaning meaning;
+    Meaning meaning = Meaning::Discount;
     /// Position of the goods line; 0 for the whole check.
     int position = 0;
     QString path;

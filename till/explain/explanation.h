@@ -24,7 +24,7 @@ struct AmountSource
         SaleAnswer,
     };
 
-    Document document;
+    Document document = Document::Answer;
     wire::Finding finding;
 };
 
@@ -46,7 +46,7 @@ struct ExplainedAmount
         MessageToCustomer,
     };
 
-    What what;
+    What what = What::Discount;
     /// Position of the goods line; 0 for the whole check.
     int position = 0;
     /// What the check has; nothing for a message.

@@ -6,6 +6,7 @@
 #include "host/core/basicexception.h"
 #include "till/reason.h"
 #include "till/recording/documentjson.h"
+#include "till/recording/valuejson.h"
 #include "till/text.h"
 
 #include <QDateTime>
@@ -155,7 +156,7 @@ void Recorder::fail(const std::exception* error)
 
 void Recorder::finish(const QString& outcome, const QJsonValue& value)
 {
-    call.insert(u"milliseconds"_s, double(clock.nsecsElapsed() / 1000) / 1000.0);
+    call.insert(u"milliseconds"_s, valuejson::ofElapsed(clock));
     writeNewConfig();
     call.insert(u"events"_s, events);
     call.insert(outcome, value);

@@ -83,9 +83,10 @@ void RecordFolder::begin(QJsonObject header)
 {
     file.reset();
     makeFolder();
+    look();
     removeOld();
     openNext();
-    header.insert(u"number"_s, current);
+    header.insert(u"number"_s, known.last().number);
     add(header);
 }
 
@@ -100,34 +101,53 @@ void RecordFolder::makeFolder() const
     QFile::setPermissions(path, ownerOnly | QFile::ExeOwner);
 }
 
+/// Looks at the whole folder; a busy till need not do so for every check.
+void RecordFolder::look()
+{
+    constexpr qint64 longEnough = 60'000;
+    if (lastLook.isValid() && !lastLook.hasExpired(longEnough)) {
+        return;
+    }
+    lastLook.start();
+    known = files();
+    total = 0;
+    for (const RecordFile& entry : std::as_const(known)) {
+        total += entry.bytes;
+    }
+}
+
 void RecordFolder::removeOld()
 {
     const QDateTime oldest =
         MockFactory<CurrentTime>::create()->currentDateTime().addDays(-bounds.days);
-    total = 0;
-    const QList<RecordFile> all = files();
-    for (const RecordFile& entry : all) {
-        if (entry.changed >= oldest || !QFile::remove(entry.path)) {
-            total += entry.bytes;
-        }
+    while (!known.isEmpty() && known.first().changed < oldest) {
+        removeOldest();
     }
+}
+
+void RecordFolder::removeOldest()
+{
+    const RecordFile oldest = known.takeFirst();
+    total -= oldest.bytes;
+    QFile::remove(oldest.path);
 }
 
 void RecordFolder::openNext()
 {
-    const QList<RecordFile> all = files();
-    current = all.isEmpty() ? 1 : all.last().number + 1;
-    // another till may take the same number at the same moment
-    for (const int last = current + 100; current < last; ++current) {
-        file = std::make_unique<QFile>(fileName(path, current));
+    int number = known.isEmpty() ? 1 : known.last().number + 1;
+    // other tills may have taken the next numbers
+    for (const int end = number + 10'000; number < end; ++number) {
+        file = std::make_unique<QFile>(fileName(path, number));
         if (file->open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
                        ownerOnly)) {
+            known.append({number, file->fileName(), 0, QDateTime::currentDateTime()});
             return;
         }
         if (!QFileInfo::exists(file->fileName())) {
             break;
         }
     }
+    lastLook.invalidate();
     const std::unique_ptr<QFile> refused = std::move(file);
     fail(*refused);
 }
@@ -146,26 +166,14 @@ void RecordFolder::add(const QJsonObject& line)
         fail(*broken);
     }
     total += bytes.size();
+    known.last().bytes += bytes.size();
 }
 
 /// Removes the oldest records until there is room for so many bytes.
 void RecordFolder::makeRoom(qint64 wanted)
 {
-    if (total + wanted <= bounds.bytes) {
-        return;
-    }
-    const QList<RecordFile> all = files();
-    total = 0;
-    for (const RecordFile& entry : all) {
-        total += entry.bytes;
-    }
-    for (const RecordFile& entry : all) {
-        if (total + wanted <= bounds.bytes) {
-            return;
-        }
-        if (entry.number != current && QFile::remove(entry.path)) {
-            total -= entry.bytes;
-        }
+    while (total + wanted > bounds.bytes && known.size() > 1) {
+        removeOldest();
     }
     if (total + wanted > bounds.bytes) {
         const std::unique_ptr<QFile> full = std::move(file);

@@ -7,6 +7,7 @@
 #include "till/recording/recordtarget.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QList>
 #include <QString>
@@ -32,9 +33,9 @@ struct RecordFile
 /// what is damaged damages nothing else, the bounds are kept by removing the oldest files, and
 /// support reads them with grep.
 ///
-/// Together the files never hold more than the configured number of bytes, and none older than the
-/// configured number of days is left when a record begins. Numbers begin again when the folder has
-/// become empty.
+/// Together the files hold no more than the configured number of bytes, and none older than the
+/// configured number of days is left when a record begins; what other tills write into the same
+/// folder is seen within a minute. Numbers begin again when the folder has become empty.
 class RecordFolder : public RecordTarget
 {
 public:
@@ -62,16 +63,19 @@ public:
 
 private:
     void makeFolder() const;
+    void look();
     void openNext();
     void removeOld();
     void makeRoom(qint64 wanted);
+    void removeOldest();
 
     QString path;
     Bounds bounds;
     std::unique_ptr<QFile> file;
-    int current = 0;
-    /// What all files hold, as far as this process has seen them.
+    /// The files of the last look, with what was written since; the present record's is the last.
+    QList<RecordFile> known;
     qint64 total = 0;
+    QElapsedTimer lastLook;
 };
 
 } // namespace till

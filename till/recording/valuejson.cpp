@@ -93,6 +93,12 @@ double valuejson::toNumber(const QJsonValue& value)
     return value.isString() ? value.toString().toDouble() : value.toDouble();
 }
 
+QJsonValue valuejson::ofElapsed(const QElapsedTimer& clock)
+{
+    constexpr double nanosecondsOfMicrosecond = 1000;
+    return std::round(double(clock.nsecsElapsed()) / nanosecondsOfMicrosecond) / 1000.0;
+}
+
 QString valuejson::ofTime(const QDateTime& time)
 {
     return time.toString(Qt::ISODateWithMs);

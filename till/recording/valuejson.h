@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QJsonValue>
 #include <QString>
 #include <QVariant>
@@ -15,6 +16,9 @@ namespace till::valuejson {
 
 QJsonValue ofNumber(double number);
 double toNumber(const QJsonValue& value);
+
+/// Milliseconds, with three decimals.
+QJsonValue ofElapsed(const QElapsedTimer& clock);
 
 /// A local time keeps its wall clock and no zone: replayed anywhere, it prints as it did here.
 QString ofTime(const QDateTime& time);
