@@ -9,7 +9,11 @@ namespace wire {
 
 QByteArray keptAnswer(const AbstractDocument& document)
 {
-    return document.getPluginValue(u"Orva"_s, u"lastResponse"_s, QVariant()).toString().toUtf8();
+    const QString text =
+        document.getPluginValue(u"Orva"_s, u"lastResponse"_s, QVariant()).toString();
+    // a text has no encoding any more, whatever its first line still says
+    const qsizetype declared = text.startsWith("<?xml"_L1) ? text.indexOf("?>"_L1) + 2 : 0;
+    return text.mid(declared).toUtf8();
 }
 
 } // namespace wire

@@ -19,11 +19,10 @@ QString startTag(const Element& element)
     return u'<' + element.name + element.attributes + u'>';
 }
 
-/// Text between elements is layout.
+/// Blanks alone are layout.
 QString meaning(const Element& element)
 {
-    const bool layout = !element.children.isEmpty() && element.text.trimmed().isEmpty();
-    return layout ? QString() : element.text;
+    return element.text.trimmed().isEmpty() ? QString() : element.text;
 }
 
 /// The first byte that differs, with what follows it on both sides.

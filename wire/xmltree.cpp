@@ -35,31 +35,13 @@ XmlTree::XmlTree(const QByteArray& document)
     reader.setNamespaceProcessing(false);
     qsizetype open = -1;
     while (!reader.atEnd()) {
-        switch (reader.readNext()) {
-        case QXmlStreamReader::StartElement: {
-            Element element;
-            element.name = reader.qualifiedName().toString();
-            element.attributes = attributesOf(reader);
-            element.line = reader.lineNumber();
-            element.parent = open;
-            const qsizetype index = all.size();
-            if (open >= 0) {
-                all[open].children.append(index);
-            }
-            all.append(element);
-            open = index;
-            break;
-        }
-        case QXmlStreamReader::EndElement:
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement) {
+            open = append(reader, open);
+        } else if (token == QXmlStreamReader::EndElement) {
             open = all.at(open).parent;
-            break;
-        case QXmlStreamReader::Characters:
-            if (open >= 0) {
-                all[open].text += reader.text();
-            }
-            break;
-        default:
-            break;
+        } else if (token == QXmlStreamReader::Characters && open >= 0) {
+            all[open].text += reader.text();
         }
     }
     if (reader.hasError()) {
@@ -68,6 +50,22 @@ XmlTree::XmlTree(const QByteArray& document)
                     .arg(reader.errorString());
     }
     numberSiblings();
+}
+
+/// @return the new element's index
+qsizetype XmlTree::append(const QXmlStreamReader& reader, qsizetype parent)
+{
+    Element element;
+    element.name = reader.qualifiedName().toString();
+    element.attributes = attributesOf(reader);
+    element.line = reader.lineNumber();
+    element.parent = parent;
+    const qsizetype index = all.size();
+    if (parent >= 0) {
+        all[parent].children.append(index);
+    }
+    all.append(element);
+    return index;
 }
 
 void XmlTree::numberSiblings()

@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+class QXmlStreamReader;
+
 namespace wire {
 
 /// A document as one reads it: its elements in document order, each with its path and the line on
@@ -51,6 +53,7 @@ public:
     QString wholeText(qsizetype index) const;
 
 private:
+    qsizetype append(const QXmlStreamReader& reader, qsizetype parent);
     void numberSiblings();
 
     QList<Element> all;

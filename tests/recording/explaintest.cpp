@@ -163,6 +163,30 @@ TEST_F(ExplainTest, AReturnIsTracedToTheAnswerToItsSale)
     EXPECT_TRUE(text.contains(u"awardBonus: \"-3.44\""_s)) << qPrintable(text);
 }
 
+TEST_F(ExplainTest, ARestoredSaleIsExplainedByTheRecordBeforeIt)
+{
+    {
+        const auto work = startTill();
+        work->command(u"open sale.toml"_s);
+        work->command(u"points 20"_s);
+        work->command(u"quantity 1 3"_s);
+        work->command(u"points 10"_s);
+        work->command(u"points 33.33"_s);
+        work->command(u"suspend"_s);
+    }
+    {
+        const auto work = startTill();
+        work->command(u"restore last"_s);
+        EXPECT_TRUE(work->command(u"close"_s).endsWith(u"ok\n"_s)) << qPrintable(work->output());
+    }
+
+    const QJsonObject explanation = explained(u"last"_s);
+
+    EXPECT_EQ(summed(explanation, u"pointsSpent"_s), 33'33);
+    EXPECT_TRUE(explanation.value(u"answer"_s).toString().startsWith(u"record 1"_s));
+    EXPECT_TRUE(explanation.value(u"confirmation"_s).toString().startsWith(u"record 2"_s));
+}
+
 TEST_F(ExplainTest, WithoutARecordTheCheckItselfExplainsAndItIsSaidWhatToSwitchOn)
 {
     writeConfig();
@@ -170,7 +194,8 @@ TEST_F(ExplainTest, WithoutARecordTheCheckItselfExplainsAndItIsSaidWhatToSwitchO
 
     const QString text = textOf(u"1"_s, 0);
 
-    EXPECT_TRUE(text.contains(u"No exchange of this check was recorded"_s)) << qPrintable(text);
+    EXPECT_TRUE(text.contains(u"No readable answer to this check was recorded"_s))
+        << qPrintable(text);
     EXPECT_TRUE(text.contains(u"[recording]"_s)) << qPrintable(text);
     EXPECT_TRUE(text.contains(u"/RawCheck/items/RawItem[2]/awards/RawItemAwards/discount"_s))
         << qPrintable(text);
@@ -209,7 +234,12 @@ TEST_F(ExplainTest, AChangedAnswerIsPointedOutWithTheKopecksThatAreOff)
     EXPECT_TRUE(text.contains(
         u"! Not explained: the answer grants 30.62, the check has 30.63: 0.01 too much."_s))
         << qPrintable(text);
-    EXPECT_TRUE(text.contains(u"1 do not agree."_s)) << qPrintable(text);
+    EXPECT_TRUE(text.contains(
+        u"! the recorded answer is not the one that the check keeps: "
+        "/RawCheck/items/RawItem[1]/awards/RawItemAwards/discount (line 20) is \"29.97\" and was "
+        "\"29.98\"."_s))
+        << qPrintable(text);
+    EXPECT_TRUE(text.contains(u"2 do not agree."_s)) << qPrintable(text);
 }
 
 TEST_F(ExplainTest, AChangedCheckIsPointedOutEvenWhereItsSumsStillAgree)

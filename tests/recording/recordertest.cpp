@@ -205,6 +205,30 @@ TEST_F(RecorderTest, eachOfManyChecksIsReplayedByItself)
     EXPECT_EQ(differences(), QStringList());
 }
 
+TEST_F(RecorderTest, aDamagedRecordEndsWithAReason)
+{
+    begin();
+    sell(u"2200000000017"_s, PointsChoice::all());
+    layDown();
+    const Record whole = target.records().first();
+    Record damaged = whole;
+    damaged.documents.clear();
+    EXPECT_EQ(refusalOf([&] { till::Replay(pluginFile).run(damaged); }),
+              u"The record is damaged: the call \"request\" has no card."_s);
+    for (QJsonObject& call : damaged.calls) {
+        call.remove(u"card"_s);
+    }
+    EXPECT_EQ(refusalOf([&] { till::Replay(pluginFile).run(damaged); }),
+              u"The record is damaged: the call \"identifyByCard\" has no card."_s);
+    damaged.calls = {{{u"call"_s, u"sing"_s}}};
+    EXPECT_TRUE(refusalOf([&] { till::Replay(pluginFile).run(damaged); }).contains(u"\"sing\""_s));
+    for (qsizetype i = 0; i < whole.calls.size(); ++i) {
+        damaged = whole;
+        damaged.calls[i].remove(u"events"_s);
+        till::Replay(pluginFile).run(damaged);
+    }
+}
+
 TEST_F(RecorderTest, noCredentialsAreRecorded)
 {
     begin();

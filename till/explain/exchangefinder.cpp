@@ -11,6 +11,8 @@
 #include "till/recording/valuejson.h"
 #include "till/text.h"
 #include "wire/keptanswer.h"
+#include "wire/xmldifference.h"
+#include "wire/xmltree.h"
 
 using namespace Qt::StringLiterals;
 
@@ -52,10 +54,7 @@ Exchange ExchangeFinder::find(const Check& check) const
 {
     Exchange exchange;
     findInRecords(check, exchange);
-    if (exchange.answer.isEmpty()) {
-        exchange.answer = wire::keptAnswer(*check.document);
-        exchange.answerOrigin = Text::tr("the answer as the check keeps it");
-    }
+    compareWithKept(check, exchange);
     if (exchange.confirmation.isEmpty()) {
         findInQueue(check, exchange);
     }
@@ -81,6 +80,27 @@ void ExchangeFinder::findInRecords(const Check& check, Exchange& exchange) const
                 takeFrom(record, exchange);
             }
         }
+    }
+}
+
+/// The check keeps what the plug-in read last: a recording with a gap, or one that was edited, has
+/// another answer.
+void ExchangeFinder::compareWithKept(const Check& check, Exchange& exchange) const
+{
+    const QByteArray kept = wire::keptAnswer(*check.document);
+    if (exchange.answer.isEmpty() || !wire::XmlTree(exchange.answer).problem().isEmpty()) {
+        exchange.answer = kept;
+        exchange.answerOrigin = Text::tr("the answer as the check keeps it");
+        exchange.recorded = false;
+        return;
+    }
+    const auto difference = wire::XmlDifference::between(exchange.answer, kept);
+    if (!kept.isEmpty() && difference && !difference->path.isEmpty()) {
+        exchange.problem = Text::tr("the recorded answer is not the one that the check keeps: %1 "
+                                    "(line %2) is \"%3\" and was \"%4\"")
+                               .arg(difference->path)
+                               .arg(difference->line)
+                               .arg(difference->first, difference->second);
     }
 }
 

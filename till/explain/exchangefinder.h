@@ -27,6 +27,7 @@ public:
 
 private:
     void findInRecords(const Check& check, Exchange& exchange) const;
+    void compareWithKept(const Check& check, Exchange& exchange) const;
     void findInQueue(const Check& check, Exchange& exchange) const;
 
     const RecordFolder* folder;

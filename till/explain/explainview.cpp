@@ -107,9 +107,10 @@ QString originText(const Check& check, const Exchange& exchange)
     QString text = exchange.answer.isEmpty() ? Text::tr("Answer: none; the server was not asked.\n")
                                              : Text::tr("Answer: %1\n").arg(exchange.answerOrigin);
     if (!exchange.answer.isEmpty() && !exchange.recorded) {
-        text += Text::tr("No exchange of this check was recorded: paths and texts are those of the "
-                         "answer, the lines are not the server's. Name a folder in [recording] of "
-                         "the configuration to have answers kept as they came.\n");
+        text += Text::tr(
+            "No readable answer to this check was recorded: paths and texts are those of the "
+            "answer, the lines are not the server's. Name a folder in [recording] of "
+            "the configuration to have answers kept as they came.\n");
     }
     text += exchange.confirmation.isEmpty()
                 ? Text::tr("Confirmation: none is left; it is not compared.\n")

@@ -69,6 +69,8 @@ struct Exchange
     QString answerOrigin;
     /// Whether the answer is recorded byte for byte, so that its lines are the server's.
     bool recorded = false;
+    /// What does not agree about the answer itself; empty when nothing.
+    QString problem;
     /// Empty when it is gone.
     QByteArray confirmation;
     QString confirmationOrigin;

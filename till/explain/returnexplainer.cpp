@@ -26,6 +26,9 @@ ReturnExplainer::ReturnExplainer(const Check& back, const Exchange& found, const
       answer(found.answer), confirmation(found.confirmation)
 {
     explanation.exchange = found;
+    if (!found.problem.isEmpty()) {
+        explanation.problems.append(found.problem);
+    }
 }
 
 Explanation ReturnExplainer::explain()

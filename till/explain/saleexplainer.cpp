@@ -47,6 +47,9 @@ SaleExplainer::SaleExplainer(const Check& sale, const Exchange& found)
     : check(sale), answer(found.answer), confirmation(found.confirmation)
 {
     explanation.exchange = found;
+    if (!found.problem.isEmpty()) {
+        explanation.problems.append(found.problem);
+    }
 }
 
 Explanation SaleExplainer::explain()

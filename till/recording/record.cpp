@@ -22,6 +22,16 @@ const QString formatName = u"orva-till recording"_s;
     throw Failure(Text::tr("%1, line %2: %3.").arg(file).arg(line).arg(what), ExitCode::Usage);
 }
 
+void requireKnownFormat(const QJsonObject& header, const QString& file, qsizetype line)
+{
+    if (header.value(u"format"_s).toString() != formatName) {
+        fail(file, line, Text::tr("this is no recording"));
+    }
+    if (header.value(u"version"_s).toInt() > Record::version) {
+        fail(file, line, Text::tr("the recording was written by a newer till; use that one"));
+    }
+}
+
 void merge(QJsonObject& target, const QJsonObject& more)
 {
     for (auto it = more.begin(); it != more.end(); ++it) {
@@ -108,13 +118,7 @@ QList<Record> Record::parse(const QByteArray& content, const QString& fileName)
             break;
         }
         if (isHeader(line)) {
-            if (line.value(u"format"_s).toString() != formatName) {
-                fail(fileName, number, Text::tr("this is no recording"));
-            }
-            if (line.value(u"version"_s).toInt() > version) {
-                fail(fileName, number,
-                     Text::tr("the recording was written by a newer till; use that one"));
-            }
+            requireKnownFormat(line, fileName, number);
             records.append(Record{line, {}, {}, false});
             continue;
         }

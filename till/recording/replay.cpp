@@ -78,6 +78,21 @@ Input inputOf(const Record& record, const QJsonObject& call)
     return input;
 }
 
+/// The contract promises a card to the calls that work on one; a record that has been edited may
+/// break the promise.
+void requireCard(const QString& name, const Input& input, const BasicLoyaltySystem& system)
+{
+    static const QStringList withCard{u"request"_s, u"commit"_s, u"spendPoints"_s,
+                                      u"recalculatePointsForEarn"_s, u"restoreLoyaltySystem"_s};
+    const auto record = name == u"identifyByCard"_s
+                            ? input.card
+                            : input.document->getCardRecord(system.getLoyaltySystemType());
+    const bool needsCard = name == u"identifyByCard"_s || withCard.contains(name);
+    if (needsCard && (record.isNull() || record->getCard().isNull())) {
+        throw Failure(Text::tr("The record is damaged: the call \"%1\" has no card.").arg(name));
+    }
+}
+
 HostCall hostCall(const QJsonObject& call)
 {
     const QString name = call.value("call"_L1).toString();
@@ -102,6 +117,7 @@ QList<Record> Replay::run(const Record& record) const
     for (const QJsonObject& call : record.calls) {
         const HostCall perform = hostCall(call);
         Input input = inputOf(record, call);
+        requireCard(call.value("call"_L1).toString(), input, system);
         services.feed.begin(call.value("events"_L1).toArray());
         services.session.setDocument(input.document);
         system.setDocument(input.document);
