@@ -163,6 +163,10 @@ TEST_F(ReplayTest, AnotherPlugInIsFoundOut)
     EXPECT_TRUE(replayed.output.contains(u"/RawCheck/items/RawItem[1]/quantity"_s))
         << qPrintable(replayed.output);
     EXPECT_TRUE(replayed.output.contains(u"2.001"_s)) << qPrintable(replayed.output);
+    EXPECT_TRUE(replayed.output.contains(u"\"sameBuild\": false"_s)) << qPrintable(replayed.output);
+    EXPECT_FALSE(replay(u"1"_s).output.contains(u"another build"_s));
+    EXPECT_TRUE(replay(u"1"_s, {u"--plugin"_s, QStringLiteral(ORVA_OTHER_PLUGIN)})
+                    .output.contains(u"another build"_s));
 }
 
 TEST_F(ReplayTest, RecordsHoldNoCredentialsAndListsNoWholeCard)

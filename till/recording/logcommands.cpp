@@ -9,6 +9,7 @@
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
 #include "till/recording/recordfolder.h"
+#include "till/recording/recording.h"
 #include "till/recording/replay.h"
 #include "till/text.h"
 #include "till/workplace.h"
@@ -57,11 +58,15 @@ void hideCard(const QString& card, QList<RecordDifference>& differences)
     }
 }
 
-QString replayText(const Record& record, const QList<RecordDifference>& differences)
+QString replayText(const Record& record, const QList<RecordDifference>& differences,
+                   const QString& build)
 {
     const auto calls = record.calls.size();
     const auto sent = logview::sentIn(record).size();
     QString what = Text::tr("Record %1, %2: ").arg(record.number()).arg(logview::title(record));
+    if (record.header.value(u"pluginBuild"_s).toString() != build) {
+        what += Text::tr("another build of the plug-in: ");
+    }
     if (record.cut) {
         what += Text::tr("cut off, replayed as far as it goes: ");
     }
@@ -75,7 +80,8 @@ QString replayText(const Record& record, const QList<RecordDifference>& differen
     return text;
 }
 
-QJsonObject replayJson(const Record& record, const QList<RecordDifference>& differences)
+QJsonObject replayJson(const Record& record, const QList<RecordDifference>& differences,
+                       const QString& build)
 {
     QJsonArray array;
     for (const RecordDifference& difference : differences) {
@@ -84,6 +90,7 @@ QJsonObject replayJson(const Record& record, const QList<RecordDifference>& diff
     return {{u"record"_s, record.number()},
             {u"check"_s, record.checkId()},
             {u"calls"_s, record.calls.size()},
+            {u"sameBuild"_s, record.header.value(u"pluginBuild"_s).toString() == build},
             {u"sent"_s, logview::sentIn(record).size()},
             {u"differences"_s, array}};
 }
@@ -221,7 +228,9 @@ ExitCode LogCommands::replay()
 {
     const QList<Record> records = chosen();
     requireSome(records);
-    const Replay replay(pluginFile(options, config));
+    const QString plugin = pluginFile(options, config);
+    const QString build = Recording::buildOf(plugin);
+    const Replay replay(plugin);
     bool identical = true;
     QJsonArray array;
     for (const Record& record : records) {
@@ -229,9 +238,9 @@ ExitCode LogCommands::replay()
         hideCard(record.cardNumber(), differences);
         identical = identical && differences.isEmpty();
         if (options.json) {
-            array.append(replayJson(record, differences));
+            array.append(replayJson(record, differences, build));
         } else {
-            out.write(replayText(record, differences));
+            out.write(replayText(record, differences, build));
         }
     }
     if (options.json) {

@@ -73,9 +73,10 @@ QString heading(const Record& record)
     QString text = Text::tr("Record %1 of %2: %3\n")
                        .arg(record.number())
                        .arg(timeText(header.value("started"_L1)), logview::title(record));
-    text += Text::tr("Check %1, plug-in %2, program %3\n")
-                .arg(record.checkId(), header.value("plugin"_L1).toString(),
-                     header.value("program"_L1).toString());
+    text +=
+        Text::tr("Check %1, plug-in %2 (build %3), program %4\n")
+            .arg(record.checkId(), header.value("plugin"_L1).toString(),
+                 header.value("pluginBuild"_L1).toString(), header.value("program"_L1).toString());
     if (record.cut) {
         text += Text::tr("The record was cut off.\n");
     }

@@ -28,6 +28,10 @@ public:
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
 
+    /// What tells one build of a plug-in from another: a digest of its file; empty when it cannot
+    /// be read.
+    static QString buildOf(const QString& plugin);
+
     /// What the host is to call instead of that system, which must live longer.
     BasicLoyaltySystem& before(BasicLoyaltySystem& system);
 
