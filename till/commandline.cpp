@@ -23,6 +23,8 @@ struct Texts
     std::string file;
     std::string points = "none";
     std::string tender;
+    std::string record;
+    std::string target;
 };
 
 std::string words(const char* text)
@@ -137,6 +139,56 @@ void addQueue(CLI::App& app, Options& options)
         Command::QueueReauthorize);
 }
 
+void addLog(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const log = app.add_subcommand(
+        "log", words(QT_TRANSLATE_NOOP("Till", "What was said to the loyalty system, recorded")));
+    log->fallthrough();
+    log->require_subcommand(1);
+    const auto add = [&](const char* name, const char* description, Command command) {
+        return addCommand(*log, name, description, options, command);
+    };
+    const auto addFrom = [&](CLI::App* sub) {
+        sub->add_option("--from", texts.file,
+                        words(QT_TRANSLATE_NOOP("Till", "A file that was exported")));
+        return sub;
+    };
+    const auto addRecord = [&](CLI::App* sub, const char* description) {
+        sub->add_option("N", texts.record, words(description))->required();
+        return sub;
+    };
+    addFrom(add("list", QT_TRANSLATE_NOOP("Till", "List what was recorded"), Command::LogList))
+        ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    addFrom(addRecord(add("show", QT_TRANSLATE_NOOP("Till", "Show requests beside their answers"),
+                          Command::LogShow),
+                      QT_TRANSLATE_NOOP("Till", "The record's number, such as 3, or 3.2 for its "
+                                                "second exchange")));
+    addRecord(
+        add("export", QT_TRANSLATE_NOOP("Till", "Write records into one file"), Command::LogExport),
+        QT_TRANSLATE_NOOP("Till", "The record's number, or \"all\""))
+        ->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")))
+        ->required();
+    addRecord(add("replay",
+                  QT_TRANSLATE_NOOP("Till", "Have the plug-in do it again, offline, and compare"),
+                  Command::LogReplay),
+              QT_TRANSLATE_NOOP("Till", "The record's number, \"all\", or an exported file"))
+        ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
+void addExplain(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const explain =
+        addCommand(app, "explain",
+                   QT_TRANSLATE_NOOP("Till", "Show where the amounts on a closed check come from"),
+                   options, Command::Explain);
+    explain
+        ->add_option(
+            "CHECK", texts.record,
+            words(QT_TRANSLATE_NOOP("Till", "The check's identifier or number, or \"last\"")))
+        ->required();
+    explain->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
 void takeOver(const CLI::App& app, const Texts& texts, Options& options)
 {
     options.configFile = QString::fromStdString(texts.config);
@@ -144,6 +196,8 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
     options.plugin = QString::fromStdString(texts.plugin);
     options.database = QString::fromStdString(texts.database);
     options.file = QString::fromStdString(texts.file);
+    options.record = QString::fromStdString(texts.record);
+    options.target = QString::fromStdString(texts.target);
     options.points = readPoints(QString::fromStdString(texts.points));
     if (!texts.tender.empty()) {
         options.tenderKopecks = readSum(QString::fromStdString(texts.tender));
@@ -159,12 +213,15 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     app.footer(words(QT_TRANSLATE_NOOP(
         "Till",
         "Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on\n"
-        "without the loyalty system.")));
+        "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
+        "explanation.")));
     app.require_subcommand(1);
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
     addQueue(app, options);
+    addLog(app, options, texts);
+    addExplain(app, options, texts);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -26,6 +26,11 @@ enum class Command
     QueuePark,
     QueueSettle,
     QueueReauthorize,
+    LogList,
+    LogShow,
+    LogExport,
+    LogReplay,
+    Explain,
 };
 
 /// What the command line says.
@@ -47,6 +52,11 @@ struct Options
     std::optional<qint64> tenderKopecks;
     int waitSeconds = 0;
     qint64 message = 0;
+    /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
+    /// Or which check.
+    QString record;
+    /// The file to export to.
+    QString target;
 };
 
 } // namespace till

@@ -5,12 +5,14 @@
 
 #include "host/core/basicexception.h"
 #include "till/checkview.h"
+#include "till/explain/explaincommand.h"
 #include "till/failure.h"
 #include "till/ledger.h"
 #include "till/output.h"
 #include "till/queuecommands.h"
 #include "till/queuewait.h"
 #include "till/reason.h"
+#include "till/recording/logcommands.h"
 #include "till/table.h"
 #include "till/text.h"
 #include "till/workplace.h"
@@ -45,6 +47,13 @@ CheckFile readFile(const QString& file, CheckFile::Type type)
     return check;
 }
 
+/// These need no database.
+bool isAboutRecords(Command command)
+{
+    return command == Command::LogList || command == Command::LogShow ||
+           command == Command::LogExport || command == Command::LogReplay;
+}
+
 ExitCode exitCodeFor(const Check& check)
 {
     return !check.isReturn() && check.loyalty == LoyaltyState::Refused ? ExitCode::WithoutLoyalty
@@ -66,6 +75,9 @@ void openWithCard(CashDesk& desk, const CheckFile& file)
 ExitCode Program::run()
 {
     try {
+        if (isAboutRecords(options.command)) {
+            return LogCommands(options, out, errors).run();
+        }
         Workplace workplace(options);
         errors.notes(workplace.warnings());
         return dispatch(workplace);
@@ -90,6 +102,8 @@ ExitCode Program::dispatch(Workplace& workplace)
         return checks(workplace);
     case Command::Ledger:
         return ledger(workplace);
+    case Command::Explain:
+        return ExplainCommand(workplace, options, out).run();
     default:
         return QueueCommands(workplace, options, out).run();
     }

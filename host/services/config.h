@@ -23,6 +23,7 @@
 ///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB)
 ///     [till]  database*, plugin*, name
 ///     [queue] keepDeliveredDays (whole number from 0, default 30)
+///     [recording] folder*, maxMegabytes and maxDays (whole numbers from 1, default 50 and 30)
 ///
 /// A secret is a text, or { file = "..."* }: the first line of that file, so that the configuration
 /// can be shown to others.

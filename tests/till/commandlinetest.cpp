@@ -46,7 +46,12 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"queue", "retry", "1"}, Command::QueueRetry},
         {{"queue", "park", "1"}, Command::QueuePark},
         {{"queue", "settle", "1"}, Command::QueueSettle},
-        {{"queue", "reauthorize"}, Command::QueueReauthorize}};
+        {{"queue", "reauthorize"}, Command::QueueReauthorize},
+        {{"log", "list"}, Command::LogList},
+        {{"log", "show", "3.2"}, Command::LogShow},
+        {{"log", "export", "all", "case.jsonl"}, Command::LogExport},
+        {{"log", "replay", "case.jsonl"}, Command::LogReplay},
+        {{"explain", "last"}, Command::Explain}};
     for (const auto& [words, command] : commands) {
         EXPECT_EQ(parsed(words).command, command) << words.front();
     }
