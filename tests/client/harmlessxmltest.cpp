@@ -132,6 +132,22 @@ TEST(HarmlessXml, seesTheMarkupBehindCommentCdataAndInstruction)
     }
 }
 
+TEST(HarmlessXml, endsTheShortestCommentCdataAndInstructionAtOnce)
+{
+    const QString deep = nested(levelLimit);
+    for (const QString& part : {u"<!---->"_s, u"<![CDATA[]]>"_s, u"<?\?>"_s}) {
+        EXPECT_FALSE(harmless(u"<r>"_s + part + deep + u"</r>"_s)) << qPrintable(part);
+    }
+}
+
+TEST(HarmlessXml, takesNoPartOfABeginningForTheEnd)
+{
+    const QString deep = nested(levelLimit);
+    EXPECT_TRUE(harmless(u"<r><!-->"_s + deep + u"--></r>"_s));
+    EXPECT_TRUE(harmless(u"<r><!--->"_s + deep + u"--></r>"_s));
+    EXPECT_TRUE(harmless(u"<r><?>"_s + deep + u"?></r>"_s));
+}
+
 TEST(HarmlessXml, countsNoMarkupInCommentCdataAndInstruction)
 {
     const QString deep = nested(levelLimit + 1) + withAttributes(attributeLimit + 1) +

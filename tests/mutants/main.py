@@ -1,0 +1,126 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+"""Makes small mistakes in plugin/ and client/ and sees whether the tests notice."""
+
+import argparse
+import collections
+import os
+import queue
+import random
+import resource
+import sys
+import threading
+import time
+from pathlib import Path
+
+import equivalents
+from build import MODULE_PROGRAMS, PROGRAMS, Build
+from catalogue import all_mutants
+from worker import COMPILE_FAILED, KILLED, SURVIVED, Worker, run_limited
+
+ROOT = Path(__file__).resolve().parents[2]
+LIST = Path("tests/mutants/equivalent.txt")
+WANTED = 95.0
+
+
+def arguments():
+    parser = argparse.ArgumentParser(prog="scripts/mutants", description=__doc__)
+    parser.add_argument("--only", metavar="FILE", help="mutants of files whose path contains it")
+    parser.add_argument("--sample", type=int, metavar="N", help="that many of them, by chance")
+    parser.add_argument("--seed", type=int, default=1, help="of the chance (1)")
+    parser.add_argument("--again", action="store_true", help="what survived the last time, only")
+    parser.add_argument("--list", action="store_true", help="print the mutants and do nothing")
+    parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="at a time (all cores)")
+    return parser.parse_args()
+
+
+def chosen(options, report):
+    """Returns (mutants to try, number of listed ones)."""
+    mutants, listed = equivalents.split(all_mutants(ROOT), equivalents.read(ROOT / LIST), LIST)
+    if options.only:
+        mutants = [mutant for mutant in mutants if options.only in mutant.file]
+        listed = [mutant for mutant in listed if options.only in mutant.file]
+    if options.again:
+        left = {line.partition("\t")[2] for line in report.read_text().splitlines()
+                if line.startswith(SURVIVED)}
+        mutants = [mutant for mutant in mutants if str(mutant) in left]
+    if options.sample and options.sample < len(mutants):
+        mutants = random.Random(options.seed).sample(mutants, options.sample)
+    return mutants, len(listed)
+
+
+def measured_limits(build, scratch):
+    """How much time each program may take with a mutant; without one all of them must pass."""
+    limits = {}
+    scratch.mkdir(exist_ok=True)
+    for name, path in {**PROGRAMS, **MODULE_PROGRAMS}.items():
+        before = resource.getrusage(resource.RUSAGE_CHILDREN)
+        if run_limited([str(build.folder / path)], 600, build.folder, scratch) != 0:
+            raise SystemExit(f"mutants: {build.folder / path} fails without any mutant")
+        after = resource.getrusage(resource.RUSAGE_CHILDREN)
+        used = after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
+        limits[name] = 3 * used + 2
+    return limits
+
+
+def run(build, mutants, limits, jobs, report):
+    waiting, outcomes = queue.SimpleQueue(), []
+    for mutant in mutants:
+        waiting.put(mutant)
+    kills = collections.defaultdict(collections.Counter)
+    lock = threading.Lock()
+
+    def work(number):
+        worker = Worker(build, build.folder / f"worker-{number}", limits, kills)
+        while True:
+            try:
+                outcome = worker.judge(waiting.get_nowait())
+            except queue.Empty:
+                return
+            with lock:
+                outcomes.append(outcome)
+                show(outcome, len(outcomes), len(mutants), report)
+
+    threads = [threading.Thread(target=work, args=(number,)) for number in range(jobs)]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    return outcomes
+
+
+def show(outcome, count, total, report):
+    print(f"{outcome.verdict}\t{outcome.mutant}", file=report, flush=True)
+    if outcome.verdict == SURVIVED:
+        print(f"SURVIVED {outcome.mutant}\n         {outcome.mutant.line_text}", flush=True)
+    elif sys.stdout.isatty() or count % 100 == 0:
+        print(f"{count} of {total}", end="\r" if sys.stdout.isatty() else "\n", flush=True)
+
+
+def main():
+    options = arguments()
+    folder = ROOT / "build/mutants"
+    mutants, listed = chosen(options, folder / "report.txt")
+    if options.list:
+        print(*mutants, sep="\n")
+        print(f"{len(mutants)} mutants, {listed} more are listed as equivalent")
+        return 0
+    started = time.monotonic()
+    build = Build(ROOT, options.jobs)
+    build.prepare()
+    limits = measured_limits(build, folder / "scratch")
+    with open(folder / "report.txt", "w", encoding="utf-8") as report:
+        outcomes = run(build, mutants, limits, options.jobs, report)
+    verdicts = collections.Counter(outcome.verdict for outcome in outcomes)
+    tried = verdicts[KILLED] + verdicts[SURVIVED]
+    share = 100 * verdicts[KILLED] / tried if tried else 0.0
+    seed = f", seed {options.seed}" if options.sample else ""
+    print(f"{len(mutants)} mutants made in {time.monotonic() - started:.0f} s{seed}: "
+          f"{verdicts[COMPILE_FAILED]} did not compile, {verdicts[KILLED]} killed, "
+          f"{verdicts[SURVIVED]} survived; {listed} more are listed as equivalent")
+    print(f"{share:.1f} % of those that compile are killed (wanted: {WANTED:.0f} %)")
+    return 0 if share >= WANTED else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
