@@ -83,3 +83,13 @@ TEST(HarmlessSums, acceptTenThousandMillionEscapeMovesAndRefuseOneMore)
     EXPECT_FALSE(orva::isHarmlessXml(inRoot(most + u"<a x='\"'/>"_s)));
     EXPECT_FALSE(orva::isHarmlessXml(withMoves(escapeMoveLimit / escapeLimit + 1)));
 }
+
+TEST(HarmlessSums, countForATextNothingOfTheTagsAroundIt)
+{
+    const QString most = withMoves(escapeMoveLimit / escapeLimit);
+    const QString text = most.sliced(3, most.size() - 7);
+    for (const QString& before : {u"<b>"_s, u"<b></b>"_s, u"<b/>"_s, u"<b x='1'/>"_s, u"<!--b-->"_s,
+                                  u"<![CDATA[b]]>"_s, u"<?b?>"_s}) {
+        EXPECT_TRUE(orva::isHarmlessXml(inRoot(before + text))) << qPrintable(before);
+    }
+}

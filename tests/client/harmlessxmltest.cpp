@@ -203,6 +203,23 @@ TEST(HarmlessXml, countsTheEndOfCdataInValuesAsItWillBeWritten)
     }
 }
 
+TEST(HarmlessXml, countsTheEndOfCdataInTextsAsItWillBeWritten)
+{
+    EXPECT_TRUE(harmless(withText(u"]]>"_s, escapeLimit)));
+    EXPECT_FALSE(harmless(withText(u"]]>"_s, escapeLimit + 1)));
+    // also with the brackets as the text's first characters
+    EXPECT_FALSE(harmless(u"<a>]]>"_s + u"&amp;"_s.repeated(escapeLimit) + u"</a>"_s));
+}
+
+TEST(HarmlessXml, takesNothingButTwoBracketsAndAGreaterSignForTheEndOfCdata)
+{
+    for (const QString& piece :
+         {u"]]x"_s, u"]]]"_s, u"]x>"_s, u"x]>"_s, u"]>"_s, u"]]x>"_s, u"[[>"_s}) {
+        EXPECT_TRUE(harmless(withText(piece, escapeLimit + 1))) << qPrintable(piece);
+        EXPECT_TRUE(harmless(withValue(piece, escapeLimit + 1))) << qPrintable(piece);
+    }
+}
+
 TEST(HarmlessXml, countsNeitherQuotesInTextsNorSingleQuotesInValues)
 {
     EXPECT_TRUE(harmless(withText(u"\"'"_s, escapeLimit + 1)));

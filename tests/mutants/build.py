@@ -18,6 +18,13 @@ PROGRAMS["test-plugin"] = "tests/plugin/test-plugin"
 SPENDING = ("client/response/spending.cpp", "client/response/line.cpp", "client/response/number.cpp")
 CONCERNS = {"client-number-test": ("client/response/number.cpp",),
             "client-spending-model-test": SPENDING, "client-spending-properties-test": SPENDING}
+# Which program is tried first for the mutants of a folder or file, until more is known.
+HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
+         "client/response": "client-response-test",
+         "client/harmlessxml.cpp": "client-hostile-answers-test",
+         "client/offlinemessage.cpp": "client-exchange-test",
+         "client/precheck.cpp": "client-exchange-test",
+         "client/transport.cpp": "client-exchange-test"}
 # These load the built module or start the programs, whose paths are compiled in.
 MODULE = "lib/liborva.so"
 MODULE_PROGRAMS = {"test-plugin-module": "tests/plugin/test-plugin-module",
@@ -50,6 +57,21 @@ class Build:
         command = self.compile_commands[source]
         return command[command.index("-o") + 1]
 
+    def compile_command(self, source, output, *more):
+        """Without warnings: they stop no mutant, but a function that may end without its value does."""
+        command = [part for part in self.compile_commands[source] if not part.startswith("-W")]
+        command[command.index("-o") + 1] = str(output)
+        return [*command, "-Werror=return-type", *more]
+
+    def link_command(self, name, objects, output):
+        """Links what the objects replace; before an archive they are taken instead of its own."""
+        original = self.link_commands[name]
+        command = [objects.get(part, part) for part in original]
+        archived = [path for replaced, path in objects.items() if archive_of(replaced) in original]
+        at = command.index("-o")
+        command[at + 1] = str(output)
+        return [*command[:at], *archived, "-fuse-ld=lld", *command[at:]]
+
     def _logged(self, log, *command):
         with open(self.folder / log, "w", encoding="utf-8") as out:
             failed = subprocess.run(command, stdout=out, stderr=subprocess.STDOUT, check=False)
@@ -77,3 +99,9 @@ class Build:
                 if path.endswith(".h") and Path(path).is_relative_to(self.root):
                     users.setdefault(os.path.relpath(path, self.root), set()).add(current)
         return users
+
+
+def archive_of(replaced):
+    """a/CMakeFiles/b.dir/c.o is in a/libb.a, if in any."""
+    folder, _, rest = replaced.partition("CMakeFiles/")
+    return f"{folder}lib{rest.partition('.dir/')[0]}.a"

@@ -28,17 +28,17 @@ def read(path):
             for where, record in records.read(path, ("file", "line", "change", "reason"))]
 
 
-def split(mutants, entries, path):
-    """Returns (mutants to try, listed ones); an entry that matches nothing is an error."""
-    tried, listed = [], []
+def listed(mutants, entries, path):
+    """The identities of the mutants that are listed; an entry that matches none is an error."""
+    found = set()
     for mutant in mutants:
-        covering = [entry for entry in entries if entry.covers(mutant)]
-        for entry in covering:
-            entry.matches += 1
-        (listed if covering else tried).append(mutant)
+        for entry in entries:
+            if entry.covers(mutant):
+                entry.matches += 1
+                found.add(id(mutant))
     stale = [entry for entry in entries if not entry.matches]
     for entry in stale:
         print(f"{path}:{entry.where}: matches no mutant any more: {entry.file}: {entry.change}")
     if stale:
         raise SystemExit("mutants: the list of equivalent mutants does not fit the sources")
-    return tried, listed
+    return found

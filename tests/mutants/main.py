@@ -8,6 +8,7 @@ import os
 import queue
 import random
 import resource
+import signal
 import sys
 import threading
 import time
@@ -16,7 +17,7 @@ from pathlib import Path
 import equivalents
 from build import MODULE_PROGRAMS, PROGRAMS, Build
 from catalogue import all_mutants
-from worker import COMPILE_FAILED, KILLED, SURVIVED, Worker, run_limited
+from worker import COMPILE_FAILED, KILLED, SURVIVED, Worker, end, run_limited, running
 
 ROOT = Path(__file__).resolve().parents[2]
 LIST = Path("tests/mutants/equivalent.txt")
@@ -36,17 +37,19 @@ def arguments():
 
 def chosen(options, report):
     """Returns (mutants to try, number of listed ones)."""
-    mutants, listed = equivalents.split(all_mutants(ROOT), equivalents.read(ROOT / LIST), LIST)
+    mutants = all_mutants(ROOT)
+    listed = equivalents.listed(mutants, equivalents.read(ROOT / LIST), LIST)
     if options.only:
         mutants = [mutant for mutant in mutants if options.only in mutant.file]
-        listed = [mutant for mutant in listed if options.only in mutant.file]
     if options.again:
         left = {line.partition("\t")[2] for line in report.read_text().splitlines()
                 if line.startswith(SURVIVED)}
         mutants = [mutant for mutant in mutants if str(mutant) in left]
+    # drawn from all, so that what is listed later changes no sample
     if options.sample and options.sample < len(mutants):
         mutants = random.Random(options.seed).sample(mutants, options.sample)
-    return mutants, len(listed)
+    tried = [mutant for mutant in mutants if id(mutant) not in listed]
+    return tried, len(mutants) - len(tried)
 
 
 def measured_limits(build, scratch):
@@ -81,11 +84,17 @@ def run(build, mutants, limits, jobs, report):
                 outcomes.append(outcome)
                 show(outcome, len(outcomes), len(mutants), report)
 
-    threads = [threading.Thread(target=work, args=(number,)) for number in range(jobs)]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
+    # daemons, so that this program can be ended while they wait for theirs
+    threads = [threading.Thread(target=work, args=(number,), daemon=True) for number in range(jobs)]
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("mutants: ended"))
+    try:
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+    finally:
+        for group in list(running):
+            end(group)
     return outcomes
 
 

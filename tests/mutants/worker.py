@@ -11,12 +11,13 @@ import threading
 import time
 from dataclasses import dataclass
 
-from build import CONCERNS, MODULE, MODULE_PROGRAMS, PROGRAMS
+from build import CONCERNS, HINTS, MODULE, MODULE_PROGRAMS, PROGRAMS
 
 FOLDERS = ("client", "host", "plugin", "tests")
 COMPILE_LIMIT = 120
 MEMORY_LIMIT = 4 << 30
 WALL_LIMIT = 180
+running = set()  # the process groups, to be ended with this program
 COMPILE_FAILED, KILLED, SURVIVED = "did not compile", "killed", "survived"
 
 
@@ -63,11 +64,8 @@ class Worker:
         for source in self._sources_to_compile(mutant):
             replaced = self.build.object_of(source)
             target = self.folder / replaced.replace("/", "_")
-            command = [self._in_copy(part) for part in self.build.compile_commands[source]
-                       if not part.startswith("-W")]
-            command[command.index("-o") + 1] = str(target)
-            # warnings do not stop a mutant, a function that may end without its value does
-            if self._run(command + ["-Werror=return-type"], COMPILE_LIMIT) != 0:
+            command = map(self._in_copy, self.build.compile_command(source, target))
+            if self._run(command, COMPILE_LIMIT) != 0:
                 raise BuildError
             objects[replaced] = str(target)
         return objects
@@ -99,7 +97,9 @@ class Worker:
         kills = self.kills[mutant.file]
         concerned = [name for name in PROGRAMS if name not in CONCERNS or any(
             self.build.object_of(source) in objects for source in CONCERNS[name])]
-        for name in sorted(concerned, key=lambda name: (-kills[name], self.cpu_limits[name])):
+        hint = HINTS.get(mutant.file.rpartition("/")[0]) or HINTS.get(mutant.file)
+        for name in sorted(concerned, key=lambda name: (-kills[name] - (name == hint),
+                                                        self.cpu_limits[name])):
             if self._is_killed_by(name, objects):
                 kills[name] += 1
                 return KILLED, name
@@ -127,23 +127,11 @@ class Worker:
         return SURVIVED, ""
 
     def _link(self, name, objects, output):
-        """Objects that stand before an archive are taken instead of its own."""
-        original = self.build.link_commands[name]
-        command = [objects.get(part, part) for part in original]
-        archived = [path for replaced, path in objects.items() if archive_of(replaced) in original]
-        at = command.index("-o")
-        command[at + 1] = str(output)
-        if self._run(command[:at] + archived + ["-fuse-ld=gold"] + command[at:], COMPILE_LIMIT) != 0:
+        if self._run(self.build.link_command(name, objects, output), COMPILE_LIMIT) != 0:
             raise BuildError
 
     def _run(self, command, cpu_seconds):
         return run_limited(command, cpu_seconds, self.build.folder, self.folder)
-
-
-def archive_of(replaced):
-    """a/CMakeFiles/b.dir/c.o is in a/libb.a, if in any."""
-    folder, _, rest = replaced.partition("CMakeFiles/")
-    return f"{folder}lib{rest.partition('.dir/')[0]}.a"
 
 
 def run_limited(command, cpu_seconds, folder, temporary):
@@ -154,10 +142,16 @@ def run_limited(command, cpu_seconds, folder, temporary):
     with subprocess.Popen(limited, cwd=folder, env=environment, start_new_session=True,
                           stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                           stderr=subprocess.DEVNULL) as process:
+        running.add(process.pid)
         try:
             return process.wait(WALL_LIMIT)
         except subprocess.TimeoutExpired:
             return -1
         finally:
-            with contextlib.suppress(ProcessLookupError):
-                os.killpg(process.pid, signal.SIGKILL)
+            end(process.pid)
+            running.discard(process.pid)
+
+
+def end(group):
+    with contextlib.suppress(ProcessLookupError):
+        os.killpg(group, signal.SIGKILL)
