@@ -4,6 +4,7 @@
 
 import argparse
 import collections
+import json
 import os
 import queue
 import random
@@ -53,17 +54,27 @@ def chosen(options, report):
 
 
 def measured_limits(build, scratch):
-    """How much time each program may take with a mutant; without one all of them must pass."""
-    limits = {}
+    """How much time each program may take with a mutant; without one all of them must pass. What
+    has passed is not asked again until it is built anew."""
     scratch.mkdir(exist_ok=True)
+    kept = build.folder / "seconds.json"
+    known = json.loads(kept.read_text()) if kept.exists() else {}
+    limits = {}
     for name, path in {**PROGRAMS, **MODULE_PROGRAMS}.items():
-        before = resource.getrusage(resource.RUSAGE_CHILDREN)
-        if run_limited([str(build.folder / path)], 600, build.folder, scratch) != 0:
-            raise SystemExit(f"mutants: {build.folder / path} fails without any mutant")
-        after = resource.getrusage(resource.RUSAGE_CHILDREN)
-        used = after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
-        limits[name] = 3 * used + 2
+        built = [(build.folder / file).stat().st_mtime for file in (path, "host/libposhost.so")]
+        if name in MODULE_PROGRAMS or known.get(name, [None])[0] != built:
+            known[name] = [built, seconds_of(build, path, scratch)]
+        limits[name] = 3 * known[name][1] + 2
+    kept.write_text(json.dumps(known))
     return limits
+
+
+def seconds_of(build, path, scratch):
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
+    if run_limited([str(build.folder / path)], 600, build.folder, scratch) != 0:
+        raise SystemExit(f"mutants: {build.folder / path} fails without any mutant")
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
 
 
 def run(build, mutants, limits, jobs, report):
