@@ -7,7 +7,7 @@
 #include "host/services/dbqueuebroker.h"
 #include "host/services/outgoingqueue.h"
 #include "queued.h"
-#include "rawserver.h"
+#include "contract/rawserver.h"
 #include "testfolder.h"
 
 #include <QElapsedTimer>

@@ -3,7 +3,7 @@
 
 #include "configured.h"
 #include "host/services/restclient.h"
-#include "rawserver.h"
+#include "contract/rawserver.h"
 
 #include <QElapsedTimer>
 #include <gmock/gmock.h>
