@@ -23,6 +23,18 @@ function(orva_forget_path_below_usr component file)
         endif()" COMPONENT ${component})
 endfunction()
 
+# orva_install_compressed(FILE FOLDER COMPONENT): as Debian wants man pages and changelogs
+function(orva_install_compressed file folder component)
+    cmake_path(GET file FILENAME name)
+    set(compressed ${PROJECT_BINARY_DIR}/packaging/${name}.gz)
+    find_program(GZIP_PROGRAM gzip REQUIRED)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
+    execute_process(COMMAND ${GZIP_PROGRAM} -9nc ${file}
+        OUTPUT_FILE ${compressed} COMMAND_ERROR_IS_FATAL ANY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    install(FILES ${compressed} DESTINATION ${folder} COMPONENT ${component})
+endfunction()
+
 install(TARGETS orva-host EXPORT PosHostTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host NAMELINK_COMPONENT development)
 
@@ -32,7 +44,8 @@ orva_forget_path_below_usr(plugin ${ORVA_INSTALL_PLUGINS}/liborva.so)
 install(TARGETS orva-till orva-simulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 orva_forget_path_below_usr(tools ${CMAKE_INSTALL_BINDIR}/orva-till)
 foreach(program orva-till orva-simulator)
-    install(FILES docs/man/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/${program}.1
+        ${CMAKE_INSTALL_MANDIR}/man1 tools)
     install(FILES docs/completion/orva.bash RENAME ${program} COMPONENT tools
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 endforeach()

@@ -11,6 +11,7 @@ cd "$2"
 
 cp "$prefix"/share/doc/orva-tools/examples/*.toml .
 chmod 600 orva.toml
+: >server.log
 "$prefix/bin/orva-simulator" --quiet --port 0 --database server.sqlite >server.log 2>&1 &
 server=$!
 trap 'kill "$server" 2>/dev/null || true; wait' EXIT
