@@ -7,6 +7,7 @@
 #include "host/services/deliverythread.h"
 #include "host/services/sessioncontext.h"
 #include "till/failure.h"
+#include "till/installedplugin.h"
 #include "till/pluginhost.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
@@ -45,8 +46,11 @@ Config loadConfig(const Options& options)
 
 QString pluginFile(const Options& options, const Config& config)
 {
-    const QString file =
+    QString file =
         options.plugin.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : options.plugin;
+    if (file.isEmpty()) {
+        file = installedPlugin();
+    }
     if (file.isEmpty()) {
         throw Failure(Text::tr("%1 names no plug-in; write plugin in [till] or use --plugin.")
                           .arg(options.configFile),
