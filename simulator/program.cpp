@@ -3,6 +3,7 @@
 
 #include "simulator/program.h"
 
+#include "console/terminal.h"
 #include "simulator/credentials.h"
 #include "simulator/faultplan.h"
 #include "simulator/faultyservice.h"
@@ -12,7 +13,10 @@
 #include "simulator/rulesreader.h"
 #include "simulator/service.h"
 #include "simulator/stopsignal.h"
+#include "simulator/text.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -30,7 +34,7 @@ void print(const QString& text)
 
 Rules rulesFor(const Options& options)
 {
-    return options.config.isEmpty() ? readRules(builtInRules(), u"built-in rules"_s)
+    return options.config.isEmpty() ? readRules(builtInRules(), Text::tr("built-in rules"))
                                     : readRulesFile(options.config);
 }
 
@@ -54,6 +58,24 @@ QString lineToPaste(const Options& options, const Rules& rules, const QString& u
                rules.cards.front().number, url);
 }
 
+/// The first line, which scripts wait for, and what people want to know.
+void printStart(const Options& options, const Rules& rules, const QString& url)
+{
+    if (options.json) {
+        const QJsonObject start{{u"listening"_s, url},
+                                {u"rules"_s, options.config},
+                                {u"database"_s, databaseFor(options)}};
+        print(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
+        return;
+    }
+    print(u"Listening on %1\n"_s.arg(url));
+    if (!options.quiet) {
+        print(Text::tr("Rules: %1\nDatabase: %2\nTry: %3\n")
+                  .arg(options.config.isEmpty() ? Text::tr("built-in") : options.config,
+                       databaseFor(options), lineToPaste(options, rules, url)));
+    }
+}
+
 } // namespace
 
 void serve(const Options& options)
@@ -61,7 +83,7 @@ void serve(const Options& options)
     const StopSignal stop;
     const Rules rules = rulesFor(options);
     Service service(rules, databaseFor(options));
-    RequestLog log;
+    RequestLog log(options.json ? RequestLog::Form::Json : RequestLog::Form::Line);
     HttpServer::Observer observer;
     if (!options.quiet) {
         observer = [&log](const Request& request, const Answer& answer) {
@@ -74,12 +96,7 @@ void serve(const Options& options)
     const HttpServer server(options.listen, options.port,
                             [&faulty](const Request& request) { return faulty.handle(request); },
                             observer, {rules.certificateFile, rules.keyFile});
-    print(u"Listening on %1\n"_s.arg(server.url()));
-    if (!options.quiet) {
-        print(u"Rules: %1\nDatabase: %2\nTry: %3\n"_s.arg(
-            options.config.isEmpty() ? u"built-in"_s : options.config, databaseFor(options),
-            lineToPaste(options, rules, server.url())));
-    }
+    printStart(options, rules, server.url());
     stop.wait();
 }
 
@@ -92,13 +109,22 @@ int printLedger(const Options& options)
                          : ledgerTables(view));
     const QString wrong = view.wrongCard();
     if (!wrong.isEmpty()) {
-        std::fprintf(stderr,
-                     "orva-simulator: the balance of card %s is not its opening balance "
-                     "and its movements: the database was changed from outside\n",
-                     qUtf8Printable(wrong));
+        printError(Text::tr("the balance of card %1 is not its opening balance and its movements: "
+                            "the database was changed from outside")
+                       .arg(wrong));
         return 1;
     }
     return 0;
+}
+
+void printError(const QString& sentence)
+{
+    using namespace console;
+    const QString name = u"orva-simulator:"_s;
+    const bool colours = terminal::hasColours(stderr);
+    std::fprintf(stderr, "%s %s\n",
+                 qUtf8Printable(colours ? terminal::painted(name, terminal::Colour::Red) : name),
+                 qUtf8Printable(sentence));
 }
 
 QString defaultDatabase()

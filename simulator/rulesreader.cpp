@@ -7,6 +7,7 @@
 #include "simulator/faultreader.h"
 #include "simulator/messagetext.h"
 #include "simulator/tablereader.h"
+#include "simulator/text.h"
 
 #include <QDir>
 #include <QFile>
@@ -54,7 +55,7 @@ void readDiscount(const TableReader& table, Rules& rules)
     rules.discount = readPercentage(table, {u"roundDownTo"_s});
     rules.roundDownTo = table.kopecks("roundDownTo", 0);
     if (rules.roundDownTo < 0) {
-        table.refuse("roundDownTo", u"must not be negative"_s);
+        table.refuse("roundDownTo", Text::tr("must not be negative"));
     }
 }
 
@@ -64,7 +65,8 @@ Card readCard(const TableReader& table, const Rules& rules)
     Card card;
     card.number = table.requiredText("number");
     if (rules.card(card.number) != nullptr) {
-        table.refuse("number", u"is \"%1\", which an earlier card has too"_s.arg(card.number));
+        table.refuse("number",
+                     Text::tr("is \"%1\", which an earlier card has too").arg(card.number));
     }
     card.name = table.text("name");
     card.surname = table.text("surname");
@@ -79,8 +81,8 @@ Message readMessage(const TableReader& table)
     Message message{table.choice("channel", channels), table.text("text")};
     const QString unknown = unknownPlaceholder(message.text);
     if (!unknown.isEmpty()) {
-        table.refuse("text", u"has the unknown placeholder {%1}: known are {%2}"_s.arg(
-                                 unknown, placeholders().join(u"}, {"_s)));
+        table.refuse("text", Text::tr("has the unknown placeholder {%1}: known are {%2}")
+                                 .arg(unknown, placeholders().join(u"}, {"_s)));
     }
     return message;
 }
@@ -92,7 +94,7 @@ Rules readRulesFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         throw ConfigError(
-            u"%1: the file of rules cannot be read: %2"_s.arg(path, file.errorString()));
+            Text::tr("%1: the file of rules cannot be read: %2").arg(path, file.errorString()));
     }
     return readRules(file.readAll(), path);
 }
@@ -103,7 +105,8 @@ Rules readRules(const QByteArray& text, const QString& name)
     try {
         parsed = toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
     } catch (const toml::parse_error& error) {
-        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
+        throw ConfigError(Text::tr("%1:%2: this is not TOML: %3")
+                              .arg(name)
                               .arg(error.source().begin.line)
                               .arg(QString::fromUtf8(error.description())));
     }
