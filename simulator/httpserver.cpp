@@ -4,6 +4,7 @@
 #include "simulator/httpserver.h"
 
 #include "simulator/connections.h"
+#include "simulator/text.h"
 #include "simulator/wirefaults.h"
 
 #include <QFile>
@@ -83,8 +84,9 @@ std::unique_ptr<httplib::Server> makeServer(const HttpServer::Certificate& certi
                                              QFile::encodeName(certificate.keyFile).constData());
     if (!server->is_valid()) {
         throw ListenError(
-            u"The certificate %1 with the key %2 cannot be used: both must be PEM "
-            "files that belong together"_s.arg(certificate.file, certificate.keyFile));
+            Text::tr("The certificate %1 with the key %2 cannot be used: both must be PEM files "
+                     "that belong together")
+                .arg(certificate.file, certificate.keyFile));
     }
     return server;
 }
@@ -223,11 +225,11 @@ private:
         }
         if (boundPort <= 0) {
             throw ListenError(
-                u"Cannot listen at %1, port %2: %3; choose another with --listen or --port"_s
+                Text::tr("Cannot listen at %1, port %2: %3; choose another with --listen or --port")
                     .arg(host)
                     .arg(port)
                     .arg(errno == 0
-                             ? u"no such address"_s
+                             ? Text::tr("no such address")
                              : QString::fromStdString(std::generic_category().message(errno))));
         }
         // the library's own queue of five would make tills that connect together wait a second

@@ -3,6 +3,7 @@
 
 #include "till/commandline.h"
 
+#include "console/usage.h"
 #include "till/amount.h"
 #include "till/failure.h"
 #include "till/text.h"
@@ -53,7 +54,16 @@ void addGlobals(CLI::App& app, Options& options, Texts& texts)
     app.add_flag(
         "--verbose", options.verbose,
         words(QT_TRANSLATE_NOOP("Till", "Write the loyalty system's log to the standard error")));
-    app.set_version_flag("--version", ORVA_VERSION);
+    app.add_flag(
+        "--quiet", options.quiet,
+        words(QT_TRANSLATE_NOOP("Till", "No progress, and not a word about what went well")));
+    app.set_version_flag("--version", ORVA_VERSION,
+                         words(QT_TRANSLATE_NOOP("Till", "Print the version and exit")));
+}
+
+void addJson(CLI::App* command, Options& options)
+{
+    command->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
 }
 
 void addChecks(CLI::App& app, Options& options, Texts& texts)
@@ -65,6 +75,7 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
                    options, Command::Check);
     check->add_option("FILE", texts.file, words(QT_TRANSLATE_NOOP("Till", "Check file")))
         ->required();
+    addJson(check, options);
 
     CLI::App* const sell =
         addCommand(app, "sell", QT_TRANSLATE_NOOP("Till", "Sell a check and print its slip"),
@@ -79,6 +90,7 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
     sell->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
         ->check(CLI::Range(0, 3600));
+    addJson(sell, options);
 
     CLI::App* const back =
         addCommand(app, "return",
@@ -90,12 +102,14 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
     back->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
         ->check(CLI::Range(0, 3600));
+    addJson(back, options);
 
     addCommand(app, "work",
                QT_TRANSLATE_NOOP("Till", "Read a cashier's commands from the standard input"),
                options, Command::Work);
-    addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks"), options,
-               Command::Checks);
+    addJson(addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks"), options,
+                       Command::Checks),
+            options);
     CLI::App* const ledger = addCommand(
         app, "ledger", QT_TRANSLATE_NOOP("Till", "List what the closed checks did to the points"),
         options, Command::Ledger);
@@ -113,7 +127,7 @@ void addQueue(CLI::App& app, Options& options)
     queue->require_subcommand(1);
     const auto add = [&](const char* name, const char* description, Command command) {
         CLI::App* const sub = addCommand(*queue, name, description, options, command);
-        sub->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+        addJson(sub, options);
         return sub;
     };
     const auto addNumber = [&](CLI::App* sub) {
@@ -216,6 +230,7 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
         "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
         "explanation.")));
     app.require_subcommand(1);
+    console::usage::prepare(app);
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);

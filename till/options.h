@@ -43,6 +43,8 @@ struct Options
     QString plugin;
     QString database;
     bool verbose = false;
+    /// No progress, and no lines that only say that something was done.
+    bool quiet = false;
     bool csv = false;
     bool json = false;
     /// With the queue's list: delivered messages too.

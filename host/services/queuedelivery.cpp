@@ -66,6 +66,11 @@ QueueDelivery::QueueDelivery(Database& owner, quint64 seed)
 
 QueueDelivery::~QueueDelivery() = default;
 
+void QueueDelivery::onProgress(const std::function<void(const DeliveryReport&)>& listener)
+{
+    progressed = listener;
+}
+
 DeliveryReport QueueDelivery::deliverDue()
 {
     DeliveryReport report;
@@ -93,6 +98,9 @@ DeliveryReport QueueDelivery::deliverDue()
         report.delivered += finished ? 1 : 0;
         report.parked += isParking(result.meaning) ? 1 : 0;
         task = journal->recordAndTakeNext(*task, result);
+        if (progressed) {
+            progressed(report);
+        }
     }
     removeOld();
     if (const std::optional<qint64> end = journal->nextWaitEnd()) {
