@@ -6,7 +6,9 @@
 #include "simulator/connections.h"
 #include "simulator/wirefaults.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QLocale>
 
 #include <atomic>
 #include <cerrno>
@@ -62,6 +64,14 @@ Answer bodyRefusal(int status)
     default:
         return refusal(status, u"The body ended before its declared length or is garbled"_s);
     }
+}
+
+/// As HTTP writes it, so that a till can hold its clock against it.
+std::string presentDate()
+{
+    return QLocale::c()
+        .toString(QDateTime::currentDateTimeUtc(), u"ddd, dd MMM yyyy hh:mm:ss 'GMT'"_s)
+        .toStdString();
 }
 
 Request requestOf(const httplib::Request& from)
@@ -180,6 +190,7 @@ private:
               httplib::Response& to)
     {
         to.status = answer.status;
+        to.set_header("Date", presentDate());
         if (answer.status == 401) {
             to.set_header("WWW-Authenticate", "Basic realm=\"orva-simulator\"");
         }

@@ -23,6 +23,7 @@ struct Texts
     std::string file;
     std::string points = "none";
     std::string tender;
+    std::string card;
 };
 
 std::string words(const char* text)
@@ -103,6 +104,21 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
         ->excludes(csv);
 }
 
+void addDoctor(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const doctor =
+        addCommand(app, "doctor",
+                   QT_TRANSLATE_NOOP("Till", "Check the set-up; change nothing and book nothing"),
+                   options, Command::Doctor);
+    doctor->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    doctor->add_option(
+        "--card", texts.card,
+        words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
+    doctor->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
+                "used. Ends in less\nthan 5 seconds.")));
+}
+
 void addQueue(CLI::App& app, Options& options)
 {
     CLI::App* const queue =
@@ -144,6 +160,7 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
     options.plugin = QString::fromStdString(texts.plugin);
     options.database = QString::fromStdString(texts.database);
     options.file = QString::fromStdString(texts.file);
+    options.card = QString::fromStdString(texts.card);
     options.points = readPoints(QString::fromStdString(texts.points));
     if (!texts.tender.empty()) {
         options.tenderKopecks = readSum(QString::fromStdString(texts.tender));
@@ -164,6 +181,7 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
+    addDoctor(app, options, texts);
     addQueue(app, options);
     try {
         app.parse(argc, argv);

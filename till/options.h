@@ -19,6 +19,7 @@ enum class Command
     Work,
     Checks,
     Ledger,
+    Doctor,
     QueueList,
     QueueShow,
     QueueDeliver,
@@ -47,6 +48,8 @@ struct Options
     std::optional<qint64> tenderKopecks;
     int waitSeconds = 0;
     qint64 message = 0;
+    /// With the doctor: the card that the server is asked about.
+    QString card;
 };
 
 } // namespace till

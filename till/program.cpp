@@ -5,6 +5,7 @@
 
 #include "host/core/basicexception.h"
 #include "till/checkview.h"
+#include "till/doctor/doctorcommand.h"
 #include "till/failure.h"
 #include "till/ledger.h"
 #include "till/output.h"
@@ -65,6 +66,9 @@ void openWithCard(CashDesk& desk, const CheckFile& file)
 
 ExitCode Program::run()
 {
+    if (options.command == Command::Doctor) {
+        return doctor::run(options, out); // opens nothing for writing, unlike a workplace
+    }
     try {
         Workplace workplace(options);
         errors.notes(workplace.warnings());
