@@ -26,12 +26,13 @@ namespace {
 
 // Those that follow each other make less than five seconds together: file, head start, plug-in,
 // question. The others run beside them.
-constexpr int readingMilliseconds = 300;
-constexpr int headStartMilliseconds = 500;
+constexpr int readingMilliseconds = 500;
+constexpr int headStartMilliseconds = 400;
 constexpr int pluginMilliseconds = 1500;
 constexpr int questionSeconds = 2;
 constexpr int roadMilliseconds = 1500;
 constexpr int databaseMilliseconds = 2500;
+constexpr int wholeMilliseconds = 4800;
 /// How much longer than its own limit something is waited for.
 constexpr int grace = 300;
 
@@ -77,9 +78,10 @@ public:
     }
 
     /// After all of them have come to their end or were given up.
-    bool putAway()
+    /// @return false: something hangs and was left behind
+    bool putAway(const QDeadlineTimer& end)
     {
-        const bool ended = visit->hasEnded(QDeadlineTimer(grace));
+        const bool ended = visit->hasEnded(visit->hangs() ? QDeadlineTimer(0) : end);
         if (!ended) {
             // whoever hangs may still look at them
             static_cast<void>(services.release());
@@ -89,8 +91,7 @@ public:
 
     ConnectionProbe awaitRoad()
     {
-        return road ? road->await(QDeadlineTimer(roadMilliseconds + grace)).value_or(notEnded())
-                    : ConnectionProbe();
+        return road ? road->await(roadEnd).value_or(notEnded()) : ConnectionProbe();
     }
 
     std::optional<DatabaseExamination> awaitDatabase()
@@ -108,6 +109,7 @@ public:
 private:
     std::unique_ptr<Services> services;
     const QDeadlineTimer databaseEnd{databaseMilliseconds + grace};
+    const QDeadlineTimer roadEnd{roadMilliseconds + grace};
     std::optional<Errand<ConnectionProbe>> road;
     std::optional<Errand<DatabaseExamination>> database;
 };
@@ -116,6 +118,7 @@ private:
 
 Report Doctor::examine()
 {
+    const QDeadlineTimer end(wholeMilliseconds);
     Report report;
     subject.read(readingMilliseconds);
     checkSystem(report);
@@ -130,7 +133,7 @@ Report Doctor::examine()
     errands.visit->decide(asks);
     serverchecks::check(report, subject, asks ? errands.awaitExchange() : std::nullopt);
     databasechecks::checkContent(report, subject, errands.awaitDatabase());
-    leftBehind = !errands.putAway();
+    leftBehind = !errands.putAway(end);
     return report;
 }
 

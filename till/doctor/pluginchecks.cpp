@@ -106,7 +106,10 @@ public:
     Finding fitsHost()
     {
         meeting = visit.meeting(deadline);
-        if (meeting && meeting->failedAt && *meeting->failedAt != Step::Initialisation) {
+        if (!meeting) {
+            return Finding::notNeeded(Text::tr("not known, since the plug-in does not get ready"));
+        }
+        if (meeting->failedAt && *meeting->failedAt != Step::Initialisation) {
             return Finding::fails(meeting->refusal,
                                   u"cmake -DORVA_ABSTRACT_PLUGIN_IID=%1 --preset release"_s.arg(
                                       QLatin1StringView(ABSTRACT_PLUGIN_IID)));

@@ -190,19 +190,27 @@ PluginVisit::~PluginVisit()
     }
 }
 
+template <typename T>
+std::optional<T> PluginVisit::step(std::future<T>& result, const QDeadlineTimer& deadline)
+{
+    std::optional<T> value = awaited(result, deadline);
+    late = late || !value;
+    return value;
+}
+
 std::optional<PluginMetadata> PluginVisit::metadata(const QDeadlineTimer& deadline)
 {
-    return awaited(course->metadataKnown, deadline);
+    return step(course->metadataKnown, deadline);
 }
 
 std::optional<PluginLoading> PluginVisit::loading(const QDeadlineTimer& deadline)
 {
-    return awaited(course->loadingKnown, deadline);
+    return step(course->loadingKnown, deadline);
 }
 
 std::optional<PluginMeeting> PluginVisit::meeting(const QDeadlineTimer& deadline)
 {
-    return awaited(course->meetingKnown, deadline);
+    return step(course->meetingKnown, deadline);
 }
 
 void PluginVisit::decide(bool ask)
@@ -213,7 +221,7 @@ void PluginVisit::decide(bool ask)
 
 std::optional<Exchange> PluginVisit::exchange(const QDeadlineTimer& deadline)
 {
-    return awaited(course->exchangeKnown, deadline);
+    return step(course->exchangeKnown, deadline);
 }
 
 bool PluginVisit::hasEnded(const QDeadlineTimer& deadline)

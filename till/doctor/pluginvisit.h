@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <future>
 #include <memory>
 #include <optional>
 
@@ -78,11 +79,17 @@ public:
     std::optional<Exchange> exchange(const QDeadlineTimer& deadline);
     /// Whether the plug-in has been put away.
     bool hasEnded(const QDeadlineTimer& deadline);
+    /// Whether a step had no result in time.
+    bool hangs() const { return late; }
 
 private:
+    template <typename T>
+    std::optional<T> step(std::future<T>& result, const QDeadlineTimer& deadline);
+
     struct Course;
     std::shared_ptr<Course> course;
     bool decided = false;
+    bool late = false;
 };
 
 } // namespace till::doctor

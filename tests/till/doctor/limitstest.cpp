@@ -112,3 +112,14 @@ TEST(DoctorInTime, aPluginThatDoesNotEndItsLoading)
     ASSERT_EQ(failing.size(), 1) << result.output.toStdString();
     EXPECT_TRUE(failing.first().contains(u"Plug-in, loading"_s)) << result.output.toStdString();
 }
+
+TEST(DoctorInTime, everythingAtOnce)
+{
+    RawServer silent([](RawServer::Connection& connection) { connection.hang(); });
+    Scene scene(Scene::Way::Https);
+    scene.set(u"http.proxy"_s, u"\"http://127.0.0.1:%1\""_s.arg(silent.port()));
+    scene.set(u"till.plugin"_s, Scene::quoted(QStringLiteral(ORVA_HANGS_ON_LOAD)));
+    const RunResult result = programInTime(scene);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(failingLines(result.output).size(), 2) << result.output.toStdString();
+}

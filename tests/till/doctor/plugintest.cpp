@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <dlfcn.h>
+
 using namespace Qt::StringLiterals;
 using tests::expectFound;
 using tests::Row;
@@ -99,4 +101,16 @@ TEST(DoctorNames, theMissingLibrary)
     scene.set(u"till.plugin"_s, Scene::quoted(QStringLiteral(ORVA_MISSING_LIBRARY)));
     const QString text = scene.examine().text();
     EXPECT_TRUE(text.contains(u"libtest-vanished.so is not found"_s)) << text.toStdString();
+}
+
+TEST(DoctorNames, log4QtWhereItIsInUse)
+{
+    Scene scene;
+    const QString library = scene.elsewhere.file(u"liblog4qt.so.1"_s);
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVA_VANISHED), library));
+    void* const loaded = ::dlopen(QFile::encodeName(library).constData(), RTLD_NOW);
+    ASSERT_NE(loaded, nullptr) << ::dlerror();
+    const QString text = scene.examine().text();
+    ::dlclose(loaded);
+    EXPECT_TRUE(text.contains(u"with Log4Qt (%1)"_s.arg(library))) << text.toStdString();
 }
