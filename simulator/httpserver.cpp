@@ -7,7 +7,9 @@
 #include "simulator/text.h"
 #include "simulator/wirefaults.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QLocale>
 
 #include <atomic>
 #include <cerrno>
@@ -63,6 +65,14 @@ Answer bodyRefusal(int status)
     default:
         return refusal(status, u"The body ended before its declared length or is garbled"_s);
     }
+}
+
+/// As HTTP writes it, so that a till can hold its clock against it.
+std::string presentDate()
+{
+    return QLocale::c()
+        .toString(QDateTime::currentDateTimeUtc(), u"ddd, dd MMM yyyy hh:mm:ss 'GMT'"_s)
+        .toStdString();
 }
 
 Request requestOf(const httplib::Request& from)
@@ -182,6 +192,7 @@ private:
               httplib::Response& to)
     {
         to.status = answer.status;
+        to.set_header("Date", presentDate());
         if (answer.status == 401) {
             to.set_header("WWW-Authenticate", "Basic realm=\"orva-simulator\"");
         }

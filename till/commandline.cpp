@@ -26,6 +26,7 @@ struct Texts
     std::string tender;
     std::string record;
     std::string target;
+    std::string card;
 };
 
 std::string words(const char* text)
@@ -117,6 +118,21 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
         "--csv", options.csv, words(QT_TRANSLATE_NOOP("Till", "As comma-separated values")));
     ledger->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")))
         ->excludes(csv);
+}
+
+void addDoctor(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const doctor =
+        addCommand(app, "doctor",
+                   QT_TRANSLATE_NOOP("Till", "Check the set-up; change nothing and book nothing"),
+                   options, Command::Doctor);
+    doctor->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    doctor->add_option(
+        "--card", texts.card,
+        words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
+    doctor->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
+                "used. Ends in less\nthan 5 seconds.")));
 }
 
 void addQueue(CLI::App& app, Options& options)
@@ -212,6 +228,7 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
     options.file = QString::fromStdString(texts.file);
     options.record = QString::fromStdString(texts.record);
     options.target = QString::fromStdString(texts.target);
+    options.card = QString::fromStdString(texts.card);
     options.points = readPoints(QString::fromStdString(texts.points));
     if (!texts.tender.empty()) {
         options.tenderKopecks = readSum(QString::fromStdString(texts.tender));
@@ -234,6 +251,7 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
+    addDoctor(app, options, texts);
     addQueue(app, options);
     addLog(app, options, texts);
     addExplain(app, options, texts);

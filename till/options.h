@@ -19,6 +19,7 @@ enum class Command
     Work,
     Checks,
     Ledger,
+    Doctor,
     QueueList,
     QueueShow,
     QueueDeliver,
@@ -59,6 +60,8 @@ struct Options
     QString record;
     /// The file to export to.
     QString target;
+    /// With the doctor: the card that the server is asked about.
+    QString card;
 };
 
 } // namespace till

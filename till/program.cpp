@@ -6,6 +6,7 @@
 #include "host/core/basicexception.h"
 #include "till/checkjson.h"
 #include "till/checkview.h"
+#include "till/doctor/doctorcommand.h"
 #include "till/explain/explaincommand.h"
 #include "till/failure.h"
 #include "till/ledger.h"
@@ -90,6 +91,9 @@ ExitCode Program::run()
     out.setQuiet(options.quiet);
     // JSON is read by programs, which have no use for progress
     errors.setQuiet(options.quiet || options.json);
+    if (options.command == Command::Doctor) {
+        return doctor::run(options, out); // opens nothing for writing, unlike a workplace
+    }
     try {
         if (isAboutRecords(options.command)) {
             return LogCommands(options, out, errors).run();

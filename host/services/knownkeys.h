@@ -32,8 +32,8 @@ namespace knownkeys {
 
 /// The known key, or nothing.
 HOST_EXPORT std::optional<KnownKey> find(const QString& table, const QString& key);
-QStringList tables();
-QStringList keysOf(const QString& table);
+HOST_EXPORT QStringList tables();
+HOST_EXPORT QStringList keysOf(const QString& table);
 /// The candidate with the fewest letters to add, drop or change, case aside; the first of equals.
 QString nearest(const QString& name, const QStringList& candidates);
 

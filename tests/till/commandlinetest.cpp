@@ -40,6 +40,7 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"work"}, Command::Work},
         {{"checks"}, Command::Checks},
         {{"ledger"}, Command::Ledger},
+        {{"doctor"}, Command::Doctor},
         {{"queue", "list"}, Command::QueueList},
         {{"queue", "show", "1"}, Command::QueueShow},
         {{"queue", "deliver"}, Command::QueueDeliver},
