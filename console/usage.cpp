@@ -145,7 +145,7 @@ void usage::prepare(CLI::App& app)
     app.formatter(std::make_shared<HelpText>());
     app.failure_message(complaint);
     app.set_help_flag("-h,--help", Text::tr("Print this help and exit").toStdString());
-    app.group(Text::tr("Commands").toStdString());
+    app.group(Text::tr("Subcommands").toStdString());
 }
 
 } // namespace console

@@ -96,12 +96,12 @@
         <translation>Показать эту справку и выйти</translation>
     </message>
     <message>
-        <source>Commands</source>
-        <translation>Команды</translation>
-    </message>
-    <message>
         <source>Options</source>
         <translation>Ключи</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>Команды</translation>
     </message>
 </context>
 <context>
