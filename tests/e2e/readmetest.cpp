@@ -64,7 +64,7 @@ QStringList commandsIn(const QString& help)
 {
     static const QRegularExpression command(u"^  ([a-z]+) "_s, QRegularExpression::MultilineOption);
     QStringList found;
-    auto matches = command.globalMatch(help.section(u"\nCommands:\n"_s, 1));
+    auto matches = command.globalMatch(help.section(u"\nSubcommands:\n"_s, 1));
     while (matches.hasNext()) {
         found.append(matches.next().captured(1));
     }
