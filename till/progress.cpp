@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 namespace till {
 namespace {
 
-const QString toLineStart = QStringLiteral("\r");
-const QString clearToLineEnd = QStringLiteral("\033[K");
+constexpr QLatin1StringView toLineStart("\r");
+constexpr QLatin1StringView clearToLineEnd("\033[K");
 
 QString figures(qint64 done, qint64 total)
 {
