@@ -309,10 +309,6 @@ Try: %3
         <translation>%1: не удаётся прочитать файл правил: %2</translation>
     </message>
     <message>
-        <source>%1:%2: this is not TOML: %3</source>
-        <translation>%1:%2: это не TOML: %3</translation>
-    </message>
-    <message>
         <source>is unknown: known here are %1</source>
         <translation>неизвестен; здесь известны %1</translation>
     </message>
@@ -375,6 +371,24 @@ Try: %3
     <message>
         <source>%1:%2: the key &quot;%3&quot; %4</source>
         <translation>%1:%2: ключ «%3» %4</translation>
+    </message>
+    <message>
+        <source>Port on 127.0.0.1 to read the ledger and to arm faults at, 0 for a free one</source>
+        <translation>Порт на 127.0.0.1, чтобы читать книгу и готовить неисправности; 0 — любой свободный</translation>
+    </message>
+    <message>
+        <source>Rules: read anew
+</source>
+        <translation>Правила: прочитаны заново
+</translation>
+    </message>
+    <message>
+        <source>the change of [tls] takes effect at the next start</source>
+        <translation>изменение в [tls] подействует при следующем запуске</translation>
+    </message>
+    <message>
+        <source>the rules stay as they were: %1</source>
+        <translation>правила остаются прежними: %1</translation>
     </message>
 </context>
 <context>
@@ -878,12 +892,6 @@ Try: %3
         <translation>Образцовая касса для плагинов лояльности</translation>
     </message>
     <message>
-        <source>Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on
-without the loyalty system.</source>
-        <translation>Коды завершения: 0 — готово, 1 — не удалось, 2 — не годится командная строка или файл,
-3 — продажа прошла без системы лояльности.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is not a sum from 0 with at most two decimals, such as 49.90.</source>
         <translation>«%1» — не сумма от 0 не более чем с двумя знаками после точки, например 49.90.</translation>
     </message>
@@ -1256,6 +1264,1058 @@ The server&apos;s last refusal:
     <message>
         <source>There is no command &quot;%1&quot;; did you mean &quot;%2&quot;?</source>
         <translation>Команды «%1» нет; возможно, имелась в виду «%2»?</translation>
+    </message>
+    <message>
+        <source>There is no closed check &quot;%1&quot;; look at the list of checks.</source>
+        <translation>Закрытого чека «%1» нет; посмотрите список чеков.</translation>
+    </message>
+    <message>
+        <source>Several checks have the number %1; name the check by its identifier.</source>
+        <translation>Номер %1 у нескольких чеков; укажите идентификатор чека.</translation>
+    </message>
+    <message>
+        <source>Check the set-up; change nothing and book nothing</source>
+        <translation>Проверить установку и настройки, ничего не меняя и не учитывая</translation>
+    </message>
+    <message>
+        <source>Card to ask the server about; otherwise one of zeros</source>
+        <translation>Карта, о которой спросить сервер; без ключа — из одних нулей</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be used. Ends in less
+than 5 seconds.</source>
+        <translation>Коды завершения: 0 — неудач нет, 1 — есть неудачи, 2 — не годится командная строка. Длится
+меньше 5 секунд.</translation>
+    </message>
+    <message>
+        <source>What was said to the loyalty system, recorded</source>
+        <translation>Запись обмена с системой лояльности</translation>
+    </message>
+    <message>
+        <source>A file that was exported</source>
+        <translation>Выгруженный файл</translation>
+    </message>
+    <message>
+        <source>List what was recorded</source>
+        <translation>Показать, что записано</translation>
+    </message>
+    <message>
+        <source>Show requests beside their answers</source>
+        <translation>Показать запросы рядом с ответами</translation>
+    </message>
+    <message>
+        <source>The record&apos;s number, such as 3, or 3.2 for its second exchange</source>
+        <translation>Номер записи, например 3, или 3.2 для её второго обмена</translation>
+    </message>
+    <message>
+        <source>Write records into one file</source>
+        <translation>Выгрузить записи в один файл</translation>
+    </message>
+    <message>
+        <source>The record&apos;s number, or &quot;all&quot;</source>
+        <translation>Номер записи или все: all</translation>
+    </message>
+    <message>
+        <source>A new file</source>
+        <translation>Новый файл</translation>
+    </message>
+    <message>
+        <source>Have the plug-in do it again, offline, and compare</source>
+        <translation>Повторить с плагином без сети и сравнить</translation>
+    </message>
+    <message>
+        <source>The record&apos;s number, &quot;all&quot;, or an exported file</source>
+        <translation>Номер записи, все (all) или выгруженный файл</translation>
+    </message>
+    <message>
+        <source>Show where the amounts on a closed check come from</source>
+        <translation>Показать, откуда взялись суммы закрытого чека</translation>
+    </message>
+    <message>
+        <source>The check&apos;s identifier or number, or &quot;last&quot;</source>
+        <translation>Идентификатор или номер чека либо последний: last</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on
+without the loyalty system, 4 a replay differs from its record, or a check from its
+explanation.</source>
+        <translation>Коды завершения: 0 — готово, 1 — не удалось, 2 — не годится командная строка или файл,
+3 — продажа прошла без системы лояльности, 4 — повтор разошёлся с записью или чек с его
+объяснением.</translation>
+    </message>
+    <message>
+        <source>%1 is no address with http:// or https:// and a name</source>
+        <translation>%1 — не адрес с http:// или https:// и именем</translation>
+    </message>
+    <message>
+        <source>http: everybody on the way can read the credentials</source>
+        <translation>http: учётные данные может прочесть любой на пути</translation>
+    </message>
+    <message>
+        <source>ends with &quot;/&quot;</source>
+        <translation>оканчивается на «/»</translation>
+    </message>
+    <message>
+        <source>%1 does not end with &quot;/&quot;; what is asked for is put right behind it</source>
+        <translation>%1 не оканчивается на «/», а путь запроса дописывается сразу за ним</translation>
+    </message>
+    <message>
+        <source>something stands behind &quot;?&quot; or &quot;#&quot; and goes out with every request</source>
+        <translation>что-то стоит после «?» или «#» и уходит с каждым запросом</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>somebody stands before &quot;@&quot;; credentials have keys of their own</source>
+        <translation>перед «@» указан пользователь; для учётных данных есть свои ключи</translation>
+    </message>
+    <message>
+        <source>%1 stands for %2 seconds</source>
+        <translation>%1 значит %2 секунд</translation>
+    </message>
+    <message>
+        <source>%1 s: a slow answer is lost</source>
+        <translation>%1 с: медленный ответ не дождутся</translation>
+    </message>
+    <message>
+        <source>%1 s: so long a customer waits when the server is away</source>
+        <translation>%1 с: столько ждёт покупатель, когда сервера нет</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>Server address</source>
+        <translation>Адрес сервера</translation>
+    </message>
+    <message>
+        <source>Server address, its end</source>
+        <translation>Адрес сервера, окончание</translation>
+    </message>
+    <message>
+        <source>Server address, query</source>
+        <translation>Адрес сервера, параметры</translation>
+    </message>
+    <message>
+        <source>Server address, user</source>
+        <translation>Адрес сервера, пользователь</translation>
+    </message>
+    <message>
+        <source>Time-out</source>
+        <translation>Время ожидания</translation>
+    </message>
+    <message>
+        <source>not set: 10 seconds</source>
+        <translation>не задано: 10 секунд</translation>
+    </message>
+    <message>
+        <source>not set: no proxy</source>
+        <translation>не задан: без прокси</translation>
+    </message>
+    <message>
+        <source>not set: the system&apos;s certificates</source>
+        <translation>не задан: сертификаты системы</translation>
+    </message>
+    <message>
+        <source>not set: 16777216 bytes</source>
+        <translation>не задано: 16777216 байт</translation>
+    </message>
+    <message>
+        <source>not set: till</source>
+        <translation>не задано: till</translation>
+    </message>
+    <message>
+        <source>not set: 30 days</source>
+        <translation>не задано: 30 дней</translation>
+    </message>
+    <message>
+        <source>%1 is not there</source>
+        <translation>%1 нет</translation>
+    </message>
+    <message>
+        <source>%1, or a file that it names, is not read in time</source>
+        <translation>%1 или файл, названный в нём, не прочитался вовремя</translation>
+    </message>
+    <message>
+        <source>no secret can be read by others</source>
+        <translation>посторонние не могут прочесть ни одного секрета</translation>
+    </message>
+    <message>
+        <source>%1 holds a secret and others may read it</source>
+        <translation>%1 содержит секрет, а прочесть его могут посторонние</translation>
+    </message>
+    <message>
+        <source>all tables and keys are known</source>
+        <translation>все таблицы и ключи известны</translation>
+    </message>
+    <message>
+        <source>remove the line, or write the name that is known</source>
+        <translation>уберите строку или напишите известное имя</translation>
+    </message>
+    <message>
+        <source>set, not shown</source>
+        <translation>задан, не показан</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 не читается</translation>
+    </message>
+    <message>
+        <source>%1 holds no certificate in PEM</source>
+        <translation>в %1 нет сертификата PEM</translation>
+    </message>
+    <message>
+        <source>not set</source>
+        <translation>не задано</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>пусто</translation>
+    </message>
+    <message>
+        <source>%1, from the command line</source>
+        <translation>%1, из командной строки</translation>
+    </message>
+    <message>
+        <source>Rights on secrets</source>
+        <translation>Права на секреты</translation>
+    </message>
+    <message>
+        <source>Names in the configuration</source>
+        <translation>Имена в настройках</translation>
+    </message>
+    <message>
+        <source>Key %1.%2</source>
+        <translation>Ключ %1.%2</translation>
+    </message>
+    <message>
+        <source>the folder %1 is not there</source>
+        <translation>папки %1 нет</translation>
+    </message>
+    <message>
+        <source>nothing can be written into %1</source>
+        <translation>в %1 нельзя писать</translation>
+    </message>
+    <message>
+        <source>%1 will be made by the first sale</source>
+        <translation>%1 появится при первой продаже</translation>
+    </message>
+    <message>
+        <source>%1 is no file that can be read and written</source>
+        <translation>%1 — не файл, доступный для чтения и записи</translation>
+    </message>
+    <message>
+        <source>%1 holds credentials and others may open it</source>
+        <translation>%1 содержит учётные данные, а открыть его могут посторонние</translation>
+    </message>
+    <message>
+        <source>only its owner may open it</source>
+        <translation>открыть может только владелец</translation>
+    </message>
+    <message>
+        <source>the free space is not known</source>
+        <translation>свободное место неизвестно</translation>
+    </message>
+    <message>
+        <source>%1 MiB are free</source>
+        <translation>свободно %1 МиБ</translation>
+    </message>
+    <message>
+        <source>the file is sound</source>
+        <translation>файл исправен</translation>
+    </message>
+    <message>
+        <source>too large for a quick look; sqlite3 %1 &quot;PRAGMA integrity_check&quot;</source>
+        <translation>слишком велик для быстрой проверки; sqlite3 %1 &quot;PRAGMA integrity_check&quot;</translation>
+    </message>
+    <message>
+        <source>version %1 of %2</source>
+        <translation>версия %1 из %2</translation>
+    </message>
+    <message>
+        <source>%1: a newer program has written the file</source>
+        <translation>%1: файл записан более новой программой</translation>
+    </message>
+    <message>
+        <source>%1 is no till&apos;s database</source>
+        <translation>%1 — не база данных кассы</translation>
+    </message>
+    <message>
+        <source>%1; brought up to date by the next sale</source>
+        <translation>%1; обновится при следующей продаже</translation>
+    </message>
+    <message>
+        <source>nothing waits</source>
+        <translation>ничего не ждёт</translation>
+    </message>
+    <message>
+        <source>%1 wait, the oldest (%2) since %3</source>
+        <translation>ожидают: %1, старейшее (%2) — с %3</translation>
+    </message>
+    <message>
+        <source>%1 wait for other credentials or another address (%2)</source>
+        <translation>ждут других учётных данных или другого адреса: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 wait for somebody to decide (%2)</source>
+        <translation>ждут решения человека: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Database</source>
+        <translation>База данных</translation>
+    </message>
+    <message>
+        <source>Database, rights</source>
+        <translation>База данных, права</translation>
+    </message>
+    <message>
+        <source>not made yet</source>
+        <translation>ещё не создана</translation>
+    </message>
+    <message>
+        <source>Disk</source>
+        <translation>Диск</translation>
+    </message>
+    <message>
+        <source>Database, content</source>
+        <translation>База данных, содержимое</translation>
+    </message>
+    <message>
+        <source>is not read in time</source>
+        <translation>не прочиталась вовремя</translation>
+    </message>
+    <message>
+        <source>Database, version</source>
+        <translation>База данных, версия</translation>
+    </message>
+    <message>
+        <source>Queue, waiting</source>
+        <translation>Очередь, ожидают</translation>
+    </message>
+    <message>
+        <source>Queue, paused</source>
+        <translation>Очередь, приостановлены</translation>
+    </message>
+    <message>
+        <source>Queue, parked</source>
+        <translation>Очередь, сняты с отправки</translation>
+    </message>
+    <message>
+        <source>the way to the server does not come to an end</source>
+        <translation>проверка пути к серверу не заканчивается</translation>
+    </message>
+    <message>
+        <source>%1 is no file that can be read</source>
+        <translation>%1 — не файл, доступный для чтения</translation>
+    </message>
+    <message>
+        <source>no plug-in (%1)</source>
+        <translation>не плагин (%1)</translation>
+    </message>
+    <message>
+        <source>a plug-in for &quot;%1&quot;, not for &quot;%2&quot;</source>
+        <translation>плагин для «%1», а не для «%2»</translation>
+    </message>
+    <message>
+        <source>class %1</source>
+        <translation>класс %1</translation>
+    </message>
+    <message>
+        <source>debug build</source>
+        <translation>отладочная сборка</translation>
+    </message>
+    <message>
+        <source>release build</source>
+        <translation>рабочая сборка</translation>
+    </message>
+    <message>
+        <source>made with Qt %1 (%2), here is Qt %3</source>
+        <translation>собран с Qt %1 (%2), здесь Qt %3</translation>
+    </message>
+    <message>
+        <source>not known, since the plug-in is still loading</source>
+        <translation>неизвестно: плагин ещё загружается</translation>
+    </message>
+    <message>
+        <source>%1 is not found</source>
+        <translation>не найдено: %1</translation>
+    </message>
+    <message>
+        <source>all are found</source>
+        <translation>все найдены</translation>
+    </message>
+    <message>
+        <source>with all its symbols</source>
+        <translation>со всеми символами</translation>
+    </message>
+    <message>
+        <source>not known, since the plug-in does not get ready</source>
+        <translation>неизвестно: плагин не становится готовым</translation>
+    </message>
+    <message>
+        <source>the plug-in has registered</source>
+        <translation>плагин зарегистрировался</translation>
+    </message>
+    <message>
+        <source>without Log4Qt, to Qt&apos;s category orva</source>
+        <translation>без Log4Qt, в категорию Qt orva</translation>
+    </message>
+    <message>
+        <source>with Log4Qt (%1)</source>
+        <translation>через Log4Qt (%1)</translation>
+    </message>
+    <message>
+        <source>%1, whose errors are switched off</source>
+        <translation>%1, ошибки в ней выключены</translation>
+    </message>
+    <message>
+        <source>does not come to an end in time</source>
+        <translation>не закончилось вовремя</translation>
+    </message>
+    <message>
+        <source>Plug-in</source>
+        <translation>Плагин</translation>
+    </message>
+    <message>
+        <source>Plug-in, its kind</source>
+        <translation>Плагин, вид</translation>
+    </message>
+    <message>
+        <source>Plug-in, Qt</source>
+        <translation>Плагин, Qt</translation>
+    </message>
+    <message>
+        <source>Plug-in, libraries</source>
+        <translation>Плагин, библиотеки</translation>
+    </message>
+    <message>
+        <source>Plug-in, loading</source>
+        <translation>Плагин, загрузка</translation>
+    </message>
+    <message>
+        <source>Plug-in, this host</source>
+        <translation>Плагин, эта касса</translation>
+    </message>
+    <message>
+        <source>Plug-in, readiness</source>
+        <translation>Плагин, готовность</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Журнал</translation>
+    </message>
+    <message>
+        <source>Check of the set-up</source>
+        <translation>Проверка установки</translation>
+    </message>
+    <message>
+        <source>ok</source>
+        <translation>ок</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>внимание</translation>
+    </message>
+    <message>
+        <source>fails</source>
+        <translation>неудача</translation>
+    </message>
+    <message>
+        <source>skipped</source>
+        <translation>пропущено</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; comes first</source>
+        <translation>сначала «%1»</translation>
+    </message>
+    <message>
+        <source>%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.
+</source>
+        <translation>Проверок: %1; в порядке — %2, с предупреждением — %3, неудач — %4, пропущено — %5.
+</translation>
+    </message>
+    <message>
+        <source>the proxy looks the name up</source>
+        <translation>имя узнаёт прокси</translation>
+    </message>
+    <message>
+        <source>no proxy is configured</source>
+        <translation>прокси не настроен</translation>
+    </message>
+    <message>
+        <source>%1 does not let through (%2)</source>
+        <translation>%1 не пропускает (%2)</translation>
+    </message>
+    <message>
+        <source>the proxy connects when it is asked</source>
+        <translation>прокси соединяет, когда его просят</translation>
+    </message>
+    <message>
+        <source>%1, port %2, after %3 ms</source>
+        <translation>%1, порт %2, через %3 мс</translation>
+    </message>
+    <message>
+        <source>http has no certificate</source>
+        <translation>у http нет сертификата</translation>
+    </message>
+    <message>
+        <source>the certificate is trusted</source>
+        <translation>сертификату можно доверять</translation>
+    </message>
+    <message>
+        <source>valid until %1</source>
+        <translation>действителен до %1</translation>
+    </message>
+    <message>
+        <source>Proxy</source>
+        <translation>Прокси</translation>
+    </message>
+    <message>
+        <source>Server&apos;s name</source>
+        <translation>Имя сервера</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>Соединение</translation>
+    </message>
+    <message>
+        <source>Server&apos;s certificate</source>
+        <translation>Сертификат сервера</translation>
+    </message>
+    <message>
+        <source>Certificate&apos;s end</source>
+        <translation>Срок сертификата</translation>
+    </message>
+    <message>
+        <source>the question does not come to an end in time</source>
+        <translation>запрос не закончился вовремя</translation>
+    </message>
+    <message>
+        <source>the plug-in has asked nothing (%1)</source>
+        <translation>плагин ничего не спросил (%1)</translation>
+    </message>
+    <message>
+        <source>HTTP %1 after %2 ms</source>
+        <translation>HTTP %1 через %2 мс</translation>
+    </message>
+    <message>
+        <source>refused (HTTP %1); user, password or key is wrong</source>
+        <translation>отказано (HTTP %1); неверны пользователь, пароль или ключ</translation>
+    </message>
+    <message>
+        <source>accepted</source>
+        <translation>приняты</translation>
+    </message>
+    <message>
+        <source>the loyalty service answers</source>
+        <translation>служба лояльности отвечает</translation>
+    </message>
+    <message>
+        <source>HTTP %1: the loyalty service is not at this address</source>
+        <translation>HTTP %1: по этому адресу службы лояльности нет</translation>
+    </message>
+    <message>
+        <source>the proxy wants credentials (HTTP %1)</source>
+        <translation>прокси требует учётные данные (HTTP %1)</translation>
+    </message>
+    <message>
+        <source>HTTP %1: the server cannot answer a pre-check</source>
+        <translation>HTTP %1: сервер не может ответить о чеке</translation>
+    </message>
+    <message>
+        <source>the plug-in understands the answer</source>
+        <translation>плагин понимает ответ</translation>
+    </message>
+    <message>
+        <source>the plug-in does not understand the answer (%1)</source>
+        <translation>плагин не понимает ответа (%1)</translation>
+    </message>
+    <message>
+        <source>no card was named; &quot;orva-till doctor --card NUMBER&quot; asks about one</source>
+        <translation>карта не названа; о карте спросит «orva-till doctor --card НОМЕР»</translation>
+    </message>
+    <message>
+        <source>the server refuses the card (HTTP %1)</source>
+        <translation>сервер не принимает карту (HTTP %1)</translation>
+    </message>
+    <message>
+        <source>the server does not tell its time</source>
+        <translation>сервер не сообщает своё время</translation>
+    </message>
+    <message>
+        <source>%1 s behind the server&apos;s</source>
+        <translation>отстают от часов сервера на %1 с</translation>
+    </message>
+    <message>
+        <source>%1 s ahead of the server&apos;s</source>
+        <translation>опережают часы сервера на %1 с</translation>
+    </message>
+    <message>
+        <source>Server&apos;s answer</source>
+        <translation>Ответ сервера</translation>
+    </message>
+    <message>
+        <source>Till&apos;s clock</source>
+        <translation>Часы кассы</translation>
+    </message>
+    <message>
+        <source>Credentials</source>
+        <translation>Учётные данные</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Служба</translation>
+    </message>
+    <message>
+        <source>Pre-check</source>
+        <translation>Запрос о чеке</translation>
+    </message>
+    <message>
+        <source>the locale of the environment is not installed</source>
+        <translation>локаль, указанная в окружении, не установлена</translation>
+    </message>
+    <message>
+        <source>%1; texts and file names need UTF-8</source>
+        <translation>%1; текстам и именам файлов нужна UTF-8</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation>Кодировка</translation>
+    </message>
+    <message>
+        <source>the answer has no such message</source>
+        <translation>в ответе такого сообщения нет</translation>
+    </message>
+    <message>
+        <source>the message &quot;%1&quot; (%2, line %3) is not on the check</source>
+        <translation>сообщения «%1» (%2, строка %3) в чеке нет</translation>
+    </message>
+    <message>
+        <source>%1 %2, the check has %3: %4 too much</source>
+        <translation>%1 %2, в чеке %3: лишние %4</translation>
+    </message>
+    <message>
+        <source>%1 %2, the check has %3: %4 too little</source>
+        <translation>%1 %2, в чеке %3: не хватает %4</translation>
+    </message>
+    <message>
+        <source>the answer says</source>
+        <translation>в ответе сказано</translation>
+    </message>
+    <message>
+        <source>record %1, exchange %2 of %3</source>
+        <translation>запись %1, обмен %2 от %3</translation>
+    </message>
+    <message>
+        <source>the answer as the check keeps it</source>
+        <translation>ответ, каким его хранит чек</translation>
+    </message>
+    <message>
+        <source>the recorded answer is not the one that the check keeps: %1 (line %2) is &quot;%3&quot; and was &quot;%4&quot;</source>
+        <translation>записанный ответ — не тот, что хранит чек: %1 (строка %2) равно «%3», а было «%4»</translation>
+    </message>
+    <message>
+        <source>message %1 of the queue</source>
+        <translation>сообщение %1 очереди</translation>
+    </message>
+    <message>
+        <source>Nothing was recorded for check %1, and it keeps no answer itself; name a folder in [recording] of %2 and later checks can be explained.</source>
+        <translation>Для чека %1 ничего не записано, и сам он ответа не хранит; укажите папку в [recording] файла %2, и следующие чеки можно будет объяснить.</translation>
+    </message>
+    <message>
+        <source>Points spent</source>
+        <translation>Баллов списано</translation>
+    </message>
+    <message>
+        <source>Points earned</source>
+        <translation>Баллов начислено</translation>
+    </message>
+    <message>
+        <source>Points earned as the loyalty system counts</source>
+        <translation>Баллов начислено по счёту системы лояльности</translation>
+    </message>
+    <message>
+        <source>Points given back</source>
+        <translation>Баллов возвращено</translation>
+    </message>
+    <message>
+        <source>Points taken back</source>
+        <translation>Баллов отозвано</translation>
+    </message>
+    <message>
+        <source>Balance before this check</source>
+        <translation>Остаток до этого чека</translation>
+    </message>
+    <message>
+        <source>Money</source>
+        <translation>Деньги</translation>
+    </message>
+    <message>
+        <source>To the cashier</source>
+        <translation>Кассиру</translation>
+    </message>
+    <message>
+        <source>To the customer</source>
+        <translation>Покупателю</translation>
+    </message>
+    <message>
+        <source>answer</source>
+        <translation>ответ</translation>
+    </message>
+    <message>
+        <source>confirmation</source>
+        <translation>подтверждение</translation>
+    </message>
+    <message>
+        <source>answer to the sale</source>
+        <translation>ответ о продаже</translation>
+    </message>
+    <message>
+        <source>      %1, line %2: %3: &quot;%4&quot;
+</source>
+        <translation>      %1, строка %2: %3: «%4»
+</translation>
+    </message>
+    <message>
+        <source>    ! Not explained: %1.
+</source>
+        <translation>    ! Не объяснено: %1.
+</translation>
+    </message>
+    <message>
+        <source>Closed without the loyalty system; nothing on it comes from an answer.
+</source>
+        <translation>Закрыт без системы лояльности; ничего из ответов в нём нет.
+</translation>
+    </message>
+    <message>
+        <source>Answer: none; the server was not asked.
+</source>
+        <translation>Ответ: нет; сервер не спрашивали.
+</translation>
+    </message>
+    <message>
+        <source>Answer: %1
+</source>
+        <translation>Ответ: %1
+</translation>
+    </message>
+    <message>
+        <source>No readable answer to this check was recorded: paths and texts are those of the answer, the lines are not the server&apos;s. Name a folder in [recording] of the configuration to have answers kept as they came.
+</source>
+        <translation>Читаемого ответа об этом чеке не записано: пути и тексты — из ответа, а номера строк — не сервера. Укажите папку в [recording] настроек, чтобы ответы сохранялись такими, какими пришли.
+</translation>
+    </message>
+    <message>
+        <source>Confirmation: none is left; it is not compared.
+</source>
+        <translation>Подтверждение: не сохранилось; не сравнивается.
+</translation>
+    </message>
+    <message>
+        <source>Confirmation: %1
+</source>
+        <translation>Подтверждение: %1
+</translation>
+    </message>
+    <message>
+        <source>%1 do not agree.
+</source>
+        <translation>Не сходится: %1.
+</translation>
+    </message>
+    <message>
+        <source>All %1 amounts and messages are explained; the sums agree.
+</source>
+        <translation>Объяснены все суммы и сообщения (%1); итоги сходятся.
+</translation>
+    </message>
+    <message>
+        <source>The whole check
+</source>
+        <translation>Весь чек
+</translation>
+    </message>
+    <message>
+        <source>Line %1, %2, %3
+</source>
+        <translation>Строка %1, %2, %3
+</translation>
+    </message>
+    <message>
+        <source>%1 No %2, check %3
+</source>
+        <translation>%1 № %2, чек %3
+</translation>
+    </message>
+    <message>
+        <source>! %1.
+</source>
+        <translation>! %1.
+</translation>
+    </message>
+    <message>
+        <source>%1 of the sale × %2 / %3, less what was returned before</source>
+        <translation>%1 продажи × %2 / %3 за вычетом возвращённого раньше</translation>
+    </message>
+    <message>
+        <source>the sale&apos;s amount is not explained itself</source>
+        <translation>сама сумма продажи не объяснена</translation>
+    </message>
+    <message>
+        <source>the share of the sale is</source>
+        <translation>доля продажи составляет</translation>
+    </message>
+    <message>
+        <source>the server takes back</source>
+        <translation>сервер отзывает</translation>
+    </message>
+    <message>
+        <source>the confirmation says</source>
+        <translation>в подтверждении сказано</translation>
+    </message>
+    <message>
+        <source>the sum of the lines</source>
+        <translation>сумма строк</translation>
+    </message>
+    <message>
+        <source>goods %1 less discount %2 less points %3</source>
+        <translation>товары %1 минус скидка %2 минус баллы %3</translation>
+    </message>
+    <message>
+        <source>the answer cannot be read to its end (%1)</source>
+        <translation>ответ не читается до конца (%1)</translation>
+    </message>
+    <message>
+        <source>the answer grants</source>
+        <translation>ответ даёт</translation>
+    </message>
+    <message>
+        <source>chosen at the till, of %1 that the answer allows</source>
+        <translation>выбрано на кассе из %1, разрешённых ответом</translation>
+    </message>
+    <message>
+        <source>the answer allows no more than</source>
+        <translation>ответ разрешает не больше чем</translation>
+    </message>
+    <message>
+        <source>%1 × %2 / %3, what is paid in money of what is to be paid</source>
+        <translation>%1 × %2 / %3: доля, оплаченная деньгами</translation>
+    </message>
+    <message>
+        <source>from the answer follow</source>
+        <translation>из ответа следует</translation>
+    </message>
+    <message>
+        <source>the document&apos;s impacts make</source>
+        <translation>воздействия документа дают</translation>
+    </message>
+    <message>
+        <source>the answer grants %1 on line %2 (%3, line %4 of the answer), which the check does not have</source>
+        <translation>ответ даёт %1 на строку %2 (%3, строка %4 ответа), которой в чеке нет</translation>
+    </message>
+    <message>
+        <source>each line&apos;s points × %1 / %2, unrounded, summed</source>
+        <translation>баллы каждой строки × %1 / %2, без округления, в сумме</translation>
+    </message>
+    <message>
+        <source>There are no records.</source>
+        <translation>Записей нет.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read (%2); check path and rights.</source>
+        <translation>%1 не читается (%2); проверьте путь и права.</translation>
+    </message>
+    <message>
+        <source>Record %1, %2: </source>
+        <translation>Запись %1, %2: </translation>
+    </message>
+    <message>
+        <source>another build of the plug-in: </source>
+        <translation>другая сборка плагина: </translation>
+    </message>
+    <message>
+        <source>cut off, replayed as far as it goes: </source>
+        <translation>обрывается, повторена до обрыва: </translation>
+    </message>
+    <message>
+        <source>%1 calls, %2 sent, identical.
+</source>
+        <translation>вызовов — %1, отправлено — %2, совпадает.
+</translation>
+    </message>
+    <message>
+        <source>%1 of %2 calls differ.
+</source>
+        <translation>расходятся вызовы: %1 из %2.
+</translation>
+    </message>
+    <message>
+        <source>Nothing is recorded; write folder in [recording] of %1, or name a file that was exported.</source>
+        <translation>Ничего не записано; укажите folder в [recording] файла %1 или назовите выгруженный файл.</translation>
+    </message>
+    <message>
+        <source>Record %1 has no exchange %2; look at &quot;log list&quot;.</source>
+        <translation>В записи %1 нет обмена %2; посмотрите «log list».</translation>
+    </message>
+    <message>
+        <source>There is no record %1 in %2; look at &quot;log list&quot;.</source>
+        <translation>Записи %1 в %2 нет; посмотрите «log list».</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>%1 не записывается (%2).</translation>
+    </message>
+    <message>
+        <source>%1 records are in %2. It holds whole card numbers: hand it on with care.</source>
+        <translation>Записей в %2: %1. Номера карт в них целиком: передавайте файл осторожно.</translation>
+    </message>
+    <message>
+        <source>Record %1 of %2: %3
+</source>
+        <translation>Запись %1 от %2: %3
+</translation>
+    </message>
+    <message>
+        <source>Check %1, plug-in %2 (build %3), program %4
+</source>
+        <translation>Чек %1, плагин %2 (сборка %3), программа %4
+</translation>
+    </message>
+    <message>
+        <source>The record was cut off.
+</source>
+        <translation>Запись обрывается.
+</translation>
+    </message>
+    <message>
+        <source>throws %1</source>
+        <translation>исключение %1</translation>
+    </message>
+    <message>
+        <source>%1. %2 at %3, %4 ms: %5
+</source>
+        <translation>%1. %2 в %3, %4 мс: %5
+</translation>
+    </message>
+    <message>
+        <source>Message %1 into the queue &quot;%2&quot;: %3
+</source>
+        <translation>Сообщение %1 в очередь «%2»: %3
+</translation>
+    </message>
+    <message>
+        <source>Exchange %1: POST %2: %3, %4 ms
+</source>
+        <translation>Обмен %1: POST %2: %3, %4 мс
+</translation>
+    </message>
+    <message>
+        <source>Request</source>
+        <translation>Запрос</translation>
+    </message>
+    <message>
+        <source>Answer</source>
+        <translation>Ответ</translation>
+    </message>
+    <message>
+        <source>not queued</source>
+        <translation>не принято</translation>
+    </message>
+    <message>
+        <source>queued</source>
+        <translation>принято</translation>
+    </message>
+    <message>
+        <source>%1 No %2</source>
+        <translation>%1 № %2</translation>
+    </message>
+    <message>
+        <source>, card %1</source>
+        <translation>, карта %1</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>Запись</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>Call</source>
+        <translation>Вызов</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Итог</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>мс</translation>
+    </message>
+    <message>
+        <source>%1, line %2: %3.</source>
+        <translation>%1, строка %2: %3.</translation>
+    </message>
+    <message>
+        <source>this is no recording</source>
+        <translation>это не запись</translation>
+    </message>
+    <message>
+        <source>the recording was written by a newer till; use that one</source>
+        <translation>запись сделана более новой кассой; откройте её в ней</translation>
+    </message>
+    <message>
+        <source>the documents are not in order</source>
+        <translation>документы не в порядке</translation>
+    </message>
+    <message>
+        <source>this is no line of a record</source>
+        <translation>это не строка записи</translation>
+    </message>
+    <message>
+        <source>(the same elements, written otherwise)</source>
+        <translation>(те же элементы, записанные иначе)</translation>
+    </message>
+    <message>
+        <source>%1 (line %2)</source>
+        <translation>%1 (строка %2)</translation>
+    </message>
+    <message>
+        <source>call %1, %2: %3: recorded %4, now %5</source>
+        <translation>вызов %1, %2: %3: записано %4, теперь %5</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>ничего</translation>
+    </message>
+    <message>
+        <source>The recording has a gap (%1); the sale is not concerned.</source>
+        <translation>В записи пробел (%1); продажи это не касается.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written (%2)</source>
+        <translation>%1 не записывается (%2)</translation>
+    </message>
+    <message>
+        <source>the folder %1 cannot be made</source>
+        <translation>папку %1 создать не удаётся</translation>
+    </message>
+    <message>
+        <source>one record alone is larger than recording.maxMegabytes</source>
+        <translation>одна запись больше, чем recording.maxMegabytes</translation>
+    </message>
+    <message>
+        <source>The record is damaged: the call &quot;%1&quot; has no card.</source>
+        <translation>Запись повреждена: в вызове «%1» нет карты.</translation>
+    </message>
+    <message>
+        <source>The record has a call &quot;%1&quot;, which this till does not know; replay it with the till that recorded it.</source>
+        <translation>В записи есть вызов «%1», которого эта касса не знает; повторите её на той кассе, которая её сделала.</translation>
     </message>
 </context>
 </TS>
