@@ -77,7 +77,6 @@ void Recorder::begin(const QString& name, const Given& given)
     if (given.document.isNull() || inCall) {
         return;
     }
-    inCall = true;
     guarded([&] {
         if (document.toStrongRef() != given.document) {
             beginRecord(given.document);
@@ -96,6 +95,7 @@ void Recorder::begin(const QString& name, const Given& given)
         }
         call.insert(u"before"_s, keepDocument());
     });
+    inCall = true;
     clock.start();
 }
 
