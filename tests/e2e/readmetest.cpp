@@ -71,6 +71,14 @@ QStringList commandsIn(const QString& help)
     return found;
 }
 
+/// Whether an option is shown with a word behind it, such as "--port NUMBER".
+bool takesValue(const QString& word, const QString& help)
+{
+    const QString option = u"  "_s + word + u' ';
+    const qsizetype at = help.indexOf(option);
+    return at >= 0 && help.at(at + option.size()).isUpper();
+}
+
 /// Follows the line's commands through the helps. @return all the helps together
 QString follow(const QString& line, const QStringList& words)
 {
@@ -78,8 +86,8 @@ QString follow(const QString& line, const QStringList& words)
     QString help = helpOf(command);
     QString all = help;
     for (qsizetype i = 1; i < words.size() && !commandsIn(help).isEmpty(); ++i) {
-        if (words.at(i) == u"--config"_s) {
-            ++i; // and its file
+        if (takesValue(words.at(i), all)) {
+            ++i;
         } else if (!words.at(i).startsWith(u'-')) {
             EXPECT_TRUE(commandsIn(help).contains(words.at(i))) << qPrintable(line);
             command.append(words.at(i));
