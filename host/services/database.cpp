@@ -85,6 +85,7 @@ Database::Connection::Connection(const QString& fileName, int busyMilliseconds)
 
 Database::Connection::~Connection()
 {
+    readingWatch.reset();
     idle.clear();
     const QString name = handle.connectionName();
     handle.close();

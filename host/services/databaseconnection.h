@@ -50,7 +50,8 @@ public:
     };
 
     QString file;
-    QDeadlineTimer readingEnd; ///< of a connection for reading
+    QDeadlineTimer readingEnd;          ///< of a connection for reading
+    std::shared_ptr<void> readingWatch; ///< ends what still runs then
     QSqlDatabase handle;
     /// At most one for each text.
     std::unordered_map<QString, std::unique_ptr<QSqlQuery>, TextHash> idle;

@@ -52,10 +52,11 @@ void look(Database& database, const QDeadlineTimer& deadline, DatabaseExaminatio
         lookAtQueue(database, found);
     }
     const QString said = valueOf(database, u"PRAGMA integrity_check(1)"_s).toString();
-    if (said == "ok"_L1) {
-        found.integrity = Integrity::Sound;
-    } else if (!deadline.hasExpired()) {
-        found.integrity = Integrity::Damaged;
+    if (deadline.hasExpired()) {
+        return; // what was broken off may call itself sound
+    }
+    found.integrity = said == "ok"_L1 ? Integrity::Sound : Integrity::Damaged;
+    if (found.integrity == Integrity::Damaged) {
         found.trouble = said;
     }
 }

@@ -11,7 +11,11 @@
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QUrl>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <sqlite3.h>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +52,43 @@ int hasEnded(void* deadline)
     return static_cast<const QDeadlineTimer*>(deadline)->hasExpired() ? 1 : 0;
 }
 
+/// Interrupts what runs at the deadline. SQLite looks at the clock between its instructions only,
+/// and checking a large table is a single one.
+class Watch
+{
+public:
+    Watch(sqlite3* watched, const QDeadlineTimer& deadline)
+        : handle(watched), left(deadline.remainingTime()), thread([this] { wait(); })
+    {}
+    ~Watch()
+    {
+        {
+            const std::lock_guard lock(mutex);
+            ended = true;
+        }
+        changed.notify_all();
+        thread.join();
+    }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+private:
+    void wait()
+    {
+        std::unique_lock lock(mutex);
+        if (!changed.wait_for(lock, left, [this] { return ended; })) {
+            sqlite3_interrupt(handle);
+        }
+    }
+
+    sqlite3* const handle;
+    const std::chrono::milliseconds left;
+    std::mutex mutex; // guards ended
+    std::condition_variable changed;
+    bool ended = false;
+    std::thread thread;
+};
+
 sqlite3* handleOf(const QSqlDatabase& database)
 {
     const QVariant handle = database.driver()->handle();
@@ -73,6 +114,9 @@ std::unique_ptr<Database> Database::openForReading(const QString& fileName, QDea
     opened->readingEnd = deadline;
     if (sqlite3* const handle = handleOf(opened->handle)) {
         sqlite3_progress_handler(handle, instructionsBetweenLooks, hasEnded, &opened->readingEnd);
+        if (!deadline.isForever()) {
+            opened->readingWatch = std::make_shared<Watch>(handle, deadline);
+        }
     }
     return std::unique_ptr<Database>(new Database(std::move(opened)));
 }

@@ -81,7 +81,8 @@ public:
     /// @return false: something hangs and was left behind
     bool putAway(const QDeadlineTimer& end)
     {
-        const bool ended = visit->hasEnded(visit->hangs() ? QDeadlineTimer(0) : end);
+        const bool ended =
+            visit->hasEnded(visit->hangs() ? QDeadlineTimer(0) : end) && !databaseHangs;
         if (!ended) {
             // whoever hangs may still look at them
             static_cast<void>(services.release());
@@ -96,7 +97,10 @@ public:
 
     std::optional<DatabaseExamination> awaitDatabase()
     {
-        return database ? database->await(databaseEnd) : std::nullopt;
+        std::optional<DatabaseExamination> found =
+            database ? database->await(databaseEnd) : std::nullopt;
+        databaseHangs = database && !found;
+        return found;
     }
 
     std::optional<Exchange> awaitExchange()
@@ -112,6 +116,7 @@ private:
     const QDeadlineTimer roadEnd{roadMilliseconds + grace};
     std::optional<Errand<ConnectionProbe>> road;
     std::optional<Errand<DatabaseExamination>> database;
+    bool databaseHangs = false;
 };
 
 } // namespace

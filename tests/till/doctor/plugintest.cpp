@@ -25,7 +25,10 @@ QStringList from(int step)
     const QStringList steps{u"plugin.file"_s,      u"plugin.metadata"_s, u"plugin.qt"_s,
                             u"plugin.libraries"_s, u"plugin.loads"_s,    u"plugin.host"_s,
                             u"plugin.ready"_s};
-    return steps.mid(step) + QStringList{u"logging"_s} + tests::server();
+    QStringList rest = tests::server();
+    rest.append(u"logging"_s);
+    rest.append(steps.mid(step));
+    return rest;
 }
 
 /// A copy of the built plug-in that says to have been made with another version of Qt.
