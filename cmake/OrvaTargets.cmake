@@ -4,6 +4,9 @@
 # One helper for each kind of target, so that warnings, visibility and the Qt definitions stand in
 # one place.
 
+# Where "host/…", "client/…" and so on are found.
+set(ORVA_INCLUDE_ROOT ${PROJECT_SOURCE_DIR})
+
 function(_orva_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     target_compile_options(${target} PRIVATE
@@ -18,7 +21,7 @@ function(_orva_settings target)
         QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
         QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH
         QT_NO_KEYWORDS QT_STRICT_ITERATORS)
-    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
+    target_include_directories(${target} PRIVATE ${ORVA_INCLUDE_ROOT} ${PROJECT_BINARY_DIR})
     set_target_properties(${target} PROPERTIES
         CXX_EXTENSIONS OFF
         POSITION_INDEPENDENT_CODE ON

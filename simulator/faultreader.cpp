@@ -4,6 +4,7 @@
 #include "simulator/faultreader.h"
 
 #include "simulator/matchreader.h"
+#include "simulator/text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,11 +20,12 @@ QString adviceFor(FaultKind kind)
 {
     switch (kind) {
     case FaultKind::WrongCertificate:
-        return u"every connection meets it: give the server another certificate in [tls]"_s;
+        return Text::tr("every connection meets it: give the server another certificate in [tls]");
     case FaultKind::HangingResolution:
-        return u"it happens at the till: let the till ask a name server that does not answer"_s;
+        return Text::tr(
+            "it happens at the till: let the till ask a name server that does not answer");
     default:
-        return u"no running server makes it: stop this one"_s;
+        return Text::tr("no running server makes it: stop this one");
     }
 }
 
@@ -31,8 +33,8 @@ FaultKind readKind(const TableReader& table)
 {
     const std::optional<FaultKind> kind = faultKind(table.requiredText("kind"));
     if (kind && describe(*kind).stage == FaultStage::Connecting) {
-        table.refuse("kind", u"cannot be \"%1\" here; %2"_s.arg(
-                                 QString::fromLatin1(describe(*kind).name), adviceFor(*kind)));
+        table.refuse("kind", Text::tr("cannot be \"%1\" here; %2")
+                                 .arg(QString::fromLatin1(describe(*kind).name), adviceFor(*kind)));
     }
     return *faultKind(table.choice("kind", requestFaultNames()));
 }
@@ -41,7 +43,7 @@ FaultKind readKind(const TableReader& table)
 void requireMeaning(const TableReader& table, const char* key, bool means, const QString& kind)
 {
     if (!means && table.keys().contains(QString::fromLatin1(key))) {
-        table.refuse(key, u"means nothing for \"%1\""_s.arg(kind));
+        table.refuse(key, Text::tr("means nothing for \"%1\"").arg(kind));
     }
 }
 

@@ -29,6 +29,9 @@ void serve(const Options& options);
 /// Throws ConfigError or DatabaseError.
 int printLedger(const Options& options);
 
+/// Prints on the standard error what went wrong.
+void printError(const QString& sentence);
+
 /// Where the database is when the command line does not say.
 QString defaultDatabase();
 

@@ -8,6 +8,7 @@
 #include "simulator/faultreader.h"
 #include "simulator/messagetext.h"
 #include "simulator/tablereader.h"
+#include "simulator/text.h"
 
 #include <QDir>
 #include <QFile>
@@ -55,7 +56,7 @@ void readDiscount(const TableReader& table, Rules& rules)
     rules.discount = readPercentage(table, {u"roundDownTo"_s});
     rules.roundDownTo = table.kopecks("roundDownTo", 0);
     if (rules.roundDownTo < 0) {
-        table.refuse("roundDownTo", u"must not be negative"_s);
+        table.refuse("roundDownTo", Text::tr("must not be negative"));
     }
 }
 
@@ -65,7 +66,8 @@ Card readCard(const TableReader& table, const Rules& rules)
     Card card;
     card.number = table.requiredText("number");
     if (rules.card(card.number) != nullptr) {
-        table.refuse("number", u"is \"%1\", which an earlier card has too"_s.arg(card.number));
+        table.refuse("number",
+                     Text::tr("is \"%1\", which an earlier card has too").arg(card.number));
     }
     card.name = table.text("name");
     card.surname = table.text("surname");
@@ -80,8 +82,8 @@ Message readMessage(const TableReader& table)
     Message message{table.choice("channel", channels), table.text("text")};
     const QString unknown = unknownPlaceholder(message.text);
     if (!unknown.isEmpty()) {
-        table.refuse("text", u"has the unknown placeholder {%1}: known are {%2}"_s.arg(
-                                 unknown, placeholders().join(u"}, {"_s)));
+        table.refuse("text", Text::tr("has the unknown placeholder {%1}: known are {%2}")
+                                 .arg(unknown, placeholders().join(u"}, {"_s)));
     }
     return message;
 }
@@ -105,7 +107,7 @@ Rules readRulesFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         throw ConfigError(
-            u"%1: the file of rules cannot be read: %2"_s.arg(path, file.errorString()));
+            Text::tr("%1: the file of rules cannot be read: %2").arg(path, file.errorString()));
     }
     return readRules(file.readAll(), path);
 }

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tests/host/services/rawserver.h"
+#include "contract/rawserver.h"
 
 #include <thread>
 

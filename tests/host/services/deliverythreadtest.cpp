@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "host/services/deliverythread.h"
+#include "contract/rawserver.h"
 #include "fakeserver.h"
 #include "host/services/database.h"
 #include "host/services/dbqueuebroker.h"
 #include "host/services/outgoingqueue.h"
 #include "queued.h"
-#include "rawserver.h"
 #include "testfolder.h"
 
 #include <QElapsedTimer>

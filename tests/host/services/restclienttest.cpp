@@ -3,7 +3,7 @@
 
 #include "host/services/restclient.h"
 #include "configured.h"
-#include "rawserver.h"
+#include "contract/rawserver.h"
 
 #include <barrier>
 #include <gmock/gmock.h>

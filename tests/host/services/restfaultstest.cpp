@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "configured.h"
+#include "contract/rawserver.h"
 #include "host/services/restclient.h"
-#include "rawserver.h"
 
 #include <QElapsedTimer>
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "rawserver.h"
+#include "contract/rawserver.h"
 
 #include <algorithm>
 #include <arpa/inet.h>

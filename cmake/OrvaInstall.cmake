@@ -1,0 +1,87 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+#
+# What "cmake --install" copies, in the components that the packages are made of:
+#   host         the host's library
+#   plugin       the loyalty plug-in
+#   tools        the till and the loyalty server
+#   development  headers, CMake package and, when the tests are built, the contract suite
+
+include(CMakePackageConfigHelpers)
+
+# Beside each other the files find each other in any folder. Where the dynamic linker looks by itself
+# they carry no path.
+file(RELATIVE_PATH to_libraries /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+set_target_properties(orva-till PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
+file(RELATIVE_PATH to_libraries /${ORVA_INSTALL_PLUGINS} /${CMAKE_INSTALL_LIBDIR})
+set_target_properties(orva PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
+
+function(orva_forget_path_below_usr component file)
+    install(CODE "
+        if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+            file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${file}\")
+        endif()" COMPONENT ${component})
+endfunction()
+
+# orva_install_compressed(FILE FOLDER COMPONENT): as Debian wants man pages and changelogs
+function(orva_install_compressed file folder component)
+    cmake_path(GET file FILENAME name)
+    set(compressed ${PROJECT_BINARY_DIR}/packaging/${name}.gz)
+    find_program(GZIP_PROGRAM gzip REQUIRED)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
+    execute_process(COMMAND ${GZIP_PROGRAM} -9nc ${file}
+        OUTPUT_FILE ${compressed} COMMAND_ERROR_IS_FATAL ANY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    install(FILES ${compressed} DESTINATION ${folder} COMPONENT ${component})
+endfunction()
+
+install(TARGETS orva-host EXPORT PosHostTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host NAMELINK_COMPONENT development)
+
+install(TARGETS orva LIBRARY DESTINATION ${ORVA_INSTALL_PLUGINS} COMPONENT plugin)
+orva_forget_path_below_usr(plugin ${ORVA_INSTALL_PLUGINS}/liborva.so)
+
+install(TARGETS orva-till orva-simulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+orva_forget_path_below_usr(tools ${CMAKE_INSTALL_BINDIR}/orva-till)
+foreach(program orva-till orva-simulator)
+    orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/${program}.1
+        ${CMAKE_INSTALL_MANDIR}/man1 tools)
+    install(FILES docs/completion/orva.bash RENAME ${program} COMPONENT tools
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+endforeach()
+# Installed, the till finds its plug-in by itself; the example's path leads into this tree.
+file(READ till/examples/orva.toml settings)
+string(REGEX REPLACE "\nplugin = [^\n]*" "" settings "${settings}")
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/examples/orva.toml CONTENT "${settings}" @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/examples/orva.toml till/examples/sale.toml
+        till/examples/return.toml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-tools/examples COMPONENT tools)
+
+# Headers for a plug-in or a till, without those of the library's own parts.
+set(own_parts "databaseconnection|databaseschema|deliveryjournal|deliverypolicy|deliverytask")
+string(APPEND own_parts "|curlpool|filelock|knownkeys|queuemessage|sigpipeguard")
+install(DIRECTORY host DESTINATION ${ORVA_INSTALL_HEADERS} COMPONENT development
+    FILES_MATCHING PATTERN "*.h" REGEX "/(${own_parts})\\.h$" EXCLUDE)
+install(FILES ${PROJECT_BINARY_DIR}/host/loyalty/abstractpluginid.h
+    DESTINATION ${ORVA_INSTALL_HEADERS}/host/loyalty COMPONENT development)
+install(EXPORT PosHostTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMAKE}
+    COMPONENT development)
+
+if(TARGET orva-contract)
+    target_include_directories(orva-contract INTERFACE $<INSTALL_INTERFACE:${ORVA_INSTALL_HEADERS}>)
+    install(TARGETS orva-contract EXPORT PosHostContractTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+    install(FILES contract/documentdata.h contract/hostundertest.h contract/queueundertest.h
+            contract/run.h
+        DESTINATION ${ORVA_INSTALL_HEADERS}/contract COMPONENT development)
+    install(EXPORT PosHostContractTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMAKE}
+        COMPONENT development)
+endif()
+
+configure_package_config_file(cmake/PosHostConfig.cmake.in PosHostConfig.cmake
+    INSTALL_DESTINATION ${ORVA_INSTALL_CMAKE} PATH_VARS ORVA_INSTALL_PLUGINS
+    NO_SET_AND_CHECK_MACRO)
+# Before 1.0 a minor version may change the contracts.
+write_basic_package_version_file(PosHostConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/PosHostConfig.cmake ${PROJECT_BINARY_DIR}/PosHostConfigVersion.cmake
+    DESTINATION ${ORVA_INSTALL_CMAKE} COMPONENT development)

@@ -1,0 +1,82 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+#
+# The Debian packages, one for each component that is installed (scripts/package makes them).
+
+# Installing copies what scripts/package has built and builds nothing else.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+
+set(version ${PROJECT_VERSION})
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME orva)
+set(CPACK_PACKAGE_VERSION ${version})
+set(CPACK_PACKAGE_CONTACT "The Orva developers <developers@orva.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL host plugin tools development)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# What a library needs is found out from the files; the host's own library is not in any package yet.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/host)
+
+set(host_package libposhost${PROJECT_VERSION_MAJOR})
+
+# orva_package(COMPONENT NAME SECTION "what it is" "lines of the description")
+function(orva_package component name section summary description)
+    string(TOUPPER ${component} key)
+    # the first line is the summary, the others are indented by CPack
+    set(CPACK_COMPONENT_${key}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
+    set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${name} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${section} PARENT_SCOPE)
+    orva_install_compressed(${PROJECT_BINARY_DIR}/packaging/changelog
+        ${CMAKE_INSTALL_DATADIR}/doc/${name} ${component})
+    install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name}
+        COMPONENT ${component})
+endfunction()
+
+string(TIMESTAMP day "%a, %d %b %Y 00:00:00 +0000" UTC)
+file(CONFIGURE OUTPUT packaging/changelog @ONLY CONTENT
+"orva (@version@) unstable; urgency=medium
+
+  * What is new stands in the project's CHANGELOG.md.
+
+ -- @CPACK_PACKAGE_CONTACT@  @day@
+")
+
+orva_package(host ${host_package} libs "host of loyalty plug-ins for cash registers"
+"The framework that a loyalty plug-in of a cash register sees: document model,
+configuration, HTTP client, and the outgoing queue in SQLite with its delivery.")
+# The driver is loaded by name, so no tool finds it.
+set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS libqt6sql6-sqlite)
+file(CONFIGURE OUTPUT packaging/shlibs @ONLY
+    CONTENT "libposhost ${PROJECT_VERSION_MAJOR} ${host_package} (= @version@)\n")
+file(CONFIGURE OUTPUT packaging/triggers @ONLY CONTENT "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_HOST_PACKAGE_CONTROL_EXTRA
+    "${PROJECT_BINARY_DIR}/packaging/shlibs;${PROJECT_BINARY_DIR}/packaging/triggers")
+
+orva_package(plugin liborva misc "loyalty plug-in for cash registers"
+"Brings a loyalty server's discounts, points and messages into a cash register:
+one question to the server while the customer waits, a confirmation in the
+till's own queue when the check is closed.")
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})")
+
+orva_package(tools orva-tools misc "reference cash desk and loyalty server"
+"orva-till is a cash desk that works with loyalty plug-ins, orva-simulator a
+loyalty server with a ledger, for trying and testing them.")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version}), libqt6sql6-sqlite")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
+
+orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"
+"What a loyalty plug-in or a cash register of one's own is built with: the
+headers, the CMake package PosHost, and a suite of tests that finds out which
+promises of the headers a host breaks.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${host_package} (= ${version}), qt6-base-dev (>= 6.4)")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libgtest-dev, libgmock-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
+
+include(CPack)
