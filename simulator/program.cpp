@@ -60,9 +60,13 @@ std::unique_ptr<HttpServer> adminServer(const Options& options, const AdminDesk&
     if (options.adminPort == Options::noAdmin) {
         return nullptr;
     }
-    return std::make_unique<HttpServer>(
-        u"127.0.0.1"_s, options.adminPort,
-        [&desk](const Request& request) { return desk.handle(request); });
+    try {
+        return std::make_unique<HttpServer>(
+            u"127.0.0.1"_s, options.adminPort,
+            [&desk](const Request& request) { return desk.handle(request); });
+    } catch (const ListenError& error) {
+        throw ListenError(u"--admin-port: "_s + QString::fromUtf8(error.what()));
+    }
 }
 
 Rules rulesFor(const Options& options)

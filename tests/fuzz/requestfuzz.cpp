@@ -22,8 +22,13 @@ namespace {
 /// A server whose database lies in a folder that goes with the process.
 struct Server
 {
+    /// moreRules: what stands before the built-in ones
+    explicit Server(const QByteArray& moreRules)
+        : rules(simulator::readRules(moreRules + simulator::builtInRules(), u"rules"_s))
+    {}
+
     QTemporaryDir folder{QDir::tempPath() + u"/orva-fuzz-request-XXXXXX"_s};
-    simulator::Rules rules = simulator::readRules(simulator::builtInRules(), u"built-in rules"_s);
+    simulator::Rules rules;
     simulator::Service service{rules, folder.filePath(u"server.sqlite"_s)};
 };
 
@@ -42,7 +47,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size)
 {
     static const QCoreApplication& needed = application(); // by the database's driver
     static_cast<void>(needed);
-    static Server server;
+    static Server server("");
+    static Server strict("strict = true\n");
     simulator::Request request;
     request.method = "POST";
     request.authorization = simulator::authorizationValue(server.rules.user, server.rules.password,
@@ -50,10 +56,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size)
     request.body = QByteArray(reinterpret_cast<const char*>(data), qsizetype(size));
     for (const char* path : {"/api/1.x/precheck", "/api/1.x/paymenttry", "/api/1.x/checkconfirm"}) {
         request.path = path;
-        const simulator::Answer answer = server.service.handle(request);
-        const bool refused = answer.status >= 400;
-        if (answer.status < 200 || answer.status == 500 || refused == answer.reason.isEmpty()) {
-            std::abort(); // every refusal has a reason, and nothing may break the server itself
+        for (Server* asked : {&server, &strict}) {
+            const simulator::Answer answer = asked->service.handle(request);
+            const bool refused = answer.status >= 400;
+            if (answer.status < 200 || answer.status == 500 || refused == answer.reason.isEmpty()) {
+                std::abort(); // every refusal has a reason, and nothing may break the server itself
+            }
         }
     }
     return 0;

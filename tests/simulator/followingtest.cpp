@@ -98,6 +98,15 @@ TEST_F(RunningProgram, hasAnAdminAddressOnLoopbackOnly)
     EXPECT_NE(ledger->body.find("****0024"), std::string::npos);
     EXPECT_EQ(ledger->body.find("2200000000024"), std::string::npos);
 
+    const RunResult second =
+        runProgram(QStringLiteral(ORVA_SIMULATOR_PROGRAM),
+                   {u"--port"_s, u"0"_s, u"--database"_s, folder.filePath(u"other"_s),
+                    u"--admin-port"_s, QString::number(url.port())},
+                   folder.path());
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_TRUE(second.output.startsWith(u"orva-simulator: --admin-port: Cannot listen at "_s))
+        << second.output.toStdString();
+
     // with the content type that curl -d sends
     const auto armed = admin.Post("/faults", "kind = 'reply-lost'\nendpoint = 'precheck'\n",
                                   "application/x-www-form-urlencoded");

@@ -151,6 +151,34 @@ TEST_F(Protocol, documentHoldsTheSchemasTablesAndWhatTheProgramsSend)
     EXPECT_EQ(is.size(), should.size());
 }
 
+TEST_F(Protocol, columnsOfTheQueueThatTheDocumentNamesAreThere)
+{
+    run({u"sell"_s, u"sale.toml"_s});
+    QFile file(protocolFile);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString document = QString::fromUtf8(file.readAll());
+    static const QRegularExpression row(u"\\n\\| (`queue_[^|]+) \\|"_s);
+    QStringList named;
+    for (auto it = row.globalMatch(document); it.hasNext();) {
+        const QStringList columns = it.next().captured(1).remove(u'`').split(u", "_s);
+        const QString table = columns.first().section(u'.', 0, 0);
+        for (const QString& column : columns) {
+            named.append(table + u'.' + column.section(u'.', -1));
+        }
+    }
+    const QStringList there = queueColumns();
+    for (const QString& column : named) {
+        EXPECT_TRUE(there.contains(column)) << qPrintable(column);
+    }
+    for (const QString& column : there) {
+        // what is stored of the message itself is described in full
+        EXPECT_TRUE(named.contains(column) || !column.startsWith(u"queue_bodies."_s) ||
+                    column.endsWith(u".message_id"_s))
+            << qPrintable(column);
+    }
+    EXPECT_GE(named.size(), 15);
+}
+
 TEST_F(Protocol, examplesOfTheDocumentFitTheSchemas)
 {
     QFile file(protocolFile);

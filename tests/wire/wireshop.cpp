@@ -5,7 +5,6 @@
 
 #include <QSqlDatabase>
 #include <QSqlError>
-#include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
 
@@ -25,23 +24,40 @@ void WireShop::run(const QStringList& arguments) const
                                   << qPrintable(result.output);
 }
 
-std::vector<StoredMessage> WireShop::storedMessages() const
+void WireShop::query(const QString& sql, const std::function<void(const QSqlQuery&)>& take) const
 {
-    std::vector<StoredMessage> messages;
     const QString connection = u"stored"_s;
     {
         QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection);
         database.setDatabaseName(path(u"till.sqlite"_s));
         EXPECT_TRUE(database.open()) << qPrintable(database.lastError().text());
-        QSqlQuery query(database);
-        query.exec(u"SELECT headers, urls, payload FROM queue_bodies ORDER BY message_id"_s);
-        while (query.next()) {
-            messages.push_back({query.value(0).toByteArray(), query.value(1).toByteArray(),
-                                query.value(2).toByteArray()});
+        QSqlQuery rows(database);
+        EXPECT_TRUE(rows.exec(sql)) << qPrintable(rows.lastError().text());
+        while (rows.next()) {
+            take(rows);
         }
     }
     QSqlDatabase::removeDatabase(connection);
+}
+
+std::vector<StoredMessage> WireShop::storedMessages() const
+{
+    std::vector<StoredMessage> messages;
+    query(u"SELECT headers, urls, payload FROM queue_bodies ORDER BY message_id"_s,
+          [&](const QSqlQuery& row) {
+              messages.push_back({row.value(0).toByteArray(), row.value(1).toByteArray(),
+                                  row.value(2).toByteArray()});
+          });
     return messages;
+}
+
+QStringList WireShop::queueColumns() const
+{
+    QStringList columns;
+    query(u"SELECT tables.name || '.' || columns.name FROM sqlite_schema AS tables, "
+          "pragma_table_info(tables.name) AS columns WHERE tables.name LIKE 'queue_%'"_s,
+          [&](const QSqlQuery& row) { columns.append(row.value(0).toString()); });
+    return columns;
 }
 
 } // namespace tests

@@ -6,6 +6,10 @@
 #include "tests/e2e/shop.h"
 #include "tests/wire/recorder.h"
 
+#include <QSqlQuery>
+
+#include <functional>
+
 namespace tests {
 
 /// A message of the till's queue as it is stored.
@@ -26,8 +30,13 @@ protected:
     void run(const QStringList& arguments) const;
     /// All messages of the till's queue, delivered or not, in their order.
     [[nodiscard]] std::vector<StoredMessage> storedMessages() const;
+    /// The columns of the queue's tables, as "queue_bodies.payload".
+    [[nodiscard]] QStringList queueColumns() const;
 
     std::unique_ptr<Recorder> recorder;
+
+private:
+    void query(const QString& sql, const std::function<void(const QSqlQuery&)>& take) const;
 };
 
 } // namespace tests
