@@ -20,7 +20,8 @@ void measureAllocations(benchmark::State& state)
         counted = countRequestAllocations();
         state.SetIterationTime(1);
     }
-    report(state, counted.floor, counted.subject, counted.subject / counted.floor, {1.3});
+    report(state, counted.floor, counted.subject, counted.subject / counted.floor,
+           {.value = 1.3, .isTime = false});
 }
 
 } // namespace

@@ -43,6 +43,8 @@ void fill(Database& database, const QVariantMap& message, int messages)
         broker.addToQueue(u"orva"_s, message, QString());
     }
     transaction.commit();
+    // a queue that was filled check by check has long been carried over from the log to the file
+    database.execute(u"PRAGMA wal_checkpoint(RESTART)"_s);
 }
 
 /// A confirmation is posted to two addresses; the bare loop posts as often.

@@ -17,8 +17,10 @@ int main(int argc, char** argv)
     bench::addAllocationRows();
     bench::addGrowthRows();
     bench::addLoopbackRows();
+    bench::addConnectionRows();
     bench::addClosingRows();
     bench::addDrainRows();
+    bench::addLoadingRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;

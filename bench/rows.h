@@ -37,6 +37,7 @@ struct Limit
 {
     double value;
     bool isLeast = false; ///< the figure must be at least the value, not at most
+    bool isTime = true;   ///< floor and subject are seconds, not counts
 
     /// For figures that are only shown.
     static Limit none() { return {std::numeric_limits<double>::infinity()}; }
@@ -50,6 +51,7 @@ inline void report(benchmark::State& state, double floor, double subject, double
     state.counters["figure"] = figure;
     state.counters["limit"] = limit.value;
     state.counters["least"] = limit.isLeast ? 1 : 0;
+    state.counters["time"] = limit.isTime ? 1 : 0;
 }
 
 /// Runs floor and subject in turns, so that what disturbs the machine meets both, and reports the

@@ -12,5 +12,7 @@ void addLoopbackRows();
 void addClosingRows();
 void addDrainRows();
 void addAllocationRows();
+void addConnectionRows();
+void addLoadingRows();
 
 } // namespace bench

@@ -17,9 +17,13 @@ double counter(const benchmark::BenchmarkReporter::Run& run, const char* name)
 }
 
 /// Seconds in the unit that suits them; what is not a time has none.
-std::string amount(double value)
+std::string amount(double value, bool isTime)
 {
     std::array<char, 32> text{};
+    if (!isTime) {
+        std::snprintf(text.data(), text.size(), "%.2f", value);
+        return text.data();
+    }
     const char* const format = value >= 1 ? "%.2f s" : value >= 1e-3 ? "%.2f ms" : "%.2f us";
     const double scale = value >= 1 ? 1 : value >= 1e-3 ? 1e3 : 1e6;
     std::snprintf(text.data(), text.size(), format, value * scale);
@@ -47,13 +51,14 @@ void Table::ReportRuns(const std::vector<Run>& runs)
         const double figure = counter(run, "figure");
         const double limit = counter(run, "limit");
         const bool isLeast = counter(run, "least") > 0;
+        const bool isTime = counter(run, "time") > 0;
         const bool isMet = isLeast ? figure >= limit : figure <= limit;
         everyRowMet = everyRowMet && isMet;
         std::array<char, 256> text{};
         const std::string name = run.run_name.function_name;
         std::snprintf(text.data(), text.size(), "| %-46s | %10s | %10s | %7.3f | %s %g | %s |",
-                      name.c_str(), amount(counter(run, "floor")).c_str(),
-                      amount(counter(run, "subject")).c_str(), figure,
+                      name.c_str(), amount(counter(run, "floor"), isTime).c_str(),
+                      amount(counter(run, "subject"), isTime).c_str(), figure,
                       isLeast ? "at least" : "at most", limit, isMet ? "yes" : "no");
         rows.emplace_back(text.data());
         GetErrorStream() << rows.back() << std::endl;

@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-Workplace::Workplace(const QString& serverUrl) : folder(QDir::tempPath() + u"/orva-bench-XXXXXX"_s)
+Workplace::Workplace(const QString& serverUrl, const QString& authorityFile)
+    : folder(QDir::tempPath() + u"/orva-bench-XXXXXX"_s)
 {
     QFile settings(file(u"orva.toml"_s));
     if (!folder.isValid() || !settings.open(QIODevice::WriteOnly)) {
@@ -21,6 +22,9 @@ Workplace::Workplace(const QString& serverUrl) : folder(QDir::tempPath() + u"/or
     settings.write(u"[Orva]\nserverUrl = \"%1\"\nmerchantId = \"1042\"\npos = \"3\"\n"
                    "user = \"till\"\npassword = \"secret\"\napikey = \"key\"\n"_s.arg(serverUrl)
                        .toUtf8());
+    if (!authorityFile.isEmpty()) {
+        settings.write(u"[http]\ncaFile = \"%1\"\n"_s.arg(authorityFile).toUtf8());
+    }
     settings.close();
     config.load(settings.fileName());
     Singleton<Config>::instance = &config;

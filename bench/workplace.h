@@ -17,7 +17,9 @@ namespace bench {
 class Workplace
 {
 public:
-    explicit Workplace(const QString& serverUrl = QStringLiteral("http://127.0.0.1:1/"));
+    /// @param authorityFile whom to trust besides the system's authorities; empty for nobody
+    explicit Workplace(const QString& serverUrl = QStringLiteral("http://127.0.0.1:1/"),
+                       const QString& authorityFile = QString());
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;

@@ -10,6 +10,8 @@ QByteArray builtInRules()
     return R"(# The rules that orva-simulator follows when it is given no file.
 
 #seed = 7            # of faults that happen by chance
+#strict = true       # refuse requests that do not fit the schemas of the documents
+#unmatched = "refuse" # refuse requests that get no [[answer]]
 
 [auth]
 user = "till"
@@ -82,6 +84,19 @@ text = "{name}, за эту покупку начислим {earn} баллов"
 #endpoint = "paymenttry"
 #seconds = 20
 #times = 2
+
+# Finished answers, sent instead of what the rules above would answer.
+
+#[[answer]]             # the second pre-check of this card
+#endpoint = "precheck"
+#card = "2200000000017"
+#request = 2
+#body = "<RawCheck/>"    # or file = "answer.xml", looked up beside this file
+
+#[[answer]]
+#endpoint = "checkconfirm"
+#status = 424
+#body = "no such check"
 
 #[tls]                  # HTTPS; names without a folder are looked up beside this file
 #certificate = "server.pem"

@@ -4,6 +4,7 @@
 #include "simulator/database.h"
 
 #include "simulator/schema.h"
+#include "simulator/text.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,13 +26,14 @@ void createFile(const QString& path)
 {
     const QString folder = QFileInfo(path).absolutePath();
     if (!QDir().mkpath(folder)) {
-        throw DatabaseError(u"The folder %1 for the database cannot be made"_s.arg(folder));
+        throw DatabaseError(Text::tr("The folder %1 for the database cannot be made").arg(folder));
     }
     const int descriptor =
         ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (descriptor < 0) {
-        throw DatabaseError(u"The database %1 cannot be opened: %2"_s.arg(
-            path, QString::fromStdString(std::generic_category().message(errno))));
+        throw DatabaseError(
+            Text::tr("The database %1 cannot be opened: %2")
+                .arg(path, QString::fromStdString(std::generic_category().message(errno))));
     }
     ::close(descriptor);
 }
@@ -43,8 +45,10 @@ Database::Database(const QString& path, Open mode)
 {
     if (!QFileInfo::exists(path)) {
         if (mode == Open::ExistingOnly) {
-            throw DatabaseError(u"There is no database %1: start orva-simulator first or name "
-                                "another file with --database"_s.arg(path));
+            throw DatabaseError(
+                Text::tr("There is no database %1: start orva-simulator first or name "
+                         "another file with --database")
+                    .arg(path));
         }
         createFile(path);
     }
@@ -93,12 +97,15 @@ void Database::prepareSchema()
             run(statement);
         }
     } else if (application != applicationId) {
-        fail(u"is not a database of orva-simulator"_s, u"name another file with --database"_s);
+        throw DatabaseError(Text::tr("The database %1 is not a database of orva-simulator: name "
+                                     "another file with --database")
+                                .arg(file));
     } else if (version > schemaVersion) {
-        fail(u"was written by a newer orva-simulator"_s,
-             u"it has schema version %1, this program knows %2; use the newer program or name "
-             "another file with --database"_s.arg(version)
-                 .arg(schemaVersion));
+        throw DatabaseError(
+            Text::tr("The database %1 was written by a newer orva-simulator: it has schema version "
+                     "%2, this program knows %3; use the newer program or name another file with "
+                     "--database")
+                .arg(file, QString::number(version), QString::number(schemaVersion)));
     }
     transaction.commit();
 }

@@ -35,6 +35,7 @@ public:
     QString name;
     QString text; ///< empty where there are children
     std::vector<Element> children;
+    QString dropped; ///< what was read and is not kept, as "an attribute"; empty for nothing
 };
 
 } // namespace simulator

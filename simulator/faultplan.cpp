@@ -3,31 +3,12 @@
 
 #include "simulator/faultplan.h"
 
-#include "simulator/names.h"
-#include "simulator/rejection.h"
-#include "simulator/xmlreader.h"
+#include "simulator/requestfacts.h"
 
 #include <algorithm>
 
 namespace simulator {
 namespace {
-
-QString endpointOf(const Request& request)
-{
-    return QString::fromUtf8(request.path.mid(request.path.lastIndexOf('/') + 1));
-}
-
-/// Empty for what is no check.
-QString cardOf(const Request& request)
-{
-    try {
-        const Element check = readXml(request.body);
-        const Element* card = check.child(names::cardNumber);
-        return card == nullptr ? QString() : card->text;
-    } catch (const Rejection&) {
-        return {};
-    }
-}
 
 /// From 0 up to 1, the same everywhere for the same state of the generator.
 double draw(std::mt19937_64& generator)
@@ -47,22 +28,46 @@ FaultPlan::FaultPlan(const std::vector<FaultRule>& rules)
 void FaultPlan::setRules(const std::vector<FaultRule>& rules)
 {
     const std::scoped_lock lock(mutex);
-    states.clear();
-    asksForCards = false;
+    std::erase_if(rows, [](const Rule& row) { return !row.isArmed; });
+    quint64 number = 0;
     for (const FaultRule& rule : rules) {
         // rules with one seed must not strike together
-        states.push_back({rule, std::mt19937_64(rule.seed + states.size())});
-        asksForCards = asksForCards || !rule.card.isEmpty();
+        rows.push_back({{rule}, std::mt19937_64(rule.seed + number)});
+        ++number;
     }
+}
+
+void FaultPlan::arm(const FaultRule& rule)
+{
+    const std::scoped_lock lock(mutex);
+    rows.insert(rows.begin(), {{rule, true}, std::mt19937_64(rule.seed)});
+}
+
+void FaultPlan::clear()
+{
+    const std::scoped_lock lock(mutex);
+    rows.clear();
+}
+
+std::vector<FaultPlan::State> FaultPlan::states() const
+{
+    const std::scoped_lock lock(mutex);
+    return {rows.begin(), rows.end()};
+}
+
+bool FaultPlan::asksForCards() const
+{
+    return std::any_of(rows.begin(), rows.end(),
+                       [](const Rule& row) { return !row.rule.card.isEmpty(); });
 }
 
 std::optional<Fault> FaultPlan::take(const Request& request)
 {
     const QString endpoint = endpointOf(request);
     const std::scoped_lock lock(mutex);
-    const QString card = asksForCards ? cardOf(request) : QString();
+    const QString card = asksForCards() ? cardOf(request) : QString();
     std::optional<Fault> met;
-    for (Rule& state : states) {
+    for (Rule& state : rows) {
         const FaultRule& rule = state.rule;
         const bool matches = (rule.endpoint.isEmpty() || rule.endpoint == endpoint) &&
                              (rule.card.isEmpty() || rule.card == card);
@@ -87,7 +92,7 @@ int FaultPlan::struck() const
 {
     const std::scoped_lock lock(mutex);
     int sum = 0;
-    for (const Rule& state : states) {
+    for (const Rule& state : rows) {
         sum += state.struck;
     }
     return sum;

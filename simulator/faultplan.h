@@ -27,26 +27,41 @@ public:
     /// Counts the request and says what it meets; nothing when all goes well.
     std::optional<Fault> take(const Request& request);
 
-    /// Replaces all rules and begins to count anew; with none, nothing goes wrong from now on.
+    /// Replaces all rules that were set and begins to count anew; armed ones stay.
     void setRules(const std::vector<FaultRule>& rules);
 
-    /// How many requests were struck since the rules were set.
-    [[nodiscard]] int struck() const;
+    /// Adds a rule that strikes before those that were set and those armed earlier.
+    void arm(const FaultRule& rule);
 
-private:
-    struct Rule
+    /// Takes all rules away, set or armed.
+    void clear();
+
+    /// A rule and what became of it.
+    struct State
     {
         FaultRule rule;
-        std::mt19937_64 generator;
-        int matched = 0;
+        bool isArmed = false;
+        int matched = 0; ///< requests that it counted
         int struck = 0;
     };
 
-    static bool wouldStrike(Rule& rule);
+    /// All rules in the order in which they strike.
+    [[nodiscard]] std::vector<State> states() const;
+
+    /// How many requests were struck by the rules that there are.
+    [[nodiscard]] int struck() const;
+
+private:
+    struct Rule : State
+    {
+        std::mt19937_64 generator;
+    };
+
+    static bool wouldStrike(Rule& state);
+    [[nodiscard]] bool asksForCards() const;
 
     mutable std::mutex mutex; // guards what follows
-    std::vector<Rule> states;
-    bool asksForCards = false;
+    std::vector<Rule> rows;
 };
 
 } // namespace simulator

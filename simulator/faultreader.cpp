@@ -3,7 +3,8 @@
 
 #include "simulator/faultreader.h"
 
-#include "simulator/tablereader.h"
+#include "simulator/matchreader.h"
+#include "simulator/text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,11 +20,12 @@ QString adviceFor(FaultKind kind)
 {
     switch (kind) {
     case FaultKind::WrongCertificate:
-        return u"every connection meets it: give the server another certificate in [tls]"_s;
+        return Text::tr("every connection meets it: give the server another certificate in [tls]");
     case FaultKind::HangingResolution:
-        return u"it happens at the till: let the till ask a name server that does not answer"_s;
+        return Text::tr(
+            "it happens at the till: let the till ask a name server that does not answer");
     default:
-        return u"no running server makes it: stop this one"_s;
+        return Text::tr("no running server makes it: stop this one");
     }
 }
 
@@ -31,8 +33,8 @@ FaultKind readKind(const TableReader& table)
 {
     const std::optional<FaultKind> kind = faultKind(table.requiredText("kind"));
     if (kind && describe(*kind).stage == FaultStage::Connecting) {
-        table.refuse("kind", u"cannot be \"%1\" here; %2"_s.arg(
-                                 QString::fromLatin1(describe(*kind).name), adviceFor(*kind)));
+        table.refuse("kind", Text::tr("cannot be \"%1\" here; %2")
+                                 .arg(QString::fromLatin1(describe(*kind).name), adviceFor(*kind)));
     }
     return *faultKind(table.choice("kind", requestFaultNames()));
 }
@@ -41,7 +43,7 @@ FaultKind readKind(const TableReader& table)
 void requireMeaning(const TableReader& table, const char* key, bool means, const QString& kind)
 {
     if (!means && table.keys().contains(QString::fromLatin1(key))) {
-        table.refuse(key, u"means nothing for \"%1\""_s.arg(kind));
+        table.refuse(key, Text::tr("means nothing for \"%1\"").arg(kind));
     }
 }
 
@@ -65,22 +67,20 @@ Fault readParameters(const TableReader& table)
 
 FaultRule readFault(const TableReader& table, quint64 seed)
 {
-    table.allowOnly({u"kind"_s, u"endpoint"_s, u"card"_s, u"request"_s, u"times"_s,
-                     u"probability"_s, u"seed"_s, u"status"_s, u"body"_s, u"seconds"_s});
+    table.allowOnly(QStringList{u"kind"_s} + matchKeys() +
+                    QStringList{u"probability"_s, u"seed"_s, u"status"_s, u"body"_s, u"seconds"_s});
     FaultRule rule;
     rule.fault = readParameters(table);
-    const QStringList keys = table.keys();
-    if (keys.contains(u"endpoint"_s)) {
-        rule.endpoint =
-            table.choice("endpoint", {u"precheck"_s, u"paymenttry"_s, u"checkconfirm"_s});
-    }
-    rule.card = table.text("card");
-    rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, FaultRule::always));
-    const int usualTimes = keys.contains(u"request"_s) ? 1 : FaultRule::always;
-    rule.times = static_cast<int>(table.integer("times", usualTimes, 1, FaultRule::always));
+    readMatch(table, rule);
     rule.probability = table.number("probability", 1, 0, 1);
-    rule.seed = keys.contains(u"seed"_s) ? table.seed("seed", seed) : seed;
+    rule.seed = table.seed("seed", seed);
     return rule;
+}
+
+FaultRule readFaultText(const QByteArray& text, const QString& name)
+{
+    const toml::table parsed = parseToml(text, name);
+    return readFault(TableReader(parsed, name, {}), FaultRule().seed);
 }
 
 } // namespace simulator

@@ -13,4 +13,7 @@ class TableReader;
 /// Throws ConfigError on what is not understood.
 FaultRule readFault(const TableReader& table, quint64 seed);
 
+/// The same from the text of such a table, without its heading; name stands for it in messages.
+FaultRule readFaultText(const QByteArray& text, const QString& name);
+
 } // namespace simulator

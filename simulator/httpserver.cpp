@@ -4,9 +4,12 @@
 #include "simulator/httpserver.h"
 
 #include "simulator/connections.h"
+#include "simulator/text.h"
 #include "simulator/wirefaults.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QLocale>
 
 #include <atomic>
 #include <cerrno>
@@ -64,6 +67,14 @@ Answer bodyRefusal(int status)
     }
 }
 
+/// As HTTP writes it, so that a till can hold its clock against it.
+std::string presentDate()
+{
+    return QLocale::c()
+        .toString(QDateTime::currentDateTimeUtc(), u"ddd, dd MMM yyyy hh:mm:ss 'GMT'"_s)
+        .toStdString();
+}
+
 Request requestOf(const httplib::Request& from)
 {
     Request request;
@@ -83,8 +94,9 @@ std::unique_ptr<httplib::Server> makeServer(const HttpServer::Certificate& certi
                                              QFile::encodeName(certificate.keyFile).constData());
     if (!server->is_valid()) {
         throw ListenError(
-            u"The certificate %1 with the key %2 cannot be used: both must be PEM "
-            "files that belong together"_s.arg(certificate.file, certificate.keyFile));
+            Text::tr("The certificate %1 with the key %2 cannot be used: both must be PEM files "
+                     "that belong together")
+                .arg(certificate.file, certificate.keyFile));
     }
     return server;
 }
@@ -180,6 +192,7 @@ private:
               httplib::Response& to)
     {
         to.status = answer.status;
+        to.set_header("Date", presentDate());
         if (answer.status == 401) {
             to.set_header("WWW-Authenticate", "Basic realm=\"orva-simulator\"");
         }
@@ -223,11 +236,11 @@ private:
         }
         if (boundPort <= 0) {
             throw ListenError(
-                u"Cannot listen at %1, port %2: %3; choose another with --listen or --port"_s
+                Text::tr("Cannot listen at %1, port %2: %3; choose another with --listen or --port")
                     .arg(host)
                     .arg(port)
                     .arg(errno == 0
-                             ? u"no such address"_s
+                             ? Text::tr("no such address")
                              : QString::fromStdString(std::generic_category().message(errno))));
         }
         // the library's own queue of five would make tills that connect together wait a second

@@ -3,6 +3,8 @@
 
 #include "simulator/ledgerprinter.h"
 
+#include "simulator/text.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -50,10 +52,17 @@ QString typeName(Check::Type type)
     return type == Check::Type::Sale ? u"sale"_s : u"return"_s;
 }
 
+/// The type as people read it.
+QString typeText(Check::Type type)
+{
+    return type == Check::Type::Sale ? Text::tr("sale") : Text::tr("return");
+}
+
 QString cardTable(const LedgerView& view)
 {
-    std::vector<QStringList> rows{{u"Card"_s, u"Owner"_s, u"Opening"_s, u"Earned"_s, u"Spent"_s,
-                                   u"Given back"_s, u"Taken back"_s, u"Balance"_s}};
+    std::vector<QStringList> rows{{Text::tr("Card"), Text::tr("Owner"), Text::tr("Opening"),
+                                   Text::tr("Earned"), Text::tr("Spent"), Text::tr("Given back"),
+                                   Text::tr("Taken back"), Text::tr("Balance")}};
     for (const LedgerView::CardRow& row : view.cards) {
         const Account& account = row.account;
         rows.push_back({shortCard(account.card), row.owner, writeKopecks(account.opening),
@@ -66,11 +75,12 @@ QString cardTable(const LedgerView& view)
 
 QString checkTable(const LedgerView& view)
 {
-    std::vector<QStringList> rows{{u"Check"_s, u"Type"_s, u"Card"_s, u"Total"_s, u"Discount"_s,
-                                   u"Paid"_s, u"Earned"_s, u"Spent"_s, u"Given back"_s,
-                                   u"Taken back"_s}};
+    std::vector<QStringList> rows{{Text::tr("Check"), Text::tr("Type"), Text::tr("Card"),
+                                   Text::tr("Total"), Text::tr("Discount"), Text::tr("Paid"),
+                                   Text::tr("Earned"), Text::tr("Spent"), Text::tr("Given back"),
+                                   Text::tr("Taken back")}};
     for (const Booking& check : view.checks) {
-        rows.push_back({check.checkId, typeName(check.type), shortCard(check.cardNumber),
+        rows.push_back({check.checkId, typeText(check.type), shortCard(check.cardNumber),
                         writeKopecks(check.total), writeKopecks(check.discount),
                         writeKopecks(check.paid), writeKopecks(check.earned),
                         writeKopecks(check.spent), writeKopecks(check.givenBack),
@@ -154,7 +164,7 @@ LedgerView readLedger(Database& database, const Rules& rules)
 QString ledgerTables(const LedgerView& view)
 {
     QString out = cardTable(view) + u'\n';
-    out += view.checks.empty() ? u"No check is confirmed yet.\n"_s : checkTable(view);
+    out += view.checks.empty() ? Text::tr("No check is confirmed yet.\n") : checkTable(view);
     return out;
 }
 

@@ -1,9 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "console/language.h"
+#include "console/usage.h"
 #include "simulator/configerror.h"
 #include "simulator/program.h"
 #include "simulator/rulesreader.h"
+#include "simulator/text.h"
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -12,6 +15,7 @@
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
+using simulator::Text;
 
 namespace {
 
@@ -20,7 +24,7 @@ constexpr int usageError = 2;
 
 int fail(int exitCode, const char* what)
 {
-    std::fprintf(stderr, "orva-simulator: %s\n", what);
+    simulator::printError(QString::fromUtf8(what));
     return exitCode;
 }
 
@@ -44,41 +48,74 @@ int run(const simulator::Options& options, bool ledger, bool rules)
     }
 }
 
+/// Texts of the command line before they become options.
+struct Texts
+{
+    std::string config;
+    std::string database;
+    std::string listen = "127.0.0.1";
+};
+
+void addServing(CLI::App& app, simulator::Options& options, Texts& texts)
+{
+    const auto words = [](const QString& text) { return text.toStdString(); };
+    app.add_option("--config", texts.config,
+                   words(Text::tr("TOML file of rules and cards (default: built-in ones)")));
+    app.add_option("--listen", texts.listen, words(Text::tr("Address to listen at")))
+        ->capture_default_str();
+    app.add_option("--port", options.port, words(Text::tr("Port to listen at, 0 for a free one")))
+        ->capture_default_str()
+        ->check(CLI::Range(0, 65535));
+    app.add_option("--admin-port", options.adminPort,
+                   words(Text::tr("Port on 127.0.0.1 to read the ledger and to arm faults at, "
+                                  "0 for a free one")))
+        ->check(CLI::Range(0, 65535));
+    app.add_option("--database", texts.database,
+                   words(Text::tr("SQLite file (default: %1)").arg(simulator::defaultDatabase())));
+    app.add_flag("--quiet", options.quiet,
+                 words(Text::tr("Print the address only, no line per request")));
+    app.add_flag("--json", options.json, words(Text::tr("Print a JSON object a line")));
+}
+
+CLI::App* addLedger(CLI::App& app, simulator::Options& options)
+{
+    const auto words = [](const QString& text) { return text.toStdString(); };
+    CLI::App* const ledger =
+        app.add_subcommand("ledger", words(Text::tr("Print the points of every card and check")));
+    ledger->add_flag("--csv", options.csv,
+                     words(Text::tr("The checks as a till lists them, to be compared")));
+    ledger->add_flag("--json", options.json, words(Text::tr("As JSON, amounts in kopecks")));
+    ledger->fallthrough();
+    return ledger;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    std::string config;
-    std::string database;
-    std::string listen = "127.0.0.1";
+    console::speakUsersLanguage();
+    Texts texts;
     simulator::Options options;
 
-    CLI::App app("A loyalty server for trying and testing. Without a command it serves until it is "
-                 "stopped (SIGTERM or Ctrl+C).\n"
-                 "Exit codes: 0 done, 1 failed, 2 wrong command line or rules.",
+    CLI::App app(Text::tr("A loyalty server for trying and testing. Without a command it serves "
+                          "until it is stopped (SIGTERM or Ctrl+C).\n"
+                          "Exit codes: 0 done, 1 failed, 2 wrong command line or rules.")
+                     .toStdString(),
                  "orva-simulator");
-    app.add_option("--config", config, "TOML file of rules and cards (default: built-in ones)");
-    app.add_option("--listen", listen, "address to listen at")->capture_default_str();
-    app.add_option("--port", options.port, "port to listen at, 0 for a free one")
-        ->capture_default_str()
-        ->check(CLI::Range(0, 65535));
-    app.add_option("--database", database,
-                   "SQLite file (default: " + simulator::defaultDatabase().toStdString() + ")");
-    app.add_flag("--quiet", options.quiet, "print the address only, no line per request");
-    CLI::App* ledger = app.add_subcommand("ledger", "print the points of every card and check");
-    ledger->add_flag("--csv", options.csv, "the checks as a till lists them, to be compared");
-    ledger->add_flag("--json", options.json, "as JSON, amounts in kopecks");
-    ledger->fallthrough();
-    CLI::App* rules = app.add_subcommand("rules", "print the built-in rules, to begin a file with");
+    console::usage::prepare(app);
+    addServing(app, options, texts);
+    const CLI::App* const ledger = addLedger(app, options);
+    const CLI::App* const rules = app.add_subcommand(
+        "rules", Text::tr("Print the built-in rules, to begin a file with").toStdString());
     app.require_subcommand(0, 1);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : usageError;
     }
-    options.config = QFile::decodeName(config.c_str());
-    options.database = QFile::decodeName(database.c_str());
-    options.listen = QString::fromLocal8Bit(listen.c_str());
+    options.config = QFile::decodeName(texts.config.c_str());
+    options.database = QFile::decodeName(texts.database.c_str());
+    options.listen = QString::fromLocal8Bit(texts.listen.c_str());
     return run(options, ledger->parsed(), rules->parsed());
 }

@@ -14,9 +14,11 @@ using Name = QLatin1StringView;
 inline constexpr Name rawCheck{"RawCheck"};
 inline constexpr Name id{"id"};
 inline constexpr Name number{"number"};
+inline constexpr Name pos{"pos"};
 inline constexpr Name date{"date"};
 inline constexpr Name originalId{"originalId"};
 inline constexpr Name chType{"chType"};
+inline constexpr Name merchantId{"merchantId"};
 inline constexpr Name total{"total"};
 inline constexpr Name cardNumber{"cardNumber"};
 
@@ -28,7 +30,9 @@ inline constexpr Name returnedQuantity{"returnedQuantity"};
 inline constexpr Name returnedAwards{"returnedAwards"};
 inline constexpr Name rawItemReturnedAwards{"RawItemReturnedAwards"};
 inline constexpr Name sku{"sku"};
+inline constexpr Name price{"price"};
 inline constexpr Name minTotal{"minTotal"};
+inline constexpr Name weight{"weight"};
 
 // what an answer grants
 inline constexpr Name awards{"awards"};
@@ -59,5 +63,6 @@ inline constexpr Name usedBonusInCurrency{"usedBonusInCurrency"};
 inline constexpr Name payments{"payments"};
 inline constexpr Name rawCheckPayment{"RawCheckPayment"};
 inline constexpr Name amount{"amount"};
+inline constexpr Name amountType{"atype"};
 
 } // namespace simulator::names

@@ -3,16 +3,22 @@
 
 #include "simulator/program.h"
 
+#include "console/terminal.h"
+#include "simulator/admindesk.h"
 #include "simulator/credentials.h"
 #include "simulator/faultplan.h"
 #include "simulator/faultyservice.h"
 #include "simulator/httpserver.h"
 #include "simulator/ledgerprinter.h"
 #include "simulator/requestlog.h"
+#include "simulator/rulesfile.h"
 #include "simulator/rulesreader.h"
 #include "simulator/service.h"
 #include "simulator/stopsignal.h"
+#include "simulator/text.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -22,15 +28,46 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
+constexpr std::chrono::milliseconds betweenLooks(500);
+
 void print(const QString& text)
 {
     std::fputs(text.toUtf8().constData(), stdout);
     std::fflush(stdout);
 }
 
+/// Looks whether the file of rules has changed and lets the server follow it.
+void follow(RulesFile& file, Service& service, FaultPlan& faults, const Options& options)
+{
+    const auto apply = [&](const Rules& rules) {
+        service.setRules(rules);
+        faults.setRules(rules.faults);
+        if (!options.quiet && !options.json) {
+            print(Text::tr("Rules: read anew\n"));
+        }
+        if (rules.certificateFile != file.first().certificateFile ||
+            rules.keyFile != file.first().keyFile) {
+            printError(Text::tr("the change of [tls] takes effect at the next start"));
+        }
+    };
+    file.look(apply, [](const QString& what) {
+        printError(Text::tr("the rules stay as they were: %1").arg(what));
+    });
+}
+
+std::unique_ptr<HttpServer> adminServer(const Options& options, const AdminDesk& desk)
+{
+    if (options.adminPort == Options::noAdmin) {
+        return nullptr;
+    }
+    return std::make_unique<HttpServer>(
+        u"127.0.0.1"_s, options.adminPort,
+        [&desk](const Request& request) { return desk.handle(request); });
+}
+
 Rules rulesFor(const Options& options)
 {
-    return options.config.isEmpty() ? readRules(builtInRules(), u"built-in rules"_s)
+    return options.config.isEmpty() ? readRules(builtInRules(), Text::tr("built-in rules"))
                                     : readRulesFile(options.config);
 }
 
@@ -54,14 +91,41 @@ QString lineToPaste(const Options& options, const Rules& rules, const QString& u
                rules.cards.front().number, url);
 }
 
+/// The first lines, which scripts wait for, and what people want to know.
+void announce(const Options& options, const Rules& rules, const QString& url,
+              const QString& adminUrl)
+{
+    if (options.json) {
+        QJsonObject start{{u"listening"_s, url},
+                          {u"rules"_s, options.config},
+                          {u"database"_s, databaseFor(options)}};
+        if (!adminUrl.isEmpty()) {
+            start.insert(u"admin"_s, adminUrl);
+        }
+        print(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
+        return;
+    }
+    print(u"Listening on %1\n"_s.arg(url));
+    if (!adminUrl.isEmpty()) {
+        print(u"Admin at %1\n"_s.arg(adminUrl));
+    }
+    if (!options.quiet) {
+        print(Text::tr("Rules: %1\nDatabase: %2\nTry: %3\n")
+                  .arg(options.config.isEmpty() ? Text::tr("built-in") : options.config,
+                       databaseFor(options), lineToPaste(options, rules, url)));
+    }
+}
+
 } // namespace
 
 void serve(const Options& options)
 {
     const StopSignal stop;
-    const Rules rules = rulesFor(options);
+    const std::unique_ptr<RulesFile> file =
+        options.config.isEmpty() ? nullptr : std::make_unique<RulesFile>(options.config);
+    const Rules rules = file ? file->first() : rulesFor(options);
     Service service(rules, databaseFor(options));
-    RequestLog log;
+    RequestLog log(options.json ? RequestLog::Form::Json : RequestLog::Form::Line);
     HttpServer::Observer observer;
     if (!options.quiet) {
         observer = [&log](const Request& request, const Answer& answer) {
@@ -71,16 +135,28 @@ void serve(const Options& options)
     FaultPlan faults(rules.faults);
     const FaultyService faulty(
         [&service](const Request& request) { return service.handle(request); }, faults);
-    const HttpServer server(options.listen, options.port,
-                            [&faulty](const Request& request) { return faulty.handle(request); },
-                            observer, {rules.certificateFile, rules.keyFile});
-    print(u"Listening on %1\n"_s.arg(server.url()));
-    if (!options.quiet) {
-        print(u"Rules: %1\nDatabase: %2\nTry: %3\n"_s.arg(
-            options.config.isEmpty() ? u"built-in"_s : options.config, databaseFor(options),
-            lineToPaste(options, rules, server.url())));
+    const auto look = [&] {
+        if (file) {
+            follow(*file, service, faults, options);
+        }
+    };
+    // what was written before a request counts for it
+    const auto handle = [&](const Request& request) {
+        look();
+        return faulty.handle(request);
+    };
+    const HttpServer server(options.listen, options.port, handle, observer,
+                            {rules.certificateFile, rules.keyFile});
+    const AdminDesk desk(service, faults);
+    const std::unique_ptr<HttpServer> admin = adminServer(options, desk);
+    announce(options, rules, server.url(), admin ? admin->url() : QString());
+    if (!file) {
+        stop.wait();
+        return;
     }
-    stop.wait();
+    while (!stop.waitFor(betweenLooks)) {
+        look(); // what is wrong with a change is said though nobody asks for anything
+    }
 }
 
 int printLedger(const Options& options)
@@ -92,13 +168,22 @@ int printLedger(const Options& options)
                          : ledgerTables(view));
     const QString wrong = view.wrongCard();
     if (!wrong.isEmpty()) {
-        std::fprintf(stderr,
-                     "orva-simulator: the balance of card %s is not its opening balance "
-                     "and its movements: the database was changed from outside\n",
-                     qUtf8Printable(wrong));
+        printError(Text::tr("the balance of card %1 is not its opening balance and its movements: "
+                            "the database was changed from outside")
+                       .arg(wrong));
         return 1;
     }
     return 0;
+}
+
+void printError(const QString& sentence)
+{
+    using namespace console;
+    const QString name = u"orva-simulator:"_s;
+    const bool colours = terminal::hasColours(stderr);
+    std::fprintf(stderr, "%s %s\n",
+                 qUtf8Printable(colours ? terminal::painted(name, terminal::Colour::Red) : name),
+                 qUtf8Printable(sentence));
 }
 
 QString defaultDatabase()

@@ -10,10 +10,13 @@ namespace simulator {
 /// What the command line asks for.
 struct Options
 {
+    static constexpr int noAdmin = -1;
+
     QString config; ///< file of rules; empty for the built-in ones
     QString listen = QStringLiteral("127.0.0.1");
     int port = 8710;
-    QString database; ///< empty for the default place
+    int adminPort = noAdmin; ///< on loopback only
+    QString database;        ///< empty for the default place
     bool quiet = false;
     bool csv = false;
     bool json = false;
@@ -25,6 +28,9 @@ void serve(const Options& options);
 /// Prints the books; returns the exit code, 1 when they do not add up.
 /// Throws ConfigError or DatabaseError.
 int printLedger(const Options& options);
+
+/// Prints on the standard error what went wrong.
+void printError(const QString& sentence);
 
 /// Where the database is when the command line does not say.
 QString defaultDatabase();

@@ -6,6 +6,8 @@
 #include "simulator/check.h"
 
 #include <QDateTime>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <algorithm>
 #include <cstdio>
@@ -49,10 +51,25 @@ QString logLine(const QString& time, const Request& request, const Answer& answe
     return line;
 }
 
+QString logObject(const QString& time, const Request& request, const Answer& answer)
+{
+    const QJsonObject object{
+        {u"time"_s, time},
+        {u"path"_s, QString::fromUtf8(request.path)},
+        {u"check"_s, answer.checkId},
+        {u"card"_s, answer.cardNumber.isEmpty() ? QString() : maskedCard(answer.cardNumber)},
+        {u"status"_s, answer.status},
+        {u"reason"_s, answer.reason},
+        {u"fault"_s, answer.fault ? answer.fault->name() : QString()}};
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
 void RequestLog::write(const Request& request, const Answer& answer)
 {
     const QString time = QDateTime::currentDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s);
-    const QByteArray line = logLine(time, request, answer).toUtf8() + '\n';
+    const QString text =
+        form == Form::Json ? logObject(time, request, answer) : logLine(time, request, answer);
+    const QByteArray line = text.toUtf8() + '\n';
     const std::scoped_lock lock(mutex);
     std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
     std::fflush(stdout);

@@ -13,14 +13,25 @@ namespace simulator {
 /// reason. It never holds the authorization, and nothing that was sent can break the line.
 QString logLine(const QString& time, const Request& request, const Answer& answer);
 
+/// The same as a JSON object on one line: time, path, check, card, status, reason and fault.
+QString logObject(const QString& time, const Request& request, const Answer& answer);
+
 /// Prints a line about every request on standard output. May be used from several threads at once.
 class RequestLog
 {
 public:
+    enum class Form
+    {
+        Line,
+        Json,
+    };
+    explicit RequestLog(Form lineForm) : form(lineForm) {}
+
     /// Prints the line with the present time.
     void write(const Request& request, const Answer& answer);
 
 private:
+    const Form form;
     std::mutex mutex;
 };
 

@@ -4,10 +4,12 @@
 #pragma once
 
 #include "simulator/amount.h"
+#include "simulator/cannedanswer.h"
 #include "simulator/faultrule.h"
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -53,9 +55,13 @@ struct Rules
     Percentage spend;        ///< the most that points may pay, of the same amount
     std::vector<Card> cards;
     std::vector<Message> messages;
-    std::vector<FaultRule> faults; ///< what goes wrong on purpose
-    QString certificateFile;       ///< PEM; empty without TLS
-    QString keyFile;               ///< PEM, of the certificate
+    std::vector<FaultRule> faults;     ///< what goes wrong on purpose
+    std::vector<CannedAnswer> answers; ///< finished ones, before all that the rules would answer
+    QStringList answerFiles;           ///< those that answers were read from
+    bool refusesUnmatched = false;     ///< a request that gets no finished answer is refused
+    bool isStrict = false;             ///< a request that does not fit the schemas is refused
+    QString certificateFile;           ///< PEM; empty without TLS
+    QString keyFile;                   ///< PEM, of the certificate
 
     /// The card with that number, or null.
     [[nodiscard]] const Card* card(const QString& number) const

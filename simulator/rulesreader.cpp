@@ -3,10 +3,12 @@
 
 #include "simulator/rulesreader.h"
 
+#include "simulator/answerreader.h"
 #include "simulator/configerror.h"
 #include "simulator/faultreader.h"
 #include "simulator/messagetext.h"
 #include "simulator/tablereader.h"
+#include "simulator/text.h"
 
 #include <QDir>
 #include <QFile>
@@ -54,7 +56,7 @@ void readDiscount(const TableReader& table, Rules& rules)
     rules.discount = readPercentage(table, {u"roundDownTo"_s});
     rules.roundDownTo = table.kopecks("roundDownTo", 0);
     if (rules.roundDownTo < 0) {
-        table.refuse("roundDownTo", u"must not be negative"_s);
+        table.refuse("roundDownTo", Text::tr("must not be negative"));
     }
 }
 
@@ -64,7 +66,8 @@ Card readCard(const TableReader& table, const Rules& rules)
     Card card;
     card.number = table.requiredText("number");
     if (rules.card(card.number) != nullptr) {
-        table.refuse("number", u"is \"%1\", which an earlier card has too"_s.arg(card.number));
+        table.refuse("number",
+                     Text::tr("is \"%1\", which an earlier card has too").arg(card.number));
     }
     card.name = table.text("name");
     card.surname = table.text("surname");
@@ -79,10 +82,22 @@ Message readMessage(const TableReader& table)
     Message message{table.choice("channel", channels), table.text("text")};
     const QString unknown = unknownPlaceholder(message.text);
     if (!unknown.isEmpty()) {
-        table.refuse("text", u"has the unknown placeholder {%1}: known are {%2}"_s.arg(
-                                 unknown, placeholders().join(u"}, {"_s)));
+        table.refuse("text", Text::tr("has the unknown placeholder {%1}: known are {%2}")
+                                 .arg(unknown, placeholders().join(u"}, {"_s)));
     }
     return message;
+}
+
+void readAnswers(const TableReader& root, const QString& file, Rules& rules)
+{
+    const QDir folder = QFileInfo(file).absoluteDir();
+    for (const TableReader& table : root.tables("answer")) {
+        rules.answers.push_back(readAnswer(table, folder, rules.answerFiles));
+    }
+    rules.isStrict = root.flag("strict", false);
+    const QString refuse = u"refuse"_s;
+    rules.refusesUnmatched = root.keys().contains(u"unmatched"_s) &&
+                             root.choice("unmatched", {u"rules"_s, refuse}) == refuse;
 }
 
 } // namespace
@@ -92,24 +107,17 @@ Rules readRulesFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         throw ConfigError(
-            u"%1: the file of rules cannot be read: %2"_s.arg(path, file.errorString()));
+            Text::tr("%1: the file of rules cannot be read: %2").arg(path, file.errorString()));
     }
     return readRules(file.readAll(), path);
 }
 
 Rules readRules(const QByteArray& text, const QString& name)
 {
-    toml::table parsed;
-    try {
-        parsed = toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
-    } catch (const toml::parse_error& error) {
-        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
-                              .arg(error.source().begin.line)
-                              .arg(QString::fromUtf8(error.description())));
-    }
+    const toml::table parsed = parseToml(text, name);
     const TableReader root(parsed, name, {});
     root.allowOnly({u"auth"_s, u"tls"_s, u"discount"_s, u"earn"_s, u"spend"_s, u"card"_s,
-                    u"message"_s, u"fault"_s, u"seed"_s});
+                    u"message"_s, u"fault"_s, u"seed"_s, u"answer"_s, u"strict"_s, u"unmatched"_s});
     Rules rules;
     readAuth(root.table("auth"), rules);
     readTls(root.table("tls"), name, rules);
@@ -126,6 +134,7 @@ Rules readRules(const QByteArray& text, const QString& name)
     for (const TableReader& table : root.tables("fault")) {
         rules.faults.push_back(readFault(table, seed));
     }
+    readAnswers(root, name, rules);
     return rules;
 }
 

@@ -3,11 +3,14 @@
 
 #include "simulator/service.h"
 
+#include "simulator/cannedanswers.h"
 #include "simulator/checkdesk.h"
 #include "simulator/checkreader.h"
 #include "simulator/credentials.h"
 #include "simulator/names.h"
 #include "simulator/rejection.h"
+#include "simulator/requestfacts.h"
+#include "simulator/requestforms.h"
 #include "simulator/xmlreader.h"
 #include "simulator/xmlwriter.h"
 
@@ -43,13 +46,26 @@ Element acknowledgement(const Check& check)
 
 } // namespace
 
+/// The rules and what goes with them.
+struct Service::Following
+{
+    explicit Following(const Rules& given)
+        : rules(std::make_shared<const Rules>(given)),
+          expectedAuthorization(authorizationValue(given.user, given.password, given.apiKey)),
+          answers(given.answers)
+    {}
+
+    const std::shared_ptr<const Rules> rules;
+    const QByteArray expectedAuthorization;
+    CannedAnswers answers;
+};
+
 Service::Service(const Rules& serviceRules, const QString& databasePath)
-    : rules(std::make_shared<const Rules>(serviceRules)),
-      expectedAuthorization(authorizationValue(rules->user, rules->password, rules->apiKey))
+    : following(std::make_shared<Following>(serviceRules))
 {
     worker.run([&] {
         database = std::make_unique<Database>(databasePath);
-        desk = std::make_unique<CheckDesk>(rules, *database);
+        desk = std::make_unique<CheckDesk>(following->rules, *database);
     });
 }
 
@@ -59,6 +75,26 @@ Service::~Service()
         desk.reset();
         database.reset();
     });
+}
+
+void Service::setRules(const Rules& newRules)
+{
+    const auto next = std::make_shared<Following>(newRules);
+    worker.run([&] { desk = std::make_unique<CheckDesk>(next->rules, *database); });
+    const std::scoped_lock lock(mutex);
+    following = next;
+}
+
+LedgerView Service::ledger()
+{
+    const std::shared_ptr<Following> now = current();
+    return worker.run([&] { return readLedger(*database, *now->rules); });
+}
+
+std::shared_ptr<Service::Following> Service::current() const
+{
+    const std::scoped_lock lock(mutex);
+    return following;
 }
 
 Answer Service::handle(const Request& request)
@@ -71,7 +107,8 @@ Answer Service::handle(const Request& request)
     if (request.method != "POST") {
         return refusal(405, u"This address takes POST only"_s);
     }
-    if (!isAuthorized(request.authorization, expectedAuthorization)) {
+    const std::shared_ptr<Following> now = current();
+    if (!isAuthorized(request.authorization, now->expectedAuthorization)) {
         return refusal(401, request.authorization.isEmpty()
                                 ? u"The Authorization header is missing"_s
                                 : u"The user, the password or the key is wrong"_s);
@@ -79,7 +116,7 @@ Answer Service::handle(const Request& request)
     Answer about; // what the log needs is known in part before a rejection
     Answer answer;
     try {
-        answer = handleCheck(request, about);
+        answer = handleCheck(request, *now, about);
     } catch (const Rejection& rejection) {
         answer = refusal(rejection.status, rejection.reason);
     } catch (const std::overflow_error&) {
@@ -92,7 +129,7 @@ Answer Service::handle(const Request& request)
     return answer;
 }
 
-Answer Service::handleCheck(const Request& request, Answer& about)
+Answer Service::handleCheck(const Request& request, Following& now, Answer& about)
 {
     const Element document = readXml(request.body);
     if (const Element* id = document.child(names::id)) {
@@ -101,11 +138,29 @@ Answer Service::handleCheck(const Request& request, Answer& about)
     if (const Element* card = document.child(names::cardNumber)) {
         about.cardNumber = card->text;
     }
-    const Check check = readCheck(document);
-    if (request.path == precheckPath) {
+    const QString endpoint = endpointOf(request);
+    if (now.rules->isStrict) {
+        if (const std::optional<QString> objection = requestObjection(document, endpoint)) {
+            throw Rejection(400, *objection);
+        }
+    }
+    QString whyNone;
+    if (const std::optional<Answer> canned =
+            now.answers.take(endpoint, about.cardNumber, whyNone)) {
+        return *canned;
+    }
+    if (now.rules->refusesUnmatched) {
+        throw Rejection(400, whyNone);
+    }
+    return handleKnown(request.path, readCheck(document), document);
+}
+
+Answer Service::handleKnown(const QByteArray& path, const Check& check, const Element& document)
+{
+    if (path == precheckPath) {
         return accepted(worker.run([&] { return desk->precheck(check, document); }));
     }
-    if (request.path == paymentTryPath) {
+    if (path == paymentTryPath) {
         worker.run([&] { desk->paymentTry(check, document); });
     } else {
         worker.run([&] { desk->confirm(check, document); });

@@ -4,16 +4,20 @@
 #pragma once
 
 #include "simulator/exchange.h"
+#include "simulator/ledgerprinter.h"
 #include "simulator/rules.h"
 #include "simulator/workerthread.h"
 
 #include <functional>
 #include <memory>
+#include <mutex>
 
 namespace simulator {
 
 class CheckDesk;
 class Database;
+class Element;
+struct Check;
 
 /// Answers requests: looks at address, method and credentials, reads the check and takes it to the
 /// desk. Knows nothing of sockets. The database is used in a thread of the service's own, one
@@ -31,11 +35,22 @@ public:
     /// what it answers is durable.
     Answer handle(const Request& request);
 
-private:
-    Answer handleCheck(const Request& request, Answer& about);
+    /// Follows other rules from the next request on; finished answers count anew. The database
+    /// stays the one it is.
+    void setRules(const Rules& newRules);
 
-    const std::shared_ptr<const Rules> rules;
-    const QByteArray expectedAuthorization;
+    /// The books at this moment. Throws DatabaseError.
+    LedgerView ledger();
+
+private:
+    struct Following;
+
+    Answer handleCheck(const Request& request, Following& now, Answer& about);
+    Answer handleKnown(const QByteArray& path, const Check& check, const Element& document);
+    [[nodiscard]] std::shared_ptr<Following> current() const;
+
+    mutable std::mutex mutex; // guards what follows next
+    std::shared_ptr<Following> following;
     WorkerThread worker;
     std::unique_ptr<Database> database; // made, used and destroyed in the worker's thread
     std::unique_ptr<CheckDesk> desk;    // the same

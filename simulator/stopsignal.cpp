@@ -22,4 +22,13 @@ void StopSignal::wait() const
     }
 }
 
+bool StopSignal::waitFor(std::chrono::milliseconds time) const
+{
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+    timespec limit{};
+    limit.tv_sec = seconds.count();
+    limit.tv_nsec = std::chrono::nanoseconds(time - seconds).count();
+    return sigtimedwait(&signals, nullptr, &limit) > 0;
+}
+
 } // namespace simulator

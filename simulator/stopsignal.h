@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <chrono>
 #include <csignal>
 
 namespace simulator {
@@ -16,6 +17,9 @@ public:
 
     /// Blocks until one of the two arrives.
     void wait() const;
+
+    /// Blocks until one of the two arrives, or until the time is over; returns whether one arrived.
+    [[nodiscard]] bool waitFor(std::chrono::milliseconds time) const;
 
 private:
     sigset_t signals{};

@@ -3,7 +3,8 @@
 
 #include "simulator/tablereader.h"
 
-#include "simulator/nearestname.h"
+#include "console/nearestname.h"
+#include "simulator/text.h"
 
 #include <QLocale>
 
@@ -23,6 +24,17 @@ QString keyText(const toml::key& key)
 
 } // namespace
 
+toml::table parseToml(const QByteArray& text, const QString& name)
+{
+    try {
+        return toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
+    } catch (const toml::parse_error& error) {
+        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
+                              .arg(error.source().begin.line)
+                              .arg(QString::fromUtf8(error.description())));
+    }
+}
+
 TableReader::TableReader(const toml::table& table, const QString& file, const QString& path)
     : values(table), fileName(file), prefix(path)
 {}
@@ -34,11 +46,11 @@ void TableReader::allowOnly(const QStringList& known) const
         if (known.contains(name)) {
             continue;
         }
-        const QString nearest = nearestName(name, known);
+        const QString nearest = console::nearestName(name, known);
         throw error(key.source(), name,
                     nearest.isEmpty()
-                        ? u"is unknown: known here are "_s + known.join(u", "_s)
-                        : u"is unknown: did you mean \"%1\"?"_s.arg(prefix + nearest));
+                        ? Text::tr("is unknown: known here are %1").arg(known.join(u", "_s))
+                        : Text::tr("is unknown: did you mean \"%1\"?").arg(prefix + nearest));
     }
 }
 
@@ -50,7 +62,7 @@ QString TableReader::text(const char* key, const QString& fallback) const
     }
     const auto* string = node->as_string();
     if (string == nullptr) {
-        refuse(key, u"must be a text in quotes"_s);
+        refuse(key, Text::tr("must be a text in quotes"));
     }
     // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
     const QString result = QString::fromStdString(string->get());
@@ -58,7 +70,7 @@ QString TableReader::text(const char* key, const QString& fallback) const
         return character.unicode() < 0x20 && character != u'\n' && character != u'\t';
     });
     if (hasControl) {
-        refuse(key, u"must not hold control characters"_s);
+        refuse(key, Text::tr("must not hold control characters"));
     }
     return result;
 }
@@ -66,11 +78,11 @@ QString TableReader::text(const char* key, const QString& fallback) const
 QString TableReader::requiredText(const char* key) const
 {
     if (values.get(key) == nullptr) {
-        throw error(values.source(), QString::fromUtf8(key), u"is missing"_s);
+        throw error(values.source(), QString::fromUtf8(key), Text::tr("is missing"));
     }
     QString result = text(key);
     if (result.isEmpty()) {
-        refuse(key, u"must not be empty"_s);
+        refuse(key, Text::tr("must not be empty"));
     }
     return result;
 }
@@ -89,7 +101,7 @@ QString TableReader::decimal(const char* key) const
     if (const auto* string = node->as_string()) {
         return QString::fromStdString(string->get());
     }
-    refuse(key, u"must be a number"_s);
+    refuse(key, Text::tr("must be a number"));
 }
 
 Kopecks TableReader::kopecks(const char* key, Kopecks fallback) const
@@ -99,7 +111,7 @@ Kopecks TableReader::kopecks(const char* key, Kopecks fallback) const
     }
     const std::optional<Kopecks> amount = readKopecks(decimal(key));
     if (!amount) {
-        refuse(key, u"must be an amount with at most two decimals, such as 12.50"_s);
+        refuse(key, Text::tr("must be an amount with at most two decimals, such as 12.50"));
     }
     return *amount;
 }
@@ -111,7 +123,7 @@ int TableReader::percent(const char* key, int fallback) const
     }
     const std::optional<qint64> hundredths = readKopecks(decimal(key));
     if (!hundredths || *hundredths < 0 || *hundredths > 100 * 100) {
-        refuse(key, u"must be a percentage from 0 to 100 with at most two decimals"_s);
+        refuse(key, Text::tr("must be a percentage from 0 to 100 with at most two decimals"));
     }
     return static_cast<int>(*hundredths);
 }
@@ -122,12 +134,13 @@ QString TableReader::choice(const char* key, const QStringList& known) const
     if (known.contains(value)) {
         return value;
     }
-    const QString nearest = nearestName(value, known);
+    const QString nearest = console::nearestName(value, known);
     if (!nearest.isEmpty()) {
-        refuse(key, u"is \"%1\": did you mean \"%2\"?"_s.arg(value, nearest));
+        refuse(key, Text::tr("is \"%1\": did you mean \"%2\"?").arg(value, nearest));
     }
     const QString allButLast = known.first(known.size() - 1).join(u"\", \""_s);
-    refuse(key, u"is \"%1\": it must be \"%2\" or \"%3\""_s.arg(value, allButLast, known.last()));
+    refuse(key,
+           Text::tr("is \"%1\": it must be \"%2\" or \"%3\"").arg(value, allButLast, known.last()));
 }
 
 qint64 TableReader::integer(const char* key, qint64 fallback, qint64 least, qint64 most) const
@@ -138,7 +151,7 @@ qint64 TableReader::integer(const char* key, qint64 fallback, qint64 least, qint
     }
     const auto* whole = node->as_integer();
     if (whole == nullptr || whole->get() < least || whole->get() > most) {
-        refuse(key, u"must be a whole number from %1 to %2"_s.arg(least).arg(most));
+        refuse(key, Text::tr("must be a whole number from %1 to %2").arg(least).arg(most));
     }
     // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
     return whole->get();
@@ -153,10 +166,24 @@ double TableReader::number(const char* key, double fallback, double least, doubl
     const std::optional<double> value =
         node->is_number() ? node->value<double>() : std::optional<double>();
     if (!value || !(*value >= least && *value <= most)) {
-        refuse(key, u"must be a number from %1 to %2"_s.arg(least).arg(most));
+        refuse(key, Text::tr("must be a number from %1 to %2").arg(least).arg(most));
     }
     // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
     return *value;
+}
+
+bool TableReader::flag(const char* key, bool fallback) const
+{
+    const toml::node* node = values.get(key);
+    if (node == nullptr) {
+        return fallback;
+    }
+    const auto* value = node->as_boolean();
+    if (value == nullptr) {
+        refuse(key, u"must be true or false"_s);
+    }
+    // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
+    return value->get();
 }
 
 quint64 TableReader::seed(const char* key, quint64 fallback) const
@@ -174,7 +201,7 @@ TableReader TableReader::table(const char* key) const
         return {emptyTable, fileName, path};
     }
     if (node->as_table() == nullptr) {
-        refuse(key, u"must be a table"_s);
+        refuse(key, Text::tr("must be a table"));
     }
     return {*node->as_table(), fileName, path};
 }
@@ -188,7 +215,8 @@ std::vector<TableReader> TableReader::tables(const char* key) const
     }
     const toml::array* array = node->as_array();
     if (array == nullptr || !array->is_homogeneous<toml::table>()) {
-        refuse(key, u"must be an array of tables, written [[%1]]"_s.arg(QString::fromUtf8(key)));
+        refuse(key,
+               Text::tr("must be an array of tables, written [[%1]]").arg(QString::fromUtf8(key)));
     }
     for (const toml::node& element : *array) {
         result.emplace_back(*element.as_table(), fileName, prefix + QString::fromUtf8(key) + u'.');
@@ -215,8 +243,10 @@ void TableReader::refuse(const char* key, const QString& complaint) const
 ConfigError TableReader::error(const toml::source_region& where, const QString& key,
                                const QString& complaint) const
 {
-    return ConfigError(fileName + u':' + QString::number(where.begin.line) + u": the key \""_s +
-                       prefix + key + u"\" "_s + complaint);
+    // the complaint goes on behind the key: 'the key "seed" is missing'
+    return ConfigError(
+        Text::tr("%1:%2: the key \"%3\" %4")
+            .arg(fileName, QString::number(where.begin.line), prefix + key, complaint));
 }
 
 } // namespace simulator

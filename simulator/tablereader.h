@@ -13,6 +13,9 @@
 
 namespace simulator {
 
+/// The table of a text. Throws ConfigError with name, line and reason when it is not TOML.
+toml::table parseToml(const QByteArray& text, const QString& name);
+
 /// Reads the values of one TOML table and reports what is wrong with file, line and key.
 /// Every operation throws ConfigError on a value of the wrong type or outside its range.
 /// The table must outlive the reader.
@@ -45,6 +48,9 @@ public:
 
     /// A number within limits, with any decimals.
     [[nodiscard]] double number(const char* key, double fallback, double least, double most) const;
+
+    /// true or false.
+    [[nodiscard]] bool flag(const char* key, bool fallback) const;
 
     /// A whole number from 0 up that chance follows from.
     [[nodiscard]] quint64 seed(const char* key, quint64 fallback) const;

@@ -32,6 +32,9 @@ QString decode(const QByteArray& body)
 Element readElement(QXmlStreamReader& reader)
 {
     Element element(reader.qualifiedName().toString());
+    if (!reader.attributes().isEmpty()) {
+        element.dropped = u"an attribute"_s;
+    }
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
         case QXmlStreamReader::StartElement:
@@ -42,7 +45,10 @@ Element readElement(QXmlStreamReader& reader)
             element.text += reader.text();
             break;
         case QXmlStreamReader::EndElement:
-            if (!element.children.empty() || QStringView(element.text).trimmed().isEmpty()) {
+            if (QStringView(element.text).trimmed().isEmpty()) {
+                element.text.clear();
+            } else if (!element.children.empty()) {
+                element.dropped = u"text beside its elements"_s;
                 element.text.clear();
             }
             return element;

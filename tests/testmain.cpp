@@ -11,6 +11,8 @@
 int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
+    // tests read the programs' English texts, whatever the locale; its decimal comma stays
+    qputenv("LANGUAGE", "en");
     const QCoreApplication application(argc, argv);
     // the application object has taken the locale from the environment, as it does in a till
     if (qEnvironmentVariableIsSet("ORVA_EXPECT_DECIMAL_COMMA") &&

@@ -22,21 +22,31 @@ namespace {
     throw Failure(sentence, ExitCode::Usage);
 }
 
-toml::table parse(const QString& fileName)
+QByteArray contentOf(const QString& fileName)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         unusable(Text::tr("%1: the check file cannot be read (%2); look at its path and rights.")
                      .arg(fileName, file.errorString()));
     }
-    const QByteArray content = file.readAll();
+    return file.readAll();
+}
+
+[[noreturn]] void notToml(const QString& fileName, const toml::parse_error& error)
+{
+    unusable(Text::tr("%1, line %2: this is not TOML (%3); look at the quotes and brackets.")
+                 .arg(fileName)
+                 .arg(error.source().begin.line)
+                 .arg(QString::fromUtf8(error.what())));
+}
+
+toml::table parse(const QString& fileName)
+{
+    const QByteArray content = contentOf(fileName);
     try {
         return toml::parse(std::string_view(content.constData(), size_t(content.size())));
     } catch (const toml::parse_error& error) {
-        unusable(Text::tr("%1, line %2: this is not TOML (%3); look at the quotes and brackets.")
-                     .arg(fileName)
-                     .arg(error.source().begin.line)
-                     .arg(QString::fromUtf8(error.what())));
+        notToml(fileName, error);
     }
 }
 

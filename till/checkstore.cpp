@@ -123,26 +123,44 @@ Check CheckStore::loadSuspended(const QString& which)
 
 Check CheckStore::findSale(const QString& which)
 {
+    return find(which, true);
+}
+
+Check CheckStore::findClosed(const QString& which)
+{
+    return find(which, false);
+}
+
+Check CheckStore::find(const QString& which, bool onlySales)
+{
     const bool last = which == u"last"_s;
-    const QString condition = last ? QString() : u" AND (id = ? OR number = ?)"_s;
-    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed' AND type = ?%1 "
+    QString condition = last ? QString() : u" AND (id = ? OR number = ?)"_s;
+    condition += onlySales ? u" AND type = ?"_s : QString();
+    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed'%1 "
                                    "ORDER BY updated_at DESC, rowid DESC LIMIT 2"_s.arg(condition));
-    statement.bind(static_cast<int>(EDocumentType::Sale));
     if (!last) {
         bool isNumber = false;
         const int number = which.toInt(&isNumber);
         statement.bind(which).bind(isNumber ? QVariant(number) : QVariant());
     }
+    if (onlySales) {
+        statement.bind(static_cast<int>(EDocumentType::Sale));
+    }
     if (!statement.next()) {
         throw Failure(
-            Text::tr("There is no closed sale \"%1\"; look at the list of checks.").arg(which),
+            (onlySales ? Text::tr("There is no closed sale \"%1\"; look at the list of checks.")
+                       : Text::tr("There is no closed check \"%1\"; look at the list of checks."))
+                .arg(which),
             ExitCode::Usage);
     }
     const QByteArray data = statement.value(0).toByteArray();
     if (!last && statement.next()) {
-        throw Failure(Text::tr("Several sales have the number %1; name the sale by its identifier.")
-                          .arg(which),
-                      ExitCode::Usage);
+        throw Failure(
+            (onlySales
+                 ? Text::tr("Several sales have the number %1; name the sale by its identifier.")
+                 : Text::tr("Several checks have the number %1; name the check by its identifier."))
+                .arg(which),
+            ExitCode::Usage);
     }
     return checkcodec::decode(data);
 }

@@ -57,11 +57,15 @@ public:
     /// A closed sale by its identifier or number, or with "last" the one closed last.
     /// @throws Failure (Usage) when there is none, or several have the number
     Check findSale(const QString& which);
+    /// A closed check of any kind, named in the same way.
+    Check findClosed(const QString& which);
     /// The closed returns of a sale.
     QList<Check> returnsOf(const QString& saleId);
     /// Whether a closed check's confirmation has been delivered.
     bool isDelivered(const QString& id);
 
+    /// The message that confirms a check; nothing when there is none or it is removed already.
+    std::optional<qint64> messageOf(const QString& id);
     /// The card of the check that a message confirms; empty when no closed check knows it.
     QString cardOfMessage(qint64 messageId);
 
@@ -70,8 +74,8 @@ public:
     void forEachClosed(const std::function<void(const Check&)>& take);
 
 private:
+    Check find(const QString& which, bool onlySales);
     int countReturns(const QString& saleId);
-    std::optional<qint64> messageOf(const QString& id);
     void changeState(const Check& check, const QString& state, const QVariant& data,
                      const QVariant& message);
 

@@ -3,6 +3,7 @@
 
 #include "till/commandline.h"
 
+#include "console/usage.h"
 #include "till/amount.h"
 #include "till/failure.h"
 #include "till/text.h"
@@ -23,6 +24,9 @@ struct Texts
     std::string file;
     std::string points = "none";
     std::string tender;
+    std::string record;
+    std::string target;
+    std::string card;
 };
 
 std::string words(const char* text)
@@ -51,7 +55,16 @@ void addGlobals(CLI::App& app, Options& options, Texts& texts)
     app.add_flag(
         "--verbose", options.verbose,
         words(QT_TRANSLATE_NOOP("Till", "Write the loyalty system's log to the standard error")));
-    app.set_version_flag("--version", ORVA_VERSION);
+    app.add_flag(
+        "--quiet", options.quiet,
+        words(QT_TRANSLATE_NOOP("Till", "No progress, and not a word about what went well")));
+    app.set_version_flag("--version", ORVA_VERSION,
+                         words(QT_TRANSLATE_NOOP("Till", "Print the version and exit")));
+}
+
+void addJson(CLI::App* command, Options& options)
+{
+    command->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
 }
 
 void addChecks(CLI::App& app, Options& options, Texts& texts)
@@ -63,6 +76,7 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
                    options, Command::Check);
     check->add_option("FILE", texts.file, words(QT_TRANSLATE_NOOP("Till", "Check file")))
         ->required();
+    addJson(check, options);
 
     CLI::App* const sell =
         addCommand(app, "sell", QT_TRANSLATE_NOOP("Till", "Sell a check and print its slip"),
@@ -77,6 +91,7 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
     sell->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
         ->check(CLI::Range(0, 3600));
+    addJson(sell, options);
 
     CLI::App* const back =
         addCommand(app, "return",
@@ -88,12 +103,14 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
     back->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
         ->check(CLI::Range(0, 3600));
+    addJson(back, options);
 
     addCommand(app, "work",
                QT_TRANSLATE_NOOP("Till", "Read a cashier's commands from the standard input"),
                options, Command::Work);
-    addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks"), options,
-               Command::Checks);
+    addJson(addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks"), options,
+                       Command::Checks),
+            options);
     CLI::App* const ledger = addCommand(
         app, "ledger", QT_TRANSLATE_NOOP("Till", "List what the closed checks did to the points"),
         options, Command::Ledger);
@@ -101,6 +118,21 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
         "--csv", options.csv, words(QT_TRANSLATE_NOOP("Till", "As comma-separated values")));
     ledger->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")))
         ->excludes(csv);
+}
+
+void addDoctor(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const doctor =
+        addCommand(app, "doctor",
+                   QT_TRANSLATE_NOOP("Till", "Check the set-up; change nothing and book nothing"),
+                   options, Command::Doctor);
+    doctor->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    doctor->add_option(
+        "--card", texts.card,
+        words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
+    doctor->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
+                "used. Ends in less\nthan 5 seconds.")));
 }
 
 void addQueue(CLI::App& app, Options& options)
@@ -111,7 +143,7 @@ void addQueue(CLI::App& app, Options& options)
     queue->require_subcommand(1);
     const auto add = [&](const char* name, const char* description, Command command) {
         CLI::App* const sub = addCommand(*queue, name, description, options, command);
-        sub->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+        addJson(sub, options);
         return sub;
     };
     const auto addNumber = [&](CLI::App* sub) {
@@ -137,6 +169,56 @@ void addQueue(CLI::App& app, Options& options)
         Command::QueueReauthorize);
 }
 
+void addLog(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const log = app.add_subcommand(
+        "log", words(QT_TRANSLATE_NOOP("Till", "What was said to the loyalty system, recorded")));
+    log->fallthrough();
+    log->require_subcommand(1);
+    const auto add = [&](const char* name, const char* description, Command command) {
+        return addCommand(*log, name, description, options, command);
+    };
+    const auto addFrom = [&](CLI::App* sub) {
+        sub->add_option("--from", texts.file,
+                        words(QT_TRANSLATE_NOOP("Till", "A file that was exported")));
+        return sub;
+    };
+    const auto addRecord = [&](CLI::App* sub, const char* description) {
+        sub->add_option("N", texts.record, words(description))->required();
+        return sub;
+    };
+    addFrom(add("list", QT_TRANSLATE_NOOP("Till", "List what was recorded"), Command::LogList))
+        ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    addFrom(addRecord(add("show", QT_TRANSLATE_NOOP("Till", "Show requests beside their answers"),
+                          Command::LogShow),
+                      QT_TRANSLATE_NOOP("Till", "The record's number, such as 3, or 3.2 for its "
+                                                "second exchange")));
+    addRecord(
+        add("export", QT_TRANSLATE_NOOP("Till", "Write records into one file"), Command::LogExport),
+        QT_TRANSLATE_NOOP("Till", "The record's number, or \"all\""))
+        ->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")))
+        ->required();
+    addRecord(add("replay",
+                  QT_TRANSLATE_NOOP("Till", "Have the plug-in do it again, offline, and compare"),
+                  Command::LogReplay),
+              QT_TRANSLATE_NOOP("Till", "The record's number, \"all\", or an exported file"))
+        ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
+void addExplain(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const explain =
+        addCommand(app, "explain",
+                   QT_TRANSLATE_NOOP("Till", "Show where the amounts on a closed check come from"),
+                   options, Command::Explain);
+    explain
+        ->add_option(
+            "CHECK", texts.record,
+            words(QT_TRANSLATE_NOOP("Till", "The check's identifier or number, or \"last\"")))
+        ->required();
+    explain->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
 void takeOver(const CLI::App& app, const Texts& texts, Options& options)
 {
     options.configFile = QString::fromStdString(texts.config);
@@ -144,6 +226,9 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
     options.plugin = QString::fromStdString(texts.plugin);
     options.database = QString::fromStdString(texts.database);
     options.file = QString::fromStdString(texts.file);
+    options.record = QString::fromStdString(texts.record);
+    options.target = QString::fromStdString(texts.target);
+    options.card = QString::fromStdString(texts.card);
     options.points = readPoints(QString::fromStdString(texts.points));
     if (!texts.tender.empty()) {
         options.tenderKopecks = readSum(QString::fromStdString(texts.tender));
@@ -159,12 +244,17 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     app.footer(words(QT_TRANSLATE_NOOP(
         "Till",
         "Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on\n"
-        "without the loyalty system.")));
+        "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
+        "explanation.")));
     app.require_subcommand(1);
+    console::usage::prepare(app);
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
+    addDoctor(app, options, texts);
     addQueue(app, options);
+    addLog(app, options, texts);
+    addExplain(app, options, texts);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -15,6 +15,8 @@ enum class ExitCode : int
     Usage = 2,
     /// The sale was closed, but without the loyalty system.
     WithoutLoyalty = 3,
+    /// What was compared differs: a replay from its record, a check from what explains it.
+    Differs = 4,
 };
 
 } // namespace till

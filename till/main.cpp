@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "console/language.h"
 #include "till/commandline.h"
 #include "till/failure.h"
 #include "till/output.h"
@@ -29,6 +30,7 @@ void setUpLogging(bool verbose)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    console::speakUsersLanguage();
     till::Output out(stdout);
     till::Output errors(stderr);
     till::Options options;
@@ -37,7 +39,7 @@ int main(int argc, char** argv)
             return *exitCode;
         }
     } catch (const till::Failure& failure) {
-        errors.line(u"orva-till: %1"_s.arg(failure.text()));
+        errors.failure(failure.text());
         return int(failure.exitCode());
     }
     setUpLogging(options.verbose);

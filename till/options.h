@@ -19,6 +19,7 @@ enum class Command
     Work,
     Checks,
     Ledger,
+    Doctor,
     QueueList,
     QueueShow,
     QueueDeliver,
@@ -26,6 +27,11 @@ enum class Command
     QueuePark,
     QueueSettle,
     QueueReauthorize,
+    LogList,
+    LogShow,
+    LogExport,
+    LogReplay,
+    Explain,
 };
 
 /// What the command line says.
@@ -38,6 +44,8 @@ struct Options
     QString plugin;
     QString database;
     bool verbose = false;
+    /// No progress, and no lines that only say that something was done.
+    bool quiet = false;
     bool csv = false;
     bool json = false;
     /// With the queue's list: delivered messages too.
@@ -47,6 +55,13 @@ struct Options
     std::optional<qint64> tenderKopecks;
     int waitSeconds = 0;
     qint64 message = 0;
+    /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
+    /// Or which check.
+    QString record;
+    /// The file to export to.
+    QString target;
+    /// With the doctor: the card that the server is asked about.
+    QString card;
 };
 
 } // namespace till

@@ -3,7 +3,7 @@
 
 #include "till/output.h"
 
-#include "till/text.h"
+using namespace Qt::StringLiterals;
 
 namespace till {
 
@@ -16,11 +16,29 @@ void Output::write(const QString& text)
     std::fflush(stream);
 }
 
+void Output::done(const QString& text)
+{
+    if (!quiet) {
+        line(text);
+    }
+}
+
 void Output::notes(const QStringList& notices)
 {
     for (const QString& notice : notices) {
-        line(Text::tr("note: %1").arg(notice));
+        // scripts look for the word, so it is the same in every language
+        line(painted(u"note:"_s, Colour::Yellow) + u' ' + notice);
     }
+}
+
+void Output::failure(const QString& sentence)
+{
+    line(painted(u"orva-till:"_s, Colour::Red) + u' ' + sentence);
+}
+
+QString Output::painted(const QString& text, Colour colour) const
+{
+    return console::terminal::hasColours(stream) ? console::terminal::painted(text, colour) : text;
 }
 
 } // namespace till

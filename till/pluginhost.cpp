@@ -4,7 +4,6 @@
 #include "till/pluginhost.h"
 
 #include "host/loyalty/basicloyaltysystem.h"
-#include "till/failure.h"
 #include "till/text.h"
 
 #include <QJsonObject>
@@ -44,12 +43,14 @@ void PluginHost::checkMetadata() const
 {
     const QJsonObject metadata = loader.metaData();
     if (metadata.isEmpty()) {
-        throw Failure(Text::tr("Plug-in metadata: %1 is no plug-in (%2); check the path.")
-                          .arg(file, loader.errorString()));
+        throw PluginFailure(PluginFailure::Step::Metadata,
+                            Text::tr("Plug-in metadata: %1 is no plug-in (%2); check the path.")
+                                .arg(file, loader.errorString()));
     }
     const QString iid = metadata.value("IID"_L1).toString();
     if (iid != requiredIid()) {
-        throw Failure(
+        throw PluginFailure(
+            PluginFailure::Step::Metadata,
             Text::tr("Plug-in metadata: %1 is a plug-in for \"%2\", not for \"%3\" (class "
                      "%4; %5); check the path.")
                 .arg(file, iid, requiredIid(), metadata.value("className"_L1).toString(),
@@ -60,13 +61,15 @@ void PluginHost::checkMetadata() const
 QObject* PluginHost::load()
 {
     if (!loader.load()) {
-        throw Failure(Text::tr("Plug-in loading: %1 cannot be loaded (%2); look for missing "
-                               "libraries and another Qt version.")
-                          .arg(file, loader.errorString()));
+        throw PluginFailure(PluginFailure::Step::Loading,
+                            Text::tr("Plug-in loading: %1 cannot be loaded (%2); look for missing "
+                                     "libraries and another Qt version.")
+                                .arg(file, loader.errorString()));
     }
     QObject* const object = loader.instance();
     if (object == nullptr) {
-        throw Failure(
+        throw PluginFailure(
+            PluginFailure::Step::Loading,
             Text::tr("Plug-in loading: %1 gives no object (%2).").arg(file, loader.errorString()));
     }
     return object;
@@ -80,7 +83,8 @@ void PluginHost::cast(QObject* object)
         const QString missing =
             system == nullptr ? QString::fromLatin1(qobject_interface_iid<BasicLoyaltySystem*>())
                               : QString::fromLatin1(qobject_interface_iid<BasicPlugin*>());
-        throw Failure(
+        throw PluginFailure(
+            PluginFailure::Step::Cast,
             Text::tr("Plug-in cast: the class %1 of %2 does not answer as \"%3\" (%4); it "
                      "was built for another host.")
                 .arg(QString::fromLatin1(object->metaObject()->className()), file, missing,
@@ -91,9 +95,11 @@ void PluginHost::cast(QObject* object)
 void PluginHost::initialise()
 {
     if (!plugin->init()) {
-        throw Failure(Text::tr("Plug-in initialisation: %1 does not register (%2); another loyalty "
-                               "system has its code.")
-                          .arg(file, loader.errorString()));
+        throw PluginFailure(
+            PluginFailure::Step::Initialisation,
+            Text::tr("Plug-in initialisation: %1 does not register (%2); another loyalty "
+                     "system has its code.")
+                .arg(file, loader.errorString()));
     }
 }
 

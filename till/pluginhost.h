@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "till/failure.h"
+
 #include <QPluginLoader>
 #include <QPointer>
 #include <QString>
@@ -12,6 +14,28 @@ class BasicPlugin;
 
 namespace till {
 
+/// Why a plug-in cannot be used, and at which step that came out.
+class PluginFailure : public Failure
+{
+public:
+    enum class Step
+    {
+        Metadata,
+        Loading,
+        Cast,
+        Initialisation,
+    };
+
+    PluginFailure(Step failedStep, const QString& sentence)
+        : Failure(sentence), failedAt(failedStep)
+    {}
+
+    Step step() const { return failedAt; }
+
+private:
+    Step failedAt;
+};
+
 /// A loyalty system loaded from its library. The till knows nothing of it but the host's contracts.
 ///
 /// When this object ends, the plug-in is taken down and deleted; the library stays in the process,
@@ -20,7 +44,7 @@ class PluginHost
 {
 public:
     /// Checks the library's metadata, loads it, casts its object and initialises it.
-    /// @throws Failure that names the step and holds Qt's own error text
+    /// @throws PluginFailure that names the step and holds Qt's own error text
     explicit PluginHost(const QString& fileName);
     ~PluginHost();
     PluginHost(const PluginHost&) = delete;

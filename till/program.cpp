@@ -4,17 +4,24 @@
 #include "till/program.h"
 
 #include "host/core/basicexception.h"
+#include "till/checkjson.h"
 #include "till/checkview.h"
+#include "till/doctor/doctorcommand.h"
+#include "till/explain/explaincommand.h"
 #include "till/failure.h"
 #include "till/ledger.h"
 #include "till/output.h"
+#include "till/progress.h"
 #include "till/queuecommands.h"
 #include "till/queuewait.h"
 #include "till/reason.h"
+#include "till/recording/logcommands.h"
 #include "till/table.h"
 #include "till/text.h"
 #include "till/workplace.h"
 #include "till/worksession.h"
+
+#include <QJsonDocument>
 
 #include <iostream>
 
@@ -45,6 +52,22 @@ CheckFile readFile(const QString& file, CheckFile::Type type)
     return check;
 }
 
+/// These need no database.
+bool isAboutRecords(Command command)
+{
+    return command == Command::LogList || command == Command::LogShow ||
+           command == Command::LogExport || command == Command::LogReplay;
+}
+
+/// A check's state as people read it.
+QString stateText(const QString& state)
+{
+    return state == u"open"_s        ? Text::tr("open")
+           : state == u"suspended"_s ? Text::tr("suspended")
+           : state == u"closed"_s    ? Text::tr("closed")
+                                     : Text::tr("abandoned");
+}
+
 ExitCode exitCodeFor(const Check& check)
 {
     return !check.isReturn() && check.loyalty == LoyaltyState::Refused ? ExitCode::WithoutLoyalty
@@ -65,12 +88,21 @@ void openWithCard(CashDesk& desk, const CheckFile& file)
 
 ExitCode Program::run()
 {
+    out.setQuiet(options.quiet);
+    // JSON is read by programs, which have no use for progress
+    errors.setQuiet(options.quiet || options.json);
+    if (options.command == Command::Doctor) {
+        return doctor::run(options, out); // opens nothing for writing, unlike a workplace
+    }
     try {
+        if (isAboutRecords(options.command)) {
+            return LogCommands(options, out, errors).run();
+        }
         Workplace workplace(options);
         errors.notes(workplace.warnings());
         return dispatch(workplace);
     } catch (const std::exception& error) {
-        errors.line(u"orva-till: %1"_s.arg(reasonOf(error)));
+        errors.failure(reasonOf(error));
         return exitCodeOf(error);
     }
 }
@@ -90,8 +122,10 @@ ExitCode Program::dispatch(Workplace& workplace)
         return checks(workplace);
     case Command::Ledger:
         return ledger(workplace);
+    case Command::Explain:
+        return ExplainCommand(workplace, options, out).run();
     default:
-        return QueueCommands(workplace, options, out).run();
+        return QueueCommands(workplace, options, out, errors).run();
     }
 }
 
@@ -102,9 +136,8 @@ ExitCode Program::check(Workplace& workplace)
     CashDesk& desk = workplace.cashDesk();
     openWithCard(desk, file);
     const qint64 available = desk.availablePoints();
-    out.write(checkview::forCashier(desk.current(), available));
     const ExitCode code = exitCodeFor(desk.current());
-    out.notes(desk.takeNotices());
+    show(desk.current(), checkview::forCashier(desk.current(), available), desk.takeNotices());
     desk.abandon();
     return code;
 }
@@ -123,8 +156,10 @@ ExitCode Program::sell(Workplace& workplace)
     if (options.tenderKopecks) {
         desk.tender(*options.tenderKopecks);
     }
-    for (const QString& message : desk.current().cashierMessages) {
-        out.line(Text::tr("To the cashier: %1").arg(message));
+    if (!options.json) {
+        for (const QString& message : desk.current().cashierMessages) {
+            out.line(Text::tr("To the cashier: %1").arg(message));
+        }
     }
     return closeAndPrint(workplace);
 }
@@ -148,12 +183,15 @@ ExitCode Program::closeAndPrint(Workplace& workplace)
     try {
         const Check closed = desk.close();
         workplace.notifyDelivery();
-        out.notes(desk.takeNotices());
-        out.write(checkview::slip(closed));
+        const QStringList notes = desk.takeNotices();
+        if (!options.json) {
+            out.notes(notes);
+        }
+        show(closed, checkview::slip(closed), options.json ? notes : QStringList());
         awaitDelivery(workplace);
         return exitCodeFor(closed);
     } catch (const std::exception&) {
-        out.notes(desk.takeNotices());
+        (options.json ? errors : out).notes(desk.takeNotices());
         throw;
     }
 }
@@ -170,6 +208,10 @@ ExitCode Program::work(Workplace& workplace)
 
 ExitCode Program::checks(Workplace& workplace)
 {
+    if (options.json) {
+        out.write(checkjson::list(workplace.checks().list()));
+        return ExitCode::Ok;
+    }
     Table table({{Text::tr("Check")},
                  {Text::tr("No"), Table::Align::Right},
                  {Text::tr("Kind")},
@@ -177,7 +219,7 @@ ExitCode Program::checks(Workplace& workplace)
                  {Text::tr("Changed")}});
     for (const CheckRow& row : workplace.checks().list()) {
         table.addRow({row.id, QString::number(row.number),
-                      row.isReturn ? Text::tr("return") : Text::tr("sale"), row.state,
+                      row.isReturn ? Text::tr("return") : Text::tr("sale"), stateText(row.state),
                       row.updatedAt.toString(u"yyyy-MM-dd hh:mm:ss"_s)});
     }
     out.write(table.text());
@@ -191,11 +233,30 @@ ExitCode Program::ledger(Workplace& workplace)
     return ExitCode::Ok;
 }
 
+void Program::show(const Check& check, const QString& text, const QStringList& notes)
+{
+    if (options.json) {
+        const QJsonDocument document(checkjson::object(check, notes));
+        out.write(QString::fromUtf8(document.toJson()));
+    } else {
+        out.write(text);
+        out.notes(notes);
+    }
+}
+
 void Program::awaitDelivery(Workplace& workplace)
 {
-    if (options.waitSeconds > 0) {
-        out.line(
-            QueueWait::text(QueueWait::untilDelivered(workplace.database(), options.waitSeconds)));
+    if (options.waitSeconds <= 0) {
+        return;
+    }
+    const QueueCounts counts = [&] {
+        Progress progress(errors, Text::tr("Delivering"));
+        return QueueWait::untilDelivered(
+            workplace.database(), options.waitSeconds,
+            [&progress](qint64 delivered, qint64 all) { progress.show(delivered, all); });
+    }();
+    if (!options.json) {
+        out.done(QueueWait::text(counts));
     }
 }
 

@@ -6,8 +6,11 @@
 #include "till/exitcode.h"
 #include "till/options.h"
 
+#include <QStringList>
+
 namespace till {
 
+struct Check;
 class Output;
 class Workplace;
 
@@ -32,6 +35,8 @@ private:
     ExitCode ledger(Workplace& workplace);
     ExitCode closeAndPrint(Workplace& workplace);
     void awaitDelivery(Workplace& workplace);
+    /// The check, as people read it or as JSON, with what there is to note about it.
+    void show(const Check& check, const QString& text, const QStringList& notes);
 
     const Options& options;
     Output& out;

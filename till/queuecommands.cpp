@@ -10,6 +10,7 @@
 #include "till/credentials.h"
 #include "till/failure.h"
 #include "till/output.h"
+#include "till/progress.h"
 #include "till/queueview.h"
 #include "till/queuewait.h"
 #include "till/text.h"
@@ -83,9 +84,20 @@ ExitCode QueueCommands::show()
     return ExitCode::Ok;
 }
 
+DeliveryReport QueueCommands::drain()
+{
+    const QueueCounts before = OutgoingQueue(workplace.database()).counts();
+    Progress progress(errors, Text::tr("Delivering"));
+    QueueDelivery delivery(workplace.database());
+    delivery.onProgress([&](const DeliveryReport& sofar) {
+        progress.show(sofar.delivered + sofar.parked, before.waiting + before.paused);
+    });
+    return delivery.deliverDue();
+}
+
 ExitCode QueueCommands::deliver()
 {
-    const DeliveryReport report = QueueDelivery(workplace.database()).deliverDue();
+    const DeliveryReport report = drain();
     const QueueCounts counts = OutgoingQueue(workplace.database()).counts();
     const int left = QueueWait::undelivered(counts);
     if (options.json) {
@@ -95,11 +107,11 @@ ExitCode QueueCommands::deliver()
                             {u"parked"_s, report.parked},
                             {u"undelivered"_s, left}}));
     } else {
-        out.line(
+        out.done(
             report.elsewhere
                 ? Text::tr("Another process is delivering this queue.")
                 : Text::tr("Delivered: %1, parked: %2.").arg(report.delivered).arg(report.parked));
-        out.line(QueueWait::text(counts));
+        out.done(QueueWait::text(counts));
     }
     return left == 0 ? ExitCode::Ok : ExitCode::Failed;
 }
@@ -113,7 +125,7 @@ ExitCode QueueCommands::change(bool found, const QString& done)
     if (options.json) {
         out.write(jsonText({{u"id"_s, options.message}}));
     } else {
-        out.line(done.arg(options.message));
+        out.done(done.arg(options.message));
     }
     return ExitCode::Ok;
 }
@@ -138,7 +150,8 @@ ExitCode QueueCommands::reauthorize()
     if (options.json) {
         out.write(jsonText({{u"messages"_s, messages}}));
     } else {
-        out.line(Text::tr("%1 messages go out with the configured credentials.").arg(messages));
+        out.done(
+            Text::tr("%n messages go out with the configured credentials.", nullptr, messages));
     }
     return ExitCode::Ok;
 }

@@ -6,6 +6,8 @@
 #include "till/exitcode.h"
 #include "till/options.h"
 
+struct DeliveryReport;
+
 namespace till {
 
 class Output;
@@ -15,8 +17,8 @@ class Workplace;
 class QueueCommands
 {
 public:
-    QueueCommands(Workplace& place, const Options& given, Output& output)
-        : workplace(place), options(given), out(output)
+    QueueCommands(Workplace& place, const Options& given, Output& output, Output& errorOutput)
+        : workplace(place), options(given), out(output), errors(errorOutput)
     {}
 
     /// Does the command of the options. @throws Failure, BasicException
@@ -26,6 +28,7 @@ private:
     ExitCode list();
     ExitCode show();
     ExitCode deliver();
+    DeliveryReport drain();
     ExitCode change(bool found, const QString& done);
     ExitCode settle();
     ExitCode reauthorize();
@@ -33,6 +36,7 @@ private:
     Workplace& workplace;
     const Options& options;
     Output& out;
+    Output& errors;
 };
 
 } // namespace till

@@ -30,6 +30,22 @@ QString stateName(QueueState state)
     return {};
 }
 
+/// The state as people read it.
+QString stateText(QueueState state)
+{
+    switch (state) {
+    case QueueState::Waiting:
+        return Text::tr("waiting");
+    case QueueState::Paused:
+        return Text::tr("paused");
+    case QueueState::Parked:
+        return Text::tr("parked");
+    case QueueState::Delivered:
+        return Text::tr("delivered");
+    }
+    return {};
+}
+
 QString timeText(const QDateTime& time)
 {
     return time.isValid() ? time.toString(u"yyyy-MM-dd hh:mm:ss"_s) : QString();
@@ -73,7 +89,7 @@ QString queueview::table(const QList<QueueEntry>& entries)
                  {Text::tr("Next attempt")},
                  {Text::tr("What is in the way")}});
     for (const QueueEntry& entry : entries) {
-        table.addRow({QString::number(entry.id), entry.queue, stateName(entry.state),
+        table.addRow({QString::number(entry.id), entry.queue, stateText(entry.state),
                       u"%1/%2"_s.arg(entry.stepsDone).arg(entry.steps),
                       QString::number(entry.attempts),
                       entry.lastStatus == 0 ? QString() : QString::number(entry.lastStatus),

@@ -9,17 +9,24 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <algorithm>
+
 namespace till {
 
-QueueCounts QueueWait::untilDelivered(Database& database, int seconds)
+QueueCounts QueueWait::untilDelivered(Database& database, int seconds,
+                                      const std::function<void(qint64, qint64)>& look)
 {
     constexpr unsigned long lookEveryMilliseconds = 20;
     const QDeadlineTimer deadline(seconds * 1000LL);
     OutgoingQueue queue(database);
     QueueCounts counts = queue.counts();
+    const int atFirst = counts.waiting + counts.paused;
     while (counts.waiting + counts.paused > 0 && !deadline.hasExpired()) {
         QThread::msleep(lookEveryMilliseconds);
         counts = queue.counts();
+        if (look) {
+            look(std::max(0, atFirst - counts.waiting - counts.paused), atFirst);
+        }
     }
     return counts;
 }

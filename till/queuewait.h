@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class Database;
 
 namespace till {
@@ -17,7 +19,9 @@ class QueueWait
 {
 public:
     /// Waits until nothing is left that is sent by itself, at most so many seconds.
-    static QueueCounts untilDelivered(Database& database, int seconds);
+    /// @param look is told now and then how many are delivered of those that were left at first
+    static QueueCounts untilDelivered(Database& database, int seconds,
+                                      const std::function<void(qint64, qint64)>& look = {});
 
     static int undelivered(const QueueCounts& counts);
     /// One line with what is left.

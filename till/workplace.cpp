@@ -9,6 +9,8 @@
 #include "till/failure.h"
 #include "till/installedplugin.h"
 #include "till/pluginhost.h"
+#include "till/recording/recordfolder.h"
+#include "till/recording/recording.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -17,15 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
-
-Config loadConfig(const Options& options)
-{
-    Config config;
-    if (options.configNamed || QFile::exists(options.configFile)) {
-        config.load(options.configFile);
-    }
-    return config;
-}
 
 QSharedPointer<Database> openDatabase(const Options& options, const Config& config)
 {
@@ -41,6 +34,30 @@ QSharedPointer<Database> openDatabase(const Options& options, const Config& conf
 }
 
 } // namespace
+
+Config loadConfig(const Options& options)
+{
+    Config config;
+    if (options.configNamed || QFile::exists(options.configFile)) {
+        config.load(options.configFile);
+    }
+    return config;
+}
+
+QString pluginFile(const Options& options, const Config& config)
+{
+    QString file =
+        options.plugin.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : options.plugin;
+    if (file.isEmpty()) {
+        file = installedPlugin();
+    }
+    if (file.isEmpty()) {
+        throw Failure(Text::tr("%1 names no plug-in; write plugin in [till] or use --plugin.")
+                          .arg(options.configFile),
+                      ExitCode::Usage);
+    }
+    return file;
+}
 
 Workplace::Workplace(const Options& given)
     : options(given), config(loadConfig(given)), opened(openDatabase(given, config)),
@@ -58,30 +75,24 @@ Workplace::~Workplace()
     delivery.reset();
     desk.reset();
     plugin.reset();
+    recording.reset();
     Singleton<DBQueueBroker>::instance = nullptr;
     Singleton<Session>::instance = nullptr;
     Singleton<Config>::instance = nullptr;
 }
 
-QString Workplace::pluginFile() const
-{
-    QString file =
-        options.plugin.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : options.plugin;
-    if (file.isEmpty()) {
-        file = installedPlugin();
-    }
-    if (file.isEmpty()) {
-        throw Failure(Text::tr("%1 names no plug-in; write plugin in [till] or use --plugin.")
-                          .arg(options.configFile),
-                      ExitCode::Usage);
-    }
-    return file;
-}
-
 void Workplace::loadPlugin()
 {
-    plugin = std::make_unique<PluginHost>(pluginFile());
-    desk = std::make_unique<CashDesk>(plugin->loyaltySystem(), store, session);
+    const QString file = pluginFile(options, config);
+    records = RecordFolder::configured(config);
+    if (records != nullptr) {
+        recording = std::make_unique<Recording>(
+            *records, file, session.getSessionContext()->getContextValue().toString());
+    }
+    plugin = std::make_unique<PluginHost>(file);
+    desk = std::make_unique<CashDesk>(
+        recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
+        store, session);
 }
 
 BasicLoyaltySystem& Workplace::loyaltySystem()

@@ -21,6 +21,14 @@ class DeliveryThread;
 namespace till {
 
 class PluginHost;
+class RecordFolder;
+class Recording;
+
+/// The configuration that the command line names; an empty one where it names none and the default
+/// file is missing. @throws BasicException "configError"
+Config loadConfig(const Options& options);
+/// @throws Failure (Usage) when neither names a plug-in
+QString pluginFile(const Options& options, const Config& config);
 
 /// Everything around a cashier: configuration, database, session, queue, plug-in and delivery. Puts
 /// the host's services in place for the plug-in and takes them out again.
@@ -51,14 +59,14 @@ public:
     void notifyDelivery();
 
 private:
-    QString pluginFile() const;
-
     Options options;
     Config config;
     Session session;
     QSharedPointer<Database> opened;
     DBQueueBroker broker;
     CheckStore store;
+    std::unique_ptr<RecordFolder> records;
+    std::unique_ptr<Recording> recording;
     std::unique_ptr<PluginHost> plugin;
     std::unique_ptr<CashDesk> desk;
     std::unique_ptr<DeliveryThread> delivery;

@@ -3,6 +3,7 @@
 
 #include "till/worksession.h"
 
+#include "console/nearestname.h"
 #include "host/services/outgoingqueue.h"
 #include "till/amount.h"
 #include "till/cashdesk.h"
@@ -106,6 +107,15 @@ bool WorkSession::command(const QString& line)
     return true;
 }
 
+QString WorkSession::nearestCommand(const QString& name)
+{
+    QStringList names{u"quit"_s};
+    for (const Entry& entry : entries()) {
+        names.append(entry.name);
+    }
+    return console::nearestName(name, names);
+}
+
 void WorkSession::execute(const QString& name, const QString& rest)
 {
     for (const Entry& entry : entries()) {
@@ -118,7 +128,11 @@ void WorkSession::execute(const QString& name, const QString& rest)
         (this->*entry.action)(rest);
         return;
     }
-    throw Failure(Text::tr("There is no command \"%1\"; \"help\" lists them.").arg(name));
+    const QString nearest = nearestCommand(name);
+    throw Failure(
+        nearest.isEmpty()
+            ? Text::tr("There is no command \"%1\"; \"help\" lists them.").arg(name)
+            : Text::tr("There is no command \"%1\"; did you mean \"%2\"?").arg(name, nearest));
 }
 
 void WorkSession::open(const QString& file)

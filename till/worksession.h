@@ -36,6 +36,7 @@ private:
     struct Entry;
 
     static const QList<Entry>& entries();
+    static QString nearestCommand(const QString& name);
     void execute(const QString& name, const QString& rest);
 
     void open(const QString& file);

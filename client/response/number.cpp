@@ -40,7 +40,7 @@ double toNumber(QStringView text)
     }
     const qsizetype decimals = point < 0 ? 0 : digits.size() - point - 1;
     const qsizetype count = digits.size() - (point < 0 ? 0 : 1);
-    if (count == 0 || count > exactDigits || (point >= 0 && decimals == 0)) {
+    if (count == 0 || count > exactDigits) {
         return text.toDouble();
     }
     const double value = static_cast<double>(whole) / powersOfTen[static_cast<size_t>(decimals)];

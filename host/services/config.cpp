@@ -4,246 +4,43 @@
 #include "host/services/config.h"
 
 #include "host/core/basicexception.h"
-#include "host/services/knownkeys.h"
-#include "host/services/secretfile.h"
+#include "host/services/configreader.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <limits>
-#include <optional>
-#include <toml++/toml.h>
 
 template class Singleton<Config>;
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString toQString(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString typeName(const toml::node& node)
-{
-    switch (node.type()) {
-    case toml::node_type::string:
-        return u"строка"_s;
-    case toml::node_type::integer:
-        return u"целое число"_s;
-    case toml::node_type::floating_point:
-        return u"дробное число"_s;
-    case toml::node_type::boolean:
-        return u"true или false"_s;
-    case toml::node_type::array:
-        return u"список"_s;
-    case toml::node_type::table:
-        return u"таблица"_s;
-    default:
-        return u"дата или время"_s;
-    }
-}
-
-/// Null for what no key can hold: lists, tables, dates.
-QVariant valueOf(const toml::node& node)
-{
-    if (const auto text = node.value_exact<std::string>()) {
-        return toQString(*text);
-    }
-    if (const auto number = node.value_exact<int64_t>()) {
-        return QVariant::fromValue(static_cast<qlonglong>(*number));
-    }
-    if (const auto number = node.value_exact<double>()) {
-        return *number;
-    }
-    if (const auto truth = node.value_exact<bool>()) {
-        return *truth;
-    }
-    return {};
-}
-
-/// Turns the parsed file into values and warnings.
-class Reader
-{
-public:
-    explicit Reader(const QString& file) : fileName(file) {}
-
-    void read(const toml::table& root)
-    {
-        for (const auto& [key, node] : root) {
-            const QString table = toQString(key.str());
-            const bool known = knownkeys::tables().contains(table);
-            if (const toml::table* content = node.as_table()) {
-                if (!known) {
-                    warn(key, u"таблица %1 неизвестна"_s.arg(table),
-                         knownkeys::nearest(table, knownkeys::tables()));
-                }
-                readTable(table, known, *content);
-            } else if (known) {
-                fail(node.source(), table,
-                     u"ожидается таблица [%1], а здесь %2"_s.arg(table, typeName(node)));
-            } else {
-                warn(key, u"ключ %1 стоит вне таблицы"_s.arg(table), {});
-            }
-        }
-        if (namesSecret) {
-            reportRights(fileName);
-        }
-    }
-
-    QHash<QString, QVariant> values;
-    QStringList warnings;
-
-private:
-    void readTable(const QString& table, bool tableIsKnown, const toml::table& content)
-    {
-        for (const auto& [tomlKey, node] : content) {
-            const QString key = toQString(tomlKey.str());
-            const std::optional<KnownKey> known = knownkeys::find(table, key);
-            QVariant value = valueOf(node);
-            if (known) {
-                value = checked(*known, node, value);
-            } else if (tableIsKnown) {
-                warn(tomlKey, u"ключ %1.%2 неизвестен"_s.arg(table, key),
-                     knownkeys::nearest(key, knownkeys::keysOf(table)));
-            }
-            if (value.isValid()) {
-                values.insert(table + u':' + key, value);
-            }
-        }
-    }
-
-    QVariant checked(const KnownKey& known, const toml::node& node, const QVariant& value)
-    {
-        const QString name = known.table + u'.' + known.key;
-        if (known.kind == KnownKey::Kind::Number) {
-            if (!node.is_integer()) {
-                fail(node.source(), name,
-                     u"ожидается целое число, а здесь %1"_s.arg(typeName(node)));
-            }
-            if (value.toLongLong() < known.minimum ||
-                value.toLongLong() > std::numeric_limits<int>::max()) {
-                fail(node.source(), name,
-                     u"ожидается целое число от %1 до %2"_s.arg(known.minimum)
-                         .arg(std::numeric_limits<int>::max()));
-            }
-            return value;
-        }
-        if (known.kind == KnownKey::Kind::Secret) {
-            if (const toml::table* table = node.as_table()) {
-                return secretIn(*table, name);
-            }
-            namesSecret = namesSecret || !value.toString().isEmpty();
-        }
-        if (!node.is_string()) {
-            fail(
-                node.source(), name,
-                u"ожидается строка, а здесь %1; возьмите значение в кавычки"_s.arg(typeName(node)));
-        }
-        return known.kind == KnownKey::Kind::Path ? absolutePath(value.toString()) : value;
-    }
-
-    QVariant secretIn(const toml::table& table, const QString& name)
-    {
-        const std::optional<std::string> file = table["file"].value_exact<std::string>();
-        if (!file || table.size() != 1) {
-            fail(table.source(), name, u"ожидается строка или { file = \"путь\" }"_s);
-        }
-        const QString path = absolutePath(toQString(file.value_or(std::string())));
-        try {
-            const QString secret = secretfile::read(path);
-            reportRights(path);
-            return secret;
-        } catch (const secretfile::Error& error) {
-            fail(table.source(), name,
-                 u"%1; проверьте путь, права и содержимое"_s.arg(QString::fromUtf8(error.what())));
-        }
-    }
-
-    void reportRights(const QString& file)
-    {
-        const QString complaint = secretfile::complaintAboutRights(file);
-        if (!complaint.isEmpty() && !warnings.contains(complaint)) {
-            warnings.append(complaint);
-        }
-    }
-
-    QString absolutePath(const QString& path) const
-    {
-        return path.isEmpty() ? path : QFileInfo(fileName).absoluteDir().absoluteFilePath(path);
-    }
-
-    void warn(const toml::key& key, const QString& what, const QString& nearest)
-    {
-        const QString hint =
-            nearest.isEmpty() ? QString() : u"; возможно, имелось в виду %1"_s.arg(nearest);
-        warnings.append(u"%1, строка %2: %3 и не используется%4"_s.arg(fileName)
-                            .arg(key.source().begin.line)
-                            .arg(what, hint));
-    }
-
-    [[noreturn]] void fail(const toml::source_region& where, const QString& key,
-                           const QString& what) const
-    {
-        throw BasicException(tr::Tr(
-            u"configError"_s,
-            u"%1, строка %2, ключ %3: %4"_s.arg(fileName).arg(where.begin.line).arg(key, what)));
-    }
-
-    QString fileName;
-    bool namesSecret = false; ///< in itself, not in a file of its own
-};
-
-QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw BasicException(tr::Tr(
-            u"configError"_s, u"%1: файл настроек не читается (%2); проверьте путь и права"_s.arg(
-                                  fileName, file.errorString())));
-    }
-    return file.readAll();
-}
-
-/// The key that an unreadable line is about, empty when it names none.
-QString keyInLine(const QByteArray& content, qsizetype line)
-{
-    const QByteArray text = content.split('\n').value(line - 1);
-    const qsizetype sign = text.indexOf('=');
-    return sign < 0 ? QString() : QString::fromUtf8(text.first(sign)).trimmed();
-}
-
-toml::table parse(const QString& fileName, const QByteArray& content)
-{
-    try {
-        return toml::parse(
-            std::string_view(content.constData(), static_cast<size_t>(content.size())));
-    } catch (const toml::parse_error& error) {
-        // the parser's words stay out: they may quote the value, which may be a password
-        const toml::source_position where = error.source().begin;
-        const QString key = keyInLine(content, where.line);
-        throw BasicException(tr::Tr(
-            u"configError"_s,
-            u"%1, строка %2, столбец %3%4: не по правилам TOML; проверьте кавычки и знак равенства"_s
-                .arg(fileName)
-                .arg(where.line)
-                .arg(where.column)
-                .arg(key.isEmpty() ? QString() : u", ключ %1"_s.arg(key))));
-    }
-}
-
-} // namespace
-
 Config::~Config() = default;
 
 void Config::load(const QString& fileName)
 {
-    Reader reader(fileName);
-    reader.read(parse(fileName, contentOf(fileName)));
+    const ConfigReader reader(fileName);
+    QStringList warnings;
+    for (const ConfigFinding& finding : reader.findings) {
+        if (finding.isError()) {
+            throw BasicException(tr::Tr(u"configError"_s, finding.text));
+        }
+        warnings.append(finding.text);
+    }
     values = reader.values;
-    loadWarnings = reader.warnings;
+    loadWarnings = warnings;
     loadedFile = fileName;
+}
+
+QList<ConfigFinding> Config::examine(const QString& fileName)
+{
+    const ConfigReader reader(fileName);
+    values = reader.values;
+    loadWarnings.clear();
+    loadedFile = fileName;
+    return reader.findings;
+}
+
+bool Config::contains(const QString& key) const
+{
+    return values.contains(key);
 }
 
 QString Config::getString(const QString& key, const QString& defaultValue) const

@@ -5,8 +5,10 @@
 
 #include "host/core/singleton.h"
 #include "host/hostexport.h"
+#include "host/services/configfinding.h"
 
 #include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -23,6 +25,7 @@
 ///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB)
 ///     [till]  database*, plugin*, name
 ///     [queue] keepDeliveredDays (whole number from 0, default 30)
+///     [recording] folder*, maxMegabytes and maxDays (whole numbers from 1, default 50 and 30)
 ///
 /// A secret is a text, or { file = "..."* }: the first line of that file, so that the configuration
 /// can be shown to others.
@@ -38,11 +41,19 @@ public:
     /// is not TOML, or a known key has the wrong type; what was held before stays.
     void load(const QString& fileName);
 
+    /// Reads what can be read of a file, however wrong the rest is, and replaces what was held: for
+    /// finding out all that is wrong at once. Keys with an error are absent. Never throws.
+    /// @return all errors, and what load would let pass, in the order of tables and keys
+    QList<ConfigFinding> examine(const QString& fileName);
+
     /// The value of a key as text, or the default when the key is absent or not a text.
     virtual QString getString(const QString& key, const QString& defaultValue) const;
     /// The value of a key as a number, or the default when the key is absent, not a whole number
     /// or outside the range of int.
     virtual int getInt(const QString& key, int defaultValue) const;
+
+    /// Whether the key has a value, of whatever type.
+    bool contains(const QString& key) const;
 
     /// What load noticed and let pass, a sentence each: unknown keys with the nearest known name,
     /// files with a secret in them that others may read.

@@ -5,6 +5,7 @@
 
 #include "host/hostexport.h"
 
+#include <QDeadlineTimer>
 #include <QString>
 #include <memory>
 
@@ -27,6 +28,14 @@ public:
     /// @throws BasicException "databaseError" when the file cannot be opened, is no database or was
     /// written by a newer version of the program, which is named; the file stays as it was.
     explicit Database(const QString& fileName, int busyMilliseconds = defaultBusyMilliseconds);
+    /// Opens an existing file to look at it. Nothing is written: neither the file nor its
+    /// companions nor their rights, and the schema stays whichever it is. A file that nobody has
+    /// open must stay so meanwhile: what another connection writes may be seen in part.
+    /// @param deadline what still runs then fails
+    /// @throws BasicException "databaseError" when the file cannot be opened, or was left in the
+    /// middle of writing and cannot be read without finishing that
+    static std::unique_ptr<Database> openForReading(const QString& fileName,
+                                                    QDeadlineTimer deadline);
     /// Rolls back a transaction that is still open.
     ~Database();
     Database(const Database&) = delete;
@@ -49,6 +58,8 @@ private:
     friend class Statement;
     friend class Transaction;
     class Connection;
+
+    explicit Database(std::unique_ptr<Connection> opened);
 
     std::unique_ptr<Connection> connection;
 };

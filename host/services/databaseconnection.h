@@ -5,6 +5,7 @@
 
 #include "host/services/database.h"
 
+#include <QDeadlineTimer>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -49,6 +50,7 @@ public:
     };
 
     QString file;
+    QDeadlineTimer readingEnd; ///< of a connection for reading
     QSqlDatabase handle;
     /// At most one for each text.
     std::unordered_map<QString, std::unique_ptr<QSqlQuery>, TextHash> idle;

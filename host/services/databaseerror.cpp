@@ -67,6 +67,13 @@ tr::Tr fromSystem(const QString& file, int systemError)
                                    QString::fromLocal8Bit(std::strerror(systemError))));
 }
 
+tr::Tr leftInTheMiddle(const QString& file)
+{
+    return databaseError(
+        file,
+        u"касса остановлена во время записи, а файла -shm рядом нет; запустите кассу один раз"_s);
+}
+
 tr::Tr tooNew(const QString& file, int fileVersion, int knownVersion)
 {
     return databaseError(

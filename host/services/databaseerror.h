@@ -17,6 +17,8 @@ bool isBusy(const QSqlError& error);
 tr::Tr fromSql(const QString& file, const QSqlError& error);
 /// The file could not be made or its rights not be read.
 tr::Tr fromSystem(const QString& file, int systemError);
+/// The till was stopped while it wrote, and the file's index of its log is missing.
+tr::Tr leftInTheMiddle(const QString& file);
 tr::Tr tooNew(const QString& file, int fileVersion, int knownVersion);
 /// Work went on in a transaction after one of its statements had failed.
 tr::Tr transactionFailed(const QString& file);

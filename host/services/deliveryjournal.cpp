@@ -35,6 +35,19 @@ const QString selectDue =
     "WHERE (a.paused_status IS NULL OR a.probe_at <= c.now OR a.paused_at > c.now) "
     "AND (h.queue IS NULL OR h.until <= c.now OR h.since > c.now))"_s;
 
+/// What is needed to send a message; the columns are read by readTask.
+const QString selectTask =
+    u"SELECT m.id, m.account_id, m.queue, m.steps_done, m.server_errors, m.step_attempts, "
+    "b.payload, b.headers, b.urls, a.authorization, "
+    "a.paused_status IS NOT NULL OR h.queue IS NOT NULL FROM queue_messages m "
+    "JOIN queue_bodies b ON b.message_id = m.id "
+    "JOIN queue_accounts a ON a.id = m.account_id "
+    "LEFT JOIN queue_holds h ON h.queue = m.queue WHERE m.state = 'waiting' AND m.id = "_s;
+
+/// One statement instead of two: a queue that was filled for weeks is drained through here.
+const QString selectDueTask = selectTask + u"("_s + selectDue + u")"_s;
+const QString selectTaskById = selectTask + u"?"_s;
+
 /// All waits that may still be running.
 const QString selectWaits =
     u"SELECT min(until) FROM (SELECT until FROM queue_holds "
@@ -50,6 +63,23 @@ bool isRefusedForSure(const DeliveryResult& result)
     const bool refused = result.meaning == Meaning::WrongAuthorization ||
                          (result.meaning == Meaning::Refused && result.status > 0);
     return refused && !result.sentTwice;
+}
+
+DeliveryTask readTask(const Statement& row)
+{
+    DeliveryTask task;
+    task.messageId = row.value(0).toLongLong();
+    task.accountId = row.value(1).toLongLong();
+    task.queue = row.value(2).toString();
+    task.step = row.value(3).toInt();
+    task.serverErrors = row.value(4).toInt();
+    task.attemptedBefore = row.value(5).toInt() > 0;
+    task.payload = row.value(6).toByteArray();
+    task.authorization = row.value(9).toString();
+    task.headers = QueueMessage::headersOf(row.value(7).toByteArray(), task.authorization);
+    task.addresses = QueueMessage::addressesOf(row.value(8).toByteArray());
+    task.isHeld = row.value(10).toBool();
+    return task;
 }
 
 } // namespace
@@ -71,13 +101,17 @@ std::optional<DeliveryTask> DeliveryJournal::recordAndTakeNext(const DeliveryTas
                                                                const DeliveryResult& result)
 {
     Transaction transaction(database);
-    write(task, result);
     std::optional<DeliveryTask> next;
-    if (result.meaning == Meaning::StepDone && task.step + 1 < task.steps) {
-        next = take(task.messageId);
+    if (result.meaning == Meaning::StepDone && !task.isLastStep()) {
+        next = takeFollowingStep(task, result);
+    } else {
+        write(task, result);
     }
     if (!next) {
         next = takeDue();
+    }
+    if (!next || next->accountId != task.accountId) {
+        removeUnusedAccount(task.accountId);
     }
     transaction.commit();
     return next;
@@ -111,51 +145,72 @@ std::optional<qint64> DeliveryJournal::dueMessage()
 
 std::optional<DeliveryTask> DeliveryJournal::takeDue()
 {
-    while (const std::optional<qint64> messageId = dueMessage()) {
-        if (std::optional<DeliveryTask> task = take(*messageId)) {
+    while (true) {
+        Statement row(database, selectDueTask);
+        if (!row.bind(now()).next()) {
+            return std::nullopt;
+        }
+        DeliveryTask task = readTask(row);
+        if (beginAttempt(task)) {
             return task;
         }
     }
-    return std::nullopt;
 }
 
-/// Nothing when the message has no step left to take; then it is parked. Nothing as well when it
-/// was taken out of the delivery meanwhile.
+/// Nothing when the message was taken out of the delivery meanwhile.
 std::optional<DeliveryTask> DeliveryJournal::take(qint64 messageId)
 {
-    Statement row(database,
-                  u"SELECT m.account_id, m.queue, m.steps_done, m.server_errors, m.step_attempts, "
-                  "b.payload, b.headers, b.urls, a.authorization, "
-                  "a.paused_status IS NOT NULL OR h.queue IS NOT NULL FROM queue_messages m "
-                  "JOIN queue_bodies b ON b.message_id = m.id "
-                  "JOIN queue_accounts a ON a.id = m.account_id "
-                  "LEFT JOIN queue_holds h ON h.queue = m.queue "
-                  "WHERE m.id = ? AND m.state = 'waiting'"_s);
+    Statement row(database, selectTaskById);
     if (!row.bind(messageId).next()) {
         return std::nullopt;
     }
-    DeliveryTask task;
-    task.messageId = messageId;
-    task.accountId = row.value(0).toLongLong();
-    task.queue = row.value(1).toString();
-    task.step = row.value(2).toInt();
-    task.serverErrors = row.value(3).toInt();
-    task.attemptedBefore = row.value(4).toInt() > 0;
-    task.payload = row.value(5).toByteArray();
-    task.headers = QueueMessage::headersOf(row.value(6).toByteArray(), row.value(8).toString());
-    task.isHeld = row.value(9).toBool();
-    const QStringList addresses = QueueMessage::addressesOf(row.value(7).toByteArray());
-    task.steps = static_cast<int>(addresses.size());
-    if (task.step >= task.steps) {
+    DeliveryTask task = readTask(row);
+    return beginAttempt(task) ? std::optional(task) : std::nullopt;
+}
+
+/// @return false: the message has no step left to take, and is parked now
+bool DeliveryJournal::beginAttempt(const DeliveryTask& task)
+{
+    if (task.step >= task.addresses.size()) {
         park(task, {Meaning::Refused, 0, u"В сообщении нет адресов для отправки"_s, {}, 0});
-        return std::nullopt;
+        return false;
     }
-    task.address = addresses.at(task.step);
     Statement attempt(database,
                       u"UPDATE queue_messages SET attempts = attempts + 1, "
                       "step_attempts = step_attempts + 1, attempted_at = ? WHERE id = ?"_s);
-    attempt.bind(now()).bind(messageId).execute();
-    return task;
+    attempt.bind(now()).bind(task.messageId).execute();
+    return true;
+}
+
+/// Finishes a step and counts the attempt of the following one. Where nobody has touched the
+/// message or its authorization meanwhile, that is one statement and the task is known already.
+std::optional<DeliveryTask> DeliveryJournal::takeFollowingStep(const DeliveryTask& task,
+                                                               const DeliveryResult& result)
+{
+    liftHolds(task);
+    Statement statement(
+        database, u"UPDATE queue_messages SET steps_done = ?, last_status = ?, step_attempts = 1, "
+                  "server_errors = 0, next_attempt_at = NULL, last_error = NULL, "
+                  "last_answer = NULL, attempts = attempts + 1, attempted_at = ? "
+                  "WHERE id = ? AND state = 'waiting' AND account_id = "
+                  "(SELECT id FROM queue_accounts WHERE id = ? AND authorization = ?)"_s);
+    statement.bind(task.step + 1)
+        .bind(result.status)
+        .bind(now())
+        .bind(task.messageId)
+        .bind(task.accountId)
+        .bind(task.authorization)
+        .execute();
+    if (statement.affectedRows() == 0) {
+        finishStep(task, result);
+        return take(task.messageId);
+    }
+    DeliveryTask next = task;
+    ++next.step;
+    next.serverErrors = 0;
+    next.attemptedBefore = false;
+    next.isHeld = false;
+    return next;
 }
 
 void DeliveryJournal::write(const DeliveryTask& task, const DeliveryResult& result)
@@ -193,7 +248,7 @@ void DeliveryJournal::write(const DeliveryTask& task, const DeliveryResult& resu
 
 void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult& result)
 {
-    const bool delivered = task.step + 1 == task.steps;
+    const bool delivered = task.isLastStep();
     Statement statement(
         database,
         delivered
@@ -209,12 +264,15 @@ void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult&
         statement.bind(now());
     }
     statement.bind(task.messageId).execute();
-    if (delivered) {
-        Statement account(database,
-                          u"DELETE FROM queue_accounts WHERE id = ? AND NOT EXISTS "
-                          "(SELECT 1 FROM queue_messages WHERE account_id = queue_accounts.id)"_s);
-        account.bind(task.accountId).execute();
-    }
+}
+
+/// The secret goes with the last message that needs it.
+void DeliveryJournal::removeUnusedAccount(qint64 accountId)
+{
+    Statement account(database,
+                      u"DELETE FROM queue_accounts WHERE id = ? AND NOT EXISTS "
+                      "(SELECT 1 FROM queue_messages WHERE account_id = queue_accounts.id)"_s);
+    account.bind(accountId).execute();
 }
 
 void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& result)

@@ -36,6 +36,10 @@ private:
     std::optional<qint64> dueMessage();
     std::optional<DeliveryTask> take(qint64 messageId);
     std::optional<DeliveryTask> takeDue();
+    std::optional<DeliveryTask> takeFollowingStep(const DeliveryTask& task,
+                                                  const DeliveryResult& result);
+    bool beginAttempt(const DeliveryTask& task);
+    void removeUnusedAccount(qint64 accountId);
     void write(const DeliveryTask& task, const DeliveryResult& result);
     void finishStep(const DeliveryTask& task, const DeliveryResult& result);
     void park(const DeliveryTask& task, const DeliveryResult& result);

@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 /// One request to be sent for a queued message.
 struct DeliveryTask
@@ -15,14 +16,16 @@ struct DeliveryTask
     qint64 messageId = 0;
     qint64 accountId = 0;
     QString queue;
-    int step = 0;  ///< index of the address, from 0
-    int steps = 0; ///< how many addresses there are
+    int step = 0; ///< index of the address, from 0
     int serverErrors = 0;
     bool attemptedBefore = false; ///< this step may have reached the server earlier
     bool isHeld = false;          ///< its queue or its authorization was held back; this is a probe
-    QString address;
+    QStringList addresses;        ///< of all steps
     QByteArray payload;
     QHash<QString, QString> headers;
+    QString authorization; ///< as it also stands among the headers; empty for none
+
+    bool isLastStep() const { return step + 1 >= addresses.size(); }
 };
 
 /// What became of it.

@@ -32,6 +32,9 @@ const QList<KnownKey>& all()
         {u"till"_s, u"plugin"_s, Kind::Path},
         {u"till"_s, u"name"_s},
         {u"queue"_s, u"keepDeliveredDays"_s, Kind::Number, 0},
+        {u"recording"_s, u"folder"_s, Kind::Path},
+        {u"recording"_s, u"maxMegabytes"_s, Kind::Number, 1},
+        {u"recording"_s, u"maxDays"_s, Kind::Number, 1},
     };
     return keys;
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "host/hostexport.h"
+
 #include <QString>
 #include <QStringList>
 #include <limits>
@@ -29,9 +31,9 @@ struct KnownKey
 namespace knownkeys {
 
 /// The known key, or nothing.
-std::optional<KnownKey> find(const QString& table, const QString& key);
-QStringList tables();
-QStringList keysOf(const QString& table);
+HOST_EXPORT std::optional<KnownKey> find(const QString& table, const QString& key);
+HOST_EXPORT QStringList tables();
+HOST_EXPORT QStringList keysOf(const QString& table);
 /// The candidate with the fewest letters to add, drop or change, case aside; the first of equals.
 QString nearest(const QString& name, const QStringList& candidates);
 

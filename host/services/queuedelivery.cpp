@@ -46,7 +46,7 @@ QString nameOf(const DeliveryTask& task)
     return u"Очередь %1, сообщение %2, шаг %3 из %4: "_s.arg(task.queue)
         .arg(task.messageId)
         .arg(task.step + 1)
-        .arg(task.steps);
+        .arg(task.addresses.size());
 }
 
 void log(const DeliveryTask& task, const DeliveryResult& result)
@@ -65,6 +65,11 @@ QueueDelivery::QueueDelivery(Database& owner, quint64 seed)
 {}
 
 QueueDelivery::~QueueDelivery() = default;
+
+void QueueDelivery::onProgress(const std::function<void(const DeliveryReport&)>& listener)
+{
+    progressed = listener;
+}
 
 DeliveryReport QueueDelivery::deliverDue()
 {
@@ -89,10 +94,13 @@ DeliveryReport QueueDelivery::deliverDue()
             return report; // broken off: nothing is known about the server
         }
         log(*task, result);
-        const bool finished = result.meaning == Meaning::StepDone && task->step + 1 == task->steps;
+        const bool finished = result.meaning == Meaning::StepDone && task->isLastStep();
         report.delivered += finished ? 1 : 0;
         report.parked += isParking(result.meaning) ? 1 : 0;
         task = journal->recordAndTakeNext(*task, result);
+        if (progressed) {
+            progressed(report);
+        }
     }
     removeOld();
     if (const std::optional<qint64> end = journal->nextWaitEnd()) {
@@ -112,7 +120,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
         }
     }
     client->setTimeout(configured(u"Orva:timeout"_s, defaultTimeoutSeconds));
-    client->post(QUrl(task.address), task.payload, task.headers);
+    client->post(QUrl(task.addresses.at(task.step)), task.payload, task.headers);
     {
         const std::lock_guard guard(mutex);
         underWay = nullptr;

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QtGlobal>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <random>
@@ -54,6 +55,9 @@ public:
     /// sent just then counts as attempted, and the next call goes on from there.
     DeliveryReport deliverDue();
 
+    /// Has deliverDue tell after each request what it has done so far, on its thread.
+    void onProgress(const std::function<void(const DeliveryReport&)>& listener);
+
     /// Makes deliverDue, now and from now on, return as soon as it can: a request under way is
     /// broken off within about a second and counts as attempted. Any thread; does not wait.
     void requestStop();
@@ -66,6 +70,7 @@ private:
     Database& database;
     std::unique_ptr<DeliveryJournal> journal;
     QDateTime lastRemoval;
+    std::function<void(const DeliveryReport&)> progressed;
 
     std::mutex mutex; ///< guards what follows, which requestStop uses
     bool stopping = false;

@@ -3,10 +3,10 @@
 
 #include "host/services/restclient.h"
 
-#include "host/services/config.h"
 #include "host/services/curlpool.h"
 #include "host/services/sigpipeguard.h"
 #include "host/services/transporterror.h"
+#include "host/services/transportsettings.h"
 
 #include <algorithm>
 #include <array>
@@ -22,30 +22,9 @@ namespace {
 
 constexpr int defaultTimeoutSeconds = 10;
 constexpr int maxTimeoutSeconds = std::numeric_limits<int>::max() / 1000;
-constexpr int defaultMaxAnswerBytes = 16 * 1024 * 1024;
 constexpr qsizetype maxHeaderBytes = 256 * 1024;
 constexpr int firstFinalStatus = 200;
 constexpr int firstErrorStatus = 400;
-
-/// The part of the configuration that belongs to the exchange.
-struct Settings
-{
-    QByteArray proxy;
-    QByteArray caFile;
-    int maxAnswerBytes = defaultMaxAnswerBytes;
-};
-
-/// Must not make the service when there is none: this runs on any thread.
-Settings readSettings()
-{
-    Settings settings;
-    if (const Config* config = Singleton<Config>::instance) {
-        settings.proxy = config->getString(u"http:proxy"_s, QString()).toUtf8();
-        settings.caFile = config->getString(u"http:caFile"_s, QString()).toLocal8Bit();
-        settings.maxAnswerBytes = config->getInt(u"http:maxAnswerBytes"_s, defaultMaxAnswerBytes);
-    }
-    return settings;
-}
 
 /// What libcurl's callbacks gather during one exchange.
 struct Exchange
@@ -140,25 +119,6 @@ HeaderList headerList(const QHash<QString, QString>& headers)
     return list;
 }
 
-void setTransport(CURL* handle, const Settings& settings)
-{
-    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
-    // a resolver thread that hangs is left behind instead of being waited for
-    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);
-    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(handle, CURLOPT_TCP_NODELAY, 1L);
-    curl_easy_setopt(handle, CURLOPT_TCP_KEEPALIVE, 1L);
-    // texts, even empty ones, keep libcurl from asking the environment
-    curl_easy_setopt(handle, CURLOPT_PROXY, settings.proxy.constData());
-    curl_easy_setopt(handle, CURLOPT_NOPROXY, "");
-    curl_easy_setopt(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    if (!settings.caFile.isEmpty()) {
-        curl_easy_setopt(handle, CURLOPT_CAINFO, settings.caFile.constData());
-        curl_easy_setopt(handle, CURLOPT_CAPATH, nullptr);
-    }
-}
-
 void setCallbacks(CURL* handle, Exchange& exchange)
 {
     curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, takeBody);
@@ -231,7 +191,7 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
 void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
                          const QHash<QString, QString>& headers)
 {
-    const Settings settings = readSettings();
+    const TransportSettings settings = TransportSettings::read();
     const QByteArray address = url.toEncoded();
     const HeaderList list = headerList(headers);
     std::array<char, CURL_ERROR_SIZE> detail{};
@@ -240,7 +200,7 @@ void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
     exchange.aborted = &aborted;
 
     const int seconds = timeoutSeconds > 0 ? timeoutSeconds : defaultTimeoutSeconds;
-    setTransport(handle, settings);
+    settings.applyTo(handle);
     setCallbacks(handle, exchange);
     setRequest(handle, address, body, std::min(seconds, maxTimeoutSeconds) * 1000L);
     curl_easy_setopt(handle, CURLOPT_HTTPHEADER, list.get());

@@ -132,6 +132,22 @@ TEST(HarmlessXml, seesTheMarkupBehindCommentCdataAndInstruction)
     }
 }
 
+TEST(HarmlessXml, endsTheShortestCommentCdataAndInstructionAtOnce)
+{
+    const QString deep = nested(levelLimit);
+    for (const QString& part : {u"<!---->"_s, u"<![CDATA[]]>"_s, u"<?\?>"_s}) {
+        EXPECT_FALSE(harmless(u"<r>"_s + part + deep + u"</r>"_s)) << qPrintable(part);
+    }
+}
+
+TEST(HarmlessXml, takesNoPartOfABeginningForTheEnd)
+{
+    const QString deep = nested(levelLimit);
+    EXPECT_TRUE(harmless(u"<r><!-->"_s + deep + u"--></r>"_s));
+    EXPECT_TRUE(harmless(u"<r><!--->"_s + deep + u"--></r>"_s));
+    EXPECT_TRUE(harmless(u"<r><?>"_s + deep + u"?></r>"_s));
+}
+
 TEST(HarmlessXml, countsNoMarkupInCommentCdataAndInstruction)
 {
     const QString deep = nested(levelLimit + 1) + withAttributes(attributeLimit + 1) +
@@ -184,6 +200,23 @@ TEST(HarmlessXml, countsTheEndOfCdataInValuesAsItWillBeWritten)
         EXPECT_TRUE(harmless(withValue(u"]]>"_s, escapeLimit, quote)));
         EXPECT_FALSE(harmless(withValue(u"]]>"_s, escapeLimit + 1, quote)));
         EXPECT_TRUE(harmless(withValue(u"]>"_s, escapeLimit + 1, quote)));
+    }
+}
+
+TEST(HarmlessXml, countsTheEndOfCdataInTextsAsItWillBeWritten)
+{
+    EXPECT_TRUE(harmless(withText(u"]]>"_s, escapeLimit)));
+    EXPECT_FALSE(harmless(withText(u"]]>"_s, escapeLimit + 1)));
+    // also with the brackets as the text's first characters
+    EXPECT_FALSE(harmless(u"<a>]]>"_s + u"&amp;"_s.repeated(escapeLimit) + u"</a>"_s));
+}
+
+TEST(HarmlessXml, takesNothingButTwoBracketsAndAGreaterSignForTheEndOfCdata)
+{
+    for (const QString& piece :
+         {u"]]x"_s, u"]]]"_s, u"]x>"_s, u"x]>"_s, u"]>"_s, u"]]x>"_s, u"[[>"_s}) {
+        EXPECT_TRUE(harmless(withText(piece, escapeLimit + 1))) << qPrintable(piece);
+        EXPECT_TRUE(harmless(withValue(piece, escapeLimit + 1))) << qPrintable(piece);
     }
 }
 

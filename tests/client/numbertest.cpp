@@ -40,6 +40,8 @@ TEST(Number, TextsAtTheEdgesReadAsQtReadsThem)
                                 u" 5"_s,
                                 u"5 "_s,
                                 u"1.2.3"_s,
+                                u".5.5"_s,
+                                u"1..5"_s,
                                 u"1,5"_s,
                                 u"1e3"_s,
                                 u"0x10"_s,
@@ -60,6 +62,30 @@ TEST(Number, TextsAtTheEdgesReadAsQtReadsThem)
                                 u"\u0661\u0662"_s,
                                 u"1\u00A0000"_s}) {
         EXPECT_TRUE(isSameAsQt(text)) << qPrintable(text);
+    }
+}
+
+TEST(Number, DigitsOfEveryLengthWithThePointAnywhereReadAsQtReadsThem)
+{
+    for (const QString& all : {u"9007199254740993123"_s, u"1234567890123456789"_s,
+                               u"9999999999999999999"_s, u"0000000000000000001"_s}) {
+        for (int length = 1; length <= all.size(); ++length) {
+            const QString digits = all.left(length);
+            EXPECT_TRUE(isSameAsQt(digits)) << qPrintable(digits);
+            for (int point = 0; point <= length; ++point) {
+                const QString text = QString(digits).insert(point, u'.');
+                EXPECT_TRUE(isSameAsQt(text)) << qPrintable(text);
+                EXPECT_TRUE(isSameAsQt(u'-' + text)) << qPrintable(text);
+            }
+        }
+    }
+}
+
+TEST(Number, EndsWhereTheTextEnds)
+{
+    const QString text = u"12345.678"_s;
+    for (int length = 1; length < text.size(); ++length) {
+        EXPECT_EQ(orva::toNumber(QStringView(text).first(length)), text.left(length).toDouble());
     }
 }
 

@@ -16,6 +16,7 @@ namespace {
 const QString tillFile = QStringLiteral(ORVA_TILL);
 const QString simulatorFile = QStringLiteral(ORVA_SIMULATOR);
 const QString examples = QStringLiteral(ORVA_EXAMPLES);
+const QString strictRules = QStringLiteral("strict.toml");
 
 } // namespace
 
@@ -25,17 +26,19 @@ void Shop::SetUp()
     for (const QString& name : {u"sale.toml"_s, u"return.toml"_s}) {
         ASSERT_TRUE(QFile::copy(examples + u'/' + name, path(name)));
     }
+    // strict: a till that sends what does not fit the schemas fails its test
+    writeFile(strictRules,
+              u"strict = true\n"_s + runProgram(simulatorFile, {u"rules"_s}, folder()).output);
     startServer();
     writeConfig();
 }
 
 void Shop::startServer(const QString& rules)
 {
-    QStringList arguments{u"--database"_s, path(u"server.sqlite"_s), u"--port"_s,
-                          QString::number(address.isEmpty() ? 0 : QUrl(address).port())};
-    if (!rules.isEmpty()) {
-        arguments << u"--config"_s << rules;
-    }
+    const QStringList arguments{
+        u"--database"_s, path(u"server.sqlite"_s),
+        u"--port"_s,     QString::number(address.isEmpty() ? 0 : QUrl(address).port()),
+        u"--config"_s,   rules.isEmpty() ? path(strictRules) : rules};
     server = std::make_unique<Program>(simulatorFile, arguments, folder());
     address = server->waitForLine(u"Listening on "_s);
     ASSERT_FALSE(address.isEmpty());

@@ -18,7 +18,7 @@ protected:
     void SetUp() override;
 
     /// Starts the server, the first time on a free port, later on the same one.
-    /// @param rules a file of rules, empty for the built-in ones
+    /// @param rules a file of rules, empty for the built-in ones made strict
     void startServer(const QString& rules = QString());
     void stopServer();
 

@@ -46,7 +46,7 @@ HttpServer::Certificate of(const Authority::Certificate& made)
 FaultyServer::FaultyServer(const QString& folder, int pair, const simulator::Fault& given,
                            quint64 seedOfPair)
     : fault(given), seed(seedOfPair), number(pair),
-      rules(simulator::readRules(simulator::builtInRules(), u"built-in rules"_s)),
+      rules(simulator::readRules("strict = true\n" + simulator::builtInRules(), u"built-in"_s)),
       database(folder + u"/server.sqlite"_s), service(rules, database),
       faulty([this](const simulator::Request& request) { return service.handle(request); }, plan)
 {

@@ -4,7 +4,8 @@
 #pragma once
 
 /// The name server of this test program: a getaddrinfo that stands before the C library's. Names
-/// below "orva.test" are this machine; everything else is looked up as usual.
+/// below "orva.test" are this machine, but for "nobody.orva.test", which nobody has; everything
+/// else is looked up as usual.
 namespace resolver {
 
 /// Leaves every question after a name below "orva.test" without an answer until letGo.

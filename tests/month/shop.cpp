@@ -45,7 +45,7 @@ int linesWith(const QString& fileName, const QByteArray& beginning)
 
 Shop::Shop(const QString& ownFolder, quint64 seed)
     : folder(ownFolder), random(seed),
-      rules(simulator::readRules(simulator::builtInRules(), u"built-in rules"_s)),
+      rules(simulator::readRules("strict = true\n" + simulator::builtInRules(), u"built-in"_s)),
       server(std::make_unique<Server>(rules, path(u"server.sqlite"_s)))
 {
     writeFiles();

@@ -209,6 +209,11 @@ TEST(FaultRules, examplesInTheBuiltInRulesAreRules)
     EXPECT_EQ(rules.faults[1].probability, 0.05);
     EXPECT_EQ(rules.faults[2].fault.duration.count(), 20'000);
     EXPECT_TRUE(rules.certificateFile.endsWith(u"/server.pem"_s));
+    ASSERT_EQ(rules.answers.size(), 2U);
+    EXPECT_EQ(rules.answers[0].firstRequest, 2);
+    EXPECT_EQ(rules.answers[1].status, 424);
+    EXPECT_TRUE(rules.isStrict);
+    EXPECT_TRUE(rules.refusesUnmatched);
 }
 
 TEST(FaultRules, namesOfCertificatesStartAtTheFolderOfTheFile)

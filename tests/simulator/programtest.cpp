@@ -243,6 +243,9 @@ TEST_F(Program, exitsWith2OnAWrongCommandLineOrRules)
         EXPECT_EQ(outcome.exitCode, 2) << arguments.join(u' ').toStdString();
         EXPECT_FALSE(outcome.errors.isEmpty()) << arguments.join(u' ').toStdString();
     }
+    EXPECT_EQ(run({u"lodger"_s}).errors,
+              u"orva-simulator: There is no command \"lodger\"; did you mean \"ledger\"?\n"
+              "\"orva-simulator --help\" tells more.\n"_s);
     const QString file = write(u"bad.toml"_s, "[earn]\nprecent = 5\n");
     const Outcome outcome = run({u"--config"_s, file});
     EXPECT_EQ(outcome.exitCode, 2);

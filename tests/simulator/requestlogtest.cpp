@@ -35,6 +35,18 @@ TEST(RequestLog, showsTheFaultThatTheRequestMet)
               u"T /api/1.x/checkconfirm c-1 - 200 [fault reply-lost]"_s);
 }
 
+TEST(RequestLog, isAlsoAJsonObjectOnOneLine)
+{
+    Answer answer = refusal(424, u"one\ntwo"_s);
+    answer.checkId = u"c\r\n1"_s;
+    answer.cardNumber = u"2200000000017"_s;
+    answer.fault = Fault();
+    EXPECT_EQ(logObject(u"T"_s, test::post("precheck", {}), answer),
+              u"{\"card\":\"*0017\",\"check\":\"c\\r\\n1\",\"fault\":\"reply-lost\","
+              "\"path\":\"/api/1.x/precheck\",\"reason\":\"one\\ntwo\",\"status\":424,"
+              "\"time\":\"T\"}"_s);
+}
+
 TEST(RequestLog, staysOneLineWhateverWasSent)
 {
     Request request;

@@ -3,7 +3,6 @@
 
 #include "simulator/configerror.h"
 #include "simulator/messagetext.h"
-#include "simulator/nearestname.h"
 #include "simulator/rulesreader.h"
 #include "tests/simulator/testchecks.h"
 
@@ -151,16 +150,6 @@ TEST(Rules, areReadFromAFile)
     file.write(builtInRules());
     file.close();
     EXPECT_EQ(readRulesFile(file.fileName()).cards.size(), 3U);
-}
-
-TEST(NearestName, isTheOneWithTheFewestChanges)
-{
-    const QStringList known{u"percent"_s, u"roundDownTo"_s, u"sku"_s};
-    EXPECT_EQ(nearestName(u"precent"_s, known), u"percent"_s);
-    EXPECT_EQ(nearestName(u"rounddownto"_s, known), u"roundDownTo"_s);
-    EXPECT_EQ(nearestName(u"sk"_s, known), u"sku"_s);
-    EXPECT_EQ(nearestName(u"colour"_s, known), QString());
-    EXPECT_EQ(nearestName(u"x"_s, {}), QString());
 }
 
 TEST(MessageText, replacesPlaceholdersOnce)

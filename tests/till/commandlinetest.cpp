@@ -40,13 +40,19 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"work"}, Command::Work},
         {{"checks"}, Command::Checks},
         {{"ledger"}, Command::Ledger},
+        {{"doctor"}, Command::Doctor},
         {{"queue", "list"}, Command::QueueList},
         {{"queue", "show", "1"}, Command::QueueShow},
         {{"queue", "deliver"}, Command::QueueDeliver},
         {{"queue", "retry", "1"}, Command::QueueRetry},
         {{"queue", "park", "1"}, Command::QueuePark},
         {{"queue", "settle", "1"}, Command::QueueSettle},
-        {{"queue", "reauthorize"}, Command::QueueReauthorize}};
+        {{"queue", "reauthorize"}, Command::QueueReauthorize},
+        {{"log", "list"}, Command::LogList},
+        {{"log", "show", "3.2"}, Command::LogShow},
+        {{"log", "export", "all", "case.jsonl"}, Command::LogExport},
+        {{"log", "replay", "case.jsonl"}, Command::LogReplay},
+        {{"explain", "last"}, Command::Explain}};
     for (const auto& [words, command] : commands) {
         EXPECT_EQ(parsed(words).command, command) << words.front();
     }
@@ -99,6 +105,41 @@ TEST(CommandLine, whatIsNotUnderstoodIsAUsageError)
         EXPECT_EQ(parse(words, options), 2) << (words.empty() ? "nothing" : words.back());
     }
     EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
+}
+
+TEST(CommandLine, everyCommandButWorkTakesJson)
+{
+    for (const std::vector<const char*>& words :
+         std::vector<std::vector<const char*>>{{"check", "a"},
+                                               {"sell", "a"},
+                                               {"return", "a"},
+                                               {"checks"},
+                                               {"ledger"},
+                                               {"queue", "list"},
+                                               {"queue", "show", "1"},
+                                               {"queue", "deliver"},
+                                               {"queue", "retry", "1"},
+                                               {"queue", "park", "1"},
+                                               {"queue", "settle", "1"},
+                                               {"queue", "reauthorize"}}) {
+        std::vector<const char*> more = words;
+        more.insert(more.end(), {"--json", "--quiet"});
+        const Options options = parsed(more);
+        EXPECT_TRUE(options.json && options.quiet) << words.back();
+    }
+}
+
+TEST(CommandLine, aUsageErrorNamesTheNearestCommandOrOption)
+{
+    Options options;
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(parse({"queue", "lsit"}, options), 2);
+    EXPECT_EQ(parse({"sell", "a", "--piont", "5"}, options), 2);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "orva-till: There is no command \"lsit\"; did you mean \"list\"?\n"
+              "\"orva-till --help\" tells more.\n"
+              "orva-till: There is no option \"--piont\" here; did you mean \"--points\"?\n"
+              "\"orva-till --help\" tells more.\n");
 }
 
 TEST(CommandLine, helpAndVersionAreNoErrors)

@@ -189,3 +189,68 @@ TEST_F(ProgramTest, theQueueIsSteeredByCommands)
     EXPECT_EQ(run(Command::QueueReauthorize), ExitCode::Ok) << said().toStdString();
     EXPECT_EQ(out.written, u"0 messages go out with the configured credentials.\n"_s);
 }
+
+TEST_F(ProgramTest, quietLeavesOutWhatWentWell)
+{
+    ASSERT_EQ(run(Command::Sell, u"sale.toml"_s), ExitCode::Ok) << said().toStdString();
+    options.quiet = true;
+    options.message = 1;
+    EXPECT_EQ(run(Command::QueueDeliver), ExitCode::Ok) << said().toStdString();
+    EXPECT_EQ(said(), QString());
+    EXPECT_EQ(run(Command::QueueReauthorize), ExitCode::Ok);
+    EXPECT_EQ(said(), QString());
+    options.waitSeconds = 20;
+    EXPECT_EQ(run(Command::Sell, u"nocard.toml"_s), ExitCode::Ok);
+    EXPECT_TRUE(out.written.endsWith(u"Paid: 200.00\n"_s)) << said().toStdString();
+    EXPECT_EQ(run(Command::QueueShow), ExitCode::Ok);
+    EXPECT_TRUE(out.written.contains(u"<RawCheck>"_s)) << said().toStdString();
+    options.message = 99;
+    EXPECT_EQ(run(Command::QueueRetry), ExitCode::Failed);
+    EXPECT_TRUE(errors.written.contains(u"message 99"_s)) << said().toStdString();
+}
+
+TEST_F(ProgramTest, checksAreAlsoWrittenAsJson)
+{
+    options.json = true;
+    options.points = till::PointsChoice::all();
+    EXPECT_EQ(run(Command::Check, u"sale.toml"_s), ExitCode::Ok) << said().toStdString();
+    const QJsonObject asked = QJsonDocument::fromJson(out.written.toUtf8()).object();
+    EXPECT_EQ(asked.value(u"loyalty"_s), u"ready"_s) << said().toStdString();
+    EXPECT_EQ(asked.value(u"confirmed"_s), false);
+    EXPECT_EQ(asked.value(u"card"_s), u"****0017"_s);
+    EXPECT_EQ(asked.value(u"spent"_s), u"0.00"_s);
+
+    EXPECT_EQ(run(Command::Sell, u"sale.toml"_s), ExitCode::Ok) << said().toStdString();
+    const QJsonObject sold = QJsonDocument::fromJson(out.written.toUtf8()).object();
+    EXPECT_EQ(sold.value(u"kind"_s), u"sale"_s) << said().toStdString();
+    EXPECT_EQ(sold.value(u"confirmed"_s), true);
+    EXPECT_EQ(sold.value(u"spent"_s), u"40.00"_s);
+    EXPECT_EQ(sold.value(u"earned"_s), u"7.00"_s);
+    const QJsonObject line = sold.value(u"lines"_s).toArray().first().toObject();
+    EXPECT_EQ(line.value(u"quantity"_s), u"2"_s);
+    EXPECT_EQ(line.value(u"price"_s), u"100.00"_s);
+
+    EXPECT_EQ(run(Command::Return, u"return.toml"_s), ExitCode::Ok) << said().toStdString();
+    const QJsonObject back = QJsonDocument::fromJson(out.written.toUtf8()).object();
+    EXPECT_EQ(back.value(u"sale"_s), sold.value(u"id"_s)) << said().toStdString();
+    EXPECT_EQ(back.value(u"money"_s), u"70.00"_s);
+
+    EXPECT_EQ(run(Command::Checks), ExitCode::Ok);
+    const QJsonArray list = QJsonDocument::fromJson(out.written.toUtf8()).array();
+    ASSERT_EQ(list.size(), 3) << said().toStdString();
+    EXPECT_EQ(list.at(0).toObject().value(u"state"_s), u"abandoned"_s);
+    EXPECT_EQ(list.at(1).toObject().value(u"state"_s), u"closed"_s);
+    EXPECT_EQ(list.at(2).toObject().value(u"kind"_s), u"return"_s);
+}
+
+TEST_F(ProgramTest, aJsonSaleWithoutLoyaltyHasItsNotesInside)
+{
+    server.reachable = false;
+    options.json = true;
+    EXPECT_EQ(run(Command::Sell, u"sale.toml"_s), ExitCode::WithoutLoyalty);
+    const QJsonObject sold = QJsonDocument::fromJson(out.written.toUtf8()).object();
+    EXPECT_EQ(sold.value(u"loyalty"_s), u"refused"_s) << said().toStdString();
+    EXPECT_EQ(sold.value(u"refusal"_s), u"Нет связи с сервером"_s);
+    EXPECT_EQ(sold.value(u"notes"_s).toArray().size(), 1);
+    EXPECT_FALSE(out.written.contains(u"note: "_s));
+}

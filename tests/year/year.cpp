@@ -35,6 +35,7 @@ QString cardNumber(int index)
 simulator::Rules rulesFor(const Options& options, Dice& dice, Books& books)
 {
     simulator::Rules rules = simulator::readRules(simulator::builtInRules(), u"built-in rules"_s);
+    rules.isStrict = true;
     rules.cards.clear();
     for (int i = 1; i <= options.cards; ++i) {
         const qint64 opening = dice.chance(30) ? 0 : dice.between(0, 2000'00);

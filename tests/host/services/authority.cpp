@@ -43,7 +43,7 @@ Authority::Authority(const QString& folder, const QString& name) : prefix(folder
             QStringList{u"-out"_s, file(), u"-days"_s, u"2"_s, u"-subj"_s, u"/CN=Test "_s + name});
 }
 
-Authority::Certificate Authority::certify(const QString& hostName) const
+Authority::Certificate Authority::certify(const QString& hostName, int days) const
 {
     const QString plainName = QString(hostName).replace(u'*', u"any"_s);
     const Certificate made{path(u'-' + plainName + u".pem"_s), path(u'-' + plainName + u".key"_s)};
@@ -53,6 +53,7 @@ Authority::Certificate Authority::certify(const QString& hostName) const
     openssl(QStringList{u"req"_s} + newKey(made.keyFile) +
             QStringList{u"-out"_s, wish, u"-subj"_s, u"/CN="_s + hostName});
     openssl({u"x509"_s, u"-req"_s, u"-in"_s, wish, u"-CA"_s, file(), u"-CAkey"_s, path(u".key"_s),
-             u"-CAcreateserial"_s, u"-days"_s, u"2"_s, u"-extfile"_s, names, u"-out"_s, made.file});
+             u"-CAcreateserial"_s, u"-days"_s, QString::number(days), u"-extfile"_s, names,
+             u"-out"_s, made.file});
     return made;
 }

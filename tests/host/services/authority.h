@@ -24,7 +24,8 @@ public:
     QString file() const { return path(QStringLiteral(".pem")); }
 
     /// Makes a certificate that vouches for a host name, which may begin with "*.".
-    Certificate certify(const QString& hostName) const;
+    /// @param days how long it is valid; below 0 it has expired
+    Certificate certify(const QString& hostName, int days = 2) const;
 
 private:
     QString path(const QString& suffix) const { return prefix + suffix; }

@@ -321,4 +321,32 @@ TEST_F(ConfigFile, AConfigurationThatOthersMayReadIsReportedOnlyWithASecretInIt)
     }
 }
 
+TEST_F(ConfigFile, AnExaminationFindsEverythingAtOnceAndKeepsWhatIsRight)
+{
+    using Kind = ConfigFinding::Kind;
+    const QString file =
+        folder.write(u"orva.toml"_s, "[Orva]\npos = 3\nuser = \"till\"\ntime_out = 5\n"
+                                     "[http]\nmaxAnswerBytes = 0\n");
+    QStringList found;
+    for (const ConfigFinding& finding : config.examine(file)) {
+        found.append(u"%1 %2.%3"_s.arg(int(finding.kind)).arg(finding.table, finding.key));
+    }
+    const QStringList expected{u"%1 Orva.pos"_s.arg(int(Kind::WrongValue)),
+                               u"%1 Orva.time_out"_s.arg(int(Kind::UnknownName)),
+                               u"%1 http.maxAnswerBytes"_s.arg(int(Kind::WrongValue))};
+    EXPECT_EQ(found.join(u'\n').toStdString(), expected.join(u'\n').toStdString());
+    EXPECT_EQ(config.getString(u"Orva:user"_s, {}), u"till"_s);
+    EXPECT_FALSE(config.contains(u"Orva:pos"_s));
+    EXPECT_FALSE(config.contains(u"http:maxAnswerBytes"_s));
+}
+
+TEST_F(ConfigFile, AnExaminationOfWhatCannotBeReadFindsOnlyThat)
+{
+    load("[Orva]\nuser = \"first\"\n");
+    const QList<ConfigFinding> findings = config.examine(folder.file(u"absent.toml"_s));
+    ASSERT_EQ(findings.size(), 1);
+    EXPECT_EQ(findings.first().kind, ConfigFinding::Kind::Unreadable);
+    EXPECT_FALSE(config.contains(u"Orva:user"_s)) << "what was held before belongs to another file";
+}
+
 } // namespace

@@ -32,7 +32,7 @@ protected:
 
 TEST_F(RestTls, ACertificateOfAnUnknownAuthorityIsRefused)
 {
-    const TlsServer server(folder, u"localhost"_s);
+    const TlsServer server(folder.file(QString()), u"localhost"_s);
     RestClient client;
     EXPECT_GT(post(client, server.url(u"localhost"_s)), 0);
     EXPECT_EQ(client.getHttpStatusCode(), 0);
@@ -44,7 +44,7 @@ TEST_F(RestTls, ACertificateOfAnUnknownAuthorityIsRefused)
 
 TEST_F(RestTls, ACertificateOfTheConfiguredAuthorityIsAccepted)
 {
-    const TlsServer server(folder, u"localhost"_s);
+    const TlsServer server(folder.file(QString()), u"localhost"_s);
     const Configured configured(trusting(server.authorityFile()));
     RestClient client;
     EXPECT_EQ(post(client, server.url(u"localhost"_s)), 0)
@@ -54,7 +54,7 @@ TEST_F(RestTls, ACertificateOfTheConfiguredAuthorityIsAccepted)
 
 TEST_F(RestTls, ACertificateForAnotherNameIsRefused)
 {
-    const TlsServer server(folder, u"elsewhere.test"_s);
+    const TlsServer server(folder.file(QString()), u"elsewhere.test"_s);
     const Configured configured(trusting(server.authorityFile()));
     RestClient client;
     EXPECT_GT(post(client, server.url(u"localhost"_s)), 0);
@@ -65,7 +65,7 @@ TEST_F(RestTls, ACertificateForAnotherNameIsRefused)
 
 TEST_F(RestTls, AnAuthorityFileThatIsMissingIsNamedAsTheCause)
 {
-    const TlsServer server(folder, u"localhost"_s);
+    const TlsServer server(folder.file(QString()), u"localhost"_s);
     const Configured configured(trusting(folder.file(u"absent.pem"_s)));
     RestClient client;
     EXPECT_GT(post(client, server.url(u"localhost"_s)), 0);
@@ -74,7 +74,7 @@ TEST_F(RestTls, AnAuthorityFileThatIsMissingIsNamedAsTheCause)
 
 TEST_F(RestTls, AKeptConnectionIsNotUsedUnderAnotherTrust)
 {
-    const TlsServer server(folder, u"localhost"_s);
+    const TlsServer server(folder.file(QString()), u"localhost"_s);
     {
         const Configured configured(trusting(server.authorityFile()));
         RestClient client;
@@ -87,7 +87,7 @@ TEST_F(RestTls, AKeptConnectionIsNotUsedUnderAnotherTrust)
 
 TEST_F(RestTls, ATlsRequestToAPlainServerFails)
 {
-    const TlsServer server(folder, u"localhost"_s);
+    const TlsServer server(folder.file(QString()), u"localhost"_s);
     QUrl url = server.url(u"localhost"_s);
     url.setScheme(u"http"_s);
     RestClient client;
@@ -97,7 +97,7 @@ TEST_F(RestTls, ATlsRequestToAPlainServerFails)
 
 TEST_F(RestTls, HundredRequestsShakeHandsOnce)
 {
-    const TlsServer server(folder, u"localhost"_s);
+    const TlsServer server(folder.file(QString()), u"localhost"_s);
     const Configured configured(trusting(server.authorityFile()));
     for (int i = 0; i < 100; ++i) {
         RestClient client;

@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 class TlsServer::Implementation
 {
 public:
-    Implementation(const TestFolder& folder, const QString& certifiedName)
-        : authority(folder.file(QString()), u"authority"_s)
+    Implementation(const QString& folder, const QString& certifiedName, const QByteArray& answer)
+        : authority(folder, u"authority"_s), text(answer.toStdString())
     {
         const Authority::Certificate certificate = authority.certify(certifiedName);
         server = std::make_unique<httplib::SSLServer>(certificate.file.toStdString().c_str(),
@@ -27,7 +27,7 @@ public:
             const std::lock_guard lock(mutex);
             ++requestCount;
             peerPorts.insert(request.remote_port);
-            response.set_content("secure", "text/plain");
+            response.set_content(text, "text/plain");
         });
         port = server->bind_to_any_port("127.0.0.1");
         thread = std::thread([this] { server->listen_after_bind(); });
@@ -43,6 +43,7 @@ public:
     }
 
     const Authority authority;
+    const std::string text;
     int port = 0;
     std::mutex mutex;
     int requestCount = 0;
@@ -53,8 +54,8 @@ private:
     std::thread thread;
 };
 
-TlsServer::TlsServer(const TestFolder& folder, const QString& certifiedName)
-    : implementation(std::make_unique<Implementation>(folder, certifiedName))
+TlsServer::TlsServer(const QString& folder, const QString& certifiedName, const QByteArray& answer)
+    : implementation(std::make_unique<Implementation>(folder, certifiedName, answer))
 {}
 
 TlsServer::~TlsServer() = default;

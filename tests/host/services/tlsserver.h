@@ -3,18 +3,20 @@
 
 #pragma once
 
-#include "testfolder.h"
-
+#include <QByteArray>
+#include <QString>
 #include <QUrl>
 #include <memory>
 
 /// An HTTPS server on the loopback whose certificate comes from an authority made for the test. It
-/// answers every POST with "secure".
+/// answers every POST with the same text.
 class TlsServer
 {
 public:
     /// @param certifiedName the host name that the certificate vouches for
-    TlsServer(const TestFolder& folder, const QString& certifiedName);
+    /// @param folder where its certificates are kept
+    TlsServer(const QString& folder, const QString& certifiedName,
+              const QByteArray& answer = "secure");
     ~TlsServer();
     TlsServer(const TlsServer&) = delete;
     TlsServer& operator=(const TlsServer&) = delete;

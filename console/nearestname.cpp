@@ -1,28 +1,33 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "simulator/nearestname.h"
+#include "console/nearestname.h"
 
 #include <algorithm>
 #include <numeric>
 #include <vector>
 
-namespace simulator {
+namespace console {
 namespace {
 
-/// The number of characters to insert, delete or replace to make b of a.
+/// The number of changes to make b of a.
 qsizetype distance(const QString& a, const QString& b)
 {
-    std::vector<qsizetype> row(static_cast<size_t>(b.size()) + 1);
+    const auto width = static_cast<size_t>(b.size()) + 1;
+    std::vector<qsizetype> beforeLast(width);
+    std::vector<qsizetype> last(width);
+    std::vector<qsizetype> row(width);
     std::iota(row.begin(), row.end(), qsizetype(0));
     for (qsizetype i = 0; i < a.size(); ++i) {
-        qsizetype diagonal = row[0];
+        beforeLast.swap(last);
+        last.swap(row);
         row[0] = i + 1;
-        for (size_t j = 1; j < row.size(); ++j) {
-            const bool same = a[i] == b[static_cast<qsizetype>(j) - 1];
-            const qsizetype replaced = diagonal + (same ? 0 : 1);
-            diagonal = row[j];
-            row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
+        for (size_t j = 1; j < width; ++j) {
+            const auto at = static_cast<qsizetype>(j) - 1;
+            row[j] = std::min({last[j - 1] + (a[i] == b[at] ? 0 : 1), last[j] + 1, row[j - 1] + 1});
+            if (i > 0 && at > 0 && a[i] == b[at - 1] && a[i - 1] == b[at]) {
+                row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+            }
         }
     }
     return row.back();
@@ -44,4 +49,4 @@ QString nearestName(const QString& name, const QStringList& known)
     return nearest;
 }
 
-} // namespace simulator
+} // namespace console

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/services/databaseexamination.h"
+
+#include "databasefixture.h"
+
+#include <gmock/gmock.h>
+
+using ::testing::HasSubstr;
+
+namespace {
+
+using Integrity = DatabaseExamination::Integrity;
+
+class Examination : public DatabaseFile
+{
+protected:
+    /// A file that is left as a till leaves it at its end.
+    void fill(int rows) const
+    {
+        Database database(file);
+        addTable(database);
+        Transaction transaction(database);
+        for (int i = 0; i < rows; ++i) {
+            Statement(database, u"INSERT INTO t (a) VALUES (?)"_s)
+                .bind(QByteArray(1000, 'x'))
+                .execute();
+        }
+        transaction.commit();
+    }
+};
+
+TEST_F(Examination, NothingCanBeWrittenThroughADatabaseForReading)
+{
+    fill(1);
+    const auto database = Database::openForReading(file, QDeadlineTimer(5000));
+    EXPECT_EQ(single(*database, u"SELECT count(*) FROM t"_s).toInt(), 1);
+    EXPECT_THAT(databaseErrorOf([&] { database->execute(u"INSERT INTO t (a) VALUES (1)"_s); }),
+                HasSubstr("readonly"));
+    EXPECT_FALSE(QFile::exists(file + u"-wal"_s));
+    EXPECT_FALSE(QFile::exists(file + u"-shm"_s));
+}
+
+TEST_F(Examination, AMissingFileIsNotMade)
+{
+    databaseErrorOf([&] { Database::openForReading(file, QDeadlineTimer(5000)); });
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_EQ(DatabaseExamination::of(file, 5000).integrity, Integrity::Unreadable);
+}
+
+TEST_F(Examination, AFileWithAnyNameIsRead)
+{
+    const QString odd = folder.file(u"касса %31?#&.db"_s);
+    {
+        const Database made(odd);
+    }
+    EXPECT_EQ(DatabaseExamination::of(odd, 5000).integrity, Integrity::Sound);
+}
+
+TEST_F(Examination, ALookThatTakesTooLongIsBrokenOff)
+{
+    fill(20'000);
+    EXPECT_EQ(DatabaseExamination::of(file, 5000).integrity, Integrity::Sound);
+    const DatabaseExamination broken = DatabaseExamination::of(file, 0);
+    EXPECT_EQ(broken.integrity, Integrity::Unfinished);
+    EXPECT_TRUE(broken.trouble.isEmpty()) << broken.trouble.toStdString();
+}
+
+} // namespace

@@ -1,0 +1,107 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+"""The build that mutants are compiled beside: its compile and link commands."""
+
+import json
+import os
+import re
+import shlex
+import subprocess
+from pathlib import Path
+
+# The test programs that link the client or the plug-in's class, and where the build puts them.
+PROGRAMS = {f"client-{name}-test": f"tests/client/client-{name}-test" for name in (
+    "settings", "exchange", "request", "response", "number", "hostile-answers", "spending-model",
+    "spending-properties")}
+PROGRAMS["test-plugin"] = "tests/plugin/test-plugin"
+# What these slow ones work with; no other source can change their outcome.
+SPENDING = ("client/response/spending.cpp", "client/response/line.cpp", "client/response/number.cpp")
+CONCERNS = {"client-number-test": ("client/response/number.cpp",),
+            "client-spending-model-test": SPENDING, "client-spending-properties-test": SPENDING}
+# Which program is tried first for the mutants of a folder or file, until more is known.
+HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
+         "client/response": "client-response-test",
+         "client/harmlessxml.cpp": "client-hostile-answers-test",
+         "client/offlinemessage.cpp": "client-exchange-test",
+         "client/precheck.cpp": "client-exchange-test",
+         "client/transport.cpp": "client-exchange-test"}
+# These load the built module or start the programs, whose paths are compiled in.
+MODULE = "lib/liborva.so"
+MODULE_PROGRAMS = {"test-plugin-module": "tests/plugin/test-plugin-module",
+                   "test-e2e": "tests/e2e/test-e2e"}
+FLAGS = "-O0 -DNDEBUG"
+
+
+class Build:
+    def __init__(self, root, jobs):
+        self.root, self.jobs = root, jobs
+        self.folder = root / "build/mutants"
+
+    def prepare(self):
+        """Configures and builds what the tests need; nothing that a mutant has left counts."""
+        self.folder.mkdir(parents=True, exist_ok=True)
+        (self.folder / MODULE).unlink(missing_ok=True)
+        self._logged("configure.log", "cmake", "-S", self.root, "-B", self.folder, "-G", "Ninja",
+                     "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}",
+                     "-DORVA_BUILD_TESTS=ON")
+        self._logged("build.log", "ninja", "-C", self.folder, f"-j{self.jobs}",
+                     *PROGRAMS, *MODULE_PROGRAMS)
+        entries = json.loads((self.folder / "compile_commands.json").read_text())
+        self.compile_commands = {os.path.relpath(entry["file"], self.root):
+                                 shlex.split(entry["command"]) for entry in entries}
+        self.link_commands = {name: self._link_command(path) for name, path in
+                              [*PROGRAMS.items(), ("module", MODULE)]}
+        self.users = self._users_of_headers()
+
+    def object_of(self, source):
+        command = self.compile_commands[source]
+        return command[command.index("-o") + 1]
+
+    def compile_command(self, source, output, *more):
+        """Without warnings: they stop no mutant, but a function that may end without its value does."""
+        command = [part for part in self.compile_commands[source] if not part.startswith("-W")]
+        command[command.index("-o") + 1] = str(output)
+        return [*command, "-Werror=return-type", *more]
+
+    def link_command(self, name, objects, output):
+        """Links what the objects replace; before an archive they are taken instead of its own."""
+        original = self.link_commands[name]
+        command = [objects.get(part, part) for part in original]
+        archived = [path for replaced, path in objects.items() if archive_of(replaced) in original]
+        at = command.index("-o")
+        command[at + 1] = str(output)
+        return [*command[:at], *archived, "-fuse-ld=lld", *command[at:]]
+
+    def _logged(self, log, *command):
+        with open(self.folder / log, "w", encoding="utf-8") as out:
+            failed = subprocess.run(command, stdout=out, stderr=subprocess.STDOUT, check=False)
+        if failed.returncode:
+            print((self.folder / log).read_text())
+            raise SystemExit(f"mutants: {command[0]} failed, see above")
+
+    def _ninja(self, *arguments):
+        return subprocess.run(["ninja", "-C", self.folder, *arguments], check=True, text=True,
+                              capture_output=True).stdout
+
+    def _link_command(self, target):
+        line = self._ninja("-t", "commands", "-s", target).strip().splitlines()[-1]
+        return shlex.split(re.sub(r"^: && | && :$", "", line))
+
+    def _users_of_headers(self):
+        """For each header of the project: the sources that include it."""
+        sources = {self.object_of(source): source for source in self.compile_commands}
+        users, current = {}, None
+        for line in self._ninja("-t", "deps").splitlines():
+            if line and not line[0].isspace():
+                current = sources.get(line.split(":")[0])
+            elif line.strip() and current:
+                path = os.path.normpath(self.folder / line.strip())
+                if path.endswith(".h") and Path(path).is_relative_to(self.root):
+                    users.setdefault(os.path.relpath(path, self.root), set()).add(current)
+        return users
+
+
+def archive_of(replaced):
+    """a/CMakeFiles/b.dir/c.o is in a/libb.a, if in any."""
+    folder, _, rest = replaced.partition("CMakeFiles/")
+    return f"{folder}lib{rest.partition('.dir/')[0]}.a"

@@ -1,0 +1,79 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+"""All mutants of the folders that are mutated."""
+
+import re
+import subprocess
+from dataclasses import dataclass, field
+
+from names import Names
+from operators import token_changes
+from rearrangements import rearrangements
+from statements import Structure
+from tokens import Source
+
+FOLDERS = ("client", "plugin")
+# Its text is read by Qt's generator and not by the compiler; tests of the built module compare it.
+WITHOUT_CODE = {"plugin/orva.h"}
+
+
+@dataclass
+class Mutant:
+    file: str
+    start: int
+    end: int
+    replacement: str
+    line: int
+    line_text: str
+    change: str
+    words: frozenset = field(default_factory=frozenset)  # the function around it, in a header
+
+    def __str__(self):
+        return f"{self.file}:{self.line}: {self.change}"
+
+    def applied(self, text):
+        return text[:self.start] + self.replacement + text[self.end:]
+
+
+def files(root):
+    listed = subprocess.run(["git", "ls-files", *FOLDERS], cwd=root, check=True, text=True,
+                            capture_output=True).stdout.split()
+    return [name for name in listed if name.endswith((".cpp", ".h")) and name not in WITHOUT_CODE]
+
+
+def all_mutants(root):
+    headers = [path.read_text() for folder in ("host", "client")
+               for path in sorted((root / folder).rglob("*.h"))]
+    names = Names(headers, (root / "client/elements.h").read_text())
+    return [mutant for name in files(root) for mutant in mutants_of(root, name, names)]
+
+
+def mutants_of(root, name, names):
+    source = Source(name, (root / name).read_text())
+    found, seen = [], set()
+    for start, end, replacement, change in _changes(source, names):
+        result = source.text[:start] + replacement + source.text[end:]
+        if result not in seen:
+            seen.add(result)
+            found.append(Mutant(name, start, end, replacement, source.line_of(start),
+                                source.line_text(start), change, _function(source, start)))
+    return sorted(found, key=lambda mutant: (mutant.start, mutant.end))
+
+
+def _changes(source, names):
+    for token, replacement in token_changes(source, names):
+        shown = f"{token.text} -> {replacement}" if replacement else f"{token.text} dropped"
+        yield token.start, token.end, replacement, shown
+    for start, end, replacement, description in rearrangements(source, Structure(source)):
+        shown = " ".join(source.text[start:end].split())
+        shown = shown if len(shown) <= 60 else shown[:57] + "..."
+        yield start, end, replacement, f"{description}: {shown}"
+
+
+def _function(source, offset):
+    """For the inline functions and constants of headers: the name that their users spell."""
+    if not source.name.endswith(".h"):
+        return frozenset()
+    head = re.findall(r"^(?:inline|template|auto|T|QString)\b[^\n;={]*?(\w+)\s*(?:\(|=)",
+                      source.text[:offset], re.M)
+    return frozenset(head[-1:])

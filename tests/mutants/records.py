@@ -1,0 +1,23 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+"""Reads lists of exceptions: records of "key: value" lines with empty lines between them; "#"
+begins a comment."""
+
+
+def read(path, keys):
+    """Yields (line number, values by key); every key must be there once."""
+    record, begin = {}, 0
+    for number, line in enumerate([*path.read_text().splitlines(), ""], 1):
+        if line.startswith("#"):
+            continue
+        if line.strip():
+            begin = begin if record else number
+            key, separator, value = line.partition(":")
+            if key not in keys or not separator or key in record or not value.strip():
+                raise SystemExit(f"{path}:{number}: wants {', '.join(keys)}, each once")
+            record[key] = value.strip()
+        elif record:
+            if len(record) != len(keys):
+                raise SystemExit(f"{path}:{begin}: wants {', '.join(keys)}, each once")
+            yield begin, record
+            record = {}

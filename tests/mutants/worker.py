@@ -1,0 +1,157 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+"""Compiles a mutant in a copy of the sources and runs the tests against it."""
+
+import contextlib
+import os
+import shutil
+import signal
+import subprocess
+import threading
+import time
+from dataclasses import dataclass
+
+from build import CONCERNS, HINTS, MODULE, MODULE_PROGRAMS, PROGRAMS
+
+FOLDERS = ("client", "host", "plugin", "tests")
+COMPILE_LIMIT = 120
+MEMORY_LIMIT = 4 << 30
+WALL_LIMIT = 180
+running = set()  # the process groups, to be ended with this program
+COMPILE_FAILED, KILLED, SURVIVED = "did not compile", "killed", "survived"
+
+
+class BuildError(Exception):
+    """The mutant does not compile or link."""
+
+
+@dataclass
+class Outcome:
+    mutant: object
+    verdict: str
+    by: str = ""
+    seconds: float = 0
+
+
+class Worker:
+    module_lock = threading.Lock()
+
+    def __init__(self, build, folder, cpu_limits, kills):
+        """cpu_limits: seconds by program; kills: how often each program killed, by file, shared"""
+        self.build, self.folder = build, folder
+        self.sources = folder / "sources"
+        self.cpu_limits, self.kills = cpu_limits, kills
+        shutil.rmtree(folder, ignore_errors=True)
+        for name in FOLDERS:
+            shutil.copytree(build.root / name, self.sources / name)
+
+    def judge(self, mutant):
+        started = time.monotonic()
+        path = self.sources / mutant.file
+        original = path.read_text()
+        path.write_text(mutant.applied(original))
+        try:
+            verdict, by = self._test(mutant, self._compile(mutant))
+        except BuildError:
+            verdict, by = COMPILE_FAILED, ""
+        finally:
+            path.write_text(original)
+        return Outcome(mutant, verdict, by, time.monotonic() - started)
+
+    def _compile(self, mutant):
+        """Returns the objects made, by the ones they replace."""
+        objects = {}
+        for source in self._sources_to_compile(mutant):
+            replaced = self.build.object_of(source)
+            target = self.folder / replaced.replace("/", "_")
+            command = map(self._in_copy, self.build.compile_command(source, target))
+            if self._run(command, COMPILE_LIMIT) != 0:
+                raise BuildError
+            objects[replaced] = str(target)
+        return objects
+
+    def _sources_to_compile(self, mutant):
+        if mutant.file.endswith(".cpp"):
+            return [mutant.file]
+        users = [user for user in self.build.users.get(mutant.file, ())
+                 if user.startswith(FOLDERS) and self._is_tested(user)]
+        # an inline function concerns those only who name it
+        return sorted(user for user in users if not mutant.words or any(
+            word in (self.sources / user).read_text() for word in mutant.words))
+
+    def _is_tested(self, source):
+        replaced = self.build.object_of(source)
+        return source.startswith(("client/", "plugin/", "tests/client/")) or any(
+            replaced in command for command in self.build.link_commands.values())
+
+    def _in_copy(self, part):
+        """Sources and their include folders are taken from the copy, all else from the build."""
+        prefix = "-I" if part.startswith("-I") else ""
+        path = part[len(prefix):]
+        root = str(self.build.root)
+        if path == root or (path.startswith(root + "/") and not path.startswith(root + "/build/")):
+            return prefix + str(self.sources) + path[len(root):]
+        return part
+
+    def _test(self, mutant, objects):
+        kills = self.kills[mutant.file]
+        concerned = [name for name in PROGRAMS if name not in CONCERNS or any(
+            self.build.object_of(source) in objects for source in CONCERNS[name])]
+        hint = HINTS.get(mutant.file.rpartition("/")[0]) or HINTS.get(mutant.file)
+        for name in sorted(concerned, key=lambda name: (-kills[name] - (name == hint),
+                                                        self.cpu_limits[name])):
+            if self._is_killed_by(name, objects):
+                kills[name] += 1
+                return KILLED, name
+        with Worker.module_lock:
+            return self._test_module(objects)
+
+    def _is_killed_by(self, name, objects):
+        program = self.folder / name
+        self._link(name, objects, program)
+        return self._run([str(program)], self.cpu_limits[name]) != 0
+
+    def _test_module(self, objects):
+        """The programs look for the module where it was built: the mutant stands there meanwhile."""
+        module = self.build.folder / MODULE
+        original, mutated = self.folder / "original.so", self.folder / "mutated.so"
+        self._link("module", objects, mutated)
+        shutil.copy2(module, original)
+        try:
+            os.replace(mutated, module)
+            for name, path in MODULE_PROGRAMS.items():
+                if self._run([str(self.build.folder / path)], self.cpu_limits[name]) != 0:
+                    return KILLED, name
+        finally:
+            os.replace(original, module)
+        return SURVIVED, ""
+
+    def _link(self, name, objects, output):
+        if self._run(self.build.link_command(name, objects, output), COMPILE_LIMIT) != 0:
+            raise BuildError
+
+    def _run(self, command, cpu_seconds):
+        return run_limited(command, cpu_seconds, self.build.folder, self.folder)
+
+
+def run_limited(command, cpu_seconds, folder, temporary):
+    """The exit code; not 0 for what does not end, which takes its own children along."""
+    limited = ["prlimit", f"--cpu={int(cpu_seconds)}", f"--as={MEMORY_LIMIT}", "--core=0", *command]
+    environment = dict(os.environ, LC_ALL="C.UTF-8", GTEST_FAIL_FAST="1", GTEST_BRIEF="1",
+                       TMPDIR=str(temporary))
+    with subprocess.Popen(limited, cwd=folder, env=environment, start_new_session=True,
+                          stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL) as process:
+        running.add(process.pid)
+        try:
+            return process.wait(WALL_LIMIT)
+        except subprocess.TimeoutExpired:
+            return -1
+        finally:
+            end(process.pid)
+            running.discard(process.pid)
+
+
+def end(group):
+    with contextlib.suppress(ProcessLookupError):
+        os.killpg(group, signal.SIGKILL)

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <optional>
+
+struct DatabaseExamination;
+
+namespace till::doctor {
+
+class Report;
+struct Subject;
+
+/// The database's file ("database.…"), the disk that it lies on ("disk") and the queue in it
+/// ("queue.…").
+namespace databasechecks {
+
+/// The file as it lies there.
+void checkFile(Report& report, const Subject& subject);
+/// What is in it. @param found nothing when it was not looked at, or no end came in time
+void checkContent(Report& report, const Subject& subject,
+                  const std::optional<DatabaseExamination>& found);
+
+} // namespace databasechecks
+
+} // namespace till::doctor

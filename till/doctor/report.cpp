@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/doctor/report.h"
+
+#include "till/table.h"
+#include "till/text.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace till::doctor {
+namespace {
+
+QString markText(Mark mark)
+{
+    switch (mark) {
+    case Mark::Ok:
+        return Text::tr("ok");
+    case Mark::Warning:
+        return Text::tr("warning");
+    case Mark::Fails:
+        return Text::tr("fails");
+    case Mark::Skipped:
+        return Text::tr("skipped");
+    }
+    return {};
+}
+
+QString markName(Mark mark)
+{
+    switch (mark) {
+    case Mark::Ok:
+        return u"ok"_s;
+    case Mark::Warning:
+        return u"warning"_s;
+    case Mark::Fails:
+        return u"fails"_s;
+    case Mark::Skipped:
+        return u"skipped"_s;
+    }
+    return {};
+}
+
+QString padded(const QString& text, qsizetype width)
+{
+    return text + QString(std::max<qsizetype>(0, width - Table::widthOf(text)), u' ');
+}
+
+} // namespace
+
+void Report::check(const QString& id, const QString& title, const QStringList& needs,
+                   const Look& look)
+{
+    if (const Row* const first = obstacle(needs)) {
+        const Row& cause = *find(causes.value(first->id, first->id));
+        causes.insert(id, cause.id);
+        done.append({id, title, Finding::notDone(Text::tr("\"%1\" comes first").arg(cause.title))});
+    } else {
+        done.append({id, title, look()});
+    }
+}
+
+const Report::Row* Report::find(const QString& id) const
+{
+    const auto row = std::find_if(done.cbegin(), done.cend(),
+                                  [&id](const Row& candidate) { return candidate.id == id; });
+    return row == done.cend() ? nullptr : &*row;
+}
+
+const Report::Row* Report::obstacle(const QStringList& needs) const
+{
+    for (const QString& id : needs) {
+        const Row* const row = find(id);
+        if (row != nullptr && row->finding.blocks) {
+            return row;
+        }
+    }
+    return nullptr;
+}
+
+bool Report::isClear(const QStringList& ids) const
+{
+    return obstacle(ids) == nullptr;
+}
+
+qsizetype Report::count(Mark mark) const
+{
+    return std::count_if(done.cbegin(), done.cend(),
+                         [mark](const Row& row) { return row.finding.mark == mark; });
+}
+
+QString Report::text() const
+{
+    qsizetype markWidth = 0;
+    qsizetype titleWidth = 0;
+    for (const Row& row : done) {
+        markWidth = std::max(markWidth, Table::widthOf(markText(row.finding.mark)));
+        titleWidth = std::max(titleWidth, Table::widthOf(row.title));
+    }
+    QString text;
+    for (const Row& row : done) {
+        text += padded(markText(row.finding.mark), markWidth) + u"  "_s +
+                padded(row.title, titleWidth) + u"  "_s + row.finding.text + u'\n';
+        if (!row.finding.mend.isEmpty()) {
+            text += QString(markWidth, u' ') + u"  -> "_s + row.finding.mend + u'\n';
+        }
+    }
+    return text + Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
+                      .arg(done.size())
+                      .arg(count(Mark::Ok))
+                      .arg(count(Mark::Warning))
+                      .arg(count(Mark::Fails))
+                      .arg(count(Mark::Skipped));
+}
+
+QString Report::json() const
+{
+    QJsonArray checks;
+    for (const Row& row : done) {
+        checks.append(QJsonObject{{u"id"_s, row.id},
+                                  {u"title"_s, row.title},
+                                  {u"mark"_s, markName(row.finding.mark)},
+                                  {u"text"_s, row.finding.text},
+                                  {u"mend"_s, row.finding.mend}});
+    }
+    const QJsonObject object{{u"checks"_s, checks},
+                             {u"ok"_s, count(Mark::Ok)},
+                             {u"warnings"_s, count(Mark::Warning)},
+                             {u"failed"_s, count(Mark::Fails)},
+                             {u"skipped"_s, count(Mark::Skipped)}};
+    return QString::fromUtf8(QJsonDocument(object).toJson());
+}
+
+} // namespace till::doctor

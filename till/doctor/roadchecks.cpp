@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/doctor/roadchecks.h"
+
+#include "host/services/connectionprobe.h"
+#include "host/services/currenttime.h"
+#include "till/doctor/report.h"
+#include "till/doctor/shownaddress.h"
+#include "till/doctor/subject.h"
+#include "till/text.h"
+
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace till::doctor {
+namespace {
+
+using Trouble = ConnectionProbe::Trouble;
+
+/// Time to get a new certificate made and installed.
+constexpr qint64 warnDays = 14;
+
+/// One look at the way, with what all of its checks need.
+class Road
+{
+public:
+    Road(const Subject& given, const ConnectionProbe& gone)
+        : subject(given), probe(gone), url(given.serverAddress()),
+          secure(url.scheme() == "https"_L1), proxied(!given.proxy().isEmpty()),
+          port(url.port(secure ? 443 : 80))
+    {}
+
+    bool isSecure() const { return secure; }
+
+    Finding name() const
+    {
+        if (proxied) {
+            return Finding::notNeeded(Text::tr("the proxy looks the name up"));
+        }
+        if (probe.trouble == Trouble::Name) {
+            return Finding::fails(probe.text.ru(), u"getent hosts %1"_s.arg(url.host()));
+        }
+        return Finding::ok(url.host());
+    }
+
+    Finding proxy() const
+    {
+        if (!proxied) {
+            return Finding::notNeeded(Text::tr("no proxy is configured"));
+        }
+        if (probe.trouble == Trouble::Proxy) {
+            return Finding::fails(Text::tr("%1 does not let through (%2)")
+                                      .arg(shownAddress(subject.proxy()), probe.text.ru()),
+                                  u"[http] proxy = \"http://proxy.example.com:3128\""_s);
+        }
+        return Finding::ok(shownAddress(subject.proxy()));
+    }
+
+    Finding connection() const
+    {
+        if (probe.trouble == Trouble::Connection) {
+            return Finding::fails(probe.text.ru(), u"nc -vz %1 %2"_s.arg(url.host()).arg(port));
+        }
+        if (proxied && !secure) {
+            return Finding::notNeeded(Text::tr("the proxy connects when it is asked"));
+        }
+        return Finding::ok(
+            Text::tr("%1, port %2, after %3 ms").arg(probe.peer).arg(port).arg(probe.milliseconds));
+    }
+
+    Finding trust() const
+    {
+        if (!secure) {
+            return Finding::notNeeded(Text::tr("http has no certificate"));
+        }
+        if (probe.trouble == Trouble::CaFile || probe.trouble == Trouble::Certificate) {
+            return Finding::fails(probe.text.ru(), u"[http] caFile = \"/etc/orva/ca.pem\""_s);
+        }
+        if (probe.trouble == Trouble::Tls) {
+            return Finding::fails(probe.text.ru(), showCertificate());
+        }
+        return Finding::ok(Text::tr("the certificate is trusted"));
+    }
+
+    Finding expiry() const
+    {
+        if (!secure) {
+            return Finding::notNeeded(Text::tr("http has no certificate"));
+        }
+        if (probe.trouble == Trouble::Validity) {
+            return Finding::fails(probe.text.ru(), showCertificate() + u" -noout -dates"_s);
+        }
+        const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
+        const QString end = probe.validUntil.toLocalTime().toString(u"yyyy-MM-dd hh:mm"_s);
+        if (now.daysTo(probe.validUntil) < warnDays) {
+            return Finding::warning(Text::tr("valid until %1").arg(end),
+                                    showCertificate() + u" -noout -dates"_s);
+        }
+        return Finding::ok(Text::tr("valid until %1").arg(end));
+    }
+
+private:
+    QString showCertificate() const
+    {
+        return u"openssl s_client -connect %1:%2 -servername %1 </dev/null | openssl x509"_s
+            .arg(url.host())
+            .arg(port);
+    }
+
+    const Subject& subject;
+    const ConnectionProbe& probe;
+    const QUrl url;
+    const bool secure;
+    const bool proxied;
+    const int port;
+};
+
+} // namespace
+
+void checkRoad(Report& report, const Subject& subject, const ConnectionProbe& probe)
+{
+    const Road road(subject, probe);
+    const QStringList start{u"config.http.proxy"_s, u"address.scheme"_s};
+    const QString name = u"road.name"_s;
+    const QString proxy = u"road.proxy"_s;
+    const QString connection = u"road.connection"_s;
+    const QString trust = u"tls.trust"_s;
+    report.check(proxy, Text::tr("Proxy"), start, [&] { return road.proxy(); });
+    report.check(name, Text::tr("Server's name"), start + QStringList{proxy},
+                 [&] { return road.name(); });
+    report.check(connection, Text::tr("Connection"), {proxy, name},
+                 [&] { return road.connection(); });
+    QStringList trusting{connection};
+    if (road.isSecure()) {
+        trusting.append(u"config.http.caFile"_s);
+    }
+    report.check(trust, Text::tr("Server's certificate"), trusting, [&] { return road.trust(); });
+    report.check(u"tls.expiry"_s, Text::tr("Certificate's end"), {trust},
+                 [&] { return road.expiry(); });
+}
+
+} // namespace till::doctor

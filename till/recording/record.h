@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+
+namespace till {
+
+/// One check's dealings with the loyalty system in one run of the till, as they were recorded: the
+/// host's calls in their order, each with the document before and after it and with everything that
+/// the plug-in asked the host for meanwhile.
+///
+/// Written as JSON Lines, so that a record that was cut off is good up to the last whole line:
+///
+///     {"format":"orva-till recording","version":1,"number":7,"started":…,"session":…,"config":{…}}
+///     {"document":0,"content":{…}}                       the whole document
+///     {"document":1,"from":0,"changed":{…}}              the fields that are others than in 0
+///     {"config":{…}}                                     values asked for later
+///     {"call":"request","before":0,"after":1,"at":…,"milliseconds":…,"events":[…],"result":…}
+///
+/// An event is one of {"clock":…}, {"transport":"getError"}, {"exchange":{…}}, {"queue":{…}}.
+struct Record
+{
+    static constexpr int version = 1;
+
+    /// The first line.
+    QJsonObject header;
+    QList<QJsonObject> documents;
+    QList<QJsonObject> calls;
+    /// Whether the last line was cut off.
+    bool cut = false;
+
+    int number() const;
+    /// Values of the configuration that the plug-in asked for; no secrets.
+    QJsonObject config() const;
+    /// The document of that index; an empty one where the record has none.
+    QJsonObject document(int index) const { return documents.value(index); }
+    /// The first document's identifier.
+    QString checkId() const;
+    /// The number of the one card; empty when no card was presented.
+    QString cardNumber() const;
+
+    /// Takes a line over. @return why it is none of a record; empty when it is
+    QString add(const QJsonObject& line);
+    static bool isHeader(const QJsonObject& line);
+
+    /// The records of a file, of which an exported one may hold several.
+    /// @throws Failure (Usage) with file and line where it is no such file
+    static QList<Record> read(const QString& fileName);
+    static QList<Record> parse(const QByteArray& content, const QString& fileName);
+
+    static QByteArray lineOf(const QJsonObject& object);
+};
+
+} // namespace till

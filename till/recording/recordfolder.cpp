@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/recording/recordfolder.h"
+
+#include "host/services/config.h"
+#include "host/services/currenttime.h"
+#include "till/failure.h"
+#include "till/text.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+constexpr qint64 bytesOfMegabyte = 1024LL * 1024;
+constexpr QFile::Permissions ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
+
+QString fileName(const QString& folder, int number)
+{
+    return u"%1/%2.jsonl"_s.arg(folder).arg(number, 6, 10, QLatin1Char('0'));
+}
+
+[[noreturn]] void fail(const QFile& file)
+{
+    throw Failure(Text::tr("%1 cannot be written (%2)").arg(file.fileName(), file.errorString()));
+}
+
+} // namespace
+
+std::unique_ptr<RecordFolder> RecordFolder::configured(const Config& config)
+{
+    const QString folder = config.getString(u"recording:folder"_s, QString());
+    if (folder.isEmpty()) {
+        return nullptr;
+    }
+    Bounds bounds;
+    bounds.bytes = config.getInt(u"recording:maxMegabytes"_s, int(bounds.bytes / bytesOfMegabyte)) *
+                   bytesOfMegabyte;
+    bounds.days = config.getInt(u"recording:maxDays"_s, bounds.days);
+    return std::make_unique<RecordFolder>(folder, bounds);
+}
+
+QList<RecordFile> RecordFolder::files() const
+{
+    QList<RecordFile> found;
+    const auto entries = QDir(path).entryInfoList({u"*.jsonl"_s}, QDir::Files);
+    for (const QFileInfo& entry : entries) {
+        bool isNumber = false;
+        const int number = entry.completeBaseName().toInt(&isNumber);
+        if (isNumber && number > 0) {
+            found.append({number, entry.filePath(), entry.size(), entry.lastModified()});
+        }
+    }
+    std::sort(found.begin(), found.end(), [](const RecordFile& left, const RecordFile& right) {
+        return left.number < right.number;
+    });
+    return found;
+}
+
+Record RecordFolder::read(int number) const
+{
+    const QList<RecordFile> all = files();
+    for (const RecordFile& entry : all) {
+        if (entry.number != number) {
+            continue;
+        }
+        const QList<Record> records = Record::read(entry.path);
+        if (!records.isEmpty()) {
+            return records.first();
+        }
+    }
+    throw Failure(
+        Text::tr("There is no record %1 in %2; look at \"log list\".").arg(number).arg(path));
+}
+
+void RecordFolder::begin(QJsonObject header)
+{
+    file.reset();
+    makeFolder();
+    look();
+    removeOld();
+    openNext();
+    header.insert(u"number"_s, known.last().number);
+    add(header);
+}
+
+void RecordFolder::makeFolder() const
+{
+    if (QFileInfo(path).isDir()) {
+        return;
+    }
+    if (!QDir().mkpath(path)) {
+        throw Failure(Text::tr("the folder %1 cannot be made").arg(path));
+    }
+    QFile::setPermissions(path, ownerOnly | QFile::ExeOwner);
+}
+
+/// Looks at the whole folder; a busy till need not do so for every check.
+void RecordFolder::look()
+{
+    constexpr qint64 longEnough = 60'000;
+    if (lastLook.isValid() && !lastLook.hasExpired(longEnough)) {
+        return;
+    }
+    lastLook.start();
+    known = files();
+    total = 0;
+    for (const RecordFile& entry : std::as_const(known)) {
+        total += entry.bytes;
+    }
+}
+
+void RecordFolder::removeOld()
+{
+    const QDateTime oldest =
+        MockFactory<CurrentTime>::create()->currentDateTime().addDays(-bounds.days);
+    while (!known.isEmpty() && known.first().changed < oldest) {
+        removeOldest();
+    }
+}
+
+void RecordFolder::removeOldest()
+{
+    const RecordFile oldest = known.takeFirst();
+    total -= oldest.bytes;
+    QFile::remove(oldest.path);
+}
+
+void RecordFolder::openNext()
+{
+    int number = known.isEmpty() ? 1 : known.last().number + 1;
+    // other tills may have taken the next numbers
+    for (const int end = number + 10'000; number < end; ++number) {
+        file = std::make_unique<QFile>(fileName(path, number));
+        if (file->open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
+                       ownerOnly)) {
+            known.append({number, file->fileName(), 0, QDateTime::currentDateTime()});
+            return;
+        }
+        if (!QFileInfo::exists(file->fileName())) {
+            break;
+        }
+    }
+    lastLook.invalidate();
+    const std::unique_ptr<QFile> refused = std::move(file);
+    fail(*refused);
+}
+
+void RecordFolder::add(const QJsonObject& line)
+{
+    if (file == nullptr) {
+        return;
+    }
+    const QByteArray bytes = Record::lineOf(line);
+    makeRoom(bytes.size());
+    const qint64 before = file->pos();
+    if (file->write(bytes) != bytes.size()) {
+        file->resize(before); // half a line helps nobody
+        const std::unique_ptr<QFile> broken = std::move(file);
+        fail(*broken);
+    }
+    total += bytes.size();
+    known.last().bytes += bytes.size();
+}
+
+/// Removes the oldest records until there is room for so many bytes.
+void RecordFolder::makeRoom(qint64 wanted)
+{
+    while (total + wanted > bounds.bytes && known.size() > 1) {
+        removeOldest();
+    }
+    if (total + wanted > bounds.bytes) {
+        const std::unique_ptr<QFile> full = std::move(file);
+        throw Failure(Text::tr("one record alone is larger than recording.maxMegabytes"));
+    }
+}
+
+} // namespace till

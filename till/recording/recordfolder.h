@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "till/recording/record.h"
+#include "till/recording/recordtarget.h"
+
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QList>
+#include <QString>
+
+#include <memory>
+
+class Config;
+
+namespace till {
+
+/// A record's file.
+struct RecordFile
+{
+    int number = 0;
+    QString path;
+    qint64 bytes = 0;
+    QDateTime changed;
+};
+
+/// The folder of records: a file of JSON Lines for each, 000001.jsonl and so on, readable by their
+/// owner only. Plain files and no database, because a record is written once, in order, and then
+/// only read, copied or removed: a line is added with one write and without locks between tills,
+/// what is damaged damages nothing else, the bounds are kept by removing the oldest files, and
+/// support reads them with grep.
+///
+/// Together the files hold no more than the configured number of bytes, and none older than the
+/// configured number of days is left when a record begins; what other tills write into the same
+/// folder is seen within a minute. Numbers begin again when the folder has become empty.
+class RecordFolder : public RecordTarget
+{
+public:
+    struct Bounds
+    {
+        qint64 bytes = 50LL * 1024 * 1024;
+        int days = 30;
+    };
+
+    /// The folder that the configuration names under "recording:folder"; null when it names none.
+    static std::unique_ptr<RecordFolder> configured(const Config& config);
+
+    /// Looks at nothing yet.
+    RecordFolder(const QString& folder, const Bounds& allowed) : path(folder), bounds(allowed) {}
+
+    /// Makes the folder where it is missing and begins the next file.
+    void begin(QJsonObject header) override;
+    void add(const QJsonObject& line) override;
+
+    /// Sorted by number.
+    QList<RecordFile> files() const;
+    /// @throws Failure when there is no such record or it cannot be read
+    Record read(int number) const;
+    QString name() const { return path; }
+
+private:
+    void makeFolder() const;
+    void look();
+    void openNext();
+    void removeOld();
+    void makeRoom(qint64 wanted);
+    void removeOldest();
+
+    QString path;
+    Bounds bounds;
+    std::unique_ptr<QFile> file;
+    /// The files of the last look, with what was written since; the present record's is the last.
+    QList<RecordFile> known;
+    qint64 total = 0;
+    QElapsedTimer lastLook;
+};
+
+} // namespace till

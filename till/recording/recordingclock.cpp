@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/recording/recordingclock.h"
+
+#include "till/recording/recorder.h"
+#include "till/recording/valuejson.h"
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+
+RecordingClock::RecordingClock(Recorder& journal)
+    : recorder(journal), before(MockFactory<CurrentTime>::mocked)
+{
+    MockFactory<CurrentTime>::mocked = this;
+}
+
+RecordingClock::~RecordingClock()
+{
+    MockFactory<CurrentTime>::mocked = before;
+}
+
+QDateTime RecordingClock::currentDateTime()
+{
+    const QDateTime time =
+        before != nullptr ? before->currentDateTime() : CurrentTime::currentDateTime();
+    recorder.note([&] { return QJsonObject{{u"clock"_s, valuejson::ofTime(time)}}; });
+    return time;
+}
+
+} // namespace till

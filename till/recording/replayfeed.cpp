@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/recording/replayfeed.h"
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+
+QJsonValue ReplayFeed::next(const char* kind, qsizetype& position) const
+{
+    const QLatin1StringView name(kind);
+    while (position < events.size()) {
+        const QJsonObject event = events.at(position++).toObject();
+        if (event.contains(name)) {
+            return event.value(name);
+        }
+    }
+    return {};
+}
+
+QString ReplayFeed::nextClock()
+{
+    const QString time = next("clock", clocks).toString();
+    if (!time.isEmpty()) {
+        lastClock = time;
+    }
+    return lastClock;
+}
+
+QString ReplayFeed::responseHeader(const QString& name) const
+{
+    for (const auto& entry : events) {
+        const QJsonObject event = entry.toObject();
+        if (event.value("name"_L1).toString().compare(name, Qt::CaseInsensitive) == 0) {
+            return event.value("value"_L1).toString();
+        }
+    }
+    return {};
+}
+
+} // namespace till

@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/recording/valuejson.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+/// For what has no form of its own.
+QJsonValue streamed(const QVariant& value)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_4);
+    stream << value;
+    return QJsonObject{{u"stream"_s, QString::fromLatin1(bytes.toBase64())}};
+}
+
+QVariant fromStream(const QString& text)
+{
+    QDataStream stream(QByteArray::fromBase64(text.toLatin1()));
+    stream.setVersion(QDataStream::Qt_6_4);
+    QVariant value;
+    stream >> value;
+    return value;
+}
+
+QJsonArray ofList(const QVariantList& list)
+{
+    QJsonArray array;
+    for (const QVariant& entry : list) {
+        array.append(valuejson::ofVariant(entry));
+    }
+    return array;
+}
+
+QJsonObject ofMap(const QVariantMap& map)
+{
+    QJsonObject object;
+    for (auto it = map.cbegin(); it != map.cend(); ++it) {
+        object.insert(it.key(), valuejson::ofVariant(it.value()));
+    }
+    return object;
+}
+
+QVariant fromTagged(const QString& tag, const QJsonValue& value)
+{
+    if (tag == u"int"_s) {
+        return value.toInt();
+    }
+    if (tag == u"long"_s) {
+        return value.toString().toLongLong();
+    }
+    if (tag == u"double"_s) {
+        return valuejson::toNumber(value);
+    }
+    if (tag == u"time"_s) {
+        return valuejson::toTime(value.toString());
+    }
+    if (tag == u"stream"_s) {
+        return fromStream(value.toString());
+    }
+    QVariantMap map;
+    const QJsonObject object = value.toObject();
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        map.insert(it.key(), valuejson::toVariant(it.value()));
+    }
+    return map;
+}
+
+} // namespace
+
+QJsonValue valuejson::ofNumber(double number)
+{
+    // JSON has no such numbers, and its readers drop the sign of a zero
+    if (number == 0 && std::signbit(number)) {
+        return u"-0"_s;
+    }
+    return std::isfinite(number) ? QJsonValue(number) : QJsonValue(QString::number(number));
+}
+
+double valuejson::toNumber(const QJsonValue& value)
+{
+    return value.isString() ? value.toString().toDouble() : value.toDouble();
+}
+
+QJsonValue valuejson::ofElapsed(const QElapsedTimer& clock)
+{
+    constexpr double nanosecondsOfMicrosecond = 1000;
+    return std::round(double(clock.nsecsElapsed()) / nanosecondsOfMicrosecond) / 1000.0;
+}
+
+QString valuejson::ofTime(const QDateTime& time)
+{
+    return time.toString(Qt::ISODateWithMs);
+}
+
+QDateTime valuejson::toTime(const QString& text)
+{
+    return QDateTime::fromString(text, Qt::ISODateWithMs);
+}
+
+QJsonValue valuejson::ofBytes(const QByteArray& bytes)
+{
+    const QString text = QString::fromUtf8(bytes);
+    if (text.toUtf8() == bytes) {
+        return text;
+    }
+    return QJsonObject{{u"base64"_s, QString::fromLatin1(bytes.toBase64())}};
+}
+
+QByteArray valuejson::toBytes(const QJsonValue& value)
+{
+    return value.isObject()
+               ? QByteArray::fromBase64(value.toObject().value(u"base64"_s).toString().toLatin1())
+               : value.toString().toUtf8();
+}
+
+QJsonValue valuejson::ofVariant(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        return {};
+    case QMetaType::Bool:
+        return value.toBool();
+    case QMetaType::Int:
+        return QJsonObject{{u"int"_s, value.toInt()}};
+    case QMetaType::LongLong:
+        return QJsonObject{{u"long"_s, QString::number(value.toLongLong())}};
+    case QMetaType::Double:
+        return QJsonObject{{u"double"_s, ofNumber(value.toDouble())}};
+    case QMetaType::QString: {
+        const QString text = value.toString();
+        return QString::fromUtf8(text.toUtf8()) == text ? QJsonValue(text) : streamed(value);
+    }
+    case QMetaType::QDateTime:
+        return QJsonObject{{u"time"_s, ofTime(value.toDateTime())}};
+    case QMetaType::QVariantList:
+        return ofList(value.toList());
+    case QMetaType::QVariantMap:
+        return QJsonObject{{u"map"_s, ofMap(value.toMap())}};
+    default:
+        return streamed(value);
+    }
+}
+
+QVariant valuejson::toVariant(const QJsonValue& value)
+{
+    switch (value.type()) {
+    case QJsonValue::Bool:
+        return value.toBool();
+    case QJsonValue::Double:
+        return value.toDouble();
+    case QJsonValue::String:
+        return value.toString();
+    case QJsonValue::Array: {
+        QVariantList list;
+        const QJsonArray array = value.toArray();
+        for (const auto& entry : array) {
+            list.append(toVariant(entry));
+        }
+        return list;
+    }
+    case QJsonValue::Object: {
+        const QJsonObject object = value.toObject();
+        const QString tag = object.isEmpty() ? QString() : object.begin().key();
+        return fromTagged(tag, object.value(tag));
+    }
+    default:
+        return {};
+    }
+}
+
+} // namespace till

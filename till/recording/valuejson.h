@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QJsonValue>
+#include <QString>
+#include <QVariant>
+
+/// Single values to JSON and back, so that nothing is lost on the way: neither the type of a
+/// variant nor the last bit of a double, which decides how a kopeck is rounded.
+namespace till::valuejson {
+
+QJsonValue ofNumber(double number);
+double toNumber(const QJsonValue& value);
+
+/// Milliseconds, with three decimals.
+QJsonValue ofElapsed(const QElapsedTimer& clock);
+
+/// A local time keeps its wall clock and no zone: replayed anywhere, it prints as it did here.
+QString ofTime(const QDateTime& time);
+QDateTime toTime(const QString& text);
+
+/// A text where the bytes are UTF-8, otherwise { "base64": ... }.
+QJsonValue ofBytes(const QByteArray& bytes);
+QByteArray toBytes(const QJsonValue& value);
+
+QJsonValue ofVariant(const QVariant& value);
+QVariant toVariant(const QJsonValue& value);
+
+} // namespace till::valuejson
