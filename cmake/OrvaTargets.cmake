@@ -47,6 +47,9 @@ endfunction()
 function(_orva_reuse_headers target from)
     if(ORVA_PRECOMPILE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         target_precompile_headers(${target} REUSE_FROM ${from})
+        # The headers are compiled as for a library. Qt up to 6.4 asks for that in programs too.
+        target_compile_options(${target} PRIVATE
+            $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-fPIC>)
     endif()
 endfunction()
 

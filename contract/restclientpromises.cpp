@@ -44,7 +44,7 @@ TEST(RestClientContract, PostsTheBodyWithTheHeadersOnce)
 
 TEST(RestClientContract, ReadsTheWholeAnswer)
 {
-    const std::string body = "<ok>" + std::string(200'000, 'x') + "</ok>";
+    const std::string body(200'000, 'x');
     RawServer server(RawServer::answering(RawServer::answer("200 OK", body)));
     const auto client = subject().makeRestClient();
     client->post(server.url(), "body", {});

@@ -18,7 +18,8 @@ void addPromises()
          {addTextPromises, addDocumentPromises, addPluginDataPromises, addLinePromises,
           addCardPromises, addImpactPromises, addBonusRecordPromises, addConfigPromises,
           addSessionPromises, addQueuePromises, addRestClientPromises, addRestFailurePromises,
-          addTimePromises, addXmlPromises, addLoyaltyPromises, addFactoryPromises}) {
+          addTimePromises, addXmlPromises, addLoyaltyPromises, addFactoryPromises,
+          addSlotPromises}) {
         add();
     }
 }

@@ -28,5 +28,6 @@ void addTimePromises();
 void addXmlPromises();
 void addLoyaltyPromises();
 void addFactoryPromises();
+void addSlotPromises();
 
 } // namespace contract

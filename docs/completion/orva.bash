@@ -6,7 +6,7 @@
 
 # What --help says behind the words given, in the language that is read here.
 _orva_help() {
-    LC_ALL=C LANGUAGE=C "$@" --help 2>/dev/null
+    LC_ALL=C LANGUAGE=en "$@" --help 2>/dev/null
 }
 
 # The options in a text of --help, one a line.

@@ -5,14 +5,14 @@
 
 #include "client/interface.h"
 #include "client/noconnectionexception.h"
-#include "tests/slotorder.h"
+#include "contract/slotorder.h"
 
 #include <gtest/gtest.h>
 #include <type_traits>
 #include <typeinfo>
 
 using namespace Qt::StringLiterals;
-using tests::slotOf;
+using contract::slotOf;
 
 namespace {
 

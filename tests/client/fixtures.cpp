@@ -47,9 +47,8 @@ std::string difference(const QByteArray& expected, const QByteArray& actual)
 QDomDocument parse(const QString& xml)
 {
     QDomDocument document;
-    QString message;
-    if (!document.setContent(xml, &message)) {
-        throw std::invalid_argument("not well-formed: " + message.toStdString());
+    if (!document.setContent(xml)) {
+        throw std::invalid_argument("not well-formed: " + xml.toStdString());
     }
     return document;
 }

@@ -3,16 +3,16 @@
 
 #include "tests/client/printers.h"
 
-#include "tests/slotorder.h"
+#include "contract/slotorder.h"
 
 #include "client/interface.h"
 
 #include <gtest/gtest.h>
 
+using contract::consecutiveSlots;
+using contract::slotOf;
+using contract::slotsOf;
 using orva::Interface;
-using tests::consecutiveSlots;
-using tests::slotOf;
-using tests::slotsOf;
 
 namespace {
 

@@ -25,7 +25,7 @@ offered() {
 listed() {
     local section=$1
     shift
-    LC_ALL=C "$@" --help | awk -v section="$section:" '
+    LC_ALL=C LANGUAGE=en "$@" --help | awk -v section="$section:" '
         /^[^ ]/ { inside = $0 == section }
         inside && /^  [^ ]/ { count = split($1, names, ","); for (i = 1; i <= count; ++i) print names[i] }'
 }

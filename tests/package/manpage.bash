@@ -12,7 +12,7 @@ page=$2
 listed() {
     local section=$1
     shift
-    LC_ALL=C "$program" "$@" --help | awk -v section="$section:" '
+    LC_ALL=C LANGUAGE=en "$program" "$@" --help | awk -v section="$section:" '
         /^[^ ]/ { inside = $0 == section }
         inside && /^  [^ ]/ { count = split($1, names, ","); for (i = 1; i <= count; ++i) print names[i] }'
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/slotorder.h"
+#include "contract/slotorder.h"
 #include "plugin/orva.h"
 #include "tests/client/printers.h"
 
@@ -14,17 +14,17 @@ namespace {
 class ObjectSlots : public QObject
 {
 public:
-    static auto last() { return tests::slotOf(&ObjectSlots::disconnectNotify); }
+    static auto last() { return contract::slotOf(&ObjectSlots::disconnectNotify); }
 };
 
 TEST(SlotOrder, OrvasOperationsFollowThoseOfEveryObject)
 {
     ASSERT_TRUE(ObjectSlots::last().has_value());
-    const auto slots = tests::slotsOf(
+    const auto slots = contract::slotsOf(
         &Orva::init, &Orva::identifyByCard, &Orva::request, &Orva::commit, &Orva::rollback,
         &Orva::getPointsForSpend, &Orva::setPointsForSpend, &Orva::spendPoints,
         &Orva::restoreLoyaltySystem, &Orva::recalculatePointsForEarn, &Orva::updatePluginData);
-    EXPECT_EQ(slots, tests::consecutiveSlots(*ObjectSlots::last() + 1, 11));
+    EXPECT_EQ(slots, contract::consecutiveSlots(*ObjectSlots::last() + 1, 11));
 }
 
 /// Whether the operation, looked up in Orva, is one that Orva itself declares.

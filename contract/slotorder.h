@@ -15,7 +15,7 @@
 /// In the Itanium C++ ABI such a pointer is two words: for a virtual operation the first is 1 + the
 /// entry's byte offset in the table. On ARM, where the lowest bit of an address has a meaning, the
 /// first word is the offset itself and the lowest bit of the second says "virtual".
-namespace tests {
+namespace contract {
 
 /// The slot of the operation, or nothing when it is not virtual. A virtual destructor takes two
 /// slots, but no pointer to it can be formed.
@@ -58,4 +58,4 @@ inline std::vector<std::optional<std::size_t>> consecutiveSlots(std::size_t firs
     return slots;
 }
 
-} // namespace tests
+} // namespace contract

@@ -1,19 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/slotorder.h"
+#include "contract/slotorder.h"
+#include "contract/subject.h"
+
 #include "host/loyalty/basicloyaltysystem.h"
-#include "host/services/restclient.h"
-#include "tests/client/printers.h"
 
-#include <gmock/gmock.h>
-#include <string_view>
+#include <gtest/gtest.h>
 
+void contract::addSlotPromises() {}
+
+namespace contract {
 namespace {
 
-using tests::consecutiveSlots;
-using tests::slotOf;
-using tests::slotsOf;
+// Plug-ins call these operations by their places in the tables, which a plug-in has built into it.
 
 /// Reaches the last virtual operation that every QObject has.
 class ObjectSlots : public QObject
@@ -25,7 +25,7 @@ public:
 // A destructor takes the first two slots of a class that has no virtual base operation before it.
 constexpr std::size_t destructorSlots = 2;
 
-TEST(SlotOrder, BasicPluginsOperationsStandInTheOrderOfTheContract)
+TEST(SlotOrderContract, BasicPluginsOperationsStandInTheOrderOfTheContract)
 {
     const auto slots =
         slotsOf(&BasicPlugin::init, &BasicPlugin::deinit, &BasicPlugin::isFeatureMatched,
@@ -34,7 +34,7 @@ TEST(SlotOrder, BasicPluginsOperationsStandInTheOrderOfTheContract)
     EXPECT_EQ(slots, consecutiveSlots(destructorSlots, 8));
 }
 
-TEST(SlotOrder, BasicLoyaltySystemsOperationsStandInTheOrderOfTheContract)
+TEST(SlotOrderContract, BasicLoyaltySystemsOperationsStandInTheOrderOfTheContract)
 {
     using Base = BasicLoyaltySystem;
     using DocumentPointer = QSharedPointer<AbstractDocument>;
@@ -67,7 +67,7 @@ TEST(SlotOrder, BasicLoyaltySystemsOperationsStandInTheOrderOfTheContract)
     EXPECT_EQ(slots, consecutiveSlots(destructorSlots, 66));
 }
 
-TEST(SlotOrder, RestClientsOperationsFollowThoseOfEveryObject)
+TEST(SlotOrderContract, RestClientsOperationsFollowThoseOfEveryObject)
 {
     ASSERT_TRUE(ObjectSlots::last().has_value());
     const auto slots =
@@ -76,18 +76,11 @@ TEST(SlotOrder, RestClientsOperationsFollowThoseOfEveryObject)
     EXPECT_EQ(slots, consecutiveSlots(*ObjectSlots::last() + 1, 6));
 }
 
-TEST(SlotOrder, RestClientsOwnAdditionsComeAfterTheContract)
+TEST(SlotOrderContract, RestClientsOwnAdditionsComeAfterTheContract)
 {
     ASSERT_TRUE(slotOf(&RestClient::getResponseHeader).has_value());
     EXPECT_GT(*slotOf(&RestClient::getResponseHeader), *slotOf(&RestClient::setTimeout));
 }
 
-TEST(PluginIdentifier, IsTheConfiguredOne)
-{
-    EXPECT_STREQ(ABSTRACT_PLUGIN_IID, ORVA_CONFIGURED_IID);
-    EXPECT_TRUE(std::string_view(ABSTRACT_PLUGIN_IID).ends_with(".AbstractPlugin"));
-    EXPECT_STREQ(qobject_interface_iid<BasicPlugin*>(), ORVA_CONFIGURED_IID);
-    EXPECT_STREQ(qobject_interface_iid<BasicLoyaltySystem*>(), "LoyaltySystem");
-}
-
 } // namespace
+} // namespace contract
