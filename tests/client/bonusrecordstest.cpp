@@ -131,6 +131,20 @@ TEST_F(BonusRecords, haveThePositionZeroWithoutAReadableId)
     EXPECT_EQ(records.first().position, QVariant(0));
 }
 
+TEST_F(BonusRecords, areReadFromTheWholeTextOfIdAndAmountAndFromTextOnly)
+{
+    const QList<QPair<QString, int>> texts{
+        {u"12"_s, 12},        {u"1<!-- 5 -->2"_s, 12},   {u"<x>12</x>"_s, 12},
+        {u"1<x>2</x>"_s, 12}, {u"<![CDATA[12]]>"_s, 12}, {u"1<![CDATA[2]]>"_s, 12},
+        {u"<x/>12"_s, 12},    {u"<!-- 12 -->"_s, 0},     {u"<?x 12?>"_s, 0}};
+    for (const auto& [text, value] : texts) {
+        const auto records = read(line(text, u"1"_s) + line(u"7"_s, text));
+        ASSERT_EQ(records.size(), value == 0 ? 1 : 2) << qPrintable(text);
+        EXPECT_EQ(records.constFirst().position, QVariant(value)) << qPrintable(text);
+        EXPECT_EQ(records.constLast().bonusAmount, value == 0 ? 1 : value) << qPrintable(text);
+    }
+}
+
 TEST_F(BonusRecords, areReadFromTheFirstAwardsOnly)
 {
     EXPECT_TRUE(read(u"<RawItem><id>1</id><awards><RawItemAwards/><RawItemAwards><awardBonus>5"

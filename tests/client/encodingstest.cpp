@@ -229,10 +229,50 @@ TEST(Encodings, wideDeclarationOfTheOtherByteOrderHidesNothing)
 TEST(Encodings, ofOneByteThatAreUsualHereAreHarmless)
 {
     for (const char* name : {"windows-1251", "Windows-1251", "cp1251", "KOI8-R", "koi8-r", "KOI8-U",
-                             "ISO-8859-5", "iso-8859-1", "IBM866", "cp866", "US-ASCII", "utf-8"}) {
+                             "ISO-8859-5", "iso-8859-1", "IBM866", "cp866", "US-ASCII", "utf-8",
+                             "utf8", "ascii", "latin1", "cp1252"}) {
         EXPECT_TRUE(orva::isHarmlessXml(declared(name) + "<a b='1'>\xC0\xED</a>")) << name;
         EXPECT_FALSE(orva::isHarmlessXml(declared(name) + nested(levelLimit + 1).toLatin1()))
             << name;
+    }
+}
+
+TEST(Encodings, whoseNamesOnlyBeginLikeThoseAreRefused)
+{
+    for (const char* name :
+         {"UTF-7", "utf", "utf-16", "windows-12", "windows-1200", "cp1200", "cp12", "iso-8859",
+          "koi8-", "koi8", "ibm86", "cp86", "us-asci", "latin", "latin2", "asci", ""}) {
+        EXPECT_FALSE(orva::isHarmlessXml(declared(name) + "<a/>")) << name;
+        EXPECT_FALSE(orva::isHarmlessXml("\xEF\xBB\xBF" + declared(name) + "<a/>")) << name;
+    }
+}
+
+TEST(Encodings, areNamedByTheDeclarationOnly)
+{
+    for (const char* text :
+         {"<a encoding='UTF-7'/>", "<?xml version='1.0'?><a encoding='UTF-7'/>",
+          "<?xm encoding='UTF-7'?><a/>", "<?xml version='1.0'?><?p encoding='UTF-7'?><a/>"}) {
+        EXPECT_TRUE(orva::isHarmlessXml(QByteArray(text))) << text;
+    }
+    EXPECT_FALSE(orva::isHarmlessXml(QByteArray("<?xml version='1.0' encoding='UTF-7'")));
+    EXPECT_FALSE(orva::isHarmlessXml(QByteArray("<?xml encoding='utf-8' encoding='UTF-7'?><a/>")));
+}
+
+TEST(Encodings, ofTwoBytesMayBeDeclaredAsUtf16WithAMarkOnly)
+{
+    const auto text = [](const QString& name) {
+        return u"<?xml version='1.0' encoding='%1'?><a/>"_s.arg(name);
+    };
+    for (const int marked : {0, 1}) {
+        const Encoding with = wide().at(marked);
+        const Encoding without = wide().at(marked + 2);
+        EXPECT_TRUE(orva::isHarmlessXml(encoded(with, text(u"UTF-16"_s)))) << with.name;
+        EXPECT_TRUE(orva::isHarmlessXml(encoded(with, text(u"utf-16"_s)))) << with.name;
+        EXPECT_FALSE(orva::isHarmlessXml(encoded(with, text(u"UTF-8"_s)))) << with.name;
+        EXPECT_FALSE(orva::isHarmlessXml(encoded(with, text(u"UTF-16LE"_s)))) << with.name;
+        EXPECT_FALSE(orva::isHarmlessXml(encoded(without, text(u"UTF-16"_s)))) << without.name;
+        EXPECT_TRUE(orva::isHarmlessXml(encoded(with, u"<a encoding='UTF-8'/>"_s))) << with.name;
+        EXPECT_TRUE(orva::isHarmlessXml(encoded(without, u"<a/>"_s))) << without.name;
     }
 }
 

@@ -61,6 +61,13 @@ TEST(HarmlessXml, countsLevelsAndNotElements)
     EXPECT_TRUE(harmless(u"<r>"_s + nested(levelLimit - 1).repeated(3) + u"</r>"_s));
 }
 
+TEST(HarmlessXml, seesTheLevelsBehindEmptyElements)
+{
+    const QString empty = u"<b/><b x='/'></b><b />"_s;
+    EXPECT_TRUE(harmless(u"<r>"_s + empty + nested(levelLimit - 1) + u"</r>"_s));
+    EXPECT_FALSE(harmless(u"<r>"_s + empty + nested(levelLimit) + u"</r>"_s));
+}
+
 TEST(HarmlessXml, countsLevelsOfACutText)
 {
     EXPECT_TRUE(harmless(u"<a>"_s.repeated(levelLimit)));
@@ -146,6 +153,43 @@ TEST(HarmlessXml, takesNoPartOfABeginningForTheEnd)
     EXPECT_TRUE(harmless(u"<r><!-->"_s + deep + u"--></r>"_s));
     EXPECT_TRUE(harmless(u"<r><!--->"_s + deep + u"--></r>"_s));
     EXPECT_TRUE(harmless(u"<r><?>"_s + deep + u"?></r>"_s));
+}
+
+TEST(HarmlessXml, endsCommentCdataAndInstructionAtTheWholeOfTheirEndOnly)
+{
+    const QString deep = nested(levelLimit);
+    EXPECT_TRUE(harmless(u"<r><!-- -- -> - > "_s + deep + u"--></r>"_s));
+    EXPECT_TRUE(harmless(u"<r><![CDATA[ ]] ]> ] > "_s + deep + u"]]></r>"_s));
+    EXPECT_TRUE(harmless(u"<r><?p ? > "_s + deep + u"?></r>"_s));
+}
+
+TEST(HarmlessXml, takesAnyOtherDeclarationForTheEndOfWhatIsRead)
+{
+    const QString deep = nested(levelLimit + 1);
+    for (const QString& part :
+         {u"<!-a-->"_s, u"<![CDATA a]]>"_s, u"<![cdata[a]]>"_s, u"<!ELEMENT a ANY>"_s,
+          u"<!doctype a>"_s, u"<!DOCTYP a>"_s, u"<!>"_s, u"<! DOCTYPE a>"_s}) {
+        EXPECT_TRUE(harmless(u"<r>"_s + part + deep + u"</r>"_s)) << qPrintable(part);
+    }
+}
+
+TEST(HarmlessXml, takesCutMarkupOfAnotherKindForNoElement)
+{
+    const QString open = u"<a>"_s.repeated(levelLimit);
+    EXPECT_TRUE(harmless(open + u"<!"_s));
+    EXPECT_TRUE(harmless(open + u"<?"_s));
+    EXPECT_TRUE(harmless(open + u"</"_s));
+    EXPECT_FALSE(harmless(open + u"<"_s));
+}
+
+TEST(HarmlessXml, looksAtNothingBehindTheEnd)
+{
+    // no zero byte ends these texts
+    EXPECT_TRUE(orva::isHarmlessXml(QByteArray::fromRawData("<!DOCTYPE a>", 5)));
+    const QByteArray open = QByteArray("<a>").repeated(levelLimit);
+    const QByteArray declared = open + "<!DOCTYPE a>";
+    EXPECT_FALSE(
+        orva::isHarmlessXml(QByteArray::fromRawData(declared.constData(), open.size() + 1)));
 }
 
 TEST(HarmlessXml, countsNoMarkupInCommentCdataAndInstruction)

@@ -7,6 +7,7 @@
 
 #include "tests/logcapture.h"
 
+#include <gtest/gtest.h>
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
 

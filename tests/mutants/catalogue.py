@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """All mutants of the folders that are mutated."""
 
+import collections
 import re
 import subprocess
 from dataclasses import dataclass, field
@@ -26,6 +27,7 @@ class Mutant:
     line: int
     line_text: str
     change: str
+    line_above: str
     words: frozenset = field(default_factory=frozenset)  # the function around it, in a header
 
     def __str__(self):
@@ -56,8 +58,21 @@ def mutants_of(root, name, names):
         if result not in seen:
             seen.add(result)
             found.append(Mutant(name, start, end, replacement, source.line_of(start),
-                                source.line_text(start), change, _function(source, start)))
-    return sorted(found, key=lambda mutant: (mutant.start, mutant.end))
+                                source.line_text(start), change,
+                                source.line_above(start), _function(source, start)))
+    found.sort(key=lambda mutant: (mutant.start, mutant.end))
+    _number_repetitions(found)
+    return found
+
+
+def _number_repetitions(mutants):
+    """The second one of the same change on a line is its "#2"."""
+    seen = collections.Counter()
+    for mutant in mutants:
+        place = (mutant.line, mutant.change)
+        seen[place] += 1
+        if seen[place] > 1:
+            mutant.change += f" #{seen[place]}"
 
 
 def _changes(source, names):

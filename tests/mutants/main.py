@@ -43,7 +43,7 @@ def chosen(options, report):
     if options.only:
         mutants = [mutant for mutant in mutants if options.only in mutant.file]
     if options.again:
-        left = {line.partition("\t")[2] for line in report.read_text().splitlines()
+        left = {line.split("\t")[1] for line in report.read_text().splitlines()
                 if line.startswith(SURVIVED)}
         mutants = [mutant for mutant in mutants if str(mutant) in left]
     # drawn from all, so that what is listed later changes no sample
@@ -110,7 +110,7 @@ def run(build, mutants, limits, jobs, report):
 
 
 def show(outcome, count, total, report):
-    print(f"{outcome.verdict}\t{outcome.mutant}", file=report, flush=True)
+    print(outcome.verdict, outcome.mutant, outcome.by, sep="\t", file=report, flush=True)
     if outcome.verdict == SURVIVED:
         print(f"SURVIVED {outcome.mutant}\n         {outcome.mutant.line_text}", flush=True)
     elif sys.stdout.isatty() or count % 100 == 0:

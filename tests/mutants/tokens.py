@@ -49,9 +49,14 @@ class Source:
         return self.text.count("\n", 0, offset) + 1
 
     def line_text(self, offset):
+        """The line that the character stands in, or that the line break ends."""
         begin = self.text.rfind("\n", 0, offset) + 1
         end = self.text.find("\n", offset)
         return self.text[begin:end if end >= 0 else len(self.text)].strip()
+
+    def line_above(self, offset):
+        begin = self.text.rfind("\n", 0, offset)
+        return self.line_text(begin) if begin > 0 else ""
 
     def spaced(self, token):
         """The style puts blanks around binary operators, and only around them."""
