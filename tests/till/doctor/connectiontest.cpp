@@ -3,8 +3,8 @@
 
 // The way to the server: names, proxies, connections and certificates.
 
+#include "contract/rawserver.h"
 #include "tests/faults/portreserve.h"
-#include "tests/host/services/rawserver.h"
 #include "tests/till/doctor/row.h"
 
 using namespace Qt::StringLiterals;

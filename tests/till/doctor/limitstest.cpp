@@ -3,9 +3,9 @@
 
 // Whatever hangs, the doctor comes to its end in time, and names what hangs and nothing else.
 
+#include "contract/rawserver.h"
 #include "tests/e2e/program.h"
 #include "tests/faults/resolver.h"
-#include "tests/host/services/rawserver.h"
 #include "tests/till/doctor/row.h"
 
 #include <QElapsedTimer>

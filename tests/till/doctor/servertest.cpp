@@ -3,7 +3,7 @@
 
 // What the server answers.
 
-#include "tests/host/services/rawserver.h"
+#include "contract/rawserver.h"
 #include "tests/mocked.h"
 #include "tests/till/doctor/row.h"
 
