@@ -31,7 +31,9 @@ constexpr int headStartMilliseconds = 400;
 constexpr int pluginMilliseconds = 1500;
 constexpr int questionSeconds = 2;
 constexpr int roadMilliseconds = 1500;
-constexpr int databaseMilliseconds = 2500;
+constexpr int databaseMilliseconds = 1500;
+/// A busy disk may let a single page wait.
+constexpr int longestDatabaseWait = 3500;
 constexpr int wholeMilliseconds = 4800;
 /// How much longer than its own limit something is waited for.
 constexpr int grace = 300;
@@ -112,7 +114,7 @@ public:
 
 private:
     std::unique_ptr<Services> services;
-    const QDeadlineTimer databaseEnd{databaseMilliseconds + grace};
+    const QDeadlineTimer databaseEnd{longestDatabaseWait};
     const QDeadlineTimer roadEnd{roadMilliseconds + grace};
     std::optional<Errand<ConnectionProbe>> road;
     std::optional<Errand<DatabaseExamination>> database;
