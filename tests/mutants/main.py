@@ -17,7 +17,7 @@ from pathlib import Path
 
 import equivalents
 from build import MODULE_PROGRAMS, PROGRAMS, Build
-from catalogue import all_mutants
+from catalogue import all_mutants, unchanged
 from worker import COMPILE_FAILED, KILLED, SURVIVED, Worker, end, run_limited, running
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -83,6 +83,9 @@ def run(build, mutants, limits, jobs, report):
         waiting.put(mutant)
     kills = collections.defaultdict(collections.Counter)
     lock = threading.Lock()
+    control = Worker(build, build.folder / "worker-0", limits, kills)
+    if control.judge(unchanged("client/transport.cpp")).verdict != SURVIVED:
+        raise SystemExit("mutants: the tests fail in the copy without any mutant")
 
     def work(number):
         worker = Worker(build, build.folder / f"worker-{number}", limits, kills)
