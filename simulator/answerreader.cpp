@@ -4,6 +4,7 @@
 #include "simulator/answerreader.h"
 
 #include "simulator/matchreader.h"
+#include "simulator/text.h"
 
 #include <QFile>
 
@@ -30,13 +31,13 @@ CannedAnswer readAnswer(const TableReader& table, const QDir& folder, QStringLis
         return answer;
     }
     if (keys.contains(u"body"_s)) {
-        table.refuse("file", u"stands beside \"body\": an answer has one of them"_s);
+        table.refuse("file", Text::tr("stands beside \"body\": an answer has one of them"));
     }
     QFile file(folder.filePath(table.requiredText("file")));
     files.append(file.fileName());
     if (!file.open(QIODevice::ReadOnly)) {
-        table.refuse("file", u"names %1, which cannot be read: %2"_s.arg(file.fileName(),
-                                                                         file.errorString()));
+        table.refuse("file", Text::tr("names %1, which cannot be read: %2")
+                                 .arg(file.fileName(), file.errorString()));
     }
     answer.body = file.readAll();
     return answer;

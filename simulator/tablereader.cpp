@@ -22,6 +22,15 @@ QString keyText(const toml::key& key)
     return QString::fromUtf8(key.str().data(), static_cast<qsizetype>(key.str().size()));
 }
 
+/// Apart, because lupdate does not know the context within a function that returns a foreign type.
+[[noreturn]] void failToParse(const toml::parse_error& error, const QString& name)
+{
+    throw ConfigError(Text::tr("%1:%2: this is not TOML: %3")
+                          .arg(name)
+                          .arg(error.source().begin.line)
+                          .arg(QString::fromUtf8(error.description())));
+}
+
 } // namespace
 
 toml::table parseToml(const QByteArray& text, const QString& name)
@@ -29,9 +38,7 @@ toml::table parseToml(const QByteArray& text, const QString& name)
     try {
         return toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
     } catch (const toml::parse_error& error) {
-        throw ConfigError(u"%1:%2: this is not TOML: %3"_s.arg(name)
-                              .arg(error.source().begin.line)
-                              .arg(QString::fromUtf8(error.description())));
+        failToParse(error, name);
     }
 }
 
@@ -180,7 +187,7 @@ bool TableReader::flag(const char* key, bool fallback) const
     }
     const auto* value = node->as_boolean();
     if (value == nullptr) {
-        refuse(key, u"must be true or false"_s);
+        refuse(key, Text::tr("must be true or false"));
     }
     // cppcheck-suppress nullPointerRedundantCheck ; refuse does not return
     return value->get();

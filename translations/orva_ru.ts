@@ -390,6 +390,22 @@ Try: %3
         <source>the rules stay as they were: %1</source>
         <translation>правила остаются прежними: %1</translation>
     </message>
+    <message>
+        <source>stands beside &quot;body&quot;: an answer has one of them</source>
+        <translation>стоит рядом с «body»: в ответе бывает только одно из двух</translation>
+    </message>
+    <message>
+        <source>names %1, which cannot be read: %2</source>
+        <translation>называет файл %1, который не удаётся прочитать: %2</translation>
+    </message>
+    <message>
+        <source>%1:%2: this is not TOML: %3</source>
+        <translation>%1:%2: это не TOML: %3</translation>
+    </message>
+    <message>
+        <source>must be true or false</source>
+        <translation>должно быть true или false</translation>
+    </message>
 </context>
 <context>
     <name>Till</name>
