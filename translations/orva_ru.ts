@@ -2333,5 +2333,13 @@ explanation.</source>
         <source>The record has a call &quot;%1&quot;, which this till does not know; replay it with the till that recorded it.</source>
         <translation>В записи есть вызов «%1», которого эта касса не знает; повторите её на той кассе, которая её сделала.</translation>
     </message>
+    <message>
+        <source>not set: nothing is recorded</source>
+        <translation>не задано: ничего не записывается</translation>
+    </message>
+    <message>
+        <source>not set: 50 megabytes</source>
+        <translation>не задано: 50 мегабайт</translation>
+    </message>
 </context>
 </TS>

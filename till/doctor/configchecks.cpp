@@ -60,6 +60,13 @@ KeySheet sheetOf(const QString& name)
          {u"\"3\""_s, false, true, false, QT_TRANSLATE_NOOP("Till", "not set: till")}},
         {u"queue.keepDeliveredDays"_s,
          {u"30"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
+        {u"recording.folder"_s,
+         {u"\"records\""_s, false, true, false,
+          QT_TRANSLATE_NOOP("Till", "not set: nothing is recorded")}},
+        {u"recording.maxMegabytes"_s,
+         {u"50"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 50 megabytes")}},
+        {u"recording.maxDays"_s,
+         {u"30"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
     };
     return sheets.value(name);
 }
