@@ -127,19 +127,30 @@ QJsonObject documentjson::ofCard(const DocumentCardRecord& record)
     return object;
 }
 
+namespace {
+
+/// Null where the record has no card.
+QSharedPointer<Card> cardIn(const QJsonObject& object)
+{
+    if (!object.contains(u"number"_s)) {
+        return {};
+    }
+    auto card = QSharedPointer<Card>::create(object.value(u"number"_s).toString());
+    if (object.contains(u"client"_s)) {
+        const auto client = QSharedPointer<Client>::create();
+        client->setName(object.value(u"client"_s).toString());
+        card->setClient(client);
+    }
+    return card;
+}
+
+} // namespace
+
 QSharedPointer<DocumentCardRecord> documentjson::toCard(const QJsonObject& object)
 {
-    QSharedPointer<Card> card;
-    if (object.contains(u"number"_s)) {
-        card = QSharedPointer<Card>::create(object.value(u"number"_s).toString());
-        if (object.contains(u"client"_s)) {
-            const auto client = QSharedPointer<Client>::create();
-            client->setName(object.value(u"client"_s).toString());
-            card->setClient(client);
-        }
-    }
     const auto record = QSharedPointer<DocumentCardRecord>::create(
-        card, object.value(u"systemType"_s).toInt(), object.value(u"codeInternal"_s).toInt());
+        cardIn(object), object.value(u"systemType"_s).toInt(),
+        object.value(u"codeInternal"_s).toInt());
     record->setPointsForSpend(toNumber(object.value(u"pointsForSpend"_s)));
     record->setPointsForEarn(toVariant(object.value(u"pointsForEarn"_s)));
     record->setBonusBalance(toVariant(object.value(u"balance"_s)));
