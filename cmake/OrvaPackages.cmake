@@ -51,8 +51,6 @@ file(CONFIGURE OUTPUT packaging/changelog @ONLY CONTENT
 orva_package(host ${host_package} libs "host of loyalty plug-ins for cash registers"
 "The framework that a loyalty plug-in of a cash register sees: document model,
 configuration, HTTP client, and the outgoing queue in SQLite with its delivery.")
-# The driver is loaded by name, so no tool finds it.
-set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS libqt6sql6-sqlite)
 file(CONFIGURE OUTPUT packaging/shlibs @ONLY
     CONTENT "libposhost ${PROJECT_VERSION_MAJOR} ${host_package} (= @version@)\n")
 file(CONFIGURE OUTPUT packaging/triggers @ONLY CONTENT "activate-noawait ldconfig\n")
@@ -68,6 +66,7 @@ set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})")
 orva_package(tools orva-tools misc "reference cash desk and loyalty server"
 "orva-till is a cash desk that works with loyalty plug-ins, orva-simulator a
 loyalty server with a ledger, for trying and testing them.")
+# Qt's driver for SQLite is loaded by name, so no tool finds it.
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version}), libqt6sql6-sqlite")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
 

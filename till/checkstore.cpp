@@ -21,7 +21,7 @@ namespace {
 
 qint64 nowMilliseconds()
 {
-    return MockFactory<CurrentTime>::create()->currentDateTime().toMSecsSinceEpoch();
+    return CurrentTime::milliseconds();
 }
 
 } // namespace

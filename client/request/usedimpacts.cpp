@@ -42,6 +42,7 @@ QList<Used> usedByPosition(const QList<QSharedPointer<DocumentImpact>>& impacts)
 {
     static const QVariant ownCardType(loyaltySystemType);
     QList<Used> used;
+    used.reserve(impacts.size());
     for (const auto& impact : impacts) {
         const auto totals = impact->getTotals();
         const QString name = elementFor(totals->getDiscountType());

@@ -13,3 +13,10 @@ QDateTime CurrentTime::currentDateTime()
 {
     return QDateTime::currentDateTime();
 }
+
+qint64 CurrentTime::milliseconds()
+{
+    CurrentTime* const mocked = MockFactory<CurrentTime>::mocked;
+    return mocked == nullptr ? QDateTime::currentMSecsSinceEpoch()
+                             : mocked->currentDateTime().toMSecsSinceEpoch();
+}

@@ -14,9 +14,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QSqlQuery>
 #include <QThread>
-#include <QUuid>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -75,51 +73,59 @@ void tightenRights(const QString& file)
 
 } // namespace
 
-Database::Connection::Connection(const QString& fileName, int busyMilliseconds)
-    : file(fileName), handle(QSqlDatabase::addDatabase(
-                          u"QSQLITE"_s, QUuid::createUuid().toString(QUuid::WithoutBraces)))
-{
-    handle.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=%1"_s.arg(busyMilliseconds));
-    handle.setDatabaseName(file);
-}
+Database::Connection::Connection(const QString& fileName) : file(fileName) {}
 
 Database::Connection::~Connection()
 {
     readingWatch.reset();
     idle.clear();
-    const QString name = handle.connectionName();
-    handle.close();
-    handle = QSqlDatabase();
-    QSqlDatabase::removeDatabase(name);
+    sqlite3_close_v2(handle);
 }
 
-std::unique_ptr<QSqlQuery> Database::Connection::prepared(const QString& sql)
+void Database::Connection::open(const QString& name, int flags, int busyMilliseconds)
+{
+    // only the thread that opened it uses a connection
+    if (sqlite3_open_v2(name.toUtf8().constData(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr) !=
+        SQLITE_OK) {
+        fail();
+    }
+    sqlite3_busy_timeout(handle, busyMilliseconds);
+}
+
+PreparedStatement Database::Connection::prepared(const QString& sql)
 {
     if (const auto kept = idle.find(sql); kept != idle.end()) {
-        std::unique_ptr<QSqlQuery> query = std::move(kept->second);
+        PreparedStatement statement = std::move(kept->second);
         idle.erase(kept);
-        return query;
+        return statement;
     }
-    auto query = std::make_unique<QSqlQuery>(handle);
-    query->setForwardOnly(true);
-    if (!query->prepare(sql)) {
-        fail(query->lastError());
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v3(handle, text.constData(), static_cast<int>(text.size()),
+                           SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
+        fail();
     }
-    return query;
+    return PreparedStatement(statement);
 }
 
-void Database::Connection::keep(const QString& sql, std::unique_ptr<QSqlQuery> query)
+void Database::Connection::keep(const QString& sql, PreparedStatement statement)
 {
-    query->finish();
     if (idle.size() < maxIdleStatements) {
-        idle.emplace(sql, std::move(query));
+        idle.emplace(sql, std::move(statement));
     }
 }
 
-void Database::Connection::fail(const QSqlError& error)
+void Database::Connection::fail()
 {
     failed = depth > 0;
-    throw BasicException(databaseerror::fromSql(file, error));
+    throw BasicException(databaseerror::fromSql(file, sqlite3_errcode(handle),
+                                                QString::fromUtf8(sqlite3_errmsg(handle))));
+}
+
+void Database::Connection::fail(const QString& cause)
+{
+    failed = depth > 0;
+    throw BasicException(databaseerror::fromSql(file, SQLITE_ERROR, cause));
 }
 
 void Database::Connection::requireSound() const
@@ -132,27 +138,26 @@ void Database::Connection::requireSound() const
 void Database::Connection::switchToLog(int busyMilliseconds)
 {
     const QDeadlineTimer deadline(busyMilliseconds);
-    QSqlQuery query(handle);
-    while (!query.exec(u"PRAGMA journal_mode = WAL"_s)) {
-        if (!databaseerror::isBusy(query.lastError()) || deadline.hasExpired()) {
-            fail(query.lastError());
+    while (sqlite3_exec(handle, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr) !=
+           SQLITE_OK) {
+        if (sqlite3_errcode(handle) != SQLITE_BUSY || deadline.hasExpired()) {
+            fail();
         }
         QThread::msleep(5);
     }
 }
 
 Database::Database(const QString& fileName, int busyMilliseconds)
-    : connection(
-          std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath(), busyMilliseconds))
+    : connection(std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath()))
 {
     const QString& file = connection->file;
     createPrivately(file);
-    if (!connection->handle.open()) {
-        connection->fail(connection->handle.lastError());
-    }
+    connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
     connection->switchToLog(busyMilliseconds);
     execute(u"PRAGMA synchronous = FULL"_s);
     execute(u"PRAGMA foreign_keys = ON"_s);
+    // a statement that could fail in the middle would otherwise take 64 KiB for undoing it
+    execute(u"PRAGMA temp_store = MEMORY"_s);
     // what is erased is overwritten where that costs no further page
     execute(u"PRAGMA secure_delete = FAST"_s);
     databaseschema::bringUpToDate(*this);

@@ -4,6 +4,7 @@
 #include "host/services/databaseerror.h"
 
 #include <cstring>
+#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -16,31 +17,22 @@ tr::Tr databaseError(const QString& file, const QString& what)
     return {u"databaseError"_s, u"База данных %1: %2"_s.arg(file, what)};
 }
 
-constexpr int busyCode = 5;
-
-/// SQLite's primary result code.
-int codeOf(const QSqlError& error)
-{
-    constexpr int primaryCodeMask = 0xff;
-    return error.nativeErrorCode().toInt() & primaryCodeMask;
-}
-
 QString advice(int resultCode)
 {
     switch (resultCode) {
-    case busyCode:
-    case 6:
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
         return u"; файл занят другой программой, повторите позже"_s;
-    case 8:
+    case SQLITE_READONLY:
         return u"; файл или папка только для чтения, проверьте права"_s;
-    case 10:
+    case SQLITE_IOERR:
         return u"; диск не читается или не пишется, проверьте его"_s;
-    case 11:
-    case 26:
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
         return u"; файл повреждён или это не база данных, восстановите его из копии"_s;
-    case 13:
+    case SQLITE_FULL:
         return u"; освободите место на диске"_s;
-    case 14:
+    case SQLITE_CANTOPEN:
         return u"; проверьте путь и права на папку"_s;
     default:
         return {};
@@ -49,16 +41,10 @@ QString advice(int resultCode)
 
 } // namespace
 
-bool isBusy(const QSqlError& error)
+tr::Tr fromSql(const QString& file, int resultCode, const QString& cause)
 {
-    return codeOf(error) == busyCode;
-}
-
-tr::Tr fromSql(const QString& file, const QSqlError& error)
-{
-    const QString cause =
-        error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
-    return databaseError(file, cause + advice(codeOf(error)));
+    constexpr int primaryCodeMask = 0xff;
+    return databaseError(file, cause + advice(resultCode & primaryCodeMask));
 }
 
 tr::Tr fromSystem(const QString& file, int systemError)

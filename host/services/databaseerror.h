@@ -5,16 +5,14 @@
 
 #include "host/core/tr.h"
 
-#include <QSqlError>
 #include <QString>
 
 /// The one place where a failure of the database becomes a text for people: "databaseError" with
 /// the file, what SQLite says, and what to do.
 namespace databaseerror {
 
-/// Whether another connection was in the way.
-bool isBusy(const QSqlError& error);
-tr::Tr fromSql(const QString& file, const QSqlError& error);
+/// @param resultCode SQLite's
+tr::Tr fromSql(const QString& file, int resultCode, const QString& cause);
 /// The file could not be made or its rights not be read.
 tr::Tr fromSystem(const QString& file, int systemError);
 /// The till was stopped while it wrote, and the file's index of its log is missing.

@@ -9,7 +9,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSqlDriver>
 #include <QUrl>
 #include <chrono>
 #include <condition_variable>
@@ -89,34 +88,19 @@ private:
     std::thread thread;
 };
 
-sqlite3* handleOf(const QSqlDatabase& database)
-{
-    const QVariant handle = database.driver()->handle();
-    return qstrcmp(handle.typeName(), "sqlite3*") == 0
-               ? *static_cast<sqlite3* const*>(handle.constData())
-               : nullptr;
-}
-
 } // namespace
 
 Database::Database(std::unique_ptr<Connection> opened) : connection(std::move(opened)) {}
 
 std::unique_ptr<Database> Database::openForReading(const QString& fileName, QDeadlineTimer deadline)
 {
-    auto opened =
-        std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath(), busyMilliseconds);
-    opened->handle.setConnectOptions(
-        u"QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(busyMilliseconds));
-    opened->handle.setDatabaseName(uri(opened->file));
-    if (!opened->handle.open()) {
-        opened->fail(opened->handle.lastError());
-    }
+    auto opened = std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath());
+    opened->open(uri(opened->file), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, busyMilliseconds);
     opened->readingEnd = deadline;
-    if (sqlite3* const handle = handleOf(opened->handle)) {
-        sqlite3_progress_handler(handle, instructionsBetweenLooks, hasEnded, &opened->readingEnd);
-        if (!deadline.isForever()) {
-            opened->readingWatch = std::make_shared<Watch>(handle, deadline);
-        }
+    sqlite3_progress_handler(opened->handle, instructionsBetweenLooks, hasEnded,
+                             &opened->readingEnd);
+    if (!deadline.isForever()) {
+        opened->readingWatch = std::make_shared<Watch>(opened->handle, deadline);
     }
     return std::unique_ptr<Database>(new Database(std::move(opened)));
 }

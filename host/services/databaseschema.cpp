@@ -27,11 +27,13 @@ QStringList queueTables()
         u"CREATE TABLE queue_accounts ("
         "id INTEGER PRIMARY KEY, queue TEXT NOT NULL, authorization TEXT NOT NULL, "
         "paused_status INTEGER, paused_at INTEGER, probe_at INTEGER)"_s,
-        // small rows that change often, apart from the bodies, which never change
+        // Small rows that change often, apart from the bodies, which never change. For an IN with
+        // three values SQLite would build a temporary table each time it checks a row.
         u"CREATE TABLE queue_messages ("
         "id INTEGER PRIMARY KEY AUTOINCREMENT, queue TEXT NOT NULL, "
         "account_id INTEGER REFERENCES queue_accounts(id), extra TEXT NOT NULL, "
-        "state TEXT NOT NULL CHECK (state IN ('waiting', 'parked', 'delivered')), "
+        "state TEXT NOT NULL "
+        "CHECK (state = 'waiting' OR state = 'parked' OR state = 'delivered'), "
         "steps INTEGER NOT NULL, steps_done INTEGER NOT NULL DEFAULT 0, "
         "step_attempts INTEGER NOT NULL DEFAULT 0, attempts INTEGER NOT NULL DEFAULT 0, "
         "server_errors INTEGER NOT NULL DEFAULT 0, "
@@ -63,7 +65,8 @@ QStringList tillTables()
     return {
         u"CREATE TABLE checks ("
         "id TEXT PRIMARY KEY, number INTEGER, "
-        "state TEXT NOT NULL CHECK (state IN ('open', 'suspended', 'closed', 'abandoned')), "
+        "state TEXT NOT NULL CHECK (state = 'open' OR state = 'suspended' OR state = 'closed' "
+        "OR state = 'abandoned'), "
         "type INTEGER, sale_id TEXT, data BLOB, "
         "message_id INTEGER REFERENCES queue_messages(id) ON DELETE SET NULL, "
         "updated_at INTEGER)"_s,

@@ -46,7 +46,7 @@ qint64 accountFor(Database& database, const QString& queue, const QString& autho
 void store(Database& database, const QString& queue, const QueueMessage& message,
            const QString& extra)
 {
-    const qint64 now = MockFactory<CurrentTime>::create()->currentDateTime().toMSecsSinceEpoch();
+    const qint64 now = CurrentTime::milliseconds();
     Transaction transaction(database);
     Statement head(
         database,

@@ -16,24 +16,18 @@ using deliverypolicy::Meaning;
 
 namespace {
 
-qint64 now()
-{
-    return MockFactory<CurrentTime>::create()->currentDateTime().toMSecsSinceEpoch();
-}
-
 /// The oldest message that is due, for each account by itself so that many paused ones cost
 /// nothing. A wait that began in the future is over: the clock was put back.
 const QString selectDue =
     u"SELECT min(due) FROM (SELECT (SELECT m.id FROM queue_messages m "
     "WHERE m.account_id = a.id AND m.state = 'waiting' "
-    "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= c.now OR m.attempted_at > c.now) "
+    "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= ?1 OR m.attempted_at > ?1) "
     "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
     "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.state <> 'delivered') "
     "ORDER BY m.id LIMIT 1) AS due "
-    "FROM (SELECT ? AS now) c CROSS JOIN queue_accounts a "
-    "LEFT JOIN queue_holds h ON h.queue = a.queue "
-    "WHERE (a.paused_status IS NULL OR a.probe_at <= c.now OR a.paused_at > c.now) "
-    "AND (h.queue IS NULL OR h.until <= c.now OR h.since > c.now))"_s;
+    "FROM queue_accounts a LEFT JOIN queue_holds h ON h.queue = a.queue "
+    "WHERE (a.paused_status IS NULL OR a.probe_at <= ?1 OR a.paused_at > ?1) "
+    "AND (h.queue IS NULL OR h.until <= ?1 OR h.since > ?1))"_s;
 
 /// What is needed to send a message; the columns are read by readTask.
 const QString selectTask =
@@ -65,7 +59,11 @@ bool isRefusedForSure(const DeliveryResult& result)
     return refused && !result.sentTwice;
 }
 
-DeliveryTask readTask(const Statement& row)
+} // namespace
+
+DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed) {}
+
+DeliveryTask DeliveryJournal::readTask(const Statement& row)
 {
     DeliveryTask task;
     task.messageId = row.value(0).toLongLong();
@@ -76,22 +74,31 @@ DeliveryTask readTask(const Statement& row)
     task.attemptedBefore = row.value(5).toInt() > 0;
     task.payload = row.value(6).toByteArray();
     task.authorization = row.value(9).toString();
-    task.headers = QueueMessage::headersOf(row.value(7).toByteArray(), task.authorization);
-    task.addresses = QueueMessage::addressesOf(row.value(8).toByteArray());
+    const QString headers = row.value(7).toString();
+    if (headers != last.headers || task.authorization != last.authorization) {
+        last.headers = headers;
+        last.authorization = task.authorization;
+        last.headersToSend = QueueMessage::headersOf(headers.toUtf8(), task.authorization);
+    }
+    task.headers = last.headersToSend;
+    const QString addresses = row.value(8).toString();
+    if (addresses != last.addresses) {
+        last.addresses = addresses;
+        last.addressesInOrder = QueueMessage::addressesOf(addresses.toUtf8());
+    }
+    task.addresses = last.addressesInOrder;
     task.isHeld = row.value(10).toBool();
     return task;
 }
 
-} // namespace
-
-DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed) {}
-
 std::optional<DeliveryTask> DeliveryJournal::takeNext()
 {
+    now = CurrentTime::milliseconds();
     if (!dueMessage()) { // looked up without the right to write: this is asked for often
         return std::nullopt;
     }
     Transaction transaction(database);
+    now = CurrentTime::milliseconds();
     std::optional<DeliveryTask> task = takeDue();
     transaction.commit();
     return task;
@@ -101,6 +108,7 @@ std::optional<DeliveryTask> DeliveryJournal::recordAndTakeNext(const DeliveryTas
                                                                const DeliveryResult& result)
 {
     Transaction transaction(database);
+    now = CurrentTime::milliseconds();
     std::optional<DeliveryTask> next;
     if (result.meaning == Meaning::StepDone && !task.isLastStep()) {
         next = takeFollowingStep(task, result);
@@ -127,8 +135,9 @@ void DeliveryJournal::forget(const DeliveryTask& task)
 
 std::optional<qint64> DeliveryJournal::nextWaitEnd()
 {
+    now = CurrentTime::milliseconds();
     Statement statement(database, selectWaits);
-    if (!statement.bind(now()).next() || statement.value(0).isNull()) {
+    if (!statement.bind(now).next() || statement.value(0).isNull()) {
         return std::nullopt;
     }
     return statement.value(0).toLongLong();
@@ -137,7 +146,7 @@ std::optional<qint64> DeliveryJournal::nextWaitEnd()
 std::optional<qint64> DeliveryJournal::dueMessage()
 {
     Statement statement(database, selectDue);
-    if (!statement.bind(now()).next() || statement.value(0).isNull()) {
+    if (!statement.bind(now).next() || statement.value(0).isNull()) {
         return std::nullopt;
     }
     return statement.value(0).toLongLong();
@@ -147,7 +156,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeDue()
 {
     while (true) {
         Statement row(database, selectDueTask);
-        if (!row.bind(now()).next()) {
+        if (!row.bind(now).next()) {
             return std::nullopt;
         }
         DeliveryTask task = readTask(row);
@@ -178,7 +187,7 @@ bool DeliveryJournal::beginAttempt(const DeliveryTask& task)
     Statement attempt(database,
                       u"UPDATE queue_messages SET attempts = attempts + 1, "
                       "step_attempts = step_attempts + 1, attempted_at = ? WHERE id = ?"_s);
-    attempt.bind(now()).bind(task.messageId).execute();
+    attempt.bind(now).bind(task.messageId).execute();
     return true;
 }
 
@@ -196,7 +205,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeFollowingStep(const DeliveryTas
                   "(SELECT id FROM queue_accounts WHERE id = ? AND authorization = ?)"_s);
     statement.bind(task.step + 1)
         .bind(result.status)
-        .bind(now())
+        .bind(now)
         .bind(task.messageId)
         .bind(task.accountId)
         .bind(task.authorization)
@@ -261,7 +270,7 @@ void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult&
               "last_answer = NULL WHERE id = ?"_s);
     statement.bind(task.step + 1).bind(result.status);
     if (delivered) {
-        statement.bind(now());
+        statement.bind(now);
     }
     statement.bind(task.messageId).execute();
 }
@@ -299,7 +308,7 @@ void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& r
     QVariant nextAttempt;
     if (serverError && serverErrors >= deliverypolicy::serverErrorsUntilAlone) {
         const qint64 wait = backOff(serverErrors - deliverypolicy::serverErrorsUntilAlone + 1);
-        nextAttempt = now() + std::max(wait, result.retryAfterMilliseconds);
+        nextAttempt = now + std::max(wait, result.retryAfterMilliseconds);
     }
     Statement statement(database,
                         u"UPDATE queue_messages SET server_errors = ?, next_attempt_at = ?, "
@@ -321,23 +330,21 @@ void DeliveryJournal::holdQueue(const QString& queue, const QString& reason, qin
     const int failures = (before.bind(queue).next() ? before.value(0).toInt() : 0) + 1;
     const qint64 wait =
         isAddress ? deliverypolicy::probeMilliseconds : std::max(backOff(failures), atLeast);
-    const qint64 since = now();
     Statement hold(database, u"INSERT OR REPLACE INTO queue_holds "
                              "(queue, reason, failures, since, until) VALUES (?, ?, ?, ?, ?)"_s);
-    hold.bind(queue).bind(reason).bind(isAddress ? 0 : failures).bind(since).bind(since + wait);
+    hold.bind(queue).bind(reason).bind(isAddress ? 0 : failures).bind(now).bind(now + wait);
     hold.execute();
 }
 
 void DeliveryJournal::pauseAccount(const DeliveryTask& task, int status)
 {
-    const qint64 since = now();
     Statement statement(database,
                         u"UPDATE queue_accounts SET paused_status = ?, paused_at = ?, probe_at = ? "
                         "WHERE queue = ? AND authorization = "
                         "(SELECT authorization FROM queue_accounts WHERE id = ?)"_s);
     statement.bind(status)
-        .bind(since)
-        .bind(since + deliverypolicy::probeMilliseconds)
+        .bind(now)
+        .bind(now + deliverypolicy::probeMilliseconds)
         .bind(task.queue)
         .bind(task.accountId)
         .execute();

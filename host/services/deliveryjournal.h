@@ -5,11 +5,14 @@
 
 #include "host/services/deliverytask.h"
 
-#include <QList>
+#include <QHash>
+#include <QString>
+#include <QStringList>
 #include <optional>
 #include <random>
 
 class Database;
+class Statement;
 
 /// The delivery's durable memory: which request is next, that it was attempted, what came of it.
 /// Every operation is one transaction and throws BasicException "databaseError" when it cannot be
@@ -33,6 +36,7 @@ public:
     std::optional<qint64> nextWaitEnd();
 
 private:
+    DeliveryTask readTask(const Statement& row);
     std::optional<qint64> dueMessage();
     std::optional<DeliveryTask> take(qint64 messageId);
     std::optional<DeliveryTask> takeDue();
@@ -51,4 +55,15 @@ private:
 
     Database& database;
     std::mt19937_64 random;
+    /// What was parsed for the message before: the next one mostly differs in its body only.
+    struct
+    {
+        QString headers;
+        QString authorization;
+        QHash<QString, QString> headersToSend;
+        QString addresses;
+        QStringList addressesInOrder;
+    } last;
+    /// When the transaction under way began, in milliseconds since 1970.
+    qint64 now = 0;
 };

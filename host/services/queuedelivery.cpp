@@ -138,8 +138,10 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
     result.status = answer.status;
     result.error = deliverypolicy::explain(result.meaning, answer.status, error.ru());
     result.answer = QString::fromUtf8(client->getResponse().left(maxKeptAnswerBytes));
-    result.retryAfterMilliseconds =
-        deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());
+    if (result.meaning != Meaning::StepDone) {
+        result.retryAfterMilliseconds =
+            deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());
+    }
     return result;
 }
 

@@ -30,7 +30,7 @@ constexpr int firstErrorStatus = 400;
 struct Exchange
 {
     QByteArray body;
-    QHash<QString, QString> headers;
+    QByteArray headers;
     qsizetype headerBytes = 0;
     qsizetype maxBodyBytes = 0;
     int sendCount = 0;
@@ -65,11 +65,8 @@ size_t takeHeader(const char* data, size_t size, size_t count, void* user)
         exchange.headersAreWhole = false;
     } else if (line == "\r\n" || line == "\n") {
         exchange.headersAreWhole = true;
-    } else if (const size_t colon = line.find(':'); colon != std::string_view::npos) {
-        const auto text = QLatin1StringView(line.data(), static_cast<qsizetype>(line.size()));
-        const auto split = static_cast<qsizetype>(colon);
-        exchange.headers.insert(text.first(split).toString().trimmed().toLower(),
-                                text.sliced(split + 1).toString().trimmed());
+    } else {
+        exchange.headers.append(line.data(), static_cast<qsizetype>(line.size()));
     }
     return line.size();
 }
@@ -265,7 +262,15 @@ void RestClient::setTimeout(int seconds)
 
 QString RestClient::getResponseHeader(const QString& name)
 {
-    return responseHeaders.value(name.toLower());
+    QString value;
+    for (const QByteArray& line : responseHeaders.split('\n')) {
+        const qsizetype colon = line.indexOf(':');
+        if (colon >= 0 && name.compare(QLatin1StringView(line).first(colon).trimmed(),
+                                       Qt::CaseInsensitive) == 0) {
+            value = QLatin1StringView(line).sliced(colon + 1).trimmed().toString();
+        }
+    }
+    return value; // the last one counts
 }
 
 int RestClient::getSendCount()

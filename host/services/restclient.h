@@ -69,7 +69,7 @@ private:
     int sendCount = 0;
     tr::Tr errorText;
     QByteArray response;
-    QHash<QString, QString> responseHeaders;
+    QByteArray responseHeaders; ///< the lines of the last answer
 };
 
 extern template class HOST_EXPORT MockFactory<RestClient>;

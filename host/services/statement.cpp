@@ -5,101 +5,141 @@
 
 #include "host/services/databaseconnection.h"
 
-#include <QByteArray>
-#include <QSqlQuery>
-
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Qt would write NULL for null texts.
-QVariant withoutNullTexts(const QVariant& value)
+void FinalizeStatement::operator()(sqlite3_stmt* statement) const
 {
-    if (value.typeId() == QMetaType::QString && value.toString().isNull()) {
-        return u""_s;
-    }
-    if (value.typeId() == QMetaType::QByteArray && value.toByteArray().isNull()) {
-        return QByteArray("");
-    }
-    return value;
+    sqlite3_finalize(statement);
 }
-
-} // namespace
 
 Statement::Statement(Database& owner, const QString& sql) : database(owner), text(sql)
 {
     database.connection->requireSound();
-    query = database.connection->prepared(text);
+    statement = database.connection->prepared(text);
 }
 
 Statement::~Statement()
 {
     if (sound) {
-        database.connection->keep(text, std::move(query));
+        reset();
+        database.connection->keep(text, std::move(statement));
+    }
+}
+
+/// @return SQLite's result code
+int Statement::bindAt(int index, const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        return sqlite3_bind_null(statement.get(), index);
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        return sqlite3_bind_int64(statement.get(), index, value.toLongLong());
+    case QMetaType::Double:
+        return sqlite3_bind_double(statement.get(), index, value.toDouble());
+    case QMetaType::QByteArray: {
+        const QByteArray& bytes = held.emplace_back(value.toByteArray());
+        return sqlite3_bind_blob64(statement.get(), index, bytes.constData(),
+                                   static_cast<sqlite3_uint64>(bytes.size()), SQLITE_STATIC);
+    }
+    default: {
+        const QString characters = value.toString();
+        return sqlite3_bind_text16(statement.get(), index, characters.constData(),
+                                   static_cast<int>(characters.size() * qsizetype(sizeof(QChar))),
+                                   SQLITE_TRANSIENT);
+    }
     }
 }
 
 Statement& Statement::bind(const QVariant& value)
 {
-    query->bindValue(bound++, withoutNullTexts(value));
+    const int result = bindAt(++bound, value);
+    if (result != SQLITE_OK && result != SQLITE_RANGE) { // too many are reported when it runs
+        fail();
+    }
     return *this;
 }
 
-void Statement::run()
+/// @return whether there is a row
+bool Statement::step()
 {
-    database.connection->requireSound();
-    if (bound != text.count(u'?')) { // a kept statement would run with the values of its last use
-        database.connection->fail(QSqlError(u"%1 values for: %2"_s.arg(bound).arg(text)));
+    if (!running) {
+        database.connection->requireSound();
+        // one without would run with NULL
+        if (bound != sqlite3_bind_parameter_count(statement.get())) {
+            database.connection->fail(u"%1 values for: %2"_s.arg(bound).arg(text));
+        }
+        running = true;
     }
-    bound = 0;
-    if (!query->exec()) {
+    switch (sqlite3_step(statement.get())) {
+    case SQLITE_ROW:
+        return true;
+    case SQLITE_DONE:
+        return false;
+    default:
         fail();
     }
-    running = true;
+}
+
+/// What was bound goes too: it may be large, or a secret.
+void Statement::reset()
+{
+    sqlite3_reset(statement.get());
+    sqlite3_clear_bindings(statement.get());
+    held.clear();
+    bound = 0;
+    running = false;
 }
 
 void Statement::fail()
 {
     sound = false;
-    database.connection->fail(query->lastError());
+    database.connection->fail();
 }
 
 bool Statement::next()
 {
-    if (!running) {
-        run();
-    }
-    if (query->next()) {
+    if (step()) {
         return true;
     }
-    running = false;
-    if (query->lastError().isValid()) {
-        fail();
-    }
-    query->finish();
+    reset();
     return false;
 }
 
 void Statement::execute()
 {
-    run();
-    running = false;
-    if (query->isSelect()) {
-        query->finish();
-    }
+    step();
+    reset();
 }
 
 QVariant Statement::value(int column) const
 {
-    return query->value(column);
+    sqlite3_stmt* const row = statement.get();
+    switch (sqlite3_column_type(row, column)) {
+    case SQLITE_INTEGER:
+        return static_cast<qint64>(sqlite3_column_int64(row, column));
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(row, column);
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_BLOB: {
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
+        return QByteArray(bytes, sqlite3_column_bytes(row, column));
+    }
+    default: {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+        return QString::fromUtf8(bytes, sqlite3_column_bytes(row, column));
+    }
+    }
 }
 
 qint64 Statement::lastInsertId() const
 {
-    return query->lastInsertId().toLongLong();
+    return sqlite3_last_insert_rowid(sqlite3_db_handle(statement.get()));
 }
 
 int Statement::affectedRows() const
 {
-    return query->numRowsAffected();
+    return sqlite3_changes(sqlite3_db_handle(statement.get()));
 }

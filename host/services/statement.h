@@ -5,12 +5,19 @@
 
 #include "host/hostexport.h"
 
+#include <QByteArrayList>
 #include <QString>
 #include <QVariant>
 #include <memory>
 
 class Database;
-class QSqlQuery;
+struct sqlite3_stmt;
+
+struct FinalizeStatement
+{
+    void operator()(sqlite3_stmt* statement) const;
+};
+using PreparedStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
 /// One SQL statement, prepared when made, reset when this object ends. Rows are read forwards and
 /// one at a time. Must not outlive its Database. A "?" in the text always stands for a value.
@@ -48,13 +55,16 @@ public:
     int affectedRows() const;
 
 private:
-    void run();
+    int bindAt(int index, const QVariant& value);
+    bool step();
+    void reset();
     [[noreturn]] void fail();
 
     Database& database;
     const QString text;
-    std::unique_ptr<QSqlQuery> query;
-    bool sound = true; ///< may be kept for another use
+    PreparedStatement statement;
+    QByteArrayList held; ///< what SQLite reads without having copied it
+    bool sound = true;   ///< may be kept for another use
     int bound = 0;
     bool running = false;
 };

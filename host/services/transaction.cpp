@@ -5,8 +5,6 @@
 
 #include "host/services/databaseconnection.h"
 
-#include <QSqlQuery>
-
 using namespace Qt::StringLiterals;
 
 Transaction::Transaction(Database& owner) : database(owner)
@@ -28,7 +26,7 @@ Transaction::~Transaction()
     connection.failed = true;
     if (connection.depth == 0) {
         // fails where SQLite has rolled back by itself, which is as good
-        QSqlQuery(connection.handle).exec(u"ROLLBACK"_s);
+        sqlite3_exec(connection.handle, "ROLLBACK", nullptr, nullptr, nullptr);
         connection.failed = false;
     }
 }

@@ -54,12 +54,15 @@ QDomElement XmlWrapper::extractElement(const QDomElement& parent, const QList<QS
 void XmlWrapper::insertElement(QDomElement& parent, const QList<QString>& path,
                                const QDomNode& node, Operation) const
 {
+    // Only makes the elements. The parent's own document may be gone, and one made each time costs
+    // more than the elements.
+    static thread_local QDomDocument maker;
     QDomElement element = parent;
     bool isNew = false; // nothing has to be looked for below a new element
     for (const QString& name : path) {
         QDomElement child = isNew ? QDomElement() : element.firstChildElement(name);
         if (child.isNull()) {
-            child = QDomDocument().createElement(name);
+            child = maker.createElement(name);
             element.appendChild(child);
             isNew = true;
         }
