@@ -26,8 +26,14 @@ QString figures(qint64 done, qint64 total)
 
 Progress::~Progress()
 {
+    clear();
+}
+
+void Progress::clear()
+{
     if (sinceDrawn.isValid()) {
         out.write(toLineStart + clearToLineEnd);
+        sinceDrawn.invalidate();
     }
 }
 

@@ -23,6 +23,8 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
+    /// Removes the bar until the next call of show, so that a line can be written in its place.
+    void clear();
     /// To be called as often as is handy: it writes only what people can follow.
     void show(qint64 done, qint64 total);
 

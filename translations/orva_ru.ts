@@ -2341,5 +2341,9 @@ explanation.</source>
         <source>not set: 50 megabytes</source>
         <translation>не задано: 50 мегабайт</translation>
     </message>
+    <message>
+        <source>Replaying</source>
+        <translation>Повтор</translation>
+    </message>
 </context>
 </TS>

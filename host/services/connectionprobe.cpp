@@ -10,6 +10,7 @@
 
 #include <QElapsedTimer>
 #include <QLocale>
+#include <QTimeZone>
 #include <array>
 #include <memory>
 #include <sys/socket.h>
@@ -118,7 +119,7 @@ QDateTime earliestEnd(CURL* handle)
             }
             const QString date = text.mid(text.indexOf(u':') + 1).simplified();
             QDateTime end = QLocale::c().toDateTime(date, u"MMM d hh:mm:ss yyyy 'GMT'"_s);
-            end.setTimeSpec(Qt::UTC);
+            end.setTimeZone(QTimeZone::utc());
             if (end.isValid() && (!earliest.isValid() || end < earliest)) {
                 earliest = end;
             }

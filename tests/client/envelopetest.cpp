@@ -10,6 +10,8 @@
 #include "tests/client/steps.h"
 #include "tests/mocked.h"
 
+#include <QTimeZone>
+
 using namespace Qt::StringLiterals;
 using ::testing::InSequence;
 using ::testing::NiceMock;
@@ -186,7 +188,7 @@ TEST_F(Envelope, writesMidnightAndNoonOnTheTwentyFourHourClock)
 
 TEST_F(Envelope, writesNoTimeZone)
 {
-    document->setDateTime(QDateTime(QDate(2024, 3, 5), QTime(23, 0), Qt::UTC));
+    document->setDateTime(QDateTime(QDate(2024, 3, 5), QTime(23, 0), QTimeZone::utc()));
     EXPECT_EQ(textOf(u"date"_s), u"2024-03-05 23:00:00"_s);
 }
 

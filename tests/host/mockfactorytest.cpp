@@ -49,6 +49,20 @@ TEST(MockFactory, ARegisteredDoubleIsHandedOutAndNeverDeleted)
     EXPECT_NE(MockFactory<CurrentTime>::create().get(), &clock);
 }
 
+TEST(CurrentTime, TellsTheMillisecondsOfNowOrOfTheDouble)
+{
+    const qint64 before = QDateTime::currentMSecsSinceEpoch();
+    const qint64 now = CurrentTime::milliseconds();
+    EXPECT_LE(before, now);
+    EXPECT_LE(now, QDateTime::currentMSecsSinceEpoch());
+
+    ::testing::StrictMock<tests::MockCurrentTime> clock;
+    const tests::Registered<CurrentTime> registration(clock);
+    const auto then = QDateTime::fromMSecsSinceEpoch(1'709'622'428'123);
+    EXPECT_CALL(clock, currentDateTime()).WillOnce(::testing::Return(then));
+    EXPECT_EQ(CurrentTime::milliseconds(), 1'709'622'428'123);
+}
+
 TEST(CurrentTime, IsTheLocalTimeOfNow)
 {
     const QDateTime before = QDateTime::currentDateTime();

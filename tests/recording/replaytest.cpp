@@ -62,6 +62,9 @@ TEST_F(ReplayTest, RealFlowsAreRecordedAndReplayedIdentically)
     const RunResult all = replay(u"all"_s);
     EXPECT_EQ(all.exitCode, 0) << qPrintable(all.output);
     EXPECT_EQ(all.output.count(u"identical"_s), 6) << qPrintable(all.output);
+    EXPECT_TRUE(all.output.contains(u"Replaying: 6 of 6\n"_s)) << qPrintable(all.output);
+    EXPECT_FALSE(replay(u"1"_s).output.contains(u"Replaying"_s)) << "one has no way to show";
+    EXPECT_FALSE(replay(u"all"_s, {u"--quiet"_s}).output.contains(u"Replaying"_s));
     EXPECT_EQ(files(), before) << "a replay leaves nothing behind";
 }
 

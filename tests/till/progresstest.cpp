@@ -98,6 +98,23 @@ TEST_F(ProgressTest, isABarOnATerminalThatIsGoneAtTheEnd)
                                "\r\033[K"_s);
 }
 
+TEST_F(ProgressTest, makesRoomForALineAndIsDrawnAnewAtOnce)
+{
+    const Terminal terminal(40);
+    Output out(terminal.stream);
+    Progress progress(out, u"Delivering"_s);
+    progress.clear(); // nothing stands there yet
+    EXPECT_EQ(terminal.text(), QString());
+    progress.show(1, 4);
+    terminal.text();
+    progress.clear();
+    EXPECT_EQ(terminal.text(), u"\r\033[K"_s);
+    progress.clear();
+    EXPECT_EQ(terminal.text(), QString());
+    progress.show(2, 4);
+    EXPECT_EQ(terminal.text(), u"\rDelivering [#########..........] 2 of 4\033[K"_s);
+}
+
 TEST_F(ProgressTest, isDrawnNoMoreOftenThanPeopleCanFollow)
 {
     const Terminal terminal(80);

@@ -9,6 +9,7 @@
 #include "till/text.h"
 
 #include <QLocale>
+#include <QTimeZone>
 #include <QUrl>
 
 #include <cstdlib>
@@ -116,7 +117,7 @@ Finding lookAtPrecheck(const Exchange& exchange, const QString& card)
 Finding lookAtClock(const Exchange& exchange)
 {
     QDateTime server = QLocale::c().toDateTime(exchange.date, u"ddd, dd MMM yyyy hh:mm:ss 'GMT'"_s);
-    server.setTimeSpec(Qt::UTC);
+    server.setTimeZone(QTimeZone::utc());
     if (!server.isValid()) {
         return Finding::notNeeded(Text::tr("the server does not tell its time"));
     }

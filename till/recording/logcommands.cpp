@@ -6,6 +6,7 @@
 #include "till/checkview.h"
 #include "till/failure.h"
 #include "till/output.h"
+#include "till/progress.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
 #include "till/recording/recordfolder.h"
@@ -233,6 +234,8 @@ ExitCode LogCommands::replay()
     const Replay replay(plugin);
     bool identical = true;
     QJsonArray array;
+    Progress progress(errors, Text::tr("Replaying"));
+    qsizetype done = 0;
     for (const Record& record : records) {
         auto differences = recordcomparison::differences(record, replay.run(record));
         hideCard(record.cardNumber(), differences);
@@ -240,9 +243,14 @@ ExitCode LogCommands::replay()
         if (options.json) {
             array.append(replayJson(record, differences, build));
         } else {
+            progress.clear();
             out.write(replayText(record, differences, build));
         }
+        if (records.size() > 1) { // one by itself is told by its result
+            progress.show(++done, records.size());
+        }
     }
+    progress.clear();
     if (options.json) {
         out.write(QString::fromUtf8(QJsonDocument(array).toJson()));
     }

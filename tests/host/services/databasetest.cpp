@@ -275,6 +275,9 @@ TEST_F(DatabaseFile, ValuesComeBackAsTheyWereBound)
                                QString(),
                                allBytes,
                                QByteArray(),
+                               u"before\0behind"_s,
+                               true,
+                               -1,
                                std::numeric_limits<qlonglong>::max(),
                                0.1};
     for (const QVariant& value : values) {
@@ -282,11 +285,28 @@ TEST_F(DatabaseFile, ValuesComeBackAsTheyWereBound)
         Statement(database, u"INSERT INTO t (a) VALUES (?)"_s).bind(value).execute();
         const QVariant read = single(database, u"SELECT a FROM t"_s);
         EXPECT_FALSE(read.isNull()) << "null texts are empty ones";
-        EXPECT_EQ(read.toByteArray(), value.toByteArray());
+        if (value.typeId() == QMetaType::Bool) {
+            EXPECT_EQ(read, QVariant(1)) << "SQLite knows no other truth";
+        } else {
+            EXPECT_EQ(read.toByteArray(), value.toByteArray());
+        }
     }
     Statement(database, u"DELETE FROM t"_s).execute();
     Statement(database, u"INSERT INTO t (a) VALUES (?)"_s).bind(QVariant()).execute();
     EXPECT_TRUE(single(database, u"SELECT a FROM t"_s).isNull());
+}
+
+TEST_F(DatabaseFile, AStatementIsNotRunWithTooFewOrTooManyValues)
+{
+    Database database(file);
+    addTable(database);
+    const QString sql = u"INSERT INTO t (a) VALUES (?)"_s;
+    Statement(database, sql).bind(1).execute(); // is kept, and must not run with that again
+    EXPECT_THAT(databaseErrorOf([&] { Statement(database, sql).execute(); }),
+                HasSubstr("0 values for: INSERT"));
+    EXPECT_THAT(databaseErrorOf([&] { Statement(database, sql).bind(2).bind(3).execute(); }),
+                HasSubstr("2 values for: INSERT"));
+    EXPECT_EQ(single(database, u"SELECT count(*) FROM t"_s).toInt(), 1);
 }
 
 TEST_F(DatabaseFile, AnEndedStatementDoesNotHoldUpTheLog)
