@@ -107,7 +107,7 @@ QString reworded(const QString& complaint)
         {u"(.+) requires (.+)"_s, Text::tr("%1 goes together with %2 only.")},
         {u"(.+) excludes (.+)"_s, Text::tr("%1 does not go together with %2.")},
         {u"Could not convert: (.+) = (.*)"_s, Text::tr("%1 cannot be \"%2\".")},
-        {u"(.+): Value (.+) not in range (.+) to (.+)"_s,
+        {uR"((.+): Value (.+) not in range \[?(\S+) (?:to|-) ([^\]]+)\]?)"_s,
          Text::tr("%1 cannot be \"%2\"; it goes from %3 to %4.")},
         {u"(.+): 1 required .+ missing"_s, Text::tr("%1 needs a value.")},
         {u"(.+): At Most 1 required but received .+"_s, Text::tr("%1 stands here twice.")}};

@@ -116,7 +116,9 @@ TEST(ProgramLanguage, isThatOfTheEnvironment)
     }
     for (const char* locale : {"C.UTF-8", "en_US.UTF-8", "de_DE.UTF-8"}) {
         const RunResult result = runIn("LC_ALL", locale, {u"--help"_s});
-        EXPECT_TRUE(result.output.startsWith(english)) << qPrintable(result.output);
+        // Qt itself may complain first about a locale that is not installed
+        EXPECT_TRUE(result.output.contains(english)) << qPrintable(result.output);
+        EXPECT_FALSE(result.output.contains(russian)) << qPrintable(result.output);
     }
 }
 

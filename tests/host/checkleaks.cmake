@@ -37,7 +37,8 @@ foreach(file IN LISTS files)
     elseif(path MATCHES "/c\\+\\+/" OR path MATCHES "/lib/(gcc|clang|llvm)")
         # the C++ library and the compiler's own headers
     elseif(path MATCHES "^/usr/include/([^/]+-linux-gnu[^/]*/)?((asm|asm-generic|bits|gnu|linux|sys)/)?(types/)?[^/]+\\.h$"
-            OR path MATCHES "^/usr/include/([^/]+-linux-gnu[^/]*/)?bits/types/[^/]+\\.h$")
+            OR path MATCHES "^/usr/include/([^/]+-linux-gnu[^/]*/)?bits/types/[^/]+\\.h$"
+            OR path MATCHES "^/usr/(include|lib)/linux/")
         get_filename_component(name "${path}" NAME)
         if(name MATCHES "^(sqlite3|zlib|curl|expat)")
             list(APPEND leaks "${path}")

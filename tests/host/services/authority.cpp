@@ -3,8 +3,11 @@
 
 #include "authority.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
+#include <algorithm>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -52,8 +55,19 @@ Authority::Certificate Authority::certify(const QString& hostName, int days) con
     write(names, "subjectAltName=DNS:" + hostName.toUtf8() + "\n");
     openssl(QStringList{u"req"_s} + newKey(made.keyFile) +
             QStringList{u"-out"_s, wish, u"-subj"_s, u"/CN="_s + hostName});
-    openssl({u"x509"_s, u"-req"_s, u"-in"_s, wish, u"-CA"_s, file(), u"-CAkey"_s, path(u".key"_s),
-             u"-CAcreateserial"_s, u"-days"_s, QString::number(days), u"-extfile"_s, names,
+    // the only command of all versions that can make one which has expired
+    write(path(u".index"_s), "");
+    write(path(u".index.attr"_s), "unique_subject = no\n");
+    write(path(u".cnf"_s), "[ca]\ndefault_ca = here\n[here]\nrand_serial = yes\n"
+                           "default_md = sha256\npolicy = names\ndatabase = " +
+                               path(u".index"_s).toUtf8() +
+                               "\nnew_certs_dir = " + QFileInfo(prefix).path().toUtf8() +
+                               "\n[names]\ncommonName = supplied\n");
+    const auto date = [](const QDateTime& time) { return time.toString(u"yyyyMMddhhmmss'Z'"_s); };
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    openssl({u"ca"_s, u"-batch"_s, u"-notext"_s, u"-config"_s, path(u".cnf"_s), u"-cert"_s, file(),
+             u"-keyfile"_s, path(u".key"_s), u"-in"_s, wish, u"-extfile"_s, names, u"-startdate"_s,
+             date(now.addDays(std::min(days, 0) - 1)), u"-enddate"_s, date(now.addDays(days)),
              u"-out"_s, made.file});
     return made;
 }
