@@ -219,7 +219,8 @@ TEST_F(BadAnswer, damagedAtRandomNeverCrashes)
 {
     const QByteArray whole = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><!-- c --><?pi x?>" +
                              answerWith(u"<x y=\"1\" z='\"&amp;'>&#1102;<![CDATA[ ]] ]]></x>"_s);
-    const QByteArray alphabet("<>&\"'/=!-[]?;# \nax\0\xD0\xFF", 24);
+    constexpr char characters[] = "<>&\"'/=!-[]?;# \nax\0\xD0\xFF";
+    const QByteArray alphabet(characters, sizeof characters - 1);
     std::mt19937 random(20240305); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same damage every run
     int taken = 0;
     for (int round = 0; round < 3000; ++round) {
