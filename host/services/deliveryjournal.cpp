@@ -84,7 +84,7 @@ DeliveryTask DeliveryJournal::readTask(const Statement& row)
     const QString addresses = row.value(8).toString();
     if (addresses != last.addresses) {
         last.addresses = addresses;
-        last.addressesInOrder = QueueMessage::addressesOf(addresses.toUtf8());
+        last.addressesInOrder = QUrl::fromStringList(QueueMessage::addressesOf(addresses.toUtf8()));
     }
     task.addresses = last.addressesInOrder;
     task.isHeld = row.value(10).toBool();

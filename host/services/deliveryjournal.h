@@ -7,7 +7,7 @@
 
 #include <QHash>
 #include <QString>
-#include <QStringList>
+#include <QUrl>
 #include <optional>
 #include <random>
 
@@ -62,7 +62,7 @@ private:
         QString authorization;
         QHash<QString, QString> headersToSend;
         QString addresses;
-        QStringList addressesInOrder;
+        QList<QUrl> addressesInOrder;
     } last;
     /// When the transaction under way began, in milliseconds since 1970.
     qint64 now = 0;

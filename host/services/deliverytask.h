@@ -7,8 +7,9 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QList>
 #include <QString>
-#include <QStringList>
+#include <QUrl>
 
 /// One request to be sent for a queued message.
 struct DeliveryTask
@@ -20,7 +21,7 @@ struct DeliveryTask
     int serverErrors = 0;
     bool attemptedBefore = false; ///< this step may have reached the server earlier
     bool isHeld = false;          ///< its queue or its authorization was held back; this is a probe
-    QStringList addresses;        ///< of all steps
+    QList<QUrl> addresses;        ///< of all steps
     QByteArray payload;
     QHash<QString, QString> headers;
     QString authorization; ///< as it also stands among the headers; empty for none

@@ -120,7 +120,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
         }
     }
     client->setTimeout(configured(u"Orva:timeout"_s, defaultTimeoutSeconds));
-    client->post(QUrl(task.addresses.at(task.step)), task.payload, task.headers);
+    client->post(task.addresses.at(task.step), task.payload, task.headers);
     {
         const std::lock_guard guard(mutex);
         underWay = nullptr;
