@@ -16,7 +16,7 @@
 /// What a Database keeps, out of sight of those who use it.
 ///
 /// SQLite is called directly: a delivered request runs four statements on average, and Qt's driver
-/// takes longer to bind their values and to describe their columns than SQLite takes to run them.
+/// takes nearly as long to bind their values and to describe their columns as SQLite to run them.
 class Database::Connection
 {
 public:
