@@ -17,14 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace till {
-namespace {
-
-qint64 nowMilliseconds()
-{
-    return CurrentTime::milliseconds();
-}
-
-} // namespace
 
 int CheckStore::takeNumber()
 {
@@ -54,7 +46,7 @@ void CheckStore::noteOpen(const Check& check)
         .bind(check.number())
         .bind(check.document->getDocumentType())
         .bind(saleId.isEmpty() ? QVariant() : QVariant(saleId))
-        .bind(nowMilliseconds())
+        .bind(CurrentTime::milliseconds())
         .execute();
 }
 
@@ -64,7 +56,11 @@ void CheckStore::changeState(const Check& check, const QString& state, const QVa
     Statement statement(*database,
                         u"UPDATE checks SET state = ?, data = ?, message_id = ?, updated_at = ? "
                         "WHERE id = ? AND state IN ('open', 'suspended')"_s);
-    statement.bind(state).bind(data).bind(message).bind(nowMilliseconds()).bind(check.id());
+    statement.bind(state)
+        .bind(data)
+        .bind(message)
+        .bind(CurrentTime::milliseconds())
+        .bind(check.id());
     statement.execute();
     if (statement.affectedRows() != 1) {
         throw Failure(Text::tr("Check %1 has been closed or abandoned by another till meanwhile; "
