@@ -18,11 +18,11 @@ Transaction::Transaction(Database& owner) : database(owner)
 
 Transaction::~Transaction()
 {
-    Database::Connection& connection = *database.connection;
-    --connection.depth;
     if (committed) {
         return;
     }
+    Database::Connection& connection = *database.connection;
+    --connection.depth;
     connection.failed = true;
     if (connection.depth == 0) {
         // fails where SQLite has rolled back by itself, which is as good
@@ -33,10 +33,12 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    if (database.connection->depth == 1) {
+    Database::Connection& connection = *database.connection;
+    if (connection.depth == 1) {
         database.execute(u"COMMIT"_s);
     } else {
-        database.connection->requireSound();
+        connection.requireSound();
     }
+    --connection.depth;
     committed = true;
 }

@@ -27,7 +27,7 @@ public:
     Transaction& operator=(const Transaction&) = delete;
 
     /// Outermost: returns when everything is on the disk. Inner: leaves the decision to the
-    /// outermost. Call it once, as the last thing.
+    /// outermost. Either way this one has ended: what follows is not part of it. Call it once.
     /// @throws BasicException "databaseError" when it cannot be written; then all is rolled back.
     void commit();
 

@@ -48,6 +48,23 @@ TEST_F(TransactionOf, IsDurableWithItsCommitAndNotBefore)
     EXPECT_EQ(durable(), Values{1});
 }
 
+TEST_F(TransactionOf, EndsWithItsCommitThoughItLivesOn)
+{
+    Transaction transaction(database);
+    insert(1);
+    transaction.commit();
+    EXPECT_FALSE(database.isInTransaction());
+    {
+        const Transaction another(database);
+        insert(2);
+        insert(3);
+    }
+    EXPECT_EQ(durable(), Values{1}) << "the second one is all or nothing by itself";
+    databaseErrorOf([&] { database.execute(u"INSERT INTO absent VALUES (1)"_s); });
+    insert(4);
+    EXPECT_EQ(durable(), (Values{1, 4}));
+}
+
 TEST_F(TransactionOf, WithoutCommitLeavesNothing)
 {
     {
