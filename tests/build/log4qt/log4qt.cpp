@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include <QMap>
-
 #include <cstdio>
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
+#include <map>
 
 namespace Log4Qt {
 
@@ -19,12 +18,8 @@ void write(const char* what, const QString& text)
 
 Logger* theLogger(const QString& name)
 {
-    static QMap<QString, Logger*> loggers;
-    Logger*& logger = loggers[name];
-    if (logger == nullptr) {
-        logger = new Logger(name);
-    }
-    return logger;
+    static std::map<QString, Logger> loggers; // whose nodes stay where they are
+    return &loggers.try_emplace(name, name).first->second;
 }
 
 } // namespace
