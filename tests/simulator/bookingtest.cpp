@@ -219,7 +219,7 @@ TEST(ReturnBooking, addsUpInRandomSplitsOfRandomLines)
     for (int run = 0; run < 20'000; ++run) {
         const Thousandths quantity = 1 + random() % 20'000;
         const Kopecks total = random() % 5'000'000;
-        const Kopecks spent = total == 0 ? 0 : random() % total;
+        const Kopecks spent = total == 0 ? 0 : Kopecks(random()) % total;
         const SoldLine line = soldLine(quantity, total, spent, random() % 100'000);
         std::vector<Thousandths> parts;
         for (Thousandths left = quantity; left > 0; left -= parts.back()) {
