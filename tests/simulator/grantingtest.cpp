@@ -175,7 +175,9 @@ TEST(Granting, agreesWithASecondModelOnRandomChecks)
             : static_cast<unsigned>(qEnvironmentVariableIntValue("ORVA_TEST_SEED"));
     std::cout << "seed " << seed << " (ORVA_TEST_SEED)\n";
     std::mt19937 random(seed);
-    const auto upTo = [&random](int limit) { return static_cast<int>(random() % (unsigned(limit) + 1)); };
+    const auto upTo = [&random](int limit) {
+        return static_cast<int>(random() % (unsigned(limit) + 1));
+    };
     for (int run = 0; run < 100'000; ++run) {
         const std::vector<Kopecks> steps{0, 10, 50, 100, 500, 1000};
         const Rules rules =
