@@ -44,6 +44,10 @@ QString describe(const QString& flow, const Stop& stop, const Outcome& outcome)
 
 } // namespace
 
+Matrix::Matrix(const MatrixOptions& matrixOptions)
+    : options(matrixOptions), flows(allFlows(options.repetitions))
+{}
+
 QString Matrix::folderOf(const Flow& flow) const
 {
     return options.folder + u"/begin-"_s + QString(flow.name).replace(u' ', u'-');
@@ -139,7 +143,6 @@ int Matrix::run()
 {
     QElapsedTimer time;
     time.start();
-    const QList<Flow> flows = allFlows(options.repetitions);
     QList<Task> tasks;
     for (const Flow& flow : flows) {
         if (!options.flows.isEmpty() && !options.flows.contains(flow.name)) {

@@ -33,7 +33,7 @@ struct MatrixOptions
 class Matrix
 {
 public:
-    explicit Matrix(const MatrixOptions& matrixOptions) : options(matrixOptions) {}
+    explicit Matrix(const MatrixOptions& matrixOptions);
 
     /// Prints what it does and finds. @throws SceneError when a flow cannot be played at all or its
     /// books differ without any stop. @return the number of stops after which something was wrong
@@ -45,7 +45,7 @@ public:
 private:
     struct Task
     {
-        const Flow* flow;
+        const Flow* flow; ///< one of the matrix's own
         Stop stop;
     };
     struct Result
@@ -63,6 +63,7 @@ private:
     void printSummary(qint64 milliseconds) const;
 
     const MatrixOptions options;
+    const QList<Flow> flows;
     std::mutex mutex;
     QList<Result> results; ///< of the scenes in which something was stopped
     int notReached = 0;    ///< calls that came in the first run only
