@@ -258,6 +258,14 @@ TEST(Encodings, areNamedByTheDeclarationOnly)
     EXPECT_FALSE(orva::isHarmlessXml(QByteArray("<?xml encoding='utf-8' encoding='UTF-7'?><a/>")));
 }
 
+TEST(Encodings, ofTwoBytesAreNamedByTheDeclarationOnlyToo)
+{
+    const QString instruction = u"<?xm encoding='UTF-7'?><a/>"_s;
+    for (const Encoding& encoding : wide()) {
+        EXPECT_TRUE(orva::isHarmlessXml(encoded(encoding, instruction))) << encoding.name;
+    }
+}
+
 TEST(Encodings, ofTwoBytesMayBeDeclaredAsUtf16WithAMarkOnly)
 {
     const auto text = [](const QString& name) {

@@ -59,6 +59,9 @@ TEST(HarmlessSums, countAttributesAmongTheNodes)
     const QString pairs = u"<a x=''/>"_s.repeated(nodeLimit / 2 - 2);
     EXPECT_TRUE(orva::isHarmlessXml(inRoot(pairs + u"<a x=''/>"_s)));
     EXPECT_FALSE(orva::isHarmlessXml(inRoot(pairs + u"<a x='' y=''/>"_s)));
+    // in a text that is cut an attribute is the last node
+    EXPECT_TRUE(orva::isHarmlessXml(u"<r><a/>"_s + pairs + u"<a x=''/>"_s));
+    EXPECT_FALSE(orva::isHarmlessXml(u"<r><a/>"_s + pairs + u"<a x='' y=''/>"_s));
 }
 
 TEST(HarmlessSums, countCommentsCdataAndInstructionsAmongTheNodes)
