@@ -269,6 +269,18 @@ TEST_F(RestoreTest, ExceptionsOfTheDocumentPass)
     EXPECT_TRUE(orva.lastError.isEmpty());
 }
 
+TEST_F(RestoreTest, TheAnswerThatWasReadStaysWhenTheRecordsCannotBeRead)
+{
+    store(u"lastResponse"_s, u"<later/>"_s);
+    base->onCall = [](const QString& call) {
+        if (call == u"getPluginValue(Orva, bonusRecords)") {
+            throw orva::Exception(tr::Tr(u"code"_s, u"текст"_s), u"x"_s);
+        }
+    };
+    EXPECT_THROW(restore(), orva::Exception);
+    EXPECT_EQ(interface->storedResponse(), u"<later/>\n"_s);
+}
+
 TEST_F(RestoreTest, WhatWasWrittenComesBackAndIsWrittenAgainTheSame)
 {
     QDomDocument answer;
