@@ -33,6 +33,9 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
+    if (committed) {
+        return;
+    }
     Database::Connection& connection = *database.connection;
     if (connection.depth == 1) {
         database.execute(u"COMMIT"_s);

@@ -27,7 +27,8 @@ public:
     Transaction& operator=(const Transaction&) = delete;
 
     /// Outermost: returns when everything is on the disk. Inner: leaves the decision to the
-    /// outermost. Either way this one has ended: what follows is not part of it. Call it once.
+    /// outermost. Either way this one has ended: what follows is not part of it, and another
+    /// call does nothing.
     /// @throws BasicException "databaseError" when it cannot be written; then all is rolled back.
     void commit();
 

@@ -54,6 +54,7 @@ TEST_F(TransactionOf, EndsWithItsCommitThoughItLivesOn)
     insert(1);
     transaction.commit();
     EXPECT_FALSE(database.isInTransaction());
+    transaction.commit();
     {
         const Transaction another(database);
         insert(2);
@@ -61,7 +62,9 @@ TEST_F(TransactionOf, EndsWithItsCommitThoughItLivesOn)
     }
     EXPECT_EQ(durable(), Values{1}) << "the second one is all or nothing by itself";
     databaseErrorOf([&] { database.execute(u"INSERT INTO absent VALUES (1)"_s); });
+    Transaction later(database);
     insert(4);
+    later.commit();
     EXPECT_EQ(durable(), (Values{1, 4}));
 }
 
