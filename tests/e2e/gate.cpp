@@ -25,12 +25,13 @@ struct Gate::Implementation
     void pass(const httplib::Request& request, httplib::Response& answer)
     {
         const std::scoped_lock lock(passing);
-        const QString path = QString::fromStdString(request.path);
+        const QString path = QUrl(QString::fromStdString(request.path)).path();
         before(path.section(u'/', -1));
         httplib::Client client(host, serverPort);
         const httplib::Headers headers{
             {"Authorization", request.get_header_value("Authorization")}};
-        const auto result = client.Post(request.path, headers, request.body, "application/xml");
+        const auto result =
+            client.Post(path.toStdString(), headers, request.body, "application/xml");
         answer.status = result ? result->status : 502;
         if (result) {
             answer.set_content(result->body, "application/xml");

@@ -8,7 +8,8 @@
 #include <functional>
 #include <memory>
 
-/// Stands between till and server and passes every request on; a test may do something first.
+/// Stands between till and server and passes every request on; a test may do something first. As a
+/// till's proxy it passes to that server what is meant for any.
 class Gate
 {
 public:
