@@ -13,7 +13,9 @@ namespace orva {
 ///
 /// | Code                     | Condition                                                |
 /// |--------------------------|----------------------------------------------------------|
-/// | orvaRequestFormingError  | the request type is none of the three known ones         |
+/// | orvaRequestFormingError  | the request type is none of the three known ones; or the |
+/// |                          | document, its card record or its card is missing and the |
+/// |                          | detail says which                                        |
 /// | orvaAuthorisationError   | the server answered 401                                  |
 /// | orvaDuplicateCheckId     | the server answered 409                                  |
 /// | orvaDataIntegrityError   | the server answered 424                                  |

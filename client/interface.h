@@ -36,7 +36,8 @@ namespace orva {
 ///
 /// Only precheck and sendRequest talk to the server; they block the calling thread until the
 /// transport returns or its time-out ends. Everything else works on memory alone. One thread only,
-/// no locking. Failures are thrown as orva::Exception.
+/// no locking. Failures are thrown as orva::Exception. A document, card record or card that a step
+/// needs and that is null is such a failure ("orvaRequestFormingError"), thrown by that step.
 class Interface
 {
 public:
@@ -58,7 +59,8 @@ public:
     /// Asks the server what it grants for the document as it stands.
     ///
     /// Writes client, balance and points into the card record as soon as they are read: when a
-    /// later reader throws, they stay there. @param cardRecord a record with a card, both not null
+    /// later reader throws, they stay there. @param cardRecord a record with a card, both not null;
+    /// a missing card comes out only when the server has been asked
     /// @return the discounts, accruals and messages @throws orva::Exception
     virtual RequestResult precheck(const QSharedPointer<AbstractDocument>& document,
                                    const QSharedPointer<DocumentCardRecord>& cardRecord);
@@ -70,7 +72,7 @@ public:
                          const QSharedPointer<DocumentCardRecord>& cardRecord) const;
     /// The queue message that confirms a sale: the last answer with the impacts used and the
     /// payment. They are inserted into the stored last answer itself, which is meant; a second call
-    /// inserts them a second time. The card record is not used.
+    /// inserts them a second time. The card record is not used and may be null.
     virtual QMap<QString, QVariant>
     getSaleRequest(const QSharedPointer<AbstractDocument>& document,
                    const QSharedPointer<DocumentCardRecord>& cardRecord) const;
@@ -93,6 +95,7 @@ public:
     /// denominator of every line's share; both in currency units
     /// @return an impact a position, in ascending position order; the amounts placed are those
     /// recorded for the position, which the detail's sum does not follow
+    /// @throws orva::Exception when there is something to place and no card record
     virtual QList<QSharedPointer<BonusImpact>>
     generateBonusImpacts(const QSharedPointer<DocumentCardRecord>& cardRecord, double sum,
                          double pointsAvailable) const;
@@ -101,8 +104,9 @@ public:
     /// @throws orva::Exception, NoConnectionException; the last response is then unchanged
     virtual void sendRequest(RequestType type, const QDomDocument& request);
 
-    /// The request document of a check. Both pointers must be set.
-    /// @throws orva::Exception when the document is neither a sale nor a return by sale
+    /// The request document of a check. A record without a card gives an empty number.
+    /// @throws orva::Exception when the document is neither a sale nor a return by sale, or one of
+    /// the two is null
     virtual QDomDocument getRequestPayload(const QSharedPointer<AbstractDocument>& document,
                                            const QSharedPointer<DocumentCardRecord>& card) const;
 

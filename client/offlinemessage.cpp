@@ -5,6 +5,7 @@
 
 #include "client/endpoint.h"
 #include "client/interface.h"
+#include "client/required.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,11 +41,13 @@ QMap<QString, QVariant> Interface::createOfflineRequestMessage(const QDomDocumen
 QMap<QString, QVariant> Interface::getSaleRequest(const QSharedPointer<AbstractDocument>& document,
                                                   const QSharedPointer<DocumentCardRecord>&) const
 {
+    // The card record may be missing, since nothing of it is sent.
+    AbstractDocument& check = requireDocument(document);
     // The copy shares its nodes: what is inserted also lands in the stored answer, which is meant.
     const QDomDocument answer = lastResponse;
     QDomElement root = answer.documentElement();
-    insertUsedImpacts(root, document->getImpacts());
-    insertPayments(root, document->getPaymentSum());
+    insertUsedImpacts(root, check.getImpacts());
+    insertPayments(root, check.getPaymentSum());
     return createOfflineRequestMessage(answer, RequestType::PaymentTry);
 }
 

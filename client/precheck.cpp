@@ -4,6 +4,7 @@
 // The pre-check exchange.
 
 #include "client/interface.h"
+#include "client/required.h"
 #include "host/document/client.h"
 
 #include <log4qt/logger.h>
@@ -22,10 +23,11 @@ RequestResult Interface::precheck(const QSharedPointer<AbstractDocument>& docume
 
     // Written one by one, without a transaction: what was read stays when a later reader throws.
     const auto client = getClient(root);
-    cardRecord->getCard()->setClient(client);
-    cardRecord->setBonusBalance(QVariant(getBalance(root)));
-    cardRecord->setPointsForSpend(getPointsForSpend(root));
-    cardRecord->setPointsForEarn(QVariant(getPointsForEarn(root)));
+    DocumentCardRecord& record = requireCardRecord(cardRecord);
+    requireCard(record)->setClient(client);
+    record.setBonusBalance(QVariant(getBalance(root)));
+    record.setPointsForSpend(getPointsForSpend(root));
+    record.setPointsForEarn(QVariant(getPointsForEarn(root)));
 
     RequestResult result;
     result.discountImpacts = getDiscountImpacts(cardRecord, root);

@@ -8,6 +8,7 @@
 #include "client/harmlessxml.h"
 #include "client/interface.h"
 #include "client/noconnectionexception.h"
+#include "client/required.h"
 #include "host/services/restclient.h"
 
 #include <log4qt/logger.h>
@@ -60,8 +61,7 @@ void Interface::sendRequest(RequestType type, const QDomDocument& request)
     transport->setTimeout(timeout);
     const QString path = endpointPath(type);
     if (path.isEmpty()) {
-        throw Exception(tr::Tr(u"orvaRequestFormingError"_s, u"Ошибка формирования запроса"_s),
-                        QString());
+        throwNotFormed(QString());
     }
     const QUrl url = getUrl(path);
     transport->post(url, request.toByteArray(1), headers);

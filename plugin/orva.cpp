@@ -56,10 +56,9 @@ bool Orva::request(const QSharedPointer<AbstractDocument>& check)
 {
     logger->info(u"Запрос к системе лояльности"_s);
     try {
-        const auto cardRecord = check->getCardRecord(loyaltySystemType);
+        const auto cardRecord = cardRecordOf(check);
         const orva::RequestResult result = interface->precheck(check, cardRecord);
-        pointsForSpend = cardRecord->getPointsForSpend();
-        pointsForEarn = cardRecord->getPointsForEarn().toDouble();
+        takePoints(cardRecord);
         discountImpacts = result.discountImpacts;
         bonusRecords = result.bonusRecords;
         messagesToCashier = result.posMessages;
@@ -69,6 +68,19 @@ bool Orva::request(const QSharedPointer<AbstractDocument>& check)
         return fail(exception);
     }
     return true;
+}
+
+QSharedPointer<DocumentCardRecord>
+Orva::cardRecordOf(const QSharedPointer<AbstractDocument>& check) const
+{
+    return check.isNull() ? QSharedPointer<DocumentCardRecord>()
+                          : check->getCardRecord(loyaltySystemType);
+}
+
+void Orva::takePoints(const QSharedPointer<DocumentCardRecord>& cardRecord)
+{
+    pointsForSpend = cardRecord.isNull() ? 0.0 : cardRecord->getPointsForSpend();
+    pointsForEarn = cardRecord.isNull() ? 0.0 : cardRecord->getPointsForEarn().toDouble();
 }
 
 bool Orva::fail(const orva::Exception& exception)
@@ -82,11 +94,12 @@ bool Orva::fail(const orva::Exception& exception)
 bool Orva::commit(const QSharedPointer<AbstractDocument>& check)
 {
     logger->info(u"Подтверждение операций в системе лояльности"_s);
-    const int type = check->getDocumentType();
-    const auto cardRecord = check->getCardRecord(loyaltySystemType);
-    const QVariantMap message = type == static_cast<int>(EDocumentType::ReturnBySale)
-                                    ? interface->getBackBySaleRequest(check, cardRecord)
-                                    : interface->getSaleRequest(check, cardRecord);
+    const bool isReturn = !check.isNull() &&
+                          check->getDocumentType() == static_cast<int>(EDocumentType::ReturnBySale);
+    const auto cardRecord = cardRecordOf(check);
+    // Neither is kept from the client when it is missing: what it cannot do without, it refuses.
+    const QVariantMap message = isReturn ? interface->getBackBySaleRequest(check, cardRecord)
+                                         : interface->getSaleRequest(check, cardRecord);
     orva::service<DBQueueBroker>()->addToQueue(u"orva"_s, message, QString());
     return true;
 }

@@ -5,6 +5,8 @@
 
 #include "plugin/orva.h"
 
+#include "client/exception.h"
+
 #include <log4qt/logger.h>
 
 using namespace Qt::StringLiterals;
@@ -18,15 +20,20 @@ double smallerOrSecond(double first, double second)
     return first < second ? first : second;
 }
 
+double sumToPayOf(const QSharedPointer<AbstractDocument>& check)
+{
+    return check.isNull() ? 0.0 : check->getSumToPay();
+}
+
 } // namespace
 
 double Orva::getPointsForSpend(const QSharedPointer<AbstractDocument>& check)
 {
     const double available = pointsForSpend;
-    const double toPay = check->getSumToPay();
+    const double toPay = sumToPayOf(check);
     logger->debug(u"Доступные баллы: '%1', сумма к оплате: '%2'. Выбираем минимум"_s,
                   QString::number(available, 'f', 2), QString::number(toPay, 'f', 2));
-    return smallerOrSecond(available, check->getSumToPay());
+    return smallerOrSecond(available, sumToPayOf(check));
 }
 
 void Orva::setPointsForSpend(const QSharedPointer<AbstractDocument>&, double points)
@@ -36,21 +43,38 @@ void Orva::setPointsForSpend(const QSharedPointer<AbstractDocument>&, double poi
 
 bool Orva::spendPoints()
 {
-    const double sum = smallerOrSecond(pointsForSpend, document->getSumToPay());
+    const double sum = smallerOrSecond(pointsForSpend, sumToPayOf(document));
     logger->info(u"Списание бонусных баллов на сумму %1 будет выполнено после закрытия чека"_s,
                  QString::number(sum, 'f', 2));
     // Dropped on purpose: the host has applied the discounts of the last pre-check by now.
     discountImpacts.clear();
-    const auto cardRecord = document->getCardRecord(loyaltySystemType);
-    bonusImpactsForSpend = interface->generateBonusImpacts(cardRecord, sum, pointsForSpend);
+    bonusImpactsForSpend = makeBonusImpacts(cardRecordOf(document), sum);
     updatePluginData();
     return true;
+}
+
+QList<QSharedPointer<BonusImpact>>
+Orva::makeBonusImpacts(const QSharedPointer<DocumentCardRecord>& cardRecord, double sum) const
+{
+    try {
+        return interface->generateBonusImpacts(cardRecord, sum, pointsForSpend);
+    } catch (const orva::Exception& exception) {
+        if (!cardRecord.isNull()) {
+            throw;
+        }
+        // Nobody's points cannot be spent: refused by the client, and no reason to stop a sale.
+        logger->error(exception.detail);
+        return {};
+    }
 }
 
 bool Orva::recalculatePointsForEarn()
 {
     logger->debug(u"Пересчет бонусных начислений"_s);
     pointsForEarn = 0;
+    if (document.isNull()) {
+        return true;
+    }
     const double full = document->getCheckSum() + pointsForSpend;
     const double current = document->getCheckSum();
     if (!bonusRecords.isEmpty()) {
@@ -61,7 +85,9 @@ bool Orva::recalculatePointsForEarn()
             pointsForEarn += record.bonusAmount;
         }
     }
-    const auto cardRecord = document->getCardRecord(loyaltySystemType);
-    cardRecord->setPointsForEarn(QVariant(pointsForEarn));
+    const auto cardRecord = cardRecordOf(document);
+    if (!cardRecord.isNull()) {
+        cardRecord->setPointsForEarn(QVariant(pointsForEarn));
+    }
     return true;
 }

@@ -81,6 +81,10 @@ void Orva::updatePluginData() const
     logger->debug(u"Запись в документ данных системы лояльности"_s);
     // The session's document, which need not be the one that the host lets this system watch.
     const auto check = orva::service<Session>()->getDocument();
+    if (check.isNull()) {
+        logger->error(u"Данные системы лояльности не записаны: в сессии нет документа"_s);
+        return;
+    }
     const QString owner = stateOwner();
     check->setPluginValue(owner, u"lastResponse"_s, interface->getLastResponse().toString(1));
     QVariantList records;
@@ -93,9 +97,11 @@ void Orva::updatePluginData() const
 bool Orva::restoreLoyaltySystem()
 {
     logger->debug(u"Восстановление данных системы лояльности из документа"_s);
-    const auto cardRecord = document->getCardRecord(loyaltySystemType);
-    pointsForSpend = cardRecord->getPointsForSpend();
-    pointsForEarn = cardRecord->getPointsForEarn().toDouble();
+    takePoints(cardRecordOf(document));
+    if (document.isNull()) {
+        interface->setLastResponse(QDomDocument());
+        return true;
+    }
     const QString owner = stateOwner();
     const QString lastResponse =
         document->getPluginValue(owner, u"lastResponse"_s, QVariant()).toString();

@@ -6,6 +6,7 @@
 #include "client/elements.h"
 #include "client/exception.h"
 #include "client/interface.h"
+#include "client/required.h"
 #include "host/services/currenttime.h"
 #include "host/xml/xmlutils.h"
 
@@ -26,6 +27,7 @@ QDateTime documentTime(const AbstractDocument& document)
 QDomDocument Interface::getRequestPayload(const QSharedPointer<AbstractDocument>& document,
                                           const QSharedPointer<DocumentCardRecord>& card) const
 {
+    requireDocument(document);
     QDomDocument request;
     QDomElement check = request.createElement(element::rawCheck());
     const auto append = [&request, &check](const QString& name, const QString& text) {
@@ -57,7 +59,7 @@ QDomDocument Interface::getRequestPayload(const QSharedPointer<AbstractDocument>
     const QList<QSharedPointer<GoodsItem>> goods = document->getGoodsItems();
     const auto type = static_cast<EDocumentType>(document->getDocumentType());
     check.appendChild(getRequestItems(goods, type));
-    append(element::cardNumber(), card->getNumber().toString());
+    append(element::cardNumber(), requireCardRecord(card).getNumber().toString());
 
     request.appendChild(check);
     return request;

@@ -5,6 +5,7 @@
 
 #include "client/elements.h"
 #include "client/interface.h"
+#include "client/required.h"
 #include "client/response/line.h"
 #include "client/service.h"
 #include "client/zerothreshold.h"
@@ -25,7 +26,7 @@ DocumentBonusRecord makeRecord(const DocumentCardRecord& cardRecord, int positio
 {
     DocumentBonusRecord record;
     record.bonusAmount = bonus;
-    record.cardNumber = cardRecord.getCard()->getNumber();
+    record.cardNumber = requireCard(cardRecord)->getNumber();
     record.dateTime = MockFactory<CurrentTime>::create()->currentDateTime();
     record.sessionContext = service<Session>()->getSessionContext()->getContextValue().toString();
     record.valutCode = bonusValutCode;
@@ -50,7 +51,7 @@ Interface::getBonusRecords(const QSharedPointer<DocumentCardRecord>& cardRecord,
         if (std::abs(bonus) < zeroThreshold) {
             continue;
         }
-        records.append(makeRecord(*cardRecord, position, bonus));
+        records.append(makeRecord(requireCardRecord(cardRecord), position, bonus));
     }
     return records;
 }

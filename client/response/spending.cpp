@@ -5,6 +5,7 @@
 
 #include "client/elements.h"
 #include "client/interface.h"
+#include "client/required.h"
 #include "client/response/line.h"
 #include "client/zerothreshold.h"
 #include "host/services/currenttime.h"
@@ -64,7 +65,7 @@ QSharedPointer<BonusImpact> makeSpending(const QSharedPointer<DocumentCardRecord
 {
     const auto detail = QSharedPointer<DocumentImpactDetail>::create();
     detail->setCardRecord(cardRecord);
-    detail->setCardIndex(QVariant(cardRecord->getCodeInternal()));
+    detail->setCardIndex(QVariant(requireCardRecord(cardRecord).getCodeInternal()));
     detail->setDateTime(MockFactory<CurrentTime>::create()->currentDateTime());
     detail->setDiscountType(EDiscountType::BonusPayment);
     detail->setDiscountMode(EDiscountMode::Sum);
