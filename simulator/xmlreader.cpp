@@ -27,6 +27,15 @@ QString decode(const QByteArray& body)
     return text;
 }
 
+/// Other servers take a declaration at its word and read something else than was meant.
+void requireUtf8(QStringView declared)
+{
+    if (!declared.isEmpty() && declared.compare(u"UTF-8"_s, Qt::CaseInsensitive) != 0) {
+        throw Rejection(400, u"The declaration names the encoding %1; UTF-8 is expected"_s.arg(
+                                 declared.left(40).toString().simplified()));
+    }
+}
+
 /// Reads what is below the element whose start tag was read last. The depth is limited by the
 /// guard, so the recursion is too.
 Element readElement(QXmlStreamReader& reader)
@@ -71,7 +80,10 @@ Element readXml(const QByteArray& body)
     reader.setNamespaceProcessing(false);
     Element root;
     while (!reader.atEnd()) {
-        if (reader.readNext() == QXmlStreamReader::StartElement) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartDocument) {
+            requireUtf8(reader.documentEncoding());
+        } else if (token == QXmlStreamReader::StartElement) {
             root = readElement(reader);
         }
     }

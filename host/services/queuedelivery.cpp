@@ -10,6 +10,7 @@
 #include "host/services/filelock.h"
 #include "host/services/outgoingqueue.h"
 #include "host/services/restclient.h"
+#include "host/services/xmltext.h"
 
 #include <QLoggingCategory>
 
@@ -120,7 +121,8 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
         }
     }
     client->setTimeout(configured(u"Orva:timeout"_s, defaultTimeoutSeconds));
-    client->post(task.addresses.at(task.step), task.payload, task.headers);
+    // what is sent is UTF-8, whatever the text was read in before it was queued
+    client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
     {
         const std::lock_guard guard(mutex);
         underWay = nullptr;
@@ -137,7 +139,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
     result.meaning = deliverypolicy::meaningOf(answer);
     result.status = answer.status;
     result.error = deliverypolicy::explain(result.meaning, answer.status, error.ru());
-    result.answer = QString::fromUtf8(client->getResponse().left(maxKeptAnswerBytes));
+    result.answer = xmltext::decoded(client->getResponse().left(maxKeptAnswerBytes));
     if (result.meaning != Meaning::StepDone) {
         result.retryAfterMilliseconds =
             deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());

@@ -46,6 +46,10 @@ TEST(Xml, ofAnotherEncodingThanUtf8IsRejected)
 {
     EXPECT_EQ(objectionTo("<a>\xcf\xf0</a>"), u"400 The body is not UTF-8"_s);
     EXPECT_EQ(objectionTo(QByteArray("\xff\xfe<\0a\0/\0>\0", 10)), u"400 The body is not UTF-8"_s);
+    EXPECT_EQ(objectionTo("<?xml version='1.0' encoding='windows-1251'?><a/>"),
+              u"400 The declaration names the encoding windows-1251; UTF-8 is expected"_s);
+    EXPECT_EQ(objectionTo("<?xml version='1.0' encoding='utf-8'?><a/>"), QString());
+    EXPECT_EQ(objectionTo("<?xml version='1.0'?><a/>"), QString());
     EXPECT_EQ(readXml("\xef\xbb\xbf<a>\xd0\x94</a>").text, u"Д"_s);
 }
 

@@ -4,6 +4,7 @@
 #include "till/explain/exchangefinder.h"
 
 #include "host/services/outgoingqueue.h"
+#include "host/services/xmltext.h"
 #include "till/check.h"
 #include "till/checkstore.h"
 #include "till/recording/logview.h"
@@ -111,7 +112,7 @@ void ExchangeFinder::findInQueue(const Check& check, Exchange& exchange) const
         return;
     }
     if (const auto content = OutgoingQueue(till).show(*message)) {
-        exchange.confirmation = content->payload.toUtf8();
+        exchange.confirmation = xmltext::declaredAsUtf8(content->payload.toUtf8());
         exchange.confirmationOrigin = Text::tr("message %1 of the queue").arg(*message);
     }
 }

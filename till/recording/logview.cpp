@@ -4,6 +4,7 @@
 #include "till/recording/logview.h"
 
 #include "host/document/edocumenttype.h"
+#include "host/services/xmltext.h"
 #include "till/checkview.h"
 #include "till/recording/sidebyside.h"
 #include "till/recording/valuejson.h"
@@ -140,7 +141,7 @@ QString withoutCard(QString text, const QString& card)
 
 QString bodyText(const QJsonValue& body, const QString& card)
 {
-    return withoutCard(QString::fromUtf8(valuejson::toBytes(body)), card);
+    return withoutCard(xmltext::decoded(valuejson::toBytes(body)), card);
 }
 
 QString sentText(const Sent& sent, int number, const QString& card)
@@ -151,7 +152,7 @@ QString sentText(const Sent& sent, int number, const QString& card)
         return Text::tr("Message %1 into the queue \"%2\": %3\n")
                    .arg(number)
                    .arg(content.value("name"_L1).toString(), sent.outcome()) +
-               sidebyside::numbered(bodyText(message.value("payload"_L1), card));
+               sidebyside::numbered(withoutCard(message.value("payload"_L1).toString(), card));
     }
     return Text::tr("Exchange %1: POST %2: %3, %4 ms\n")
                .arg(number)

@@ -3,6 +3,7 @@
 
 #include "till/recording/recordcomparison.h"
 
+#include "host/services/xmltext.h"
 #include "till/text.h"
 #include "wire/xmldifference.h"
 
@@ -47,7 +48,8 @@ Found documentDifference(const QJsonValue& recorded, const QJsonValue& replayed,
                          const QString& path)
 {
     const auto found =
-        wire::XmlDifference::between(recorded.toString().toUtf8(), replayed.toString().toUtf8());
+        wire::XmlDifference::between(xmltext::declaredAsUtf8(recorded.toString().toUtf8()),
+                                     xmltext::declaredAsUtf8(replayed.toString().toUtf8()));
     if (!found) {
         return std::nullopt;
     }

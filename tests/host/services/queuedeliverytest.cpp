@@ -3,6 +3,7 @@
 
 #include "deliveryfixture.h"
 
+#include <QStringEncoder>
 #include <gmock/gmock.h>
 #include <set>
 
@@ -42,6 +43,27 @@ TEST_F(Delivery, ParksAMessageWithoutAddressesAndGoesOn)
     EXPECT_EQ(deliver(), "b1 b2");
     EXPECT_EQ(stateOf(1), QueueState::Parked);
     EXPECT_EQ(entry(1).lastError, u"В сообщении нет адресов для отправки"_s);
+}
+
+TEST_F(Delivery, SendsUtf8AndSaysSoWhateverTheTextWasReadIn)
+{
+    add(u"<?xml version='1.0' encoding='windows-1251'?><a>Анна</a>"_s);
+    deliver();
+    ASSERT_EQ(server.requests.size(), 2);
+    for (const Request& request : std::as_const(server.requests)) {
+        EXPECT_EQ(request.body, "<?xml version='1.0' encoding='UTF-8'?><a>Анна</a>");
+    }
+    EXPECT_EQ(queue.show(1)->payload, u"<?xml version='1.0' encoding='windows-1251'?><a>Анна</a>"_s)
+        << "kept as it was given";
+}
+
+TEST_F(Delivery, KeepsARefusalInTheCharactersThatTheServerMeant)
+{
+    add(u"a"_s);
+    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    server.answer({424, QByteArray(encoder(u"Нет такого чека"_s))});
+    deliver();
+    EXPECT_EQ(queue.show(1)->lastAnswer, u"Нет такого чека"_s);
 }
 
 TEST_F(Delivery, UsesTheConfiguredTimeout)
