@@ -17,6 +17,14 @@
 using namespace Qt::StringLiterals;
 
 namespace till {
+namespace {
+
+/// Each change of a check gets the next number, and who is last is told by it: clocks are put
+/// right.
+const QString nextChange = u"(SELECT coalesce(max(change_number), 0) + 1 FROM checks)"_s;
+const QString lastFirst = u" ORDER BY change_number DESC"_s;
+
+} // namespace
 
 int CheckStore::takeNumber()
 {
@@ -40,8 +48,8 @@ void CheckStore::noteOpen(const Check& check)
 {
     const QString saleId = check.document->getSaleDocumentId();
     Statement statement(*database,
-                        u"INSERT INTO checks (id, number, state, type, sale_id, updated_at) "
-                        "VALUES (?, ?, 'open', ?, ?, ?)"_s);
+                        u"INSERT INTO checks (id, number, state, type, sale_id, updated_at, "
+                        "change_number) VALUES (?, ?, 'open', ?, ?, ?, %1)"_s.arg(nextChange));
     statement.bind(check.id())
         .bind(check.number())
         .bind(check.document->getDocumentType())
@@ -53,9 +61,10 @@ void CheckStore::noteOpen(const Check& check)
 void CheckStore::changeState(const Check& check, const QString& state, const QVariant& data,
                              const QVariant& message)
 {
-    Statement statement(*database,
-                        u"UPDATE checks SET state = ?, data = ?, message_id = ?, updated_at = ? "
-                        "WHERE id = ? AND state IN ('open', 'suspended')"_s);
+    Statement statement(
+        *database,
+        u"UPDATE checks SET state = ?, data = ?, message_id = ?, updated_at = ?, "
+        "change_number = %1 WHERE id = ? AND state IN ('open', 'suspended')"_s.arg(nextChange));
     statement.bind(state)
         .bind(data)
         .bind(message)
@@ -103,9 +112,9 @@ void CheckStore::close(const Check& check, const std::function<void()>& confirm)
 Check CheckStore::loadSuspended(const QString& which)
 {
     const bool last = which == u"last"_s;
-    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'suspended'%1 "
-                                   "ORDER BY updated_at DESC, rowid DESC LIMIT 1"_s.arg(
-                                       last ? QString() : u" AND id = ?"_s));
+    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'suspended'"_s +
+                                       (last ? QString() : u" AND id = ?"_s) + lastFirst +
+                                       u" LIMIT 1"_s);
     if (!last) {
         statement.bind(which);
     }
@@ -132,8 +141,8 @@ Check CheckStore::find(const QString& which, bool onlySales)
     const bool last = which == u"last"_s;
     QString condition = last ? QString() : u" AND (id = ? OR number = ?)"_s;
     condition += onlySales ? u" AND type = ?"_s : QString();
-    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed'%1 "
-                                   "ORDER BY updated_at DESC, rowid DESC LIMIT 2"_s.arg(condition));
+    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed'"_s + condition +
+                                       lastFirst + u" LIMIT 2"_s);
     if (!last) {
         bool isNumber = false;
         const int number = which.toInt(&isNumber);
@@ -211,7 +220,7 @@ QList<CheckRow> CheckStore::list()
 {
     QList<CheckRow> rows;
     Statement statement(*database, u"SELECT id, number, state, type, updated_at FROM checks "
-                                   "ORDER BY updated_at, rowid"_s);
+                                   "ORDER BY change_number, rowid"_s);
     while (statement.next()) {
         rows.append({statement.value(0).toString(), statement.value(1).toInt(),
                      statement.value(2).toString(),

@@ -69,6 +69,7 @@ public:
     /// The card of the check that a message confirms; empty when no closed check knows it.
     QString cardOfMessage(qint64 messageId);
 
+    /// All checks in the order of their last changes.
     QList<CheckRow> list();
     /// Hands every closed check over, sorted by identifier.
     void forEachClosed(const std::function<void(const Check&)>& take);

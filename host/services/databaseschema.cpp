@@ -83,9 +83,26 @@ QStringList checkIndex()
     return {u"CREATE INDEX checks_recent ON checks(state, type, updated_at)"_s};
 }
 
+/// Version 4: which check was changed last is told by a number that counts the changes, whatever
+/// the clock said meanwhile; checks of older versions get theirs in the order of their times. And a
+/// message's content is followed by what tells whether it is still the one that was stored.
+QStringList changeNumbers()
+{
+    return {
+        u"ALTER TABLE checks ADD COLUMN change_number INTEGER"_s,
+        u"UPDATE checks SET change_number = counted.number FROM "
+        "(SELECT rowid AS counted_row, row_number() OVER (ORDER BY updated_at, rowid) AS number "
+        "FROM checks) AS counted WHERE checks.rowid = counted.counted_row"_s,
+        u"DROP INDEX checks_recent"_s,
+        u"CREATE INDEX checks_changes ON checks(change_number)"_s,
+        u"CREATE INDEX checks_last ON checks(state, change_number, type)"_s,
+        u"ALTER TABLE queue_bodies ADD COLUMN digest BLOB"_s,
+    };
+}
+
 const QList<QStringList>& steps()
 {
-    static const QList<QStringList> all{queueTables(), tillTables(), checkIndex()};
+    static const QList<QStringList> all{queueTables(), tillTables(), checkIndex(), changeNumbers()};
     return all;
 }
 

@@ -101,13 +101,12 @@ TEST_F(DatabaseFile, ANewerSchemaIsRefusedAndLeftAlone)
         database.execute(u"PRAGMA user_version = %1"_s.arg(Database::schemaVersion() + 1));
     }
     EXPECT_THAT(databaseErrorOf([&] { const Database database(file); }),
-                HasSubstr("файл записан более новой программой (схема 4, известна 3); обновите"));
+                HasSubstr("файл записан более новой программой (схема 5, известна 4); обновите"));
 }
 
-/// Makes a file as a program that knew nothing newer than version 1 left it.
-void makeVersion1(const QString& file)
+void run(const QString& scriptName, const QString& file)
 {
-    QFile script(QStringLiteral(ORVA_SERVICES_DATA "/schema1.sql"));
+    QFile script(QStringLiteral(ORVA_SERVICES_DATA "/") + scriptName);
     ASSERT_TRUE(script.open(QIODevice::ReadOnly)) << script.fileName().toStdString();
     sqlite3* handle = nullptr;
     ASSERT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &handle), SQLITE_OK);
@@ -115,6 +114,18 @@ void makeVersion1(const QString& file)
               SQLITE_OK)
         << sqlite3_errmsg(handle);
     sqlite3_close(handle);
+}
+
+/// Makes a file as a program that knew nothing newer than version 1 left it.
+void makeVersion1(const QString& file)
+{
+    run(u"schema1.sql"_s, file);
+}
+
+void makeVersion3(const QString& file)
+{
+    run(u"schema1.sql"_s, file);
+    run(u"schema3.sql"_s, file);
 }
 
 TEST_F(DatabaseFile, AFileOfVersion1IsMigratedAndKeepsItsMessages)
@@ -129,9 +140,27 @@ TEST_F(DatabaseFile, AFileOfVersion1IsMigratedAndKeepsItsMessages)
     EXPECT_EQ(message->entry.extra, u"kept"_s);
 }
 
+TEST_F(DatabaseFile, ChecksOfVersion3GetTheirChangesNumberedInTheOrderOfTheirTimes)
+{
+    ASSERT_NO_FATAL_FAILURE(makeVersion3(file));
+    Database database(file);
+    Statement statement(database, u"SELECT id, change_number, data FROM checks ORDER BY "
+                                  "change_number"_s);
+    QStringList found;
+    while (statement.next()) {
+        found.append(statement.value(0).toString() + u' ' + statement.value(1).toString() + u' ' +
+                     QString::fromLatin1(statement.value(2).toByteArray().toHex()));
+    }
+    EXPECT_EQ(found,
+              QStringList({u"first 1 01"_s, u"third 2 03"_s, u"fourth 3 "_s, u"second 4 02"_s}));
+    EXPECT_EQ(OutgoingQueue(database).show(5)->payload, u"<old/>"_s);
+}
+
 TEST_F(DatabaseFile, AMigratedFileHasTheSchemaOfANewOne)
 {
+    const QString version3 = folder.file(u"version3.db"_s);
     ASSERT_NO_FATAL_FAILURE(makeVersion1(file));
+    ASSERT_NO_FATAL_FAILURE(makeVersion3(version3));
     const auto schemaOf = [](const QString& name) {
         Database database(name);
         Statement statement(database,
@@ -145,6 +174,7 @@ TEST_F(DatabaseFile, AMigratedFileHasTheSchemaOfANewOne)
     const QStringList migrated = schemaOf(file);
     EXPECT_EQ(migrated.join(u'\n').toStdString(),
               schemaOf(folder.file(u"new.db"_s)).join(u'\n').toStdString());
+    EXPECT_EQ(schemaOf(version3).join(u'\n').toStdString(), migrated.join(u'\n').toStdString());
     EXPECT_GT(migrated.size(), 8);
 }
 
@@ -190,12 +220,14 @@ std::string planOf(Database& database, const QString& sql)
 TEST_F(DatabaseFile, TheLastSaleIsFoundWithoutReadingAllChecks)
 {
     Database database(file);
-    const std::string plan =
-        planOf(database, u"SELECT data FROM checks WHERE state = 'closed' AND type = 1 "
-                         "ORDER BY updated_at DESC, rowid DESC LIMIT 2"_s);
-    EXPECT_THAT(plan, HasSubstr("checks_recent"));
-    EXPECT_THAT(plan, Not(HasSubstr("SCAN")));
-    EXPECT_THAT(plan, Not(HasSubstr("TEMP B-TREE")));
+    for (const QString& condition : {QString(), u" AND type = 1"_s}) {
+        const std::string plan =
+            planOf(database, u"SELECT data FROM checks WHERE state = 'closed'"_s + condition +
+                                 u" ORDER BY change_number DESC LIMIT 2"_s);
+        EXPECT_THAT(plan, HasSubstr("checks_last"));
+        EXPECT_THAT(plan, Not(HasSubstr("SCAN")));
+        EXPECT_THAT(plan, Not(HasSubstr("TEMP B-TREE")));
+    }
 }
 
 TEST_F(DatabaseFile, ManyConnectionsMayOpenANewFileAtOnce)
