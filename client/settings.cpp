@@ -33,8 +33,8 @@ void Interface::setUrl(const QString& url)
 
 void Interface::setCashData(const QString& merchant, const QString& cashDesk)
 {
-    // The wording calls the first value the cash desk's code and the second the shop's. It is kept:
-    // support reads these lines as they have always been.
+    // The wording calls the first value the cash desk's code and the second the shop's, although
+    // they are the other way round: the line's text is fixed and stays so.
     logger->info(u"Код кассы в системе лояльности: %1, код магазина в системе лояльности: %2"_s,
                  merchant, cashDesk);
     merchantId = merchant;
@@ -52,7 +52,7 @@ void Interface::setAuthData(const QString& user, const QString& password, const 
     const QByteArray hash =
         QCryptographicHash::hash(password.toLatin1(), QCryptographicHash::Sha1).toHex();
     const QString passwordHash = QString::fromLatin1(hash);
-    // One after another, as the server's other clients do: a "%2" in the user name takes the hash.
+    // One after another, which is meant: a "%2" in the user name takes the hash.
     const QString credentials =
         u"%1:%2:%3"_s.arg(user).arg(passwordHash).arg(apiKey); // clazy:exclude=qstring-arg
     const QByteArray encoded = credentials.toLocal8Bit().toBase64();

@@ -28,15 +28,15 @@ Orva::~Orva() = default;
 
 bool Orva::init()
 {
-    const Config& config = *orva::service<Config>();
-    interface->setUrl(config.getString(u"Orva:serverUrl"_s, QString()));
-    const QString merchantId = config.getString(u"Orva:merchantId"_s, QString());
-    const QString pos = config.getString(u"Orva:pos"_s, QString());
+    Config* const config = orva::service<Config>();
+    interface->setUrl(config->getString(u"Orva:serverUrl"_s, QString()));
+    const QString merchantId = config->getString(u"Orva:merchantId"_s, QString());
+    const QString pos = config->getString(u"Orva:pos"_s, QString());
     interface->setCashData(merchantId, pos);
-    interface->setTimeout(config.getInt(u"Orva:timeout"_s, 10));
-    const QString user = config.getString(u"Orva:user"_s, QString());
-    const QString password = config.getString(u"Orva:password"_s, QString());
-    const QString apiKey = config.getString(u"Orva:apikey"_s, QString());
+    interface->setTimeout(config->getInt(u"Orva:timeout"_s, 10));
+    const QString user = config->getString(u"Orva:user"_s, QString());
+    const QString password = config->getString(u"Orva:password"_s, QString());
+    const QString apiKey = config->getString(u"Orva:apikey"_s, QString());
     interface->setAuthData(user, password, apiKey);
     return registerLoyaltySystem();
 }

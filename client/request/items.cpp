@@ -60,7 +60,7 @@ QDomElement Interface::getRequestItems(const QList<QSharedPointer<GoodsItem>>& g
         }
         append(element::id(), QString::number(item->getPosnum()));
         append(element::sku(), item->getCode());
-        // Six significant digits, unlike every other amount: the server expects prices so.
+        // Six significant digits, unlike every other amount, which is meant.
         append(element::price(), QString::number(item->getPrice(), 'g', 6));
         append(element::total(), moneyText(item->getSumb()));
         // The quantity sold, on a return too.

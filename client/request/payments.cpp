@@ -18,7 +18,7 @@ void Interface::insertPayments(QDomElement& root, double sum) const
     QDomDocument scratch;
     const QDomElement amount =
         xmlutils::createTextElement(scratch, element::amount(), QString::number(sum, 'f', 2));
-    // One payment, always cash, whatever the customer paid with: the server asks for the sum alone.
+    // One payment, always cash, whatever the customer paid with, which is meant.
     const QDomElement type = xmlutils::createTextElement(scratch, element::amountType(), u"cash"_s);
     xmlWrapper->insertElement(root, path, amount, XmlWrapper::Operation::Payment);
     xmlWrapper->insertElement(root, path, type, XmlWrapper::Operation::Payment);

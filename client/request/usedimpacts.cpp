@@ -65,10 +65,10 @@ void Interface::insertUsedImpacts(QDomElement& root,
     static const QList<QString> usedPath{element::usedAwards(), element::rawItemUsedAwards()};
 
     const QList<Used> used = usedByPosition(impacts);
-    QList<QDomElement> lines = answerLines(*xmlWrapper, root);
+    QList<QDomElement> lines = answerLines(xmlWrapper, root);
     QDomDocument scratch;
     for (QDomElement& line : lines) {
-        const int position = linePosition(*xmlWrapper, line);
+        const int position = linePosition(xmlWrapper, line);
         auto next = std::partition_point(used.cbegin(), used.cend(), [position](const Used& entry) {
             return entry.position < position;
         });

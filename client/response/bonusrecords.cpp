@@ -43,10 +43,10 @@ Interface::getBonusRecords(const QSharedPointer<DocumentCardRecord>& cardRecord,
 {
     static const QList<QString> bonusPath = awardPath(element::awardBonus());
     QList<DocumentBonusRecord> records;
-    const QList<QDomElement> lines = answerLines(*xmlWrapper, root);
+    const QList<QDomElement> lines = answerLines(xmlWrapper, root);
     for (const QDomElement& line : lines) {
-        const int position = linePosition(*xmlWrapper, line);
-        const double bonus = lineAmount(*xmlWrapper, line, bonusPath);
+        const int position = linePosition(xmlWrapper, line);
+        const double bonus = lineAmount(xmlWrapper, line, bonusPath);
         // By its size, unlike a discount: a negative accrual makes a record as well.
         if (std::abs(bonus) < zeroThreshold) {
             continue;

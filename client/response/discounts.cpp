@@ -43,18 +43,18 @@ Interface::getDiscountImpacts(const QSharedPointer<DocumentCardRecord>& cardReco
     static const QList<QString> discountPath = awardPath(element::discount());
     static const QList<QString> onChangePath = awardPath(element::discountOnChange());
     QList<QSharedPointer<DocumentImpact>> impacts;
-    const QList<QDomElement> lines = answerLines(*xmlWrapper, root);
+    const QList<QDomElement> lines = answerLines(xmlWrapper, root);
     for (const QDomElement& line : lines) {
-        const double discount = lineAmount(*xmlWrapper, line, discountPath);
-        const double onChange = lineAmount(*xmlWrapper, line, onChangePath);
+        const double discount = lineAmount(xmlWrapper, line, discountPath);
+        const double onChange = lineAmount(xmlWrapper, line, onChangePath);
         // By the signed value: a negative amount is no discount.
         if (discount > zeroThreshold) {
             impacts.append(makeDiscount(cardRecord, u"Скидка Orva"_s,
-                                        linePosition(*xmlWrapper, line), discount));
+                                        linePosition(xmlWrapper, line), discount));
         }
         if (onChange > zeroThreshold) {
             impacts.append(makeDiscount(cardRecord, u"Скидка на мелочь Orva"_s,
-                                        linePosition(*xmlWrapper, line), onChange));
+                                        linePosition(xmlWrapper, line), onChange));
         }
     }
     return impacts;

@@ -20,16 +20,16 @@ QString textOf(const QDomElement& element)
 
 } // namespace
 
-QList<QDomElement> answerLines(const XmlWrapper& xml, const QDomElement& root)
+QList<QDomElement> answerLines(const QSharedPointer<XmlWrapper>& xml, const QDomElement& root)
 {
     static const QList<QString> path{element::items(), element::rawItem()};
-    return xml.extractElements(root, path);
+    return xml->extractElements(root, path);
 }
 
-int linePosition(const XmlWrapper& xml, const QDomElement& line)
+int linePosition(const QSharedPointer<XmlWrapper>& xml, const QDomElement& line)
 {
     static const QList<QString> path{element::id()};
-    return textOf(xml.extractElement(line, path)).toInt();
+    return textOf(xml->extractElement(line, path)).toInt();
 }
 
 QList<QString> awardPath(const QString& name)
@@ -37,9 +37,10 @@ QList<QString> awardPath(const QString& name)
     return {element::awards(), element::rawItemAwards(), name};
 }
 
-double lineAmount(const XmlWrapper& xml, const QDomElement& line, const QList<QString>& path)
+double lineAmount(const QSharedPointer<XmlWrapper>& xml, const QDomElement& line,
+                  const QList<QString>& path)
 {
-    return toNumber(textOf(xml.extractElement(line, path)));
+    return toNumber(textOf(xml->extractElement(line, path)));
 }
 
 } // namespace orva

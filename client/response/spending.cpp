@@ -131,7 +131,7 @@ Interface::generateBonusImpacts(const QSharedPointer<DocumentCardRecord>& cardRe
 {
     logger->debug(u"Создание бонусных списаний на сумму %1"_s, QString::number(sum, 'f', 2));
     static const QList<QString> allowancePath = awardPath(element::allowBonusInCurrency());
-    const QList<QDomElement> lines = answerLines(*xmlWrapper, lastResponse.documentElement());
+    const QList<QDomElement> lines = answerLines(xmlWrapper, lastResponse.documentElement());
     if (isZero(sum) || lines.isEmpty()) {
         return {};
     }
@@ -140,8 +140,8 @@ Interface::generateBonusImpacts(const QSharedPointer<DocumentCardRecord>& cardRe
     const double ratio = std::min(1.0, sum / pointsAvailable);
     Spending spending{.amount = sum, .remaining = {}, .impacts = {}};
     for (const QDomElement& line : lines) {
-        const int position = linePosition(*xmlWrapper, line);
-        const double allowance = lineAmount(*xmlWrapper, line, allowancePath);
+        const int position = linePosition(xmlWrapper, line);
+        const double allowance = lineAmount(xmlWrapper, line, allowancePath);
         const double share = spending.placeShare(cardRecord, position, allowance, ratio);
         spending.amount = share < spending.amount ? spending.amount - share : 0.0;
         if (isZero(spending.amount)) {

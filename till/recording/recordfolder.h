@@ -31,7 +31,7 @@ struct RecordFile
 /// owner only. Plain files and no database, because a record is written once, in order, and then
 /// only read, copied or removed: a line is added with one write and without locks between tills,
 /// what is damaged damages nothing else, the bounds are kept by removing the oldest files, and
-/// support reads them with grep.
+/// grep reads them.
 ///
 /// Together the files hold no more than the configured number of bytes, and none older than the
 /// configured number of days is left when a record begins; what other tills write into the same
