@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "tests/loglistener.h"
+
 #include <QList>
-#include <QLoggingCategory>
 #include <QMutex>
 #include <QString>
 
@@ -53,25 +54,16 @@ inline void PrintTo(const LogLine& line, std::ostream* out)
     *out << line.text.toStdString();
 }
 
-/// Records every line of the logger "orva", debug lines included, for as long as it lives; lines of
-/// other loggers go where they went before. Captures may be nested, the innermost records.
+/// Records every line of the logger "orva", debug lines included, for as long as it lives.
 class LogCapture
 {
 public:
-    LogCapture() : outer(current)
-    {
-        current = this;
-        QLoggingCategory::setFilterRules(QStringLiteral("orva.debug=true\norva.info=true"));
-        before = qInstallMessageHandler(&LogCapture::take);
-    }
-    ~LogCapture()
-    {
-        qInstallMessageHandler(before);
-        QLoggingCategory::setFilterRules(QString());
-        current = outer;
-    }
-    LogCapture(const LogCapture&) = delete;
-    LogCapture& operator=(const LogCapture&) = delete;
+    LogCapture()
+        : listener([this](QtMsgType level, const QString& text) {
+              const QMutexLocker lock(&mutex);
+              recorded.append({level, text});
+          })
+    {}
 
     QList<LogLine> lines() const
     {
@@ -85,32 +77,9 @@ public:
     }
 
 private:
-    static void take(QtMsgType level, const QMessageLogContext& context, const QString& text)
-    {
-        if (qstrcmp(context.category, "orva") == 0) {
-            const QMutexLocker lock(&current->mutex);
-            current->recorded.append({level, text});
-        } else {
-            current->before(level, context, text);
-        }
-    }
-
-    inline static LogCapture* current = nullptr;
-
-    LogCapture* outer;
-    QtMessageHandler before = nullptr;
     mutable QMutex mutex;
     QList<LogLine> recorded;
-};
-
-/// Keeps the logger "orva" quiet, for tests that call an operation many thousands of times.
-class LogSilence
-{
-public:
-    LogSilence() { QLoggingCategory::setFilterRules(QStringLiteral("orva=false")); }
-    ~LogSilence() { QLoggingCategory::setFilterRules(QString()); }
-    LogSilence(const LogSilence&) = delete;
-    LogSilence& operator=(const LogSilence&) = delete;
+    LogListener listener;
 };
 
 } // namespace tests

@@ -3,6 +3,7 @@
 
 #include "console/language.h"
 #include "till/commandline.h"
+#include "till/doctor/libraryconfig.h"
 #include "till/failure.h"
 #include "till/output.h"
 #include "till/program.h"
@@ -43,5 +44,8 @@ int main(int argc, char** argv)
         return int(failure.exitCode());
     }
     setUpLogging(options.verbose);
+    if (options.command == till::Command::Doctor) {
+        till::doctor::keepLibraryUnconfigured(argv);
+    }
     return int(till::Program(options, out, errors).run());
 }

@@ -4,6 +4,7 @@
 #include "till/pluginhost.h"
 
 #include "host/loyalty/basicloyaltysystem.h"
+#include "till/librarylog.h"
 #include "till/text.h"
 
 #include <QJsonObject>
@@ -15,6 +16,7 @@ namespace till {
 PluginHost::PluginHost(const QString& fileName) : file(fileName), loader(fileName)
 {
     checkMetadata();
+    librarylog::giveConsole(); // its first lines come when it is made
     QObject* const object = load();
     instance = object;
     try {

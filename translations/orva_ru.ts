@@ -2345,5 +2345,25 @@ explanation.</source>
         <source>Replaying</source>
         <translation>Повтор</translation>
     </message>
+    <message>
+        <source>%1, without an appender: to the till&apos;s console, by Qt&apos;s category orva</source>
+        <translation>%1, для неё не настроен вывод: на консоль кассы, по категории orva в Qt</translation>
+    </message>
+    <message>
+        <source>%1, without an appender: its lines are lost</source>
+        <translation>%1, для неё не настроен вывод: её строки пропадают</translation>
+    </message>
+    <message>
+        <source>%1, by %2, to %3</source>
+        <translation>%1, по файлу %2, сюда: %3</translation>
+    </message>
+    <message>
+        <source>%1, but switched off</source>
+        <translation>%1, но выключено</translation>
+    </message>
+    <message>
+        <source>%1, but every start empties %2</source>
+        <translation>%1, но при каждом запуске %2 очищается</translation>
+    </message>
 </context>
 </TS>

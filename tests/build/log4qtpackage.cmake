@@ -39,7 +39,8 @@ if(ARGUMENTS EQUAL 2)
 else()
     set(plugins_call "logger: \"orva\"")
 endif()
-run(${PROBE} ${plugin_build}/lib/liborva.so org.poshost.AbstractPlugin ${identifier})
+run(${CMAKE_COMMAND} -E env LOG4QT_STAND_IN_TRACE=1
+    ${PROBE} ${plugin_build}/lib/liborva.so org.poshost.AbstractPlugin ${identifier})
 string(CONCAT expected
     "logger: \"orva\"\n"
     "${plugins_call}\n"

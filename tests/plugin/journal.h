@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include <QLoggingCategory>
+#include "tests/loglistener.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -18,18 +19,8 @@ namespace tests {
 class Journal
 {
 public:
-    Journal()
-    {
-        current = this;
-        QLoggingCategory::setFilterRules(QStringLiteral("orva.debug=true\norva.info=true"));
-        before = qInstallMessageHandler(&Journal::take);
-    }
-    ~Journal()
-    {
-        qInstallMessageHandler(before);
-        QLoggingCategory::setFilterRules(QString());
-        current = nullptr;
-    }
+    Journal() : listener(&Journal::take) { current = this; }
+    ~Journal() { current = nullptr; }
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
@@ -53,12 +44,8 @@ public:
     }
 
 private:
-    static void take(QtMsgType level, const QMessageLogContext& context, const QString& text)
+    static void take(QtMsgType level, const QString& text)
     {
-        if (qstrcmp(context.category, "orva") != 0) {
-            current->before(level, context, text);
-            return;
-        }
         switch (level) {
         case QtDebugMsg:
             note(QStringLiteral("debug: ") + text);
@@ -77,8 +64,8 @@ private:
 
     inline static Journal* current = nullptr;
 
-    QtMessageHandler before = nullptr;
     QStringList noted;
+    LogListener listener;
 };
 
 /// A double that notes every call and can be told to do something on it, for instance to throw.

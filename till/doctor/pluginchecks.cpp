@@ -4,9 +4,11 @@
 #include "till/doctor/pluginchecks.h"
 
 #include "host/loyalty/basicplugin.h"
+#include "till/doctor/libraryconfig.h"
 #include "till/doctor/pluginvisit.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/librarylog.h"
 #include "till/text.h"
 
 #include <QFileInfo>
@@ -130,18 +132,48 @@ public:
 
     Finding logs() const
     {
-        const QString name = meeting->log4QtFile.isEmpty()
-                                 ? Text::tr("without Log4Qt, to Qt's category orva")
-                                 : Text::tr("with Log4Qt (%1)").arg(meeting->log4QtFile);
-        const QLoggingCategory category("orva");
-        if (meeting->log4QtFile.isEmpty() && !category.isCriticalEnabled()) {
-            return Finding::warning(Text::tr("%1, whose errors are switched off").arg(name),
-                                    u"unset QT_LOGGING_RULES"_s);
-        }
-        return Finding::ok(name);
+        return meeting->log4QtFile.isEmpty()
+                   ? toQt(Text::tr("without Log4Qt, to Qt's category orva"))
+                   : throughLibrary(Text::tr("with Log4Qt (%1)").arg(meeting->log4QtFile));
     }
 
 private:
+    static Finding toQt(const QString& way)
+    {
+        const QLoggingCategory category("orva");
+        return category.isCriticalEnabled()
+                   ? Finding::ok(way)
+                   : Finding::warning(Text::tr("%1, whose errors are switched off").arg(way),
+                                      u"unset QT_LOGGING_RULES"_s);
+    }
+
+    static Finding throughLibrary(const QString& way)
+    {
+        const LibraryConfig config = LibraryConfig::find();
+        if (config.targets.isEmpty() && librarylog::isKnown()) {
+            return toQt(Text::tr("%1, without an appender: to the till's console, by "
+                                 "Qt's category orva")
+                            .arg(way));
+        }
+        if (config.targets.isEmpty()) {
+            return Finding::warning(
+                Text::tr("%1, without an appender: its lines are lost").arg(way),
+                u"LOG4QT_CONFIGURATION=/etc/orva/log4qt.properties"_s);
+        }
+        const QString where =
+            Text::tr("%1, by %2, to %3").arg(way, config.file, config.targets.join(u", "_s));
+        if (config.switchedOff) {
+            return Finding::warning(Text::tr("%1, but switched off").arg(where),
+                                    u"log4j.logger.orva=INFO"_s);
+        }
+        if (!config.cutFile.isEmpty()) {
+            return Finding::warning(
+                Text::tr("%1, but every start empties %2").arg(where, config.cutFile),
+                config.cutMend);
+        }
+        return Finding::ok(where);
+    }
+
     Finding hangs() const
     {
         return Finding::fails(Text::tr("does not come to an end in time"),

@@ -36,7 +36,7 @@ struct PluginMeeting
 {
     std::optional<PluginFailure::Step> failedAt;
     QString refusal;
-    /// The file of Log4Qt that the plug-in has brought with it; empty: it logs through Qt.
+    /// The file of Log4Qt that the plug-in logs through; empty: it logs through Qt.
     QString log4QtFile;
 };
 

@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "tests/till/doctor/row.h"
+#include "till/librarylog.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <dlfcn.h>
+#include <string>
 
 using namespace Qt::StringLiterals;
 using tests::expectFound;
@@ -106,14 +109,120 @@ TEST(DoctorNames, theMissingLibrary)
     EXPECT_TRUE(text.contains(u"libtest-vanished.so is not found"_s)) << text.toStdString();
 }
 
-TEST(DoctorNames, log4QtWhereItIsInUse)
+namespace {
+
+/// A library that is called as Log4Qt while it lives, and the folder that the doctor is started in.
+class LoggingLibrary
 {
+public:
+    LoggingLibrary() : former(QDir::currentPath())
+    {
+        EXPECT_TRUE(QFile::copy(QStringLiteral(ORVA_VANISHED), file));
+        loaded = ::dlopen(QFile::encodeName(file).constData(), RTLD_NOW);
+        EXPECT_NE(loaded, nullptr) << ::dlerror();
+        QDir::setCurrent(scene.elsewhere.file(QString()));
+    }
+    ~LoggingLibrary()
+    {
+        QDir::setCurrent(former);
+        ::dlclose(loaded);
+    }
+    LoggingLibrary(const LoggingLibrary&) = delete;
+    LoggingLibrary& operator=(const LoggingLibrary&) = delete;
+
+    void configure(const QByteArray& properties) const
+    {
+        scene.elsewhere.write(u"log4qt.properties"_s, properties);
+    }
+
+    /// "mark: text" of the check.
+    std::string found()
+    {
+        const till::doctor::Report report = scene.examine();
+        for (const auto& row : report.rows()) {
+            if (row.id == u"logging"_s) {
+                return Scene::marksOf(report).value(row.id).toStdString() + ": " +
+                       row.finding.text.toStdString() + " | " + row.finding.mend.toStdString();
+            }
+        }
+        return {};
+    }
+
     Scene scene;
-    const QString library = scene.elsewhere.file(u"liblog4qt.so.1"_s);
-    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVA_VANISHED), library));
-    void* const loaded = ::dlopen(QFile::encodeName(library).constData(), RTLD_NOW);
-    ASSERT_NE(loaded, nullptr) << ::dlerror();
-    const QString text = scene.examine().text();
-    ::dlclose(loaded);
-    EXPECT_TRUE(text.contains(u"with Log4Qt (%1)"_s.arg(library))) << text.toStdString();
+    const QString file = scene.elsewhere.file(u"liblog4qt.so.1"_s);
+    const std::string way = "with Log4Qt (" + file.toStdString() + ")";
+    const std::string configuration = scene.elsewhere.file(u"log4qt.properties"_s).toStdString();
+
+private:
+    const QString former;
+    void* loaded = nullptr;
+};
+
+} // namespace
+
+TEST(DoctorNames, log4QtWithoutAConfiguration)
+{
+    LoggingLibrary library;
+    EXPECT_EQ(library.found(), till::librarylog::isKnown()
+                                   ? "ok: " + library.way +
+                                         ", without an appender: to the till's "
+                                         "console, by Qt's category orva | "
+                                   : "warning: " + library.way +
+                                         ", without an appender: its lines are "
+                                         "lost | LOG4QT_CONFIGURATION=/etc/orva/"
+                                         "log4qt.properties");
+}
+
+TEST(DoctorNames, whereLog4QtWrites)
+{
+    LoggingLibrary library;
+    const QByteArray file = "log4j.appender.f=org.apache.log4j.FileAppender\n"
+                            "log4j.appender.f.file=/var/log/orva.log\n";
+    const QByteArray appended = file + "log4j.appender.f.appendFile=true\n";
+    const std::string where = library.way + ", by " + library.configuration + ", to ";
+
+    library.configure("# lines of\n log4j.logger.orva = DEBUG, \\\n f\n" + appended);
+    EXPECT_EQ(library.found(), "ok: " + where + "/var/log/orva.log | ");
+
+    library.configure("log4j.rootLogger=WARN, c, f\nlog4j.logger.orva=INFO, f\n" + appended +
+                      "log4j.appender.c=org.apache.log4j.ConsoleAppender\n");
+    EXPECT_EQ(library.found(), "ok: " + where + "/var/log/orva.log, ConsoleAppender | ");
+
+    library.configure("log4j.rootLogger=INFO, f\n" + file);
+    EXPECT_EQ(library.found(), "warning: " + where +
+                                   "/var/log/orva.log, but every start empties /var/log/orva.log | "
+                                   "log4j.appender.f.appendFile=true");
+
+    library.configure("log4j.rootLogger=INFO, f\nlog4j.logger.orva=OFF\n" + appended);
+    EXPECT_EQ(library.found(),
+              "warning: " + where + "/var/log/orva.log, but switched off | log4j.logger.orva=INFO");
+}
+
+TEST(DoctorNames, noLog4QtTargetThatTheLoggerDoesNotReach)
+{
+    LoggingLibrary library;
+    library.configure("log4j.rootLogger=INFO, c\nlog4j.logger.orva=INFO\n"
+                      "log4j.additivity.orva=false\n"
+                      "log4j.appender.c=org.apache.log4j.ConsoleAppender\n");
+    EXPECT_TRUE(library.found().find("without an appender") != std::string::npos)
+        << library.found();
+}
+
+TEST(DoctorNames, theFileThatTheEnvironmentNamesForLog4Qt)
+{
+    LoggingLibrary library;
+    library.configure("log4j.rootLogger=INFO, c\n"
+                      "log4j.appender.c=org.apache.log4j.ConsoleAppender\n");
+    const QString named = library.scene.elsewhere.write(
+        u"named.properties"_s, "log4j.rootLogger=INFO, d\n"
+                               "log4j.appender.d=org.apache.log4j.DebugAppender\n");
+    qputenv("LOG4QT_CONFIGURATION", QFile::encodeName(named));
+    const std::string byName = library.found();
+    qputenv("LOG4QT_DEFAULTINITOVERRIDE", "true");
+    const std::string overridden = library.found();
+    qunsetenv("LOG4QT_DEFAULTINITOVERRIDE");
+    qunsetenv("LOG4QT_CONFIGURATION");
+    EXPECT_EQ(byName,
+              "ok: " + library.way + ", by " + named.toStdString() + ", to DebugAppender | ");
+    EXPECT_TRUE(overridden.find("without an appender") != std::string::npos) << overridden;
 }

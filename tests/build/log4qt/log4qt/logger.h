@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include <QList>
 #include <QString>
 
+#include <log4qt/appender.h>
+#include <log4qt/level.h>
 #include <utility>
 
 namespace Log4Qt {
@@ -13,13 +16,18 @@ namespace Log4Qt {
 class Logger
 {
 public:
-    explicit Logger(const QString& loggerName) : ownName(loggerName) {}
+    Logger(const QString& loggerName, Logger* parentOfIt) : ownName(loggerName), parent(parentOfIt)
+    {}
 
     QString name() const { return ownName; }
+    void setLevel(Level level) { ownLevel = level; }
 
-    void debug(const QString& message) const;
-    void info(const QString& message) const;
-    void error(const QString& message) const;
+    QList<AppenderSharedPtr> appenders() const { return ownAppenders; }
+    void addAppender(const AppenderSharedPtr& appender) { ownAppenders.append(appender); }
+
+    void debug(const QString& message) const { log(Level::DEBUG_INT, message); }
+    void info(const QString& message) const { log(Level::INFO_INT, message); }
+    void error(const QString& message) const { log(Level::ERROR_INT, message); }
 
     template <typename T, typename... Ts>
     void debug(const QString& message, T&& first, Ts&&... others)
@@ -38,7 +46,12 @@ public:
     }
 
 private:
+    void log(Level level, const QString& message) const;
+
     QString ownName;
+    Logger* parent;
+    Level ownLevel;
+    QList<AppenderSharedPtr> ownAppenders;
 };
 
 } // namespace Log4Qt

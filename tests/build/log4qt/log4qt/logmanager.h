@@ -12,6 +12,7 @@ class Logger;
 class LogManager
 {
 public:
+    static Logger* rootLogger();
     static Logger* logger(const QString& name);
 #if LOG4QT_ARGUMENTS == 2
     static Logger* logger(const QString& name, const QString& second);
