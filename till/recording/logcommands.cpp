@@ -3,6 +3,7 @@
 
 #include "till/recording/logcommands.h"
 
+#include "console/printable.h"
 #include "till/checkview.h"
 #include "till/failure.h"
 #include "till/output.h"
@@ -76,7 +77,7 @@ QString replayText(const Record& record, const QList<RecordDifference>& differen
     }
     QString text = what + Text::tr("%1 of %2 calls differ.\n").arg(differences.size()).arg(calls);
     for (const RecordDifference& difference : differences) {
-        text += u"  "_s + difference.text() + u'\n';
+        text += u"  "_s + console::printable::line(difference.text()) + u'\n';
     }
     return text;
 }
