@@ -59,7 +59,7 @@ install(FILES ${PROJECT_BINARY_DIR}/examples/orva.toml till/examples/sale.toml
 
 # Headers for a plug-in or a till, without those of the library's own parts.
 set(own_parts "databaseconnection|databaseschema|deliveryjournal|deliverypolicy|deliverytask")
-string(APPEND own_parts "|curlpool|filelock|knownkeys|queuemessage|sigpipeguard")
+string(APPEND own_parts "|curlpool|filelock|knownkeys|queuemessage|serveraddress|sigpipeguard")
 install(DIRECTORY host DESTINATION ${ORVA_INSTALL_HEADERS} COMPONENT development
     FILES_MATCHING PATTERN "*.h" REGEX "/(${own_parts})\\.h$" EXCLUDE)
 install(FILES ${PROJECT_BINARY_DIR}/host/loyalty/abstractpluginid.h

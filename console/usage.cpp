@@ -5,9 +5,13 @@
 
 #include "console/helptext.h"
 #include "console/nearestname.h"
+#include "console/output.h"
+#include "console/printable.h"
 #include "console/text.h"
 
 #include <QRegularExpression>
+
+#include <sstream>
 
 using namespace Qt::StringLiterals;
 
@@ -135,7 +139,8 @@ std::string complaint(const CLI::App* app, const CLI::Error& error)
     const QString left = aboutLeftWords(*app);
     const QString program = QString::fromStdString(app->get_name());
     const QString sentence = left.isEmpty() ? reworded(QString::fromUtf8(error.what())) : left;
-    return u"%1: %2\n%3\n"_s.arg(program, sentence, furtherHelp(program)).toStdString();
+    return u"%1: %2\n%3\n"_s.arg(program, printable::line(sentence), furtherHelp(program))
+        .toStdString();
 }
 
 } // namespace
@@ -146,6 +151,16 @@ void usage::prepare(CLI::App& app)
     app.failure_message(complaint);
     app.set_help_flag("-h,--help", Text::tr("Print this help and exit").toStdString());
     app.group(Text::tr("Subcommands").toStdString());
+}
+
+int usage::exitOf(const CLI::App& app, const CLI::ParseError& error, Output& out, Output& errors)
+{
+    std::ostringstream help;
+    std::ostringstream mistake;
+    const int code = app.exit(error, help, mistake);
+    out.write(QString::fromStdString(help.str()));
+    errors.write(QString::fromStdString(mistake.str()));
+    return code;
 }
 
 } // namespace console

@@ -3,6 +3,7 @@
 
 #include "simulator/ledgerprinter.h"
 
+#include "console/printable.h"
 #include "simulator/text.h"
 
 #include <QJsonArray>
@@ -18,8 +19,11 @@ namespace {
 
 /// Aligns rows of equal length: the first columns to the left, the others, which are amounts, to
 /// the right.
-QString table(const std::vector<QStringList>& rows, qsizetype leftColumns)
+QString table(std::vector<QStringList> rows, qsizetype leftColumns)
 {
+    for (QStringList& row : rows) {
+        std::transform(row.cbegin(), row.cend(), row.begin(), console::printable::line);
+    }
     std::vector<qsizetype> widths(static_cast<size_t>(rows.front().size()), 0);
     for (const QStringList& row : rows) {
         for (size_t i = 0; i < widths.size(); ++i) {
@@ -172,9 +176,10 @@ QString ledgerCsv(const LedgerView& view)
 {
     QStringList lines;
     for (const Booking& check : view.checks) {
-        lines.append(QStringList{check.checkId, shortCard(check.cardNumber),
-                                 writeKopecks(check.earned), writeKopecks(check.spent),
-                                 writeKopecks(check.givenBack), writeKopecks(check.takenBack)}
+        lines.append(QStringList{console::printable::csv(check.checkId),
+                                 shortCard(check.cardNumber), writeKopecks(check.earned),
+                                 writeKopecks(check.spent), writeKopecks(check.givenBack),
+                                 writeKopecks(check.takenBack)}
                          .join(u','));
     }
     lines.sort();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "console/language.h"
+#include "console/streams.h"
 #include "console/usage.h"
 #include "simulator/configerror.h"
 #include "simulator/program.h"
@@ -12,8 +13,6 @@
 #include <QCoreApplication>
 #include <QFile>
 
-#include <cstdio>
-
 using namespace Qt::StringLiterals;
 using simulator::Text;
 
@@ -22,29 +21,38 @@ namespace {
 constexpr int failure = 1;
 constexpr int usageError = 2;
 
-int fail(int exitCode, const char* what)
+/// Tells of what could not be printed. @return the exit code that follows from it
+int end(simulator::Outputs& print, int exitCode)
 {
-    simulator::printError(QString::fromUtf8(what));
-    return exitCode;
+    if (print.out.isWhole()) {
+        return exitCode;
+    }
+    // who has stopped reading wants no complaint
+    if (!print.out.isUnread()) {
+        print.failure(Text::tr("what is shown is not whole: %1").arg(print.out.trouble()));
+    }
+    return exitCode == 0 ? failure : exitCode;
 }
 
 /// Runs what the command line asks for and returns the exit code.
-int run(const simulator::Options& options, bool ledger, bool rules)
+int run(const simulator::Options& options, bool ledger, bool rules, simulator::Outputs& print)
 {
     try {
         if (rules) {
-            std::fputs(simulator::builtInRules().constData(), stdout);
+            print.out.write(QString::fromUtf8(simulator::builtInRules()));
             return 0;
         }
         if (ledger) {
-            return simulator::printLedger(options);
+            return simulator::printLedger(options, print);
         }
-        simulator::serve(options);
+        simulator::serve(options, print);
         return 0;
     } catch (const simulator::ConfigError& error) {
-        return fail(usageError, error.what());
+        print.failure(QString::fromUtf8(error.what()));
+        return usageError;
     } catch (const std::exception& error) {
-        return fail(failure, error.what());
+        print.failure(QString::fromUtf8(error.what()));
+        return failure;
     }
 }
 
@@ -93,8 +101,11 @@ CLI::App* addLedger(CLI::App& app, simulator::Options& options)
 
 int main(int argc, char** argv)
 {
+    console::streams::prepare();
     const QCoreApplication application(argc, argv);
     console::speakUsersLanguage();
+    console::streams::keepLogPrintable();
+    simulator::Outputs print;
     Texts texts;
     simulator::Options options;
 
@@ -112,10 +123,11 @@ int main(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : usageError;
+        const bool isDone = console::usage::exitOf(app, error, print.out, print.errors) == 0;
+        return end(print, isDone ? 0 : usageError);
     }
     options.config = QFile::decodeName(texts.config.c_str());
     options.database = QFile::decodeName(texts.database.c_str());
     options.listen = QString::fromLocal8Bit(texts.listen.c_str());
-    return run(options, ledger->parsed(), rules->parsed());
+    return end(print, run(options, ledger->parsed(), rules->parsed(), print));
 }

@@ -3,7 +3,7 @@
 
 #include "simulator/program.h"
 
-#include "console/terminal.h"
+#include "console/printable.h"
 #include "simulator/admindesk.h"
 #include "simulator/credentials.h"
 #include "simulator/faultplan.h"
@@ -21,8 +21,6 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
-#include <cstdio>
-
 using namespace Qt::StringLiterals;
 
 namespace simulator {
@@ -30,28 +28,23 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenLooks(500);
 
-void print(const QString& text)
-{
-    std::fputs(text.toUtf8().constData(), stdout);
-    std::fflush(stdout);
-}
-
 /// Looks whether the file of rules has changed and lets the server follow it.
-void follow(RulesFile& file, Service& service, FaultPlan& faults, const Options& options)
+void follow(RulesFile& file, Service& service, FaultPlan& faults, const Options& options,
+            Outputs& print)
 {
     const auto apply = [&](const Rules& rules) {
         service.setRules(rules);
         faults.setRules(rules.faults);
         if (!options.quiet && !options.json) {
-            print(Text::tr("Rules: read anew\n"));
+            print.out.write(Text::tr("Rules: read anew\n"));
         }
         if (rules.certificateFile != file.first().certificateFile ||
             rules.keyFile != file.first().keyFile) {
-            printError(Text::tr("the change of [tls] takes effect at the next start"));
+            print.failure(Text::tr("the change of [tls] takes effect at the next start"));
         }
     };
-    file.look(apply, [](const QString& what) {
-        printError(Text::tr("the rules stay as they were: %1").arg(what));
+    file.look(apply, [&print](const QString& what) {
+        print.failure(Text::tr("the rules stay as they were: %1").arg(what));
     });
 }
 
@@ -97,8 +90,9 @@ QString lineToPaste(const Options& options, const Rules& rules, const QString& u
 
 /// The first lines, which scripts wait for, and what people want to know.
 void announce(const Options& options, const Rules& rules, const QString& url,
-              const QString& adminUrl)
+              const QString& adminUrl, console::Output& out)
 {
+    namespace printable = console::printable;
     if (options.json) {
         QJsonObject start{{u"listening"_s, url},
                           {u"rules"_s, options.config},
@@ -106,30 +100,37 @@ void announce(const Options& options, const Rules& rules, const QString& url,
         if (!adminUrl.isEmpty()) {
             start.insert(u"admin"_s, adminUrl);
         }
-        print(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
+        out.write(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
         return;
     }
-    print(u"Listening on %1\n"_s.arg(url));
+    out.line(u"Listening on %1"_s.arg(url));
     if (!adminUrl.isEmpty()) {
-        print(u"Admin at %1\n"_s.arg(adminUrl));
+        out.line(u"Admin at %1"_s.arg(adminUrl));
     }
     if (!options.quiet) {
-        print(Text::tr("Rules: %1\nDatabase: %2\nTry: %3\n")
-                  .arg(options.config.isEmpty() ? Text::tr("built-in") : options.config,
-                       databaseFor(options), lineToPaste(options, rules, url)));
+        out.write(Text::tr("Rules: %1\nDatabase: %2\nTry: %3\n")
+                      .arg(options.config.isEmpty() ? Text::tr("built-in")
+                                                    : printable::line(options.config),
+                           printable::line(databaseFor(options)),
+                           printable::line(lineToPaste(options, rules, url))));
     }
 }
 
 } // namespace
 
-void serve(const Options& options)
+void Outputs::failure(const QString& sentence)
+{
+    errors.line(u"orva-simulator:"_s, console::Output::Colour::Red, sentence);
+}
+
+void serve(const Options& options, Outputs& print)
 {
     const StopSignal stop;
     const std::unique_ptr<RulesFile> file =
         options.config.isEmpty() ? nullptr : std::make_unique<RulesFile>(options.config);
     const Rules rules = file ? file->first() : rulesFor(options);
     Service service(rules, databaseFor(options));
-    RequestLog log(options.json ? RequestLog::Form::Json : RequestLog::Form::Line);
+    RequestLog log(options.json ? RequestLog::Form::Json : RequestLog::Form::Line, print.out);
     HttpServer::Observer observer;
     if (!options.quiet) {
         observer = [&log](const Request& request, const Answer& answer) {
@@ -141,7 +142,7 @@ void serve(const Options& options)
         [&service](const Request& request) { return service.handle(request); }, faults);
     const auto look = [&] {
         if (file) {
-            follow(*file, service, faults, options);
+            follow(*file, service, faults, options, print);
         }
     };
     // what was written before a request counts for it
@@ -153,7 +154,10 @@ void serve(const Options& options)
                             {rules.certificateFile, rules.keyFile});
     const AdminDesk desk(service, faults);
     const std::unique_ptr<HttpServer> admin = adminServer(options, desk);
-    announce(options, rules, server.url(), admin ? admin->url() : QString());
+    announce(options, rules, server.url(), admin ? admin->url() : QString(), print.out);
+    if (!print.out.isWhole()) {
+        return; // nobody knows where it listens
+    }
     if (!file) {
         stop.wait();
         return;
@@ -163,31 +167,21 @@ void serve(const Options& options)
     }
 }
 
-int printLedger(const Options& options)
+int printLedger(const Options& options, Outputs& print)
 {
     Database database(databaseFor(options), Database::Open::ExistingOnly);
     const LedgerView view = readLedger(database, rulesFor(options));
-    print(options.csv    ? ledgerCsv(view)
-          : options.json ? QString::fromUtf8(ledgerJson(view))
-                         : ledgerTables(view));
+    print.out.write(options.csv    ? ledgerCsv(view)
+                    : options.json ? QString::fromUtf8(ledgerJson(view))
+                                   : ledgerTables(view));
     const QString wrong = view.wrongCard();
     if (!wrong.isEmpty()) {
-        printError(Text::tr("the balance of card %1 is not its opening balance and its movements: "
-                            "the database was changed from outside")
-                       .arg(wrong));
+        print.failure(Text::tr("the balance of card %1 is not its opening balance and its "
+                               "movements: the database was changed from outside")
+                          .arg(wrong));
         return 1;
     }
     return 0;
-}
-
-void printError(const QString& sentence)
-{
-    using namespace console;
-    const QString name = u"orva-simulator:"_s;
-    const bool colours = terminal::hasColours(stderr);
-    std::fprintf(stderr, "%s %s\n",
-                 qUtf8Printable(colours ? terminal::painted(name, terminal::Colour::Red) : name),
-                 qUtf8Printable(sentence));
 }
 
 QString defaultDatabase()

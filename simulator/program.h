@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "console/output.h"
+
 #include <QString>
 
 namespace simulator {
@@ -22,15 +24,23 @@ struct Options
     bool json = false;
 };
 
-/// Serves until SIGTERM or SIGINT. Throws ConfigError, DatabaseError or ListenError.
-void serve(const Options& options);
+/// Where the program prints: what it was asked for, and what went wrong.
+struct Outputs
+{
+    console::Output out{stdout};
+    console::Output errors{stderr};
+
+    /// Says what went wrong.
+    void failure(const QString& sentence);
+};
+
+/// Serves until SIGTERM or SIGINT; with lines that cannot be printed too, once somebody could read
+/// where. Throws ConfigError, DatabaseError or ListenError.
+void serve(const Options& options, Outputs& print);
 
 /// Prints the books; returns the exit code, 1 when they do not add up.
 /// Throws ConfigError or DatabaseError.
-int printLedger(const Options& options);
-
-/// Prints on the standard error what went wrong.
-void printError(const QString& sentence);
+int printLedger(const Options& options, Outputs& print);
 
 /// Where the database is when the command line does not say.
 QString defaultDatabase();

@@ -10,7 +10,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -69,10 +68,7 @@ void RequestLog::write(const Request& request, const Answer& answer)
     const QString time = QDateTime::currentDateTime().toString(u"yyyy-MM-dd hh:mm:ss.zzz"_s);
     const QString text =
         form == Form::Json ? logObject(time, request, answer) : logLine(time, request, answer);
-    const QByteArray line = text.toUtf8() + '\n';
-    const std::scoped_lock lock(mutex);
-    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
-    std::fflush(stdout);
+    out.write(text + u'\n');
 }
 
 } // namespace simulator

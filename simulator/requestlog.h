@@ -3,9 +3,8 @@
 
 #pragma once
 
+#include "console/output.h"
 #include "simulator/exchange.h"
-
-#include <mutex>
 
 namespace simulator {
 
@@ -16,7 +15,7 @@ QString logLine(const QString& time, const Request& request, const Answer& answe
 /// The same as a JSON object on one line: time, path, check, card, status, reason and fault.
 QString logObject(const QString& time, const Request& request, const Answer& answer);
 
-/// Prints a line about every request on standard output. May be used from several threads at once.
+/// Prints a line about every request. May be used from several threads at once.
 class RequestLog
 {
 public:
@@ -25,14 +24,15 @@ public:
         Line,
         Json,
     };
-    explicit RequestLog(Form lineForm) : form(lineForm) {}
+    /// @param output must live longer
+    RequestLog(Form lineForm, console::Output& output) : form(lineForm), out(output) {}
 
     /// Prints the line with the present time.
     void write(const Request& request, const Answer& answer);
 
 private:
     const Form form;
-    std::mutex mutex;
+    console::Output& out;
 };
 
 } // namespace simulator

@@ -3,6 +3,7 @@
 
 #include "till/checkview.h"
 
+#include "console/printable.h"
 #include "host/document/money.h"
 #include "till/amount.h"
 #include "till/cashdesk.h"
@@ -13,6 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
+
+namespace printable = console::printable;
 
 using amount::moneyText;
 using Align = Table::Align;
@@ -80,13 +83,13 @@ QString returnLines(const Check& check)
 QString heading(const Check& check)
 {
     const QString kind = check.isReturn() ? Text::tr("Return") : Text::tr("Sale");
-    QString text =
-        Text::tr("%1 No %2 of %3, check %4\n")
-            .arg(kind)
-            .arg(check.number())
-            .arg(check.document->getDateTime().toString(u"yyyy-MM-dd hh:mm:ss"_s), check.id());
+    QString text = Text::tr("%1 No %2 of %3, check %4\n")
+                       .arg(kind)
+                       .arg(check.number())
+                       .arg(check.document->getDateTime().toString(u"yyyy-MM-dd hh:mm:ss"_s),
+                            printable::line(check.id()));
     if (check.isReturn()) {
-        text += Text::tr("Of sale: %1\n").arg(check.document->getSaleDocumentId());
+        text += Text::tr("Of sale: %1\n").arg(printable::line(check.document->getSaleDocumentId()));
     }
     return text;
 }
@@ -98,10 +101,11 @@ QString cardText(const Check& check)
     if (record.isNull()) {
         return {};
     }
-    QString text = Text::tr("Card: %1").arg(checkview::shortCard(check.cardNumber()));
+    QString text =
+        Text::tr("Card: %1").arg(printable::line(checkview::shortCard(check.cardNumber())));
     const auto client = record->getCard()->getClient();
     if (!client.isNull() && !client->getName().isEmpty()) {
-        text += u", "_s + client->getName();
+        text += u", "_s + printable::line(client->getName());
     }
     const auto balance = record->getBonusBalance().isNull()
                              ? std::nullopt
@@ -116,7 +120,23 @@ QString messages(const QString& pattern, const QStringList& texts)
 {
     QString result;
     for (const QString& text : texts) {
-        result += pattern.arg(text) + u'\n';
+        result += pattern.arg(printable::line(text)) + u'\n';
+    }
+    return result;
+}
+
+QString slipMessages(const QStringList& texts, checkview::Messages form)
+{
+    constexpr qsizetype width = 78;
+    const QString indent = u"  "_s;
+    QString result;
+    for (const QString& text : texts) {
+        const QStringList rows = form == checkview::Messages::Wrapped
+                                     ? printable::wrapped(text, width)
+                                     : QStringList{printable::line(text)};
+        for (const QString& row : rows) {
+            result += (row.isEmpty() ? QString() : indent + row) + u'\n';
+        }
     }
     return result;
 }
@@ -135,7 +155,7 @@ QString pointsText(const Check& check)
 
 QString withoutLoyalty(const Check& check)
 {
-    return Text::tr("Without the loyalty system: %1\n").arg(check.refusal);
+    return Text::tr("Without the loyalty system: %1\n").arg(printable::line(check.refusal));
 }
 
 QString paid(const Check& check)
@@ -189,7 +209,7 @@ QString checkview::forCashier(const Check& check, qint64 availableKopecks)
     return text;
 }
 
-QString checkview::slip(const Check& check)
+QString checkview::slip(const Check& check, Messages form)
 {
     QString text = heading(check) + cardText(check);
     text += check.isReturn() ? returnLines(check) : saleLines(check);
@@ -198,7 +218,7 @@ QString checkview::slip(const Check& check)
     } else if (check.loyalty == LoyaltyState::Refused) {
         text += withoutLoyalty(check);
     }
-    text += messages(u"%1"_s, check.clientMessages);
+    text += slipMessages(check.clientMessages, form);
     return text + paid(check);
 }
 

@@ -6,6 +6,7 @@
 #include "console/usage.h"
 #include "till/amount.h"
 #include "till/failure.h"
+#include "till/output.h"
 #include "till/text.h"
 
 #include <CLI/CLI.hpp>
@@ -132,7 +133,7 @@ void addDoctor(CLI::App& app, Options& options, Texts& texts)
         words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
     doctor->footer(words(QT_TRANSLATE_NOOP(
         "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
-                "used. Ends in less\nthan 5 seconds.")));
+                "used, 5 not all\ncould be written. Ends in less than 5 seconds.")));
 }
 
 void addQueue(CLI::App& app, Options& options)
@@ -245,7 +246,7 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
         "Till",
         "Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on\n"
         "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
-        "explanation.")));
+        "explanation, 5 done, but not all could be written to the standard output.")));
     app.require_subcommand(1);
     console::usage::prepare(app);
     Texts texts;
@@ -258,7 +259,10 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? int(ExitCode::Ok) : int(ExitCode::Usage);
+        Output out(stdout);
+        Output errors(stderr);
+        const bool isDone = console::usage::exitOf(app, error, out, errors) == 0;
+        return int(errors.tellTrouble(out, isDone ? ExitCode::Ok : ExitCode::Usage));
     }
     takeOver(app, texts, options);
     return std::nullopt;

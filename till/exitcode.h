@@ -17,6 +17,8 @@ enum class ExitCode : int
     WithoutLoyalty = 3,
     /// What was compared differs: a replay from its record, a check from what explains it.
     Differs = 4,
+    /// What was asked for is done, but could not be written to the standard output.
+    NotShown = 5,
 };
 
 } // namespace till

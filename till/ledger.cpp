@@ -3,6 +3,7 @@
 
 #include "till/ledger.h"
 
+#include "console/printable.h"
 #include "till/amount.h"
 #include "till/checkstore.h"
 #include "till/checkview.h"
@@ -72,7 +73,11 @@ QString Ledger::csv() const
 {
     QString text = fieldNames().join(u',') + u'\n';
     for (const LedgerRow& row : checks) {
-        text += texts(row).join(u',') + u'\n';
+        QStringList values = texts(row);
+        for (QString& value : values) {
+            value = console::printable::csv(value);
+        }
+        text += values.join(u',') + u'\n';
     }
     return text;
 }

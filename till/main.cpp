@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "console/language.h"
+#include "console/streams.h"
 #include "till/commandline.h"
 #include "till/doctor/libraryconfig.h"
 #include "till/failure.h"
@@ -30,8 +31,10 @@ void setUpLogging(bool verbose)
 
 int main(int argc, char** argv)
 {
+    console::streams::prepare();
     const QCoreApplication application(argc, argv);
     console::speakUsersLanguage();
+    console::streams::keepLogPrintable();
     till::Output out(stdout);
     till::Output errors(stderr);
     till::Options options;

@@ -3,18 +3,11 @@
 
 #include "till/output.h"
 
+#include "till/text.h"
+
 using namespace Qt::StringLiterals;
 
 namespace till {
-
-Output::~Output() = default;
-
-void Output::write(const QString& text)
-{
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
-    std::fflush(stream);
-}
 
 void Output::done(const QString& text)
 {
@@ -27,18 +20,26 @@ void Output::notes(const QStringList& notices)
 {
     for (const QString& notice : notices) {
         // scripts look for the word, so it is the same in every language
-        line(painted(u"note:"_s, Colour::Yellow) + u' ' + notice);
+        line(u"note:"_s, Colour::Yellow, notice);
     }
 }
 
 void Output::failure(const QString& sentence)
 {
-    line(painted(u"orva-till:"_s, Colour::Red) + u' ' + sentence);
+    line(u"orva-till:"_s, Colour::Red, sentence);
 }
 
-QString Output::painted(const QString& text, Colour colour) const
+ExitCode Output::tellTrouble(const console::Output& other, ExitCode code, const QString& done)
 {
-    return console::terminal::hasColours(stream) ? console::terminal::painted(text, colour) : text;
+    if (other.isWhole()) {
+        return code;
+    }
+    // who has stopped reading a list wants no more of it, and no complaint either
+    if (!other.isUnread() || !done.isEmpty()) {
+        const QString what = Text::tr("What is shown is not whole: %1.").arg(other.trouble());
+        failure(done.isEmpty() ? what : what + u' ' + done);
+    }
+    return code == ExitCode::Ok ? ExitCode::NotShown : code;
 }
 
 } // namespace till

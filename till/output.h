@@ -3,46 +3,36 @@
 
 #pragma once
 
-#include "console/terminal.h"
+#include "console/output.h"
+#include "till/exitcode.h"
 
 #include <QString>
 #include <QStringList>
 
-#include <cstdio>
-
 namespace till {
 
-/// Writes texts to a stream, in UTF-8 whatever the locale, and hands them on at once.
-class Output
+/// What the till prints, with its words for what went well, what is to be noted and what failed.
+class Output : public console::Output
 {
 public:
-    using Colour = console::terminal::Colour;
+    using console::Output::Output;
 
-    explicit Output(std::FILE* target) : stream(target) {}
-    virtual ~Output();
-
-    virtual void write(const QString& text);
-    void line(const QString& text) { write(text + u'\n'); }
     /// A line that only says that something was done; not written with --quiet.
     void done(const QString& text);
     /// A line "note: …" for each.
     void notes(const QStringList& notices);
     /// A line "orva-till: …" about what went wrong.
     void failure(const QString& sentence);
+    /// Tells of what could not be written to another output.
+    /// @param done what was done all the same, a sentence; or nothing
+    /// @return the code that the command ends with
+    ExitCode tellTrouble(const console::Output& other, ExitCode code, const QString& done = {});
 
     /// Leaves out what done() says, and progress.
     void setQuiet(bool isQuiet) { quiet = isQuiet; }
     bool isQuiet() const { return quiet; }
 
-    /// Whether a line can be drawn anew, so that a progress bar is one.
-    bool canRedraw() const { return console::terminal::canRedraw(stream); }
-    /// How many characters fit on a line.
-    int columns() const { return console::terminal::columns(stream); }
-    /// The text in a colour where the stream has colours, otherwise as it is.
-    QString painted(const QString& text, Colour colour) const;
-
 private:
-    std::FILE* stream;
     bool quiet = false;
 };
 

@@ -91,8 +91,14 @@ ExitCode Program::run()
     out.setQuiet(options.quiet);
     // JSON is read by programs, which have no use for progress
     errors.setQuiet(options.quiet || options.json);
+    const ExitCode code = doCommand();
+    return errors.tellTrouble(out, code, done);
+}
+
+ExitCode Program::doCommand()
+{
     if (options.command == Command::Doctor) {
-        return doctor::run(options, out); // opens nothing for writing, unlike a workplace
+        return doctor::run(options, out, errors); // opens nothing for writing, unlike a workplace
     }
     try {
         if (isAboutRecords(options.command)) {
@@ -182,6 +188,7 @@ ExitCode Program::closeAndPrint(Workplace& workplace)
     CashDesk& desk = workplace.cashDesk();
     try {
         const Check closed = desk.close();
+        done = Text::tr("The check is closed all the same: %1.").arg(closed.id());
         workplace.notifyDelivery();
         const QStringList notes = desk.takeNotices();
         if (!options.json) {
@@ -203,6 +210,9 @@ ExitCode Program::work(Workplace& workplace)
     WorkSession session(workplace.cashDesk(), workplace.database(), out,
                         [&workplace] { workplace.notifyDelivery(); });
     session.run(std::cin);
+    if (!out.isWhole()) {
+        done = Text::tr("The work ends here; \"orva-till checks\" lists what is closed.");
+    }
     return ExitCode::Ok;
 }
 

@@ -22,10 +22,12 @@ public:
         : options(given), out(output), errors(errorOutput)
     {}
 
-    /// Does the command; prints what goes wrong in one sentence and returns its exit code.
+    /// Does the command; prints what goes wrong in one sentence, what could not be printed as well,
+    /// and returns its exit code.
     ExitCode run();
 
 private:
+    ExitCode doCommand();
     ExitCode dispatch(Workplace& workplace);
     ExitCode check(Workplace& workplace);
     ExitCode sell(Workplace& workplace);
@@ -41,6 +43,8 @@ private:
     const Options& options;
     Output& out;
     Output& errors;
+    /// What is done though nobody may have seen it, a sentence.
+    QString done;
 };
 
 } // namespace till

@@ -14,9 +14,6 @@ using namespace Qt::StringLiterals;
 namespace till {
 namespace {
 
-constexpr QLatin1StringView toLineStart("\r");
-constexpr QLatin1StringView clearToLineEnd("\033[K");
-
 QString figures(qint64 done, qint64 total)
 {
     return Text::tr("%1 of %2").arg(done).arg(total);
@@ -32,7 +29,7 @@ Progress::~Progress()
 void Progress::clear()
 {
     if (sinceDrawn.isValid()) {
-        out.write(toLineStart + clearToLineEnd);
+        out.draw({});
         sinceDrawn.invalidate();
     }
 }
@@ -64,9 +61,9 @@ void Progress::draw(qint64 done, qint64 total)
         out.columns() - 1 - Table::widthOf(title) - Table::widthOf(numbers) - u" [] "_s.size();
     const qsizetype width = std::clamp<qsizetype>(room, 0, longest);
     const qsizetype filled = width * done / total;
-    const QString bar =
-        out.painted(QString(filled, u'#'), Output::Colour::Green) + QString(width - filled, u'.');
-    out.write(toLineStart + title + u" ["_s + bar + u"] "_s + numbers + clearToLineEnd);
+    out.draw({{title + u" ["_s},
+              {QString(filled, u'#'), Output::Colour::Green},
+              {QString(width - filled, u'.') + u"] "_s + numbers}});
     sinceDrawn.start();
 }
 

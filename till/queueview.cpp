@@ -3,6 +3,7 @@
 
 #include "till/queueview.h"
 
+#include "console/printable.h"
 #include "till/table.h"
 #include "till/text.h"
 
@@ -14,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
+
+namespace printable = console::printable;
 
 QString stateName(QueueState state)
 {
@@ -111,10 +114,10 @@ QString queueview::text(const QueueContent& content)
 {
     QString text = table({content.entry}) + u'\n';
     for (qsizetype i = 0; i < content.addresses.size(); ++i) {
-        text += Text::tr("Step %1: %2\n").arg(i + 1).arg(content.addresses.at(i));
+        text += Text::tr("Step %1: %2\n").arg(i + 1).arg(printable::line(content.addresses.at(i)));
     }
     for (auto it = content.headers.cbegin(); it != content.headers.cend(); ++it) {
-        text += u"%1: %2\n"_s.arg(it.key(), it.value());
+        text += u"%1: %2\n"_s.arg(printable::line(it.key()), printable::line(it.value()));
     }
     text += u'\n' + content.payload;
     if (!text.endsWith(u'\n')) {

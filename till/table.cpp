@@ -3,6 +3,8 @@
 
 #include "till/table.h"
 
+#include "console/printable.h"
+
 #include <QChar>
 
 #include <algorithm>
@@ -18,6 +20,15 @@ qsizetype Table::widthOf(const QString& text)
         const auto category = QChar::category(char32_t(codePoint));
         return category != QChar::Mark_NonSpacing && category != QChar::Mark_Enclosing;
     });
+}
+
+void Table::addRow(const QStringList& cells)
+{
+    QStringList row;
+    for (const QString& cell : cells) {
+        row.append(console::printable::line(cell));
+    }
+    rows.append(row);
 }
 
 QString Table::rowText(const QStringList& cells, const QList<qsizetype>& widths) const

@@ -28,8 +28,8 @@ public:
 
     explicit Table(const QList<Column>& titles) : columns(titles) {}
 
-    /// Adds a row; missing cells are empty.
-    void addRow(const QStringList& cells) { rows.append(cells); }
+    /// Adds a row; missing cells are empty. Each cell is made one printable line.
+    void addRow(const QStringList& cells);
     /// The titles and the rows, a line each, without blanks at the ends of lines.
     QString text() const;
 

@@ -79,7 +79,8 @@ WorkSession::WorkSession(CashDesk& cashDesk, Database& till, Output& output,
 void WorkSession::run(std::istream& input)
 {
     std::string line;
-    while (std::getline(input, line) && command(QString::fromStdString(line))) {
+    // nobody can work who is told nothing
+    while (out.isWhole() && std::getline(input, line) && command(QString::fromStdString(line))) {
     }
     desk.leave();
     out.notes(desk.takeNotices());
@@ -103,7 +104,7 @@ bool WorkSession::command(const QString& line)
         failure = reasonOf(error);
     }
     out.notes(desk.takeNotices());
-    out.line(failure.isEmpty() ? u"ok"_s : u"error: %1"_s.arg(failure.simplified()));
+    out.line(failure.isEmpty() ? u"ok"_s : u"error: %1"_s.arg(failure));
     return true;
 }
 
@@ -206,7 +207,7 @@ void WorkSession::close(const QString&)
 {
     const Check check = desk.close();
     closed();
-    out.write(checkview::slip(check));
+    out.write(checkview::slip(check, checkview::Messages::InOneLine));
 }
 
 void WorkSession::suspend(const QString&)

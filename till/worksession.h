@@ -18,7 +18,7 @@ class Output;
 
 /// A cashier's work, a command a line. Every command ends with one line that a script can wait for:
 /// "ok", or "error: " and one sentence. Lines before it are for people: tables, "note: " and what
-/// was done.
+/// was done; whatever a server's or a file's text holds, none of them begins like the last one.
 class WorkSession
 {
 public:
@@ -26,7 +26,8 @@ public:
     WorkSession(CashDesk& cashDesk, Database& till, Output& output,
                 const std::function<void()>& checkClosed);
 
-    /// Reads commands until "quit" or the end of the input, then lays the work down.
+    /// Reads commands until "quit", the end of the input or an answer that cannot be written, then
+    /// lays the work down.
     void run(std::istream& input);
     /// Does one command. @return false for "quit"
     bool command(const QString& line);

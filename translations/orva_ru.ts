@@ -103,6 +103,10 @@
         <source>Subcommands</source>
         <translation>Команды</translation>
     </message>
+    <message>
+        <source>the standard output cannot be written (%1)</source>
+        <translation>стандартный вывод не записывается (%1)</translation>
+    </message>
 </context>
 <context>
     <name>Simulator</name>
@@ -405,6 +409,10 @@ Try: %3
     <message>
         <source>must be true or false</source>
         <translation>должно быть true или false</translation>
+    </message>
+    <message>
+        <source>what is shown is not whole: %1</source>
+        <translation>показано не всё: %1</translation>
     </message>
 </context>
 <context>
@@ -1298,12 +1306,6 @@ The server&apos;s last refusal:
         <translation>Карта, о которой спросить сервер; без ключа — из одних нулей</translation>
     </message>
     <message>
-        <source>Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be used. Ends in less
-than 5 seconds.</source>
-        <translation>Коды завершения: 0 — неудач нет, 1 — есть неудачи, 2 — не годится командная строка. Длится
-меньше 5 секунд.</translation>
-    </message>
-    <message>
         <source>What was said to the loyalty system, recorded</source>
         <translation>Запись обмена с системой лояльности</translation>
     </message>
@@ -1352,18 +1354,6 @@ than 5 seconds.</source>
         <translation>Идентификатор или номер чека либо последний: last</translation>
     </message>
     <message>
-        <source>Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on
-without the loyalty system, 4 a replay differs from its record, or a check from its
-explanation.</source>
-        <translation>Коды завершения: 0 — готово, 1 — не удалось, 2 — не годится командная строка или файл,
-3 — продажа прошла без системы лояльности, 4 — повтор разошёлся с записью или чек с его
-объяснением.</translation>
-    </message>
-    <message>
-        <source>%1 is no address with http:// or https:// and a name</source>
-        <translation>%1 — не адрес с http:// или https:// и именем</translation>
-    </message>
-    <message>
         <source>http: everybody on the way can read the credentials</source>
         <translation>http: учётные данные может прочесть любой на пути</translation>
     </message>
@@ -1382,10 +1372,6 @@ explanation.</source>
     <message>
         <source>none</source>
         <translation>нет</translation>
-    </message>
-    <message>
-        <source>somebody stands before &quot;@&quot;; credentials have keys of their own</source>
-        <translation>перед «@» указан пользователь; для учётных данных есть свои ключи</translation>
     </message>
     <message>
         <source>%1 stands for %2 seconds</source>
@@ -1414,10 +1400,6 @@ explanation.</source>
     <message>
         <source>Server address, query</source>
         <translation>Адрес сервера, параметры</translation>
-    </message>
-    <message>
-        <source>Server address, user</source>
-        <translation>Адрес сервера, пользователь</translation>
     </message>
     <message>
         <source>Time-out</source>
@@ -2364,6 +2346,36 @@ explanation.</source>
     <message>
         <source>%1, but every start empties %2</source>
         <translation>%1, но при каждом запуске %2 очищается</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be used, 5 not all
+could be written. Ends in less than 5 seconds.</source>
+        <translation>Коды завершения: 0 — неудач нет, 1 — есть неудачи, 2 — не годится командная строка,
+5 — показано не всё. Длится меньше 5 секунд.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on
+without the loyalty system, 4 a replay differs from its record, or a check from its
+explanation, 5 done, but not all could be written to the standard output.</source>
+        <translation>Коды завершения: 0 — готово, 1 — не удалось, 2 — не годится командная строка или файл,
+3 — продажа прошла без системы лояльности, 4 — повтор разошёлся с записью или чек с его
+объяснением, 5 — готово, но показано не всё: стандартный вывод не записывается.</translation>
+    </message>
+    <message>
+        <source>What is shown is not whole: %1.</source>
+        <translation>Показано не всё: %1.</translation>
+    </message>
+    <message>
+        <source>The check is closed all the same: %1.</source>
+        <translation>Чек всё равно закрыт: %1.</translation>
+    </message>
+    <message>
+        <source>The work ends here; &quot;orva-till checks&quot; lists what is closed.</source>
+        <translation>Работа на этом окончена; что закрыто, покажет «orva-till checks».</translation>
+    </message>
+    <message>
+        <source>no number is left in %1; move its records elsewhere</source>
+        <translation>в %1 не осталось номеров; перенесите записи в другое место</translation>
     </message>
 </context>
 </TS>

@@ -20,8 +20,8 @@
 /// Known keys, all texts unless said otherwise (* a path: a relative one starts at the folder of
 /// the configuration file and is handed out absolute):
 ///
-///     [Orva]  serverUrl merchantId pos user, password and apikey (secrets), timeout (whole
-///             seconds, 0 or less: 10)
+///     [Orva]  serverUrl (an address of http or https without "@"), merchantId pos user, password
+///             and apikey (secrets), timeout (whole seconds, 0 or less: 10)
 ///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB)
 ///     [till]  database*, plugin*, name
 ///     [queue] keepDeliveredDays (whole number from 0, default 30)
@@ -38,7 +38,8 @@ public:
 
     /// Reads a file and replaces what was held.
     /// @throws BasicException "configError" naming file, line and key when the file cannot be read,
-    /// is not TOML, or a known key has the wrong type; what was held before stays.
+    /// is not TOML, or a known key has the wrong type or is no address; what was held before stays.
+    /// The text never repeats a value.
     void load(const QString& fileName);
 
     /// Reads what can be read of a file, however wrong the rest is, and replaces what was held: for

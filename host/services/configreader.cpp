@@ -5,10 +5,12 @@
 
 #include "host/services/knownkeys.h"
 #include "host/services/secretfile.h"
+#include "host/services/serveraddress.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <algorithm>
 #include <limits>
 #include <optional>
@@ -127,6 +129,11 @@ private:
                 node.source(), known.table, known.key,
                 u"ожидается строка, а здесь %1; возьмите значение в кавычки"_s.arg(typeName(node)));
         }
+        if (known.kind == KnownKey::Kind::Address) {
+            const QString complaint = serveraddress::complaintAbout(value.toString());
+            return complaint.isEmpty() ? value
+                                       : fail(node.source(), known.table, known.key, complaint);
+        }
         return known.kind == KnownKey::Kind::Path ? absolutePath(value.toString()) : value;
     }
 
@@ -209,12 +216,12 @@ private:
     bool namesSecret = false; ///< in itself, not in a file of its own
 };
 
-/// The key that an unreadable line is about, empty when it names none.
+/// The key that an unreadable line is about, empty when it names none. What is no bare key may be
+/// a part of a value.
 QString keyInLine(const QByteArray& content, qsizetype line)
 {
-    const QByteArray text = content.split('\n').value(line - 1);
-    const qsizetype sign = text.indexOf('=');
-    return sign < 0 ? QString() : QString::fromUtf8(text.first(sign)).trimmed();
+    static const QRegularExpression key(u"^\\s*([A-Za-z0-9_.-]+)\\s*="_s);
+    return key.match(QString::fromUtf8(content.split('\n').value(line - 1))).captured(1);
 }
 
 /// Where the text stops being TOML. The parser's words stay out: they may quote the value, which

@@ -18,14 +18,14 @@ const QList<KnownKey>& all()
 {
     using Kind = KnownKey::Kind;
     static const QList<KnownKey> keys{
-        {u"Orva"_s, u"serverUrl"_s},
+        {u"Orva"_s, u"serverUrl"_s, Kind::Address},
         {u"Orva"_s, u"merchantId"_s},
         {u"Orva"_s, u"pos"_s},
         {u"Orva"_s, u"timeout"_s, Kind::Number},
         {u"Orva"_s, u"user"_s},
         {u"Orva"_s, u"password"_s, Kind::Secret},
         {u"Orva"_s, u"apikey"_s, Kind::Secret},
-        {u"http"_s, u"proxy"_s},
+        {u"http"_s, u"proxy"_s, Kind::Proxy},
         {u"http"_s, u"caFile"_s, Kind::Path},
         {u"http"_s, u"maxAnswerBytes"_s, Kind::Number, 1},
         {u"till"_s, u"database"_s, Kind::Path},

@@ -16,9 +16,11 @@ struct KnownKey
     enum class Kind
     {
         Text,
-        Path,   ///< a text; a relative one starts at the configuration's own folder
-        Secret, ///< a text, or a table whose one key "file" names the file that holds it
-        Number, ///< a whole number that fits an int
+        Path,    ///< a text; a relative one starts at the configuration's own folder
+        Address, ///< a text, the address of a server that is good to be shown (serveraddress.h)
+        Proxy,   ///< a text, an address that may name user and password
+        Secret,  ///< a text, or a table whose one key "file" names the file that holds it
+        Number,  ///< a whole number that fits an int
     };
 
     QString table;

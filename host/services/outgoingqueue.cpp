@@ -6,11 +6,11 @@
 #include "host/services/currenttime.h"
 #include "host/services/database.h"
 #include "host/services/queuemessage.h"
+#include "host/services/serveraddress.h"
 #include "host/services/statement.h"
 #include "host/services/transaction.h"
 
 #include <QStringList>
-#include <QUrl>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -70,16 +70,6 @@ QueueEntry readEntry(const Statement& row)
         entry.waitsFor = row.value(12).toLongLong();
     }
     return entry;
-}
-
-QString withoutUser(const QString& address)
-{
-    QUrl url(address);
-    if (url.userInfo().isEmpty()) {
-        return address;
-    }
-    url.setUserInfo(hidden);
-    return url.toString();
 }
 
 bool changesOne(Database& database, const QString& sql, qint64 messageId)
@@ -144,7 +134,7 @@ std::optional<QueueContent> OutgoingQueue::show(qint64 messageId)
         content.headers.insert(it.key(), *it);
     }
     for (const QString& address : QueueMessage::addressesOf(body.value(2).toByteArray())) {
-        content.addresses.append(withoutUser(address));
+        content.addresses.append(serveraddress::shown(address));
     }
     content.lastAnswer = body.value(3).toString();
     return content;

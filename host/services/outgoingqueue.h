@@ -34,8 +34,8 @@ public:
     /// The messages in the order in which they were stored.
     /// @param withDelivered false: only those still to be delivered
     QList<QueueEntry> list(bool withDelivered = false);
-    /// One message with its content, or nothing. The authorization and user information in
-    /// addresses are replaced by "***".
+    /// One message with its content, or nothing. The authorization is replaced by "***"; addresses
+    /// are those of serveraddress::shown.
     std::optional<QueueContent> show(qint64 messageId);
     QueueCounts counts();
 

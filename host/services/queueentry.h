@@ -34,7 +34,7 @@ struct QueueEntry
     QDateTime deliveredAt;   ///< invalid: not yet
 };
 
-/// A message with its content, fit to be shown: secrets are replaced by "***".
+/// A message with its content, fit to be shown: "***" stands for secrets.
 struct QueueContent
 {
     QueueEntry entry;

@@ -9,7 +9,6 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +16,7 @@ namespace {
 
 const QString password = QStringLiteral("Canary-Pa55word");
 const QString key = QStringLiteral("canary-key-4711");
-/// What stands before the "@" of the server's address, and so in a message's addresses too.
+/// What somebody has put before the "@" of the server's address.
 const QString addressUser = QStringLiteral("canaryuser");
 const QString addressPassword = QStringLiteral("canary-in-address");
 const QString card = QStringLiteral("2200777788889");
@@ -76,12 +75,33 @@ protected:
 
     void writeCanaryConfig(const QString& secret)
     {
-        QUrl withUser(address);
-        withUser.setUserName(addressUser);
-        withUser.setPassword(addressPassword);
-        writeConfig(secret, withUser.toString());
+        writeConfig(secret);
         writeFile(u"orva.toml"_s,
                   readFile(u"orva.toml"_s).replace(u"\"demo\""_s, u'"' + key + u'"'));
+    }
+
+    /// A configuration that nothing may come of, whatever is asked for.
+    void tryAddressWithSecrets(const QString& start)
+    {
+        const QString withSecrets = start + addressUser + u':' + addressPassword + u'@';
+        writeFile(u"leaking.toml"_s, readFile(u"orva.toml"_s).replace(u"http://"_s, withSecrets) +
+                                         u"[recording]\nfolder = \"records\"\n"_s);
+        for (const QStringList& command : {QStringList{u"check"_s, u"sale.toml"_s},
+                                           {u"sell"_s, u"sale.toml"_s},
+                                           {u"work"_s},
+                                           {u"log"_s, u"list"_s},
+                                           {u"queue"_s, u"list"_s},
+                                           {u"checks"_s},
+                                           {u"doctor"_s}}) {
+            const RunResult result =
+                till(QStringList{u"--verbose"_s, u"--config"_s, u"leaking.toml"_s} + command);
+            EXPECT_EQ(result.exitCode, command.first() == u"doctor"_s ? 1 : 2)
+                << qPrintable(result.output);
+            EXPECT_TRUE(result.output.contains(u"ключ Orva.serverUrl: "_s))
+                << qPrintable(result.output);
+            seen += result.output;
+        }
+        EXPECT_FALSE(QFile::exists(path(u"records"_s))) << "the plug-in was asked something";
     }
 
     /// Runs a till's command with everything that it can log.
@@ -166,6 +186,9 @@ TEST_F(SecretTest, NothingPrintedOrLoggedGivesACanaryAway)
           u"queue"_s,
           u"wait 60"_s});
     run({u"check"_s, u"sale.toml"_s});
+    for (const QString& start : {u"http://"_s, u"http:/"_s, u"http://1/"_s, QString()}) {
+        tryAddressWithSecrets(start);
+    }
     stopServer();
     seen += server->output();
     run({u"check"_s, u"sale.toml"_s}); // no connection

@@ -3,8 +3,8 @@
 
 #include "till/doctor/addresschecks.h"
 
+#include "host/services/serveraddress.h"
 #include "till/doctor/report.h"
-#include "till/doctor/shownaddress.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
 
@@ -24,10 +24,9 @@ constexpr int longestSensible = 30;
 /// The line with the address as it should be, without what must not be shown.
 QString line(QUrl url)
 {
-    url.setUserInfo(QString());
     url.setQuery(QString());
     url.setFragment(QString());
-    return u"[Orva] serverUrl = \"%1\""_s.arg(url.toString());
+    return u"[Orva] serverUrl = \"%1\""_s.arg(serveraddress::shown(url));
 }
 
 bool isHere(const QString& host)
@@ -35,15 +34,9 @@ bool isHere(const QString& host)
     return host == "localhost"_L1 || host.startsWith("127."_L1) || host == "::1"_L1;
 }
 
-Finding lookAtScheme(const QUrl& url, const QString& written)
+Finding lookAtScheme(const QUrl& url)
 {
-    const bool isHttp = url.scheme() == "http"_L1;
-    if (!url.isValid() || url.host().isEmpty() || (!isHttp && url.scheme() != "https"_L1)) {
-        return Finding::fails(
-            Text::tr("%1 is no address with http:// or https:// and a name").arg(written),
-            u"[Orva] serverUrl = \"https://loyalty.example.com/\""_s);
-    }
-    if (isHttp && !isHere(url.host())) {
+    if (url.scheme() == "http"_L1 && !isHere(url.host())) {
         QUrl secure = url;
         secure.setScheme(u"https"_s);
         return Finding::warning(Text::tr("http: everybody on the way can read the credentials"),
@@ -52,7 +45,7 @@ Finding lookAtScheme(const QUrl& url, const QString& written)
     return Finding::ok(url.scheme());
 }
 
-Finding lookAtSlash(const QUrl& url, const QString& written)
+Finding lookAtSlash(const QUrl& url)
 {
     if (url.path().endsWith(u'/')) {
         return Finding::ok(Text::tr("ends with \"/\""));
@@ -61,7 +54,7 @@ Finding lookAtSlash(const QUrl& url, const QString& written)
     mended.setPath(url.path() + u'/');
     return Finding::fails(Text::tr("%1 does not end with \"/\"; what is asked for is put right "
                                    "behind it")
-                              .arg(written),
+                              .arg(serveraddress::shown(url)),
                           line(mended));
 }
 
@@ -72,15 +65,6 @@ Finding lookAtQuery(const QUrl& url)
                                            "with every request"),
                                   line(url))
                : Finding::ok(Text::tr("none"));
-}
-
-Finding lookAtUser(const QUrl& url)
-{
-    return url.userInfo().isEmpty()
-               ? Finding::ok(Text::tr("none"))
-               : Finding::warning(
-                     Text::tr("somebody stands before \"@\"; credentials have keys of their own"),
-                     line(url));
 }
 
 Finding lookAtTimeout(int seconds)
@@ -104,17 +88,14 @@ Finding lookAtTimeout(int seconds)
 
 void checkAddress(Report& report, const Subject& subject)
 {
-    const QUrl url(subject.serverAddress()); // as forgiving as the plug-ins are
-    const QString written = shownAddress(subject.serverAddress());
+    const QUrl url(subject.serverAddress());
     const QString scheme = u"address.scheme"_s;
     report.check(scheme, Text::tr("Server address"), {u"config.Orva.serverUrl"_s},
-                 [&] { return lookAtScheme(url, written); });
+                 [&] { return lookAtScheme(url); });
     report.check(u"address.slash"_s, Text::tr("Server address, its end"), {scheme},
-                 [&] { return lookAtSlash(url, written); });
+                 [&] { return lookAtSlash(url); });
     report.check(u"address.query"_s, Text::tr("Server address, query"), {scheme},
                  [&] { return lookAtQuery(url); });
-    report.check(u"address.user"_s, Text::tr("Server address, user"), {scheme},
-                 [&] { return lookAtUser(url); });
     report.check(u"timeout"_s, Text::tr("Time-out"), {u"config.Orva.timeout"_s}, [&] {
         return lookAtTimeout(subject.config->getInt(u"Orva:timeout"_s, defaultSeconds));
     });

@@ -4,8 +4,8 @@
 #include "till/doctor/configchecks.h"
 
 #include "host/services/knownkeys.h"
+#include "host/services/serveraddress.h"
 #include "till/doctor/report.h"
-#include "till/doctor/shownaddress.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
 
@@ -29,44 +29,41 @@ struct KeySheet
     QString sample;               ///< a value as it may stand in the file
     bool isRequired = false;      ///< the till or the plug-in cannot work without it
     bool mayBeEmpty = false;      ///< if it is written out
-    bool isAddress = false;       ///< may hold a user and a password
     const char* absent = nullptr; ///< what holds without it
 };
 
 KeySheet sheetOf(const QString& name)
 {
     static const QHash<QString, KeySheet> sheets{
-        {u"Orva.serverUrl"_s, {u"\"https://loyalty.example.com/\""_s, true, false, true, nullptr}},
-        {u"Orva.merchantId"_s, {u"\"1042\""_s, true, false, false, nullptr}},
-        {u"Orva.pos"_s, {u"\"3\""_s, true, false, false, nullptr}},
+        {u"Orva.serverUrl"_s, {u"\"https://loyalty.example.com/\""_s, true, false, nullptr}},
+        {u"Orva.merchantId"_s, {u"\"1042\""_s, true, false, nullptr}},
+        {u"Orva.pos"_s, {u"\"3\""_s, true, false, nullptr}},
         {u"Orva.timeout"_s,
-         {u"10"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 10 seconds")}},
-        {u"Orva.user"_s, {u"\"till\""_s, true, false, false, nullptr}},
-        {u"Orva.password"_s, {u"{ file = \"password\" }"_s, true, false, false, nullptr}},
+         {u"10"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 10 seconds")}},
+        {u"Orva.user"_s, {u"\"till\""_s, true, false, nullptr}},
+        {u"Orva.password"_s, {u"{ file = \"password\" }"_s, true, false, nullptr}},
         // a server without keys is told so in writing
-        {u"Orva.apikey"_s, {u"{ file = \"apikey\" }"_s, true, true, false, nullptr}},
+        {u"Orva.apikey"_s, {u"{ file = \"apikey\" }"_s, true, true, nullptr}},
         {u"http.proxy"_s,
-         {u"\"http://proxy.example.com:3128\""_s, false, true, true,
+         {u"\"http://proxy.example.com:3128\""_s, false, true,
           QT_TRANSLATE_NOOP("Till", "not set: no proxy")}},
         {u"http.caFile"_s,
-         {u"\"/etc/ssl/certs/ca-certificates.crt\""_s, false, true, false,
+         {u"\"/etc/ssl/certs/ca-certificates.crt\""_s, false, true,
           QT_TRANSLATE_NOOP("Till", "not set: the system's certificates")}},
         {u"http.maxAnswerBytes"_s,
-         {u"16777216"_s, false, false, false,
-          QT_TRANSLATE_NOOP("Till", "not set: 16777216 bytes")}},
-        {u"till.database"_s, {u"\"till.sqlite\""_s, true, false, false, nullptr}},
-        {u"till.plugin"_s, {u"\"/usr/lib/orva/liborva.so\""_s, true, false, false, nullptr}},
-        {u"till.name"_s,
-         {u"\"3\""_s, false, true, false, QT_TRANSLATE_NOOP("Till", "not set: till")}},
+         {u"16777216"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 16777216 bytes")}},
+        {u"till.database"_s, {u"\"till.sqlite\""_s, true, false, nullptr}},
+        {u"till.plugin"_s, {u"\"/usr/lib/orva/liborva.so\""_s, true, false, nullptr}},
+        {u"till.name"_s, {u"\"3\""_s, false, true, QT_TRANSLATE_NOOP("Till", "not set: till")}},
         {u"queue.keepDeliveredDays"_s,
-         {u"30"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
+         {u"30"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
         {u"recording.folder"_s,
-         {u"\"records\""_s, false, true, false,
+         {u"\"records\""_s, false, true,
           QT_TRANSLATE_NOOP("Till", "not set: nothing is recorded")}},
         {u"recording.maxMegabytes"_s,
-         {u"50"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 50 megabytes")}},
+         {u"50"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 50 megabytes")}},
         {u"recording.maxDays"_s,
-         {u"30"_s, false, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
+         {u"30"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
     };
     return sheets.value(name);
 }
@@ -132,7 +129,7 @@ Finding lookAtNames(const Subject& subject)
                             Text::tr("remove the line, or write the name that is known"));
 }
 
-QString shownValue(const KnownKey& key, const KeySheet& sheet, const Config& config)
+QString shownValue(const KnownKey& key, const Config& config)
 {
     const QString name = key.table + u':' + key.key;
     if (key.kind == KnownKey::Kind::Secret) {
@@ -142,7 +139,14 @@ QString shownValue(const KnownKey& key, const KeySheet& sheet, const Config& con
         return QString::number(config.getInt(name, 0));
     }
     const QString value = config.getString(name, QString());
-    return sheet.isAddress ? shownAddress(value) : value;
+    switch (key.kind) {
+    case KnownKey::Kind::Address:
+        return serveraddress::shown(value);
+    case KnownKey::Kind::Proxy:
+        return serveraddress::shownProxy(value);
+    default:
+        return value;
+    }
 }
 
 /// The file of certificates must be one: the first secure connection would fail otherwise.
@@ -176,7 +180,7 @@ Finding lookAtValue(const KnownKey& key, const KeySheet& sheet, const Subject& s
     if (name == "http:caFile"_L1) {
         return lookAtCertificates(config.getString(name, QString()), mend);
     }
-    return Finding::ok(shownValue(key, sheet, config));
+    return Finding::ok(shownValue(key, config));
 }
 
 Finding lookAtKey(const KnownKey& key, const Subject& subject)

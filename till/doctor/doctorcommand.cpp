@@ -28,7 +28,7 @@ void withoutTheirErrors(QtMsgType type, const QMessageLogContext& context, const
 
 } // namespace
 
-ExitCode run(const Options& options, Output& out)
+ExitCode run(const Options& options, Output& out, Output& errors)
 {
     Subject subject;
     subject.configFile = options.configFile;
@@ -47,7 +47,7 @@ ExitCode run(const Options& options, Output& out)
     const ExitCode code = report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
     if (doctor.leftSomethingBehind()) {
         // the usual end would wait for locks of the loader that the thread holds
-        std::_Exit(int(code));
+        std::_Exit(int(errors.tellTrouble(out, code)));
     }
     return code;
 }

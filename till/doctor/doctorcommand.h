@@ -13,7 +13,8 @@ struct Options;
 namespace doctor {
 
 /// The command "doctor": prints the report. @return Failed when a check fails, otherwise Ok
-ExitCode run(const Options& options, Output& out);
+/// @param errors where it is told, before an end in a hurry, that the report could not be printed
+ExitCode run(const Options& options, Output& out, Output& errors);
 
 } // namespace doctor
 

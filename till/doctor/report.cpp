@@ -3,6 +3,7 @@
 
 #include "till/doctor/report.h"
 
+#include "console/printable.h"
 #include "till/table.h"
 #include "till/text.h"
 
@@ -16,6 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace till::doctor {
 namespace {
+
+namespace printable = console::printable;
 
 QString markText(Mark mark)
 {
@@ -106,9 +109,10 @@ QString Report::text() const
     QString text;
     for (const Row& row : done) {
         text += padded(markText(row.finding.mark), markWidth) + u"  "_s +
-                padded(row.title, titleWidth) + u"  "_s + row.finding.text + u'\n';
+                padded(row.title, titleWidth) + u"  "_s + printable::line(row.finding.text) + u'\n';
         if (!row.finding.mend.isEmpty()) {
-            text += QString(markWidth, u' ') + u"  -> "_s + row.finding.mend + u'\n';
+            text +=
+                QString(markWidth, u' ') + u"  -> "_s + printable::line(row.finding.mend) + u'\n';
         }
     }
     return text + Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")

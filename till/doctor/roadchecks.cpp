@@ -5,8 +5,8 @@
 
 #include "host/services/connectionprobe.h"
 #include "host/services/currenttime.h"
+#include "host/services/serveraddress.h"
 #include "till/doctor/report.h"
-#include "till/doctor/shownaddress.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
 
@@ -51,11 +51,12 @@ public:
             return Finding::notNeeded(Text::tr("no proxy is configured"));
         }
         if (probe.trouble == Trouble::Proxy) {
-            return Finding::fails(Text::tr("%1 does not let through (%2)")
-                                      .arg(shownAddress(subject.proxy()), probe.text.ru()),
-                                  u"[http] proxy = \"http://proxy.example.com:3128\""_s);
+            return Finding::fails(
+                Text::tr("%1 does not let through (%2)")
+                    .arg(serveraddress::shownProxy(subject.proxy()), probe.text.ru()),
+                u"[http] proxy = \"http://proxy.example.com:3128\""_s);
         }
-        return Finding::ok(shownAddress(subject.proxy()));
+        return Finding::ok(serveraddress::shownProxy(subject.proxy()));
     }
 
     Finding connection() const

@@ -3,6 +3,7 @@
 
 #include "till/doctor/serverchecks.h"
 
+#include "host/services/serveraddress.h"
 #include "till/doctor/pluginvisit.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
@@ -78,8 +79,12 @@ Finding lookAtCredentials(int status)
 
 Finding lookAtEndpoint(int status, const QUrl& url)
 {
-    const QString address = u"[Orva] serverUrl = \"%1://%2/\""_s.arg(
-        url.scheme(), url.authority(QUrl::FullyEncoded).section(u'@', -1));
+    QUrl root;
+    root.setScheme(url.scheme());
+    root.setHost(url.host());
+    root.setPort(url.port());
+    root.setPath(u"/"_s);
+    const QString address = u"[Orva] serverUrl = \"%1\""_s.arg(serveraddress::shown(root));
     if (isService(status)) {
         return Finding::ok(Text::tr("the loyalty service answers"));
     }

@@ -64,7 +64,7 @@ Exchange ExchangeFinder::find(const Check& check) const
 
 void ExchangeFinder::findInRecords(const Check& check, Exchange& exchange) const
 {
-    const QList<RecordFile> files = folder == nullptr ? QList<RecordFile>() : folder->files();
+    const QList<RecordFile> files = folder == nullptr ? QList<RecordFile>() : folder->records();
     for (const RecordFile& entry : files) {
         QFile file(entry.path);
         // most files are about other checks and need not be taken apart

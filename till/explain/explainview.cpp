@@ -3,6 +3,7 @@
 
 #include "till/explain/explainview.h"
 
+#include "console/printable.h"
 #include "till/amount.h"
 #include "till/checkview.h"
 #include "till/text.h"
@@ -15,6 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
+
+namespace printable = console::printable;
 
 using amount::moneyText;
 using Document = AmountSource::Document;
@@ -82,19 +85,21 @@ bool isWorthALine(const ExplainedAmount& amount)
 QString amountText(const ExplainedAmount& amount)
 {
     const Words words = wordsFor(amount.what);
-    QString text = isMessage(amount) ? u"  %1: \"%2\"\n"_s.arg(words.text, amount.text)
-                                     : u"  %1: %2\n"_s.arg(words.text, moneyText(*amount.kopecks));
+    QString text = isMessage(amount)
+                       ? u"  %1: \"%2\"\n"_s.arg(words.text, printable::line(amount.text))
+                       : u"  %1: %2\n"_s.arg(words.text, moneyText(*amount.kopecks));
     for (const AmountSource& source : amount.sources) {
-        text += Text::tr("      %1, line %2: %3: \"%4\"\n")
-                    .arg(wordsFor(source.document).text)
-                    .arg(source.finding.line)
-                    .arg(source.finding.path, source.finding.text);
+        text +=
+            Text::tr("      %1, line %2: %3: \"%4\"\n")
+                .arg(wordsFor(source.document).text)
+                .arg(source.finding.line)
+                .arg(printable::line(source.finding.path), printable::line(source.finding.text));
     }
     if (!amount.rule.isEmpty()) {
-        text += u"      = %1\n"_s.arg(amount.rule);
+        text += u"      = %1\n"_s.arg(printable::line(amount.rule));
     }
     for (const QString& problem : amount.problems) {
-        text += Text::tr("    ! Not explained: %1.\n").arg(problem);
+        text += Text::tr("    ! Not explained: %1.\n").arg(printable::line(problem));
     }
     return text;
 }
@@ -104,8 +109,9 @@ QString originText(const Check& check, const Exchange& exchange)
     if (!check.confirmed) {
         return Text::tr("Closed without the loyalty system; nothing on it comes from an answer.\n");
     }
-    QString text = exchange.answer.isEmpty() ? Text::tr("Answer: none; the server was not asked.\n")
-                                             : Text::tr("Answer: %1\n").arg(exchange.answerOrigin);
+    QString text = exchange.answer.isEmpty()
+                       ? Text::tr("Answer: none; the server was not asked.\n")
+                       : Text::tr("Answer: %1\n").arg(printable::line(exchange.answerOrigin));
     if (!exchange.answer.isEmpty() && !exchange.recorded) {
         text += Text::tr(
             "No readable answer to this check was recorded: paths and texts are those of the "
@@ -114,7 +120,7 @@ QString originText(const Check& check, const Exchange& exchange)
     }
     text += exchange.confirmation.isEmpty()
                 ? Text::tr("Confirmation: none is left; it is not compared.\n")
-                : Text::tr("Confirmation: %1\n").arg(exchange.confirmationOrigin);
+                : Text::tr("Confirmation: %1\n").arg(printable::line(exchange.confirmationOrigin));
     return text;
 }
 
@@ -134,7 +140,7 @@ QString titleOf(const Check& check, int position)
     return line == nullptr ? Text::tr("The whole check\n")
                            : Text::tr("Line %1, %2, %3\n")
                                  .arg(position)
-                                 .arg(line->name, moneyText(line->sumKopecks));
+                                 .arg(printable::line(line->name), moneyText(line->sumKopecks));
 }
 
 QJsonObject sourceJson(const AmountSource& source)
@@ -170,7 +176,10 @@ QJsonObject amountJson(const ExplainedAmount& amount)
 QString explainview::text(const Check& check, const Explanation& explanation)
 {
     const QString kind = check.isReturn() ? Text::tr("Return") : Text::tr("Sale");
-    QString text = Text::tr("%1 No %2, check %3\n").arg(kind).arg(check.number()).arg(check.id());
+    QString text = Text::tr("%1 No %2, check %3\n")
+                       .arg(kind)
+                       .arg(check.number())
+                       .arg(printable::line(check.id()));
     text += originText(check, explanation.exchange);
     std::optional<int> position;
     for (const ExplainedAmount& amount : explanation.amounts) {
@@ -184,7 +193,7 @@ QString explainview::text(const Check& check, const Explanation& explanation)
         text += amountText(amount);
     }
     for (const QString& problem : explanation.problems) {
-        text += Text::tr("! %1.\n").arg(problem);
+        text += Text::tr("! %1.\n").arg(printable::line(problem));
     }
     return text + verdict(explanation);
 }

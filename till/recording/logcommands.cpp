@@ -3,12 +3,14 @@
 
 #include "till/recording/logcommands.h"
 
+#include "console/printable.h"
 #include "till/checkview.h"
 #include "till/failure.h"
 #include "till/output.h"
 #include "till/progress.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
+#include "till/recording/recordedaddresses.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
 #include "till/recording/replay.h"
@@ -35,6 +37,7 @@ void requireSome(const QList<Record>& records)
     }
 }
 
+/// A record as it is handed on: its whole lines, with addresses fit to be shown.
 QByteArray contentOf(const QString& fileName)
 {
     QFile file(fileName);
@@ -42,9 +45,35 @@ QByteArray contentOf(const QString& fileName)
         throw Failure(Text::tr("%1 cannot be read (%2); check path and rights.")
                           .arg(fileName, file.errorString()));
     }
-    const QByteArray content = file.readAll();
-    // a record that was cut off must not swallow the next one's first line
-    return content.endsWith('\n') ? content : content.left(content.lastIndexOf('\n') + 1);
+    QByteArray content;
+    while (!file.atEnd()) {
+        const QByteArray text = file.readLine();
+        const QJsonObject line = QJsonDocument::fromJson(text).object();
+        if (line.isEmpty() || !text.endsWith('\n')) {
+            break; // cut off; it must not swallow the next record's first line
+        }
+        content += Record::lineOf(recordedaddresses::cleaned(line));
+    }
+    return content;
+}
+
+/// Never over another file, and for its owner only: it holds card numbers.
+void writeNew(const QString& fileName, const QByteArray& content)
+{
+    QFile file(fileName);
+    const auto refusal = [&file] {
+        return Failure(
+            Text::tr("%1 cannot be written (%2).").arg(file.fileName(), file.errorString()));
+    };
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                   QFile::ReadOwner | QFile::WriteOwner)) {
+        throw refusal();
+    }
+    if (file.write(content) != content.size() || !file.flush()) {
+        const Failure failure = refusal();
+        file.remove(); // half of it would be taken for the whole
+        throw failure;
+    }
 }
 
 /// What is shown is sent on to others; the card is its owner's.
@@ -76,7 +105,7 @@ QString replayText(const Record& record, const QList<RecordDifference>& differen
     }
     QString text = what + Text::tr("%1 of %2 calls differ.\n").arg(differences.size()).arg(calls);
     for (const RecordDifference& difference : differences) {
-        text += u"  "_s + difference.text() + u'\n';
+        text += u"  "_s + console::printable::line(difference.text()) + u'\n';
     }
     return text;
 }
@@ -200,25 +229,19 @@ ExitCode LogCommands::exportTo()
     QByteArray content;
     int count = 0;
     const int wanted = numbersIn(options.record).first;
-    const QList<RecordFile> files = requireFolder().files();
+    const QList<RecordFile> files = requireFolder().records();
     for (const RecordFile& file : files) {
         if (options.record == u"all"_s || file.number == wanted) {
-            content += contentOf(file.path);
-            ++count;
+            const QByteArray record = contentOf(file.path);
+            content += record;
+            count += record.isEmpty() ? 0 : 1;
         }
     }
     if (count == 0) {
         throw Failure(Text::tr("There is no record %1 in %2; look at \"log list\".")
                           .arg(options.record, folder->name()));
     }
-    QFile file(options.target);
-    // never over another file, and for its owner only: it holds card numbers
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
-                   QFile::ReadOwner | QFile::WriteOwner) ||
-        file.write(content) != content.size() || !file.flush()) {
-        throw Failure(
-            Text::tr("%1 cannot be written (%2).").arg(options.target, file.errorString()));
-    }
+    writeNew(options.target, content);
     out.line(Text::tr("%1 records are in %2. It holds whole card numbers: hand it on with care.")
                  .arg(count)
                  .arg(options.target));

@@ -3,6 +3,7 @@
 
 #include "till/recording/logview.h"
 
+#include "console/printable.h"
 #include "host/document/edocumenttype.h"
 #include "host/services/xmltext.h"
 #include "till/checkview.h"
@@ -18,11 +19,19 @@ using namespace Qt::StringLiterals;
 namespace till {
 namespace {
 
+namespace printable = console::printable;
+
 using logview::Sent;
+
+/// A text of the record in one line: the record may come from anywhere.
+QString lineOf(const QJsonValue& text)
+{
+    return printable::line(text.toString());
+}
 
 QString timeText(const QJsonValue& time)
 {
-    return time.toString().left(19).replace(u'T', u' ');
+    return lineOf(time).left(19).replace(u'T', u' ');
 }
 
 QString milliseconds(const QJsonObject& object)
@@ -74,10 +83,9 @@ QString heading(const Record& record)
     QString text = Text::tr("Record %1 of %2: %3\n")
                        .arg(record.number())
                        .arg(timeText(header.value("started"_L1)), logview::title(record));
-    text +=
-        Text::tr("Check %1, plug-in %2 (build %3), program %4\n")
-            .arg(record.checkId(), header.value("plugin"_L1).toString(),
-                 header.value("pluginBuild"_L1).toString(), header.value("program"_L1).toString());
+    text += Text::tr("Check %1, plug-in %2 (build %3), program %4\n")
+                .arg(printable::line(record.checkId()), lineOf(header.value("plugin"_L1)),
+                     lineOf(header.value("pluginBuild"_L1)), lineOf(header.value("program"_L1)));
     if (record.cut) {
         text += Text::tr("The record was cut off.\n");
     }
@@ -106,7 +114,7 @@ QString askedFor(const QJsonObject& call)
                 : event.contains("queue"_L1)    ? u"addToQueue"_s
                                                 : u"clock"_s);
     }
-    return names.join(u", "_s);
+    return printable::line(names.join(u", "_s));
 }
 
 QString outcomeOf(const QJsonObject& call)
@@ -122,11 +130,10 @@ QString outcomeOf(const QJsonObject& call)
 
 QString callText(const QJsonObject& call, int number)
 {
-    QString text =
-        Text::tr("%1. %2 at %3, %4 ms: %5\n")
-            .arg(number)
-            .arg(call.value("call"_L1).toString(), call.value("at"_L1).toString().mid(11, 12),
-                 milliseconds(call), outcomeOf(call));
+    QString text = Text::tr("%1. %2 at %3, %4 ms: %5\n")
+                       .arg(number)
+                       .arg(lineOf(call.value("call"_L1)), lineOf(call.value("at"_L1)).mid(11, 12),
+                            milliseconds(call), outcomeOf(call));
     const QString asked = askedFor(call);
     if (!asked.isEmpty()) {
         text += u"   "_s + asked + u'\n';
@@ -151,12 +158,13 @@ QString sentText(const Sent& sent, int number, const QString& card)
         const QJsonObject message = content.value("message"_L1).toObject();
         return Text::tr("Message %1 into the queue \"%2\": %3\n")
                    .arg(number)
-                   .arg(content.value("name"_L1).toString(), sent.outcome()) +
+                   .arg(lineOf(content.value("name"_L1)), printable::line(sent.outcome())) +
                sidebyside::numbered(withoutCard(message.value("payload"_L1).toString(), card));
     }
     return Text::tr("Exchange %1: POST %2: %3, %4 ms\n")
                .arg(number)
-               .arg(content.value("url"_L1).toString(), sent.outcome(), milliseconds(content)) +
+               .arg(lineOf(content.value("url"_L1)), printable::line(sent.outcome()),
+                    milliseconds(content)) +
            sidebyside::columns(Text::tr("Request"), bodyText(content.value("request"_L1), card),
                                Text::tr("Answer"), bodyText(content.value("answer"_L1), card));
 }
@@ -198,8 +206,8 @@ QString logview::title(const Record& record)
 {
     const QString kind = isReturn(record) ? Text::tr("return") : Text::tr("sale");
     const QString card = cardText(record);
-    return Text::tr("%1 No %2").arg(kind, checkNumber(record)) +
-           (card.isEmpty() ? QString() : Text::tr(", card %1").arg(card));
+    return printable::line(Text::tr("%1 No %2").arg(kind, checkNumber(record)) +
+                           (card.isEmpty() ? QString() : Text::tr(", card %1").arg(card)));
 }
 
 QString logview::table(const QList<Record>& records)

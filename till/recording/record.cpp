@@ -4,6 +4,7 @@
 #include "till/recording/record.h"
 
 #include "till/failure.h"
+#include "till/recording/recordedaddresses.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -24,7 +25,7 @@ const QString formatName = u"orva-till recording"_s;
 
 void requireKnownFormat(const QJsonObject& header, const QString& file, qsizetype line)
 {
-    if (header.value(u"format"_s).toString() != formatName) {
+    if (!Record::isOfTill(header)) {
         fail(file, line, Text::tr("this is no recording"));
     }
     if (header.value(u"version"_s).toInt() > Record::version) {
@@ -73,6 +74,11 @@ QString Record::cardNumber() const
     return {};
 }
 
+bool Record::isOfTill(const QJsonObject& line)
+{
+    return line.value(u"format"_s).toString() == formatName;
+}
+
 bool Record::isHeader(const QJsonObject& line)
 {
     return line.contains(u"format"_s);
@@ -112,7 +118,7 @@ QList<Record> Record::parse(const QByteArray& content, const QString& fileName)
         const QByteArray text = content.mid(start, end < 0 ? -1 : end - start);
         start = end < 0 ? content.size() : end + 1;
         ++number;
-        const QJsonObject line = QJsonDocument::fromJson(text).object();
+        const QJsonObject line = recordedaddresses::cleaned(QJsonDocument::fromJson(text).object());
         if (line.isEmpty() && end < 0 && !records.isEmpty()) {
             records.last().cut = true;
             break;

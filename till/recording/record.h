@@ -47,6 +47,8 @@ struct Record
     /// Takes a line over. @return why it is none of a record; empty when it is
     QString add(const QJsonObject& line);
     static bool isHeader(const QJsonObject& line);
+    /// Whether it is a header that a till has written, of whatever version.
+    static bool isOfTill(const QJsonObject& line);
 
     /// The records of a file, of which an exported one may hold several.
     /// @throws Failure (Usage) with file and line where it is no such file

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -21,9 +22,17 @@ namespace {
 constexpr qint64 bytesOfMegabyte = 1024LL * 1024;
 constexpr QFile::Permissions ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
+/// More than a till writes in its life; a greater number is somebody else's.
+constexpr int greatestNumber = 999'999'999;
+
+QString nameOf(int number)
+{
+    return u"%1.jsonl"_s.arg(number, 6, 10, QLatin1Char('0'));
+}
+
 QString fileName(const QString& folder, int number)
 {
-    return u"%1/%2.jsonl"_s.arg(folder).arg(number, 6, 10, QLatin1Char('0'));
+    return folder + u'/' + nameOf(number);
 }
 
 [[noreturn]] void fail(const QFile& file)
@@ -46,14 +55,31 @@ std::unique_ptr<RecordFolder> RecordFolder::configured(const Config& config)
     return std::make_unique<RecordFolder>(folder, bounds);
 }
 
+bool RecordFile::isRecord() const
+{
+    constexpr qint64 longestHeader = 64LL * 1024;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const QJsonObject line = QJsonDocument::fromJson(file.readLine(longestHeader)).object();
+    return Record::isOfTill(line) && line.value("number"_L1).toInt() == number;
+}
+
+QList<RecordFile> RecordFolder::records() const
+{
+    QList<RecordFile> found = files();
+    found.removeIf([](const RecordFile& entry) { return !entry.isRecord(); });
+    return found;
+}
+
 QList<RecordFile> RecordFolder::files() const
 {
     QList<RecordFile> found;
-    const auto entries = QDir(path).entryInfoList({u"*.jsonl"_s}, QDir::Files);
+    const auto entries = QDir(path).entryInfoList({u"*.jsonl"_s}, QDir::Files | QDir::NoSymLinks);
     for (const QFileInfo& entry : entries) {
-        bool isNumber = false;
-        const int number = entry.completeBaseName().toInt(&isNumber);
-        if (isNumber && number > 0) {
+        const int number = entry.completeBaseName().toInt(); // 0 for what is none
+        if (number > 0 && number <= greatestNumber && entry.fileName() == nameOf(number)) {
             found.append({number, entry.filePath(), entry.size(), entry.lastModified()});
         }
     }
@@ -109,7 +135,7 @@ void RecordFolder::look()
         return;
     }
     lastLook.start();
-    known = files();
+    known = records();
     total = 0;
     for (const RecordFile& entry : std::as_const(known)) {
         total += entry.bytes;
@@ -129,14 +155,17 @@ void RecordFolder::removeOldest()
 {
     const RecordFile oldest = known.takeFirst();
     total -= oldest.bytes;
-    QFile::remove(oldest.path);
+    if (oldest.isRecord()) { // another one may have taken its place since the last look
+        QFile::remove(oldest.path);
+    }
 }
 
 void RecordFolder::openNext()
 {
     int number = known.isEmpty() ? 1 : known.last().number + 1;
     // other tills may have taken the next numbers
-    for (const int end = number + 10'000; number < end; ++number) {
+    const int end = std::min(number + 10'000, greatestNumber + 1);
+    for (; number < end; ++number) {
         file = std::make_unique<QFile>(fileName(path, number));
         if (file->open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
                        ownerOnly)) {
@@ -149,6 +178,9 @@ void RecordFolder::openNext()
     }
     lastLook.invalidate();
     const std::unique_ptr<QFile> refused = std::move(file);
+    if (refused == nullptr) {
+        throw Failure(Text::tr("no number is left in %1; move its records elsewhere").arg(path));
+    }
     fail(*refused);
 }
 

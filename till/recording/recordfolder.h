@@ -18,13 +18,16 @@ class Config;
 
 namespace till {
 
-/// A record's file.
+/// A file that is named like a record.
 struct RecordFile
 {
     int number = 0;
     QString path;
     qint64 bytes = 0;
     QDateTime changed;
+
+    /// Whether a till has written it: its first line is a record's and has the file's own number.
+    bool isRecord() const;
 };
 
 /// The folder of records: a file of JSON Lines for each, 000001.jsonl and so on, readable by their
@@ -36,6 +39,10 @@ struct RecordFile
 /// Together the files hold no more than the configured number of bytes, and none older than the
 /// configured number of days is left when a record begins; what other tills write into the same
 /// folder is seen within a minute. Numbers begin again when the folder has become empty.
+///
+/// Other files in the folder are left alone, whatever they are called: nothing is counted or
+/// removed but regular files with exactly such a name whose first line says that they are the
+/// record of that number.
 class RecordFolder : public RecordTarget
 {
 public:
@@ -55,8 +62,10 @@ public:
     void begin(QJsonObject header) override;
     void add(const QJsonObject& line) override;
 
-    /// Sorted by number.
+    /// What is named like a record, sorted by number.
     QList<RecordFile> files() const;
+    /// Those of them that a till has written.
+    QList<RecordFile> records() const;
     /// @throws Failure when there is no such record or it cannot be read
     Record read(int number) const;
     QString name() const { return path; }

@@ -4,8 +4,8 @@
 #include "till/recording/recordingconfig.h"
 
 #include "host/services/knownkeys.h"
+#include "till/recording/recordedaddresses.h"
 #include "till/recording/recorder.h"
-#include "till/recording/recordingtransport.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +36,7 @@ QString RecordingConfig::getString(const QString& key, const QString& defaultVal
 {
     const QString value = before->getString(key, defaultValue);
     if (recorder.isOwnThread() && mayBeShown(key)) {
-        recorder.noteConfig(key, RecordingTransport::withoutUser(value));
+        recorder.noteConfig(key, recordedaddresses::cleanValue(key, value));
     }
     return value;
 }

@@ -3,6 +3,7 @@
 
 #include "till/recording/recordingtransport.h"
 
+#include "host/services/serveraddress.h"
 #include "till/recording/recorder.h"
 #include "till/recording/valuejson.h"
 
@@ -48,16 +49,6 @@ QJsonObject RecordingTransport::harmless(const QHash<QString, QString>& headers)
     return object;
 }
 
-QString RecordingTransport::withoutUser(const QString& address)
-{
-    QUrl url(address);
-    if (url.userInfo().isEmpty()) {
-        return address;
-    }
-    url.setUserInfo(QString());
-    return url.toString(QUrl::FullyEncoded);
-}
-
 void RecordingTransport::noteCall(const QString& name)
 {
     recorder.note([&] { return QJsonObject{{u"transport"_s, name}}; });
@@ -81,7 +72,7 @@ void RecordingTransport::post(const QUrl& url, const QByteArray& body,
         const QJsonObject failure{{u"id"_s, client->getErrorText().id()},
                                   {u"text"_s, client->getErrorText().ru()}};
         return QJsonObject{
-            {u"exchange"_s, QJsonObject{{u"url"_s, withoutUser(url.toString(QUrl::FullyEncoded))},
+            {u"exchange"_s, QJsonObject{{u"url"_s, serveraddress::shown(url)},
                                         {u"headers"_s, harmless(headers)},
                                         {u"request"_s, valuejson::ofBytes(body)},
                                         {u"status"_s, client->getHttpStatusCode()},

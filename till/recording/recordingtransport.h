@@ -34,8 +34,6 @@ public:
     /// The headers without those that carry credentials.
     static QJsonObject harmless(const QHash<QString, QString>& headers);
     static bool isSecret(const QString& headerName);
-    /// An address without who stands before its "@".
-    static QString withoutUser(const QString& address);
 
 private:
     /// The client that does the work for this thread, or null: the base class does.

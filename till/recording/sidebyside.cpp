@@ -3,6 +3,8 @@
 
 #include "till/recording/sidebyside.h"
 
+#include "console/printable.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -19,7 +21,7 @@ const QString indent = u"   "_s;
 QStringList rowsOf(const QString& text, qsizetype width)
 {
     QStringList rows;
-    QStringList lines = text.split(u'\n');
+    QStringList lines = console::printable::lines(text).split(u'\n');
     if (lines.last().isEmpty()) {
         lines.removeLast();
     }

@@ -102,7 +102,7 @@ TEST_F(Outgoing, ShowsAMessageWithoutItsSecrets)
                                          {u"Content-Type"_s, u"application/xml"_s}};
     EXPECT_EQ(shown->headers, headers);
     EXPECT_EQ(shown->addresses,
-              QStringList({u"http://server.test/one"_s, u"http://***@server.test/two"_s}));
+              QStringList({u"http://server.test/one"_s, u"http://server.test/two"_s}));
 }
 
 TEST_F(Outgoing, ShowsNothingOfAMessageThatIsNotThere)

@@ -170,11 +170,11 @@ TEST(DoctorFinds, addressesThatAreNone)
     const QStringList rest = QStringList{u"address."_s} + tests::way();
     expectFound({
         {"another scheme", [](Scene& scene) { scene.setAddress(u"ftp://127.0.0.1/"_s); },
-         u"address.scheme fails"_s, rest},
+         u"config.Orva.serverUrl fails"_s, rest},
         {"no scheme", [](Scene& scene) { scene.setAddress(u"127.0.0.1:8710/"_s); },
-         u"address.scheme fails"_s, rest},
+         u"config.Orva.serverUrl fails"_s, rest},
         {"no host", [](Scene& scene) { scene.setAddress(u"http:///"_s); },
-         u"address.scheme fails"_s, rest},
+         u"config.Orva.serverUrl fails"_s, rest},
         {"http through the shop's network",
          [](Scene& scene) {
              scene.setAddress(scene.address().replace(u"127.0.0.1"_s, u"shop.orva.test"_s));
@@ -188,7 +188,7 @@ TEST(DoctorFinds, addressesThatAreNone)
          [](Scene& scene) {
              scene.setAddress(scene.address().replace(u"://"_s, u"://till:secret@"_s));
          },
-         u"address.user warning"_s},
+         u"config.Orva.serverUrl fails"_s, rest},
     });
 }
 
