@@ -5,6 +5,7 @@
 
 #include "till/exitcode.h"
 #include "till/options.h"
+#include "till/waitnotice.h"
 
 #include <QStringList>
 
@@ -41,6 +42,7 @@ private:
     const Options& options;
     Output& out;
     Output& errors;
+    WaitNotice waiting{errors};
 };
 
 } // namespace till

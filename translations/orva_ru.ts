@@ -2345,5 +2345,9 @@ explanation.</source>
         <source>Replaying</source>
         <translation>Повтор</translation>
     </message>
+    <message>
+        <source>Waiting for %1, %2 s at most</source>
+        <translation>Ожидание ответа: %1, не более %2 с</translation>
+    </message>
 </context>
 </TS>
