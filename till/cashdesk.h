@@ -19,7 +19,9 @@ class CheckStore;
 
 /// The cashier's operations on one check after another, in the order that the loyalty contract
 /// asks for. One check at a time. Only presentCard and request may wait for a server, and
-/// choosePoints and close where they must request again; each waits once.
+/// choosePoints and close where they must request again; each waits once. Who does several of them
+/// at one wish of the cashier opens an OperationBudget around them, so that together they wait no
+/// longer than one.
 ///
 /// Every operation throws Failure when it cannot be done; the check then stays as it was. What goes
 /// wrong on the loyalty system's side stops no sale: the check goes on without it and a notice says

@@ -4,6 +4,7 @@
 #include "till/program.h"
 
 #include "host/core/basicexception.h"
+#include "host/services/operationbudget.h"
 #include "till/checkjson.h"
 #include "till/checkview.h"
 #include "till/doctor/doctorcommand.h"
@@ -74,8 +75,7 @@ ExitCode exitCodeFor(const Check& check)
                                                                        : ExitCode::Ok;
 }
 
-/// Opens a sale, presents its card and asks for the effect: at most one wait when the server is
-/// away.
+/// Opens a sale, presents its card and asks for the effect.
 void openWithCard(CashDesk& desk, const CheckFile& file)
 {
     desk.openSale(file);
@@ -139,6 +139,7 @@ ExitCode Program::check(Workplace& workplace)
 {
     const CheckFile file = readFile(options.file, CheckFile::Type::Sale);
     workplace.loadPlugin();
+    const OperationBudget operation(&waiting);
     CashDesk& desk = workplace.cashDesk();
     openWithCard(desk, file);
     const qint64 available = desk.availablePoints();
@@ -153,6 +154,7 @@ ExitCode Program::sell(Workplace& workplace)
     const CheckFile file = readFile(options.file, CheckFile::Type::Sale);
     workplace.loadPlugin();
     workplace.startDelivery();
+    const OperationBudget operation(&waiting);
     CashDesk& desk = workplace.cashDesk();
     openWithCard(desk, file);
     if (options.points.kind != PointsChoice::Kind::None &&
@@ -175,6 +177,7 @@ ExitCode Program::takeBack(Workplace& workplace)
     const CheckFile file = readFile(options.file, CheckFile::Type::Return);
     workplace.loadPlugin();
     workplace.startDelivery();
+    const OperationBudget operation(&waiting);
     CashDesk& desk = workplace.cashDesk();
     desk.openReturn(file);
     if (!desk.current().cardNumber().isEmpty()) {
@@ -207,8 +210,9 @@ ExitCode Program::work(Workplace& workplace)
 {
     workplace.loadPlugin();
     workplace.startDelivery();
-    WorkSession session(workplace.cashDesk(), workplace.database(), out,
-                        [&workplace] { workplace.notifyDelivery(); });
+    WorkSession session(
+        workplace.cashDesk(), workplace.database(), out,
+        [&workplace] { workplace.notifyDelivery(); }, &waiting);
     session.run(std::cin);
     if (!out.isWhole()) {
         done = Text::tr("The work ends here; \"orva-till checks\" lists what is closed.");

@@ -5,6 +5,7 @@
 
 #include "till/exitcode.h"
 #include "till/options.h"
+#include "till/waitnotice.h"
 
 #include <QStringList>
 
@@ -45,6 +46,7 @@ private:
     Output& errors;
     /// What is done though nobody may have seen it, a sentence.
     QString done;
+    WaitNotice waiting{errors};
 };
 
 } // namespace till

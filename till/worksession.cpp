@@ -4,6 +4,7 @@
 #include "till/worksession.h"
 
 #include "console/nearestname.h"
+#include "host/services/operationbudget.h"
 #include "host/services/outgoingqueue.h"
 #include "till/amount.h"
 #include "till/cashdesk.h"
@@ -72,8 +73,8 @@ const QList<WorkSession::Entry>& WorkSession::entries()
 }
 
 WorkSession::WorkSession(CashDesk& cashDesk, Database& till, Output& output,
-                         const std::function<void()>& checkClosed)
-    : desk(cashDesk), database(till), out(output), closed(checkClosed)
+                         const std::function<void()>& checkClosed, RequestObserver* requestObserver)
+    : desk(cashDesk), database(till), out(output), closed(checkClosed), observer(requestObserver)
 {}
 
 void WorkSession::run(std::istream& input)
@@ -126,6 +127,7 @@ void WorkSession::execute(const QString& name, const QString& rest)
         if (entry.needs && rest.isEmpty()) {
             throw Failure(Text::tr("Write it so: %1 %2").arg(entry.name, entry.arguments));
         }
+        const OperationBudget operation(observer);
         (this->*entry.action)(rest);
         return;
     }

@@ -10,6 +10,7 @@
 #include <iosfwd>
 
 class Database;
+class RequestObserver;
 
 namespace till {
 
@@ -23,8 +24,10 @@ class WorkSession
 {
 public:
     /// @param checkClosed called after a check was closed
+    /// @param requestObserver hears of what a command waits for; must live longer
     WorkSession(CashDesk& cashDesk, Database& till, Output& output,
-                const std::function<void()>& checkClosed);
+                const std::function<void()>& checkClosed,
+                RequestObserver* requestObserver = nullptr);
 
     /// Reads commands until "quit", the end of the input or an answer that cannot be written, then
     /// lays the work down.
@@ -61,6 +64,7 @@ private:
     Database& database;
     Output& out;
     std::function<void()> closed;
+    RequestObserver* observer;
 };
 
 } // namespace till

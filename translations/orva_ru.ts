@@ -2377,5 +2377,9 @@ explanation, 5 done, but not all could be written to the standard output.</sourc
         <source>no number is left in %1; move its records elsewhere</source>
         <translation>в %1 не осталось номеров; перенесите записи в другое место</translation>
     </message>
+    <message>
+        <source>Waiting for %1, %2 s at most</source>
+        <translation>Ожидание ответа: %1, не более %2 с</translation>
+    </message>
 </context>
 </TS>

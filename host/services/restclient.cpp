@@ -4,6 +4,7 @@
 #include "host/services/restclient.h"
 
 #include "host/services/curlpool.h"
+#include "host/services/operationbudget.h"
 #include "host/services/sigpipeguard.h"
 #include "host/services/transporterror.h"
 #include "host/services/transportsettings.h"
@@ -177,16 +178,26 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
             return;
         }
     }
+    const int seconds = timeoutSeconds > 0 ? timeoutSeconds : defaultTimeoutSeconds;
+    BudgetedRequest request(url, std::chrono::seconds(std::min(seconds, maxTimeoutSeconds)));
+    if (request.allowed().count() == 0) {
+        fail(CURLE_OPERATION_TIMEDOUT,
+             transporterror::fromCurl(CURLE_OPERATION_TIMEDOUT, url.host(), {}, 0));
+        return;
+    }
     const CurlHandle handle;
     if (handle.get() == nullptr) {
         fail(CURLE_FAILED_INIT, transporterror::fromCurl(CURLE_OUT_OF_MEMORY, url.host(), {}, 0));
         return;
     }
-    perform(handle.get(), url, body, headers);
+    perform(handle.get(), url, body, headers, static_cast<long>(request.allowed().count()));
+    if (error == CURLE_OPERATION_TIMEDOUT) {
+        request.timedOut();
+    }
 }
 
 void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
-                         const QHash<QString, QString>& headers)
+                         const QHash<QString, QString>& headers, long milliseconds)
 {
     const TransportSettings settings = TransportSettings::read();
     const QByteArray address = url.toEncoded();
@@ -196,10 +207,9 @@ void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
     exchange.maxBodyBytes = settings.maxAnswerBytes;
     exchange.aborted = &aborted;
 
-    const int seconds = timeoutSeconds > 0 ? timeoutSeconds : defaultTimeoutSeconds;
     settings.applyTo(handle);
     setCallbacks(handle, exchange);
-    setRequest(handle, address, body, std::min(seconds, maxTimeoutSeconds) * 1000L);
+    setRequest(handle, address, body, milliseconds);
     curl_easy_setopt(handle, CURLOPT_HTTPHEADER, list.get());
     curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, detail.data());
 

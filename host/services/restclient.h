@@ -31,7 +31,10 @@ public:
     ~RestClient() override;
 
     /// Sends the body with the headers by HTTP POST and waits for the whole answer. Never throws
-    /// and never blocks longer than the time-out; what happened is read with the getters.
+    /// and never blocks longer than the time-out, nor longer than what is left of the
+    /// OperationBudget that its thread is in; what happened is read with the getters. When nothing
+    /// is left of it, or the server has been silent in it before, nothing is sent and it fails at
+    /// once as it does without an answer.
     virtual void post(const QUrl& url, const QByteArray& body,
                       const QHash<QString, QString>& headers);
     /// 0: an answer with a status below 400 has come whole. Above 0: the transport failed, or the
@@ -44,7 +47,8 @@ public:
     /// The answer's body, also that of an error status; empty after a transport failure.
     virtual QByteArray getResponse();
     /// @param seconds limit of the whole exchange: name resolution, connecting, sending and
-    /// receiving. 0 or less means 10.
+    /// receiving. 0 or less means 10. That several requests share one limit is told with an
+    /// OperationBudget.
     virtual void setTimeout(int seconds);
     /// The value of an answer header by its case-insensitive name, the last one where it is
     /// repeated; empty when the answer has none.
@@ -59,7 +63,7 @@ public:
 
 private:
     void perform(void* handle, const QUrl& url, const QByteArray& body,
-                 const QHash<QString, QString>& headers);
+                 const QHash<QString, QString>& headers, long milliseconds);
     void fail(int code, const tr::Tr& text);
 
     std::atomic<bool> aborted = false;

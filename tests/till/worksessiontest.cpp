@@ -3,12 +3,18 @@
 
 #include "till/worksession.h"
 
+#include "host/services/operationbudget.h"
 #include "tests/till/tilltest.h"
 #include "till/output.h"
 
+#include <QUrl>
+
+#include <chrono>
 #include <sstream>
+#include <thread>
 
 using namespace Qt::StringLiterals;
+using std::chrono::milliseconds;
 
 namespace {
 
@@ -20,6 +26,20 @@ public:
     void put(const QString& text) override { written += text; }
 
     QString written;
+};
+
+/// How long the operation had been waiting when each of its requests began.
+class Heard : public RequestObserver
+{
+public:
+    void requestBegins(const QString&, milliseconds since, milliseconds) override
+    {
+        begun.append(since.count());
+    }
+    void requestEnded() override { ++ended; }
+
+    QList<qint64> begun;
+    int ended = 0;
 };
 
 class WorkSessionTest : public tests::TillTest
@@ -38,7 +58,8 @@ protected:
     /// Runs the commands and returns the lines that end them.
     QStringList run(const QStringList& commands)
     {
-        till::WorkSession work(*desk, *database, out, [this] { ++closed; });
+        till::WorkSession work(
+            *desk, *database, out, [this] { ++closed; }, &heard);
         const QString withPaths = commands.join(u'\n').replace(u"@"_s, folder.path({}) + u'/');
         std::istringstream input(withPaths.toStdString());
         work.run(input);
@@ -53,10 +74,24 @@ protected:
     }
 
     KeptOutput out;
+    Heard heard;
     int closed = 0;
 };
 
 } // namespace
+
+TEST_F(WorkSessionTest, eachCommandIsAnOperationOfItsOwn)
+{
+    loyalty->onAsk = [] {
+        const BudgetedRequest request(QUrl(u"http://server.test/"_s), milliseconds(50));
+        if (request.allowed() > milliseconds(0)) {
+            std::this_thread::sleep_for(milliseconds(50)); // what a silent server takes
+        }
+    };
+    EXPECT_EQ(run({u"open @sale.toml"_s, u"request"_s}), QStringList({u"ok"_s, u"ok"_s}));
+    EXPECT_EQ(heard.begun, QList<qint64>({0, 0})) << "the second command has its own time";
+    EXPECT_EQ(heard.ended, 2);
+}
 
 TEST_F(WorkSessionTest, aWholeVisitIsDoneByCommands)
 {
