@@ -15,8 +15,6 @@ using std::chrono::milliseconds;
 namespace till {
 namespace {
 
-constexpr QLatin1StringView toLineStart("\r");
-constexpr QLatin1StringView clearToLineEnd("\033[K");
 /// Until then nobody wonders.
 constexpr milliseconds patience = 1s;
 
@@ -64,7 +62,7 @@ void WaitNotice::tell(const QString& host, Clock::time_point first, Clock::time_
         isDrawn = true;
     }
     if (isDrawn) {
-        out.write(toLineStart + clearToLineEnd);
+        out.draw({});
     }
 }
 
@@ -73,7 +71,7 @@ void WaitNotice::draw(const QString& host, Clock::duration left)
     const auto seconds = std::max(std::chrono::ceil<std::chrono::seconds>(left), 0s).count();
     const QString text = Text::tr("Waiting for %1, %2 s at most").arg(host).arg(seconds);
     // the last column stays free: some terminals go to the next line there
-    out.write(toLineStart + text.left(std::max(out.columns() - 1, 0)) + clearToLineEnd);
+    out.draw({{text.left(std::max(out.columns() - 1, 0))}});
 }
 
 } // namespace till
