@@ -17,8 +17,9 @@
 ///
 /// Order of calls, all on the host thread: the library is loaded, its object is cast, init is
 /// called once and returns whether the plug-in can work; then the operations of its own interface;
-/// deinit once at the end; the host deletes the object. A constructor does nothing that can fail
-/// for reasons outside the process.
+/// deinit once at the end; the host deletes the object. A host that ends without either does no
+/// harm: the object may be left behind, or go with the library or with a static object. A
+/// constructor does nothing that can fail for reasons outside the process.
 class HOST_EXPORT BasicPlugin
 {
 public:

@@ -5,9 +5,21 @@
 
 #include "host/loyalty/basicloyaltysystem.h"
 
+#include <QList>
+
 #include <algorithm>
 
-QList<BasicLoyaltySystem*> LoyaltySystems::systems;
+namespace {
+
+/// Never destroyed: Qt's loader deletes an object that a host has left behind after the static
+/// objects of all libraries, and each object takes itself out of this list.
+QList<BasicLoyaltySystem*>& registered()
+{
+    static auto* const systems = new QList<BasicLoyaltySystem*>;
+    return *systems;
+}
+
+} // namespace
 
 bool LoyaltySystems::add(BasicLoyaltySystem* system)
 {
@@ -15,17 +27,18 @@ bool LoyaltySystems::add(BasicLoyaltySystem* system)
     if (known != nullptr) {
         return known == system;
     }
-    systems.append(system);
+    registered().append(system);
     return true;
 }
 
 bool LoyaltySystems::remove(BasicLoyaltySystem* system)
 {
-    return systems.removeOne(system);
+    return registered().removeOne(system);
 }
 
 BasicLoyaltySystem* LoyaltySystems::find(int loyaltySystemType)
 {
+    const auto& systems = registered();
     const auto found = std::find_if(systems.cbegin(), systems.cend(), [=](const auto* system) {
         return system->getLoyaltySystemType() == loyaltySystemType;
     });

@@ -5,12 +5,11 @@
 
 #include "host/hostexport.h"
 
-#include <QList>
-
 class BasicLoyaltySystem;
 
 /// The loyalty systems that have registered with the host, in the order of registration. Does not
-/// own them. Host thread only.
+/// own them. Host thread only, and to the very end of the process: a system that nobody deleted may
+/// go when the static objects of this library are gone already.
 class HOST_EXPORT LoyaltySystems
 {
 public:
@@ -21,7 +20,4 @@ public:
     static bool remove(BasicLoyaltySystem* system);
     /// The system with that type code, or null.
     static BasicLoyaltySystem* find(int loyaltySystemType);
-
-private:
-    static QList<BasicLoyaltySystem*> systems;
 };
