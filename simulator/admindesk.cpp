@@ -13,10 +13,14 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace simulator {
 namespace {
+
+constexpr qsizetype longestBody = 64 * 1024;
 
 Answer json(const QByteArray& text)
 {
@@ -45,10 +49,51 @@ QJsonObject faultObject(const FaultPlan::State& state)
             {u"struck"_s, state.struck}};
 }
 
+/// The name in "name", "name:80", "[::1]" or "[::1]:80", as it stands there.
+QByteArray nameIn(const QByteArray& host)
+{
+    const qsizetype port = host.lastIndexOf(':');
+    return port > host.lastIndexOf(']') ? host.first(port) : host;
+}
+
+bool isLoopback(const QByteArray& name)
+{
+    return name == "localhost" || name == "127.0.0.1" || name == "[::1]";
+}
+
+/// Why a request is not answered, whatever its body is.
+std::optional<Answer> objection(const Request& request)
+{
+    const QByteArray host = request.host.toLower();
+    if (!isLoopback(nameIn(host))) {
+        return refusal(403, u"The Host must be localhost, 127.0.0.1 or [::1]: this address is for "
+                            "programs on this machine"_s);
+    }
+    if (!request.origin.isEmpty() && request.origin.toLower() != "http://" + host) {
+        return refusal(403, u"Pages of other addresses may not ask for anything here"_s);
+    }
+    const QByteArray type = request.contentType.split(';').first().trimmed().toLower();
+    const bool isJson = type == "application/json";
+    const bool takesBody = request.method == "POST";
+    if (takesBody ? !isJson : !isJson && !type.isEmpty()) {
+        return refusal(415, u"The body must be JSON, with the header Content-Type: "
+                            "application/json"_s);
+    }
+    return std::nullopt;
+}
+
 } // namespace
+
+qsizetype AdminDesk::bodyLimit(const Request& request) const
+{
+    return objection(request) ? 0 : longestBody;
+}
 
 Answer AdminDesk::handle(const Request& request) const
 {
+    if (const std::optional<Answer> refused = objection(request)) {
+        return *refused;
+    }
     try {
         if (request.path == "/ledger" && request.method == "GET") {
             return json(ledgerJson(service.ledger()));
@@ -57,7 +102,7 @@ Answer AdminDesk::handle(const Request& request) const
             return json(faults());
         }
         if (request.path == "/faults" && request.method == "POST") {
-            plan.arm(readFaultText(request.body, u"body"_s));
+            plan.arm(readFaultJson(request.body, u"body"_s));
             return json(faults());
         }
         if (request.path == "/faults" && request.method == "DELETE") {

@@ -3,85 +3,94 @@
 
 #include "simulator/connections.h"
 
-#include <QDir>
-
-#include <array>
-#include <netdb.h>
-#include <netinet/in.h>
-#include <optional>
-#include <sys/socket.h>
-
-using namespace Qt::StringLiterals;
+#include <algorithm>
+#include <csignal>
 
 namespace simulator {
 namespace {
 
-/// The port in an address of the internet, or -1 for one of another family.
-int portOf(const sockaddr_storage& address)
+/// A client that has gone is told by the write's result, with TLS too.
+void blockBrokenPipe()
 {
-    switch (address.ss_family) {
-    case AF_INET:
-        return ntohs(reinterpret_cast<const sockaddr_in&>(address).sin_port);
-    case AF_INET6:
-        return ntohs(reinterpret_cast<const sockaddr_in6&>(address).sin6_port);
-    default:
-        return -1;
-    }
-}
-
-/// The other end of a connection that was accepted at a port; nothing for other descriptors.
-std::optional<sockaddr_storage> peerAt(int descriptor, int port)
-{
-    sockaddr_storage own{};
-    sockaddr_storage peer{};
-    socklen_t ownSize = sizeof own;
-    socklen_t peerSize = sizeof peer;
-    const bool accepted =
-        ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&own), &ownSize) == 0 &&
-        portOf(own) == port &&
-        ::getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &peerSize) == 0;
-    return accepted ? std::optional(peer) : std::nullopt;
-}
-
-/// The address as the HTTP library writes it.
-std::string textOf(const sockaddr_storage& address)
-{
-    std::array<char, NI_MAXHOST> text{};
-    const auto length = static_cast<socklen_t>(address.ss_family == AF_INET6 ? sizeof(sockaddr_in6)
-                                                                             : sizeof(sockaddr_in));
-    const int error = ::getnameinfo(reinterpret_cast<const sockaddr*>(&address), length,
-                                    text.data(), text.size(), nullptr, 0, NI_NUMERICHOST);
-    return error == 0 ? text.data() : "";
-}
-
-QStringList openDescriptors()
-{
-    return QDir(u"/proc/self/fd"_s)
-        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 } // namespace
 
-int findConnection(int localPort, const std::string& peerAddress, int peerPort)
+Connections::Connections(size_t most, Service service) : capacity(most), serve(std::move(service))
+{}
+
+Connections::~Connections()
 {
-    for (const QString& name : openDescriptors()) {
-        const int descriptor = name.toInt();
-        const auto peer = peerAt(descriptor, localPort);
-        if (peer && portOf(*peer) == peerPort && textOf(*peer) == peerAddress) {
-            return descriptor;
-        }
+    finish(std::chrono::milliseconds(0));
+    std::unique_lock lock(mutex);
+    for (const Connection& connection : open) {
+        connection.channel->end();
     }
-    return -1;
+    changed.wait(lock, [this] { return open.empty(); });
+    std::list<Connection> ended = std::move(over);
+    lock.unlock();
+    join(std::move(ended));
 }
 
-void stopReading(int localPort)
+void Connections::join(std::list<Connection> ended)
 {
-    for (const QString& name : openDescriptors()) {
-        const int descriptor = name.toInt();
-        if (peerAt(descriptor, localPort)) {
-            ::shutdown(descriptor, SHUT_RD);
+    for (Connection& connection : ended) {
+        connection.thread.join();
+    }
+}
+
+bool Connections::waitForRoom()
+{
+    std::unique_lock lock(mutex);
+    changed.wait(lock, [this] { return ending || open.size() < capacity; });
+    std::list<Connection> ended = std::move(over);
+    over.clear();
+    const bool hasRoom = !ending;
+    lock.unlock();
+    join(std::move(ended));
+    return hasRoom;
+}
+
+void Connections::add(std::unique_ptr<Channel> channel)
+{
+    const std::scoped_lock lock(mutex);
+    open.emplace_back();
+    const auto position = std::prev(open.end());
+    position->channel = std::move(channel);
+    position->thread = std::thread([this, position] { run(position); });
+}
+
+void Connections::run(Position position)
+{
+    blockBrokenPipe();
+    Channel* channel = nullptr;
+    {
+        const std::scoped_lock lock(mutex);
+        channel = position->channel.get();
+    }
+    serve(*channel);
+    // closed with the lock held, so that nobody ends another connection of the same number
+    const std::scoped_lock lock(mutex);
+    position->channel.reset();
+    over.splice(over.end(), open, position);
+    changed.notify_all();
+}
+
+void Connections::finish(std::chrono::milliseconds patience)
+{
+    std::unique_lock lock(mutex);
+    ending = true;
+    changed.notify_all();
+    for (const Connection& connection : open) {
+        if (!connection.channel->isBusy) {
+            connection.channel->stopReading();
         }
     }
+    changed.wait_for(lock, patience, [this] { return open.empty(); });
 }
 
 } // namespace simulator

@@ -3,18 +3,60 @@
 
 #pragma once
 
-#include <string>
+#include "simulator/channel.h"
+
+#include <condition_variable>
+#include <functional>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <thread>
 
 namespace simulator {
 
-/// The descriptor of the connection that this process has accepted at a port of its own from that
-/// address and port; -1 when there is none. It stays the HTTP library's and must be used only in
-/// the thread that serves it, whose request keeps it open.
-int findConnection(int localPort, const std::string& peerAddress, int peerPort);
+/// The connections that a server has accepted, each served in a thread of its own.
+class Connections
+{
+public:
+    /// Serves a connection until it ends; called in its thread.
+    using Service = std::function<void(Channel&)>;
 
-/// Lets nothing more be read from the connections that this process has accepted at a port of its
-/// own: they end at once. An answer that is being made on one of them is lost.
-/// (The HTTP library waits for idle connections and offers no way to reach them.)
-void stopReading(int localPort);
+    /// most: how many there may be at a time
+    Connections(size_t most, Service service);
+
+    /// Ends all connections and waits for their threads.
+    ~Connections();
+    Connections(const Connections&) = delete;
+    Connections& operator=(const Connections&) = delete;
+
+    /// Waits until there is room for one more; false when finish was called.
+    bool waitForRoom();
+
+    /// Serves a connection from now on.
+    void add(std::unique_ptr<Channel> channel);
+
+    /// Ends the connections that are not answering, and all others as soon as they have answered;
+    /// waits for these that long. From then on there is no room.
+    void finish(std::chrono::milliseconds patience);
+
+private:
+    struct Connection
+    {
+        std::unique_ptr<Channel> channel;
+        std::thread thread;
+    };
+    using Position = std::list<Connection>::iterator;
+
+    void run(Position position);
+    static void join(std::list<Connection> ended);
+
+    const size_t capacity;
+    const Service serve;
+    std::mutex mutex; // guards what follows
+    std::condition_variable changed;
+    std::list<Connection> open;
+    std::list<Connection> over; ///< their threads are at their ends
+    bool ending = false;
+};
 
 } // namespace simulator

@@ -17,6 +17,10 @@ struct Request
     QByteArray path; ///< decoded, without the query
     QByteArray authorization;
     QByteArray body;
+    // the next three as they came, for an address that a web page must not use
+    QByteArray host = {};
+    QByteArray origin = {};
+    QByteArray contentType = {};
 };
 
 /// What is sent back, and what the log says about it.

@@ -3,6 +3,7 @@
 
 #include "simulator/faultreader.h"
 
+#include "simulator/jsontable.h"
 #include "simulator/matchreader.h"
 #include "simulator/text.h"
 
@@ -77,9 +78,9 @@ FaultRule readFault(const TableReader& table, quint64 seed)
     return rule;
 }
 
-FaultRule readFaultText(const QByteArray& text, const QString& name)
+FaultRule readFaultJson(const QByteArray& text, const QString& name)
 {
-    const toml::table parsed = parseToml(text, name);
+    const toml::table parsed = parseJson(text, name);
     return readFault(TableReader(parsed, name, {}), FaultRule().seed);
 }
 

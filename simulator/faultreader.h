@@ -13,7 +13,7 @@ class TableReader;
 /// Throws ConfigError on what is not understood.
 FaultRule readFault(const TableReader& table, quint64 seed);
 
-/// The same from the text of such a table, without its heading; name stands for it in messages.
-FaultRule readFaultText(const QByteArray& text, const QString& name);
+/// The same from a JSON object with the keys of such a table; name stands for it in messages.
+FaultRule readFaultJson(const QByteArray& text, const QString& name);
 
 } // namespace simulator

@@ -23,7 +23,7 @@ Answer answerOf(const Request& request, const Fault& fault)
     answer.contentType = "text/plain; charset=utf-8";
     answer.body = fault.body;
     if (fault.status >= firstMovedStatus && fault.status < firstRefusal) {
-        answer.location = request.path + "/moved"; // where nothing is
+        answer.location = request.path.toPercentEncoding("/") + "/moved"; // where nothing is
     }
     return answer;
 }

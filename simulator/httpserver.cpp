@@ -4,18 +4,19 @@
 #include "simulator/httpserver.h"
 
 #include "simulator/connections.h"
+#include "simulator/listener.h"
+#include "simulator/memorybudget.h"
+#include "simulator/rejection.h"
+#include "simulator/requestreader.h"
+#include "simulator/response.h"
 #include "simulator/text.h"
 #include "simulator/wirefaults.h"
 
-#include <QDateTime>
 #include <QFile>
-#include <QLocale>
 
-#include <atomic>
-#include <cerrno>
-#include <chrono>
-#include <httplib.h>
-#include <system_error>
+#include <algorithm>
+#include <malloc.h>
+#include <openssl/ssl.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -23,246 +24,255 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr size_t threads = 64;
-constexpr int backlog = 128;
-constexpr time_t keepAliveSeconds = 60;
-constexpr size_t keepAliveRequests = 1'000'000'000;
-constexpr time_t readSeconds = 30;
-constexpr std::chrono::seconds longestStop(5);
-constexpr std::chrono::milliseconds pause(2);
-constexpr size_t drainLimit = 16 * HttpServer::maximumBody;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
 
-/// Reads a body. What is too large is read to its end as far as that is bearable, so that the
-/// connection stays usable and the client sees the answer. Returns 0 or the status to answer.
-int readBody(const httplib::Request& from, const httplib::ContentReader& reader, QByteArray& body)
-{
-    if (from.is_multipart_form_data()) {
-        reader([](const httplib::MultipartFormData&) { return true; },
-               [](const char*, size_t) { return true; });
-        return 415;
-    }
-    size_t size = 0;
-    const bool complete = reader([&](const char* data, size_t length) {
-        size += length;
-        if (size <= HttpServer::maximumBody) {
-            body.append(data, static_cast<qsizetype>(length));
-        }
-        return size <= drainLimit;
-    });
-    if (size > HttpServer::maximumBody) {
-        return 413;
-    }
-    return complete ? 0 : 400;
-}
+constexpr size_t mostConnections = 64;
+constexpr seconds keepAlive(60);
+constexpr seconds longestArrival(60);
+constexpr seconds longestFarewell(10);
+constexpr seconds longestStop(5);
+constexpr milliseconds longestQueue(30'000);
+constexpr milliseconds pause(2);
 
-Answer bodyRefusal(int status)
-{
-    switch (status) {
-    case 413:
-        return refusal(status, u"The body is larger than 16 MiB"_s);
-    case 415:
-        return refusal(status, u"The body must be an XML document, not a form"_s);
-    default:
-        return refusal(status, u"The body ended before its declared length or is garbled"_s);
-    }
-}
+/// What all bodies may take while they arrive and until they are answered.
+constexpr qint64 bodiesTogether = 2 * HttpServer::maximumBody;
+/// What may become of bodies while they are handled.
+constexpr qint64 documentsTogether = 200 * 1024 * 1024;
+/// From here on what a document took is given back to the system.
+constexpr qint64 largeDocument = 16 * 1024 * 1024;
+/// A refused body up to this size is read to its end, so that the connection stays usable.
+constexpr quint64 skippedBody = 64 * 1024;
+/// How much of a larger one is read, so that a client that sends first and reads then sees why.
+constexpr quint64 drainedBody = 256 * 1024 * 1024;
 
-/// As HTTP writes it, so that a till can hold its clock against it.
-std::string presentDate()
-{
-    return QLocale::c()
-        .toString(QDateTime::currentDateTimeUtc(), u"ddd, dd MMM yyyy hh:mm:ss 'GMT'"_s)
-        .toStdString();
-}
+using Tls = std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)>;
 
-Request requestOf(const httplib::Request& from)
+Tls makeTls(const HttpServer::Certificate& certificate)
 {
-    Request request;
-    request.method = QByteArray::fromStdString(from.method);
-    request.path = QByteArray::fromStdString(from.path);
-    request.authorization = QByteArray::fromStdString(from.get_header_value("Authorization"));
-    return request;
-}
-
-std::unique_ptr<httplib::Server> makeServer(const HttpServer::Certificate& certificate)
-{
+    Tls tls(nullptr, &SSL_CTX_free);
     if (certificate.file.isEmpty()) {
-        return std::make_unique<httplib::Server>();
+        return tls;
     }
-    auto server =
-        std::make_unique<httplib::SSLServer>(QFile::encodeName(certificate.file).constData(),
-                                             QFile::encodeName(certificate.keyFile).constData());
-    if (!server->is_valid()) {
+    tls.reset(SSL_CTX_new(TLS_server_method()));
+    SSL_CTX_set_min_proto_version(tls.get(), TLS1_2_VERSION);
+    SSL_CTX_set_mode(tls.get(),
+                     SSL_MODE_ENABLE_PARTIAL_WRITE | SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER);
+    const QByteArray file = QFile::encodeName(certificate.file);
+    const QByteArray keyFile = QFile::encodeName(certificate.keyFile);
+    if (SSL_CTX_use_certificate_chain_file(tls.get(), file.constData()) != 1 ||
+        SSL_CTX_use_PrivateKey_file(tls.get(), keyFile.constData(), SSL_FILETYPE_PEM) != 1 ||
+        SSL_CTX_check_private_key(tls.get()) != 1) {
         throw ListenError(
             Text::tr("The certificate %1 with the key %2 cannot be used: both must be PEM files "
                      "that belong together")
                 .arg(certificate.file, certificate.keyFile));
     }
-    return server;
+    return tls;
 }
+
+/// What becomes of a body while it is handled, roughly: its text, and an object for each element.
+qint64 memoryFor(const QByteArray& body)
+{
+    constexpr qint64 bytesPerByte = 12;
+    constexpr qint64 bytesPerTag = 250;
+    return bytesPerByte * body.size() + bytesPerTag * std::count(body.begin(), body.end(), '<');
+}
+
+/// Notes that a request is being answered as long as it lives.
+class Busy
+{
+public:
+    explicit Busy(Channel& answering) : channel(answering) { channel.isBusy = true; }
+    ~Busy() { channel.isBusy = false; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    Channel& channel;
+};
 
 } // namespace
 
 class HttpServer::Implementation
 {
+    /// What comes after an answer.
+    enum class After
+    {
+        Next,     ///< the next request
+        Nothing,  ///< the connection ends
+        Farewell, ///< it ends, but the client may still be sending and must see the answer first
+    };
+
 public:
     Implementation(const QString& address, int port, Handler requestHandler,
-                   Observer requestObserver, const Certificate& certificate)
-        : host(address), isSecure(!certificate.file.isEmpty()), handler(std::move(requestHandler)),
-          observer(std::move(requestObserver)), server(makeServer(certificate))
-    {
-        configure();
-        addRoutes();
-        bind(port);
-        listener = std::thread([this] { server->listen_after_bind(); });
-        while (!server->is_running()) { // a stop before that would be lost
-            std::this_thread::sleep_for(pause);
-        }
-    }
+                   Observer requestObserver, const Certificate& certificate, BodyLimit limit)
+        : host(address), handler(std::move(requestHandler)), observer(std::move(requestObserver)),
+          bodyLimit(std::move(limit)), tls(makeTls(certificate)), listener(address, port),
+          connections(mostConnections, [this](Channel& channel) { serve(channel); }),
+          acceptor([this] { acceptAll(); })
+    {}
 
     ~Implementation()
     {
-        std::atomic<bool> done = false;
-        std::thread closer([this, &done] {
-            server->stop();
-            faults.stop();
-            waitForAnswers();
-            // idle connections would be waited for until their time is over
-            while (!done) {
-                stopReading(boundPort);
-                std::this_thread::sleep_for(pause);
-            }
-        });
-        listener.join();
-        done = true;
-        closer.join();
+        ending = true;
+        listener.stop();
+        faults.stop();
+        connections.finish(longestStop);
+        acceptor.join();
     }
 
     Implementation(const Implementation&) = delete;
     Implementation& operator=(const Implementation&) = delete;
 
-    [[nodiscard]] int port() const { return boundPort; }
+    [[nodiscard]] int port() const { return listener.port(); }
     [[nodiscard]] QString url() const
     {
         return u"%1://%2:%3/"_s
-            .arg(isSecure ? u"https"_s : u"http"_s, host.contains(u':') ? u'[' + host + u']' : host)
-            .arg(boundPort);
+            .arg(tls ? u"https"_s : u"http"_s, host.contains(u':') ? u'[' + host + u']' : host)
+            .arg(port());
     }
 
 private:
-    void configure()
+    void acceptAll()
     {
-        server->new_task_queue = [] { return new httplib::ThreadPool(threads); };
-        server->set_keep_alive_max_count(keepAliveRequests);
-        server->set_keep_alive_timeout(keepAliveSeconds);
-        server->set_read_timeout(readSeconds);
-        server->set_tcp_nodelay(true);
-        // the library would share the port with another server that listens at it
-        server->set_socket_options([this](socket_t socket) {
-            const int yes = 1;
-            ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-            listening = socket;
-        });
+        while (connections.waitForRoom()) {
+            if (const std::optional<int> connected = listener.accept()) {
+                connections.add(std::make_unique<Channel>(*connected, tls.get()));
+            } else {
+                std::this_thread::sleep_for(pause); // out of descriptors, or it is the end
+            }
+        }
     }
 
-    void addRoutes()
+    /// Answers the requests of a connection until it ends.
+    void serve(Channel& channel)
     {
-        const std::string any = ".*";
-        const auto withBody = [this](const httplib::Request& from, httplib::Response& to,
-                                     const httplib::ContentReader& reader) {
-            countUntilSent(to);
-            Request request = requestOf(from);
-            const int status = readBody(from, reader, request.body);
-            send(request, status == 0 ? handler(request) : bodyRefusal(status), from, to);
-        };
-        const auto withoutBody = [this](const httplib::Request& from, httplib::Response& to) {
-            countUntilSent(to);
-            const Request request = requestOf(from);
-            send(request, handler(request), from, to);
-        };
-        server->Post(any, withBody);
-        server->Put(any, withBody);
-        server->Patch(any, withBody);
-        server->Delete(any, withBody);
-        server->Get(any, withoutBody);
-        server->Options(any, withoutBody);
+        if (!channel.greet(steady_clock::now() + longestArrival)) {
+            return;
+        }
+        RequestReader reader(channel);
+        After after = After::Next;
+        while (after == After::Next && !ending &&
+               reader.waitForRequest(steady_clock::now() + keepAlive)) {
+            after = exchange(channel, reader);
+        }
+        if (after == After::Farewell && !ending) {
+            channel.finishWriting();
+            reader.skip(drainedBody, steady_clock::now() + longestFarewell);
+        }
     }
 
-    void send(const Request& request, const Answer& answer, const httplib::Request& from,
-              httplib::Response& to)
+    /// Answers one request.
+    After exchange(Channel& channel, RequestReader& reader)
     {
-        to.status = answer.status;
-        to.set_header("Date", presentDate());
-        if (answer.status == 401) {
-            to.set_header("WWW-Authenticate", "Basic realm=\"orva-simulator\"");
+        const auto until = steady_clock::now() + longestArrival;
+        std::optional<RequestHead> head;
+        try {
+            head = reader.readHead(until);
+            if (!head) {
+                return After::Nothing;
+            }
+            const Busy busy(channel);
+            if (head->hasBody() && limitFor(*head) == 0) {
+                return refuseUnread(*head, channel, reader, until);
+            }
+            const MemoryBudget::Share share = shareFor(*head);
+            Request request = head->request;
+            request.body = reader.readBody(*head, limitFor(*head), until);
+            const Answer answer = handle(request);
+            request.body.clear();
+            return send(request, answer, head->closes ? After::Nothing : After::Next, channel);
+        } catch (const Rejection& rejection) {
+            const Busy busy(channel);
+            return send(head ? head->request : Request(),
+                        refusal(rejection.status, rejection.reason), After::Farewell, channel);
+        } catch (const std::exception& error) {
+            const Busy busy(channel);
+            return send(head ? head->request : Request(),
+                        refusal(500, QString::fromUtf8(error.what())), After::Farewell, channel);
         }
-        if (answer.status == 405) {
-            to.set_header("Allow", "POST");
+    }
+
+    [[nodiscard]] qsizetype limitFor(const RequestHead& head) const
+    {
+        return bodyLimit ? bodyLimit(head.request) : maximumBody;
+    }
+
+    /// Room for the body as long as it and its answer are there.
+    MemoryBudget::Share shareFor(const RequestHead& head)
+    {
+        if (head.isForm) {
+            throw Rejection(415, u"The body must be an XML document, not a form"_s);
         }
-        if (!answer.location.isEmpty()) {
-            to.set_header("Location", answer.location.toStdString());
+        const qint64 size =
+            head.isChunked
+                ? maximumBody
+                : static_cast<qint64>(std::min<quint64>(head.length.value_or(0), maximumBody));
+        return required(bodies.take(size, longestQueue));
+    }
+
+    static MemoryBudget::Share required(MemoryBudget::Share share)
+    {
+        if (!share) {
+            throw Rejection(503, u"The server is busy with large requests"_s);
         }
-        to.set_content(answer.body.toStdString(), answer.contentType.toStdString());
+        return share;
+    }
+
+    Answer handle(const Request& request)
+    {
+        const qint64 need = memoryFor(request.body);
+        const MemoryBudget::Share share = required(documents.take(need, longestQueue));
+        Answer answer = handler(request);
+        if (need >= largeDocument) {
+            ::malloc_trim(0); // the allocator would keep it, for each thread anew
+        }
+        return answer;
+    }
+
+    /// Answers a request whose body nobody wants to see.
+    After refuseUnread(const RequestHead& head, Channel& channel, RequestReader& reader,
+                       Channel::Deadline until)
+    {
+        const bool isSmall = !head.isChunked && !head.asksFirst && *head.length <= skippedBody;
+        const bool isSkipped = isSmall && reader.skip(*head.length, until);
+        return send(head.request, handler(head.request),
+                    !isSkipped    ? After::Farewell
+                    : head.closes ? After::Nothing
+                                  : After::Next,
+                    channel);
+    }
+
+    /// Sends an answer. Returns what comes after it, nothing when it could not be sent.
+    After send(const Request& request, const Answer& answer, After after, Channel& channel)
+    {
         if (observer) {
             observer(request, answer);
         }
-        faults.apply(answer, from, boundPort, to);
-    }
-
-    /// Counts the exchange until its response is destroyed, which is after it was sent.
-    void countUntilSent(httplib::Response& to)
-    {
-        ++underWay;
-        const std::shared_ptr<void> atEnd(nullptr, [this](void*) { --underWay; });
-        to.content_provider_resource_releaser_ = [atEnd](bool) {};
-    }
-
-    void waitForAnswers() const
-    {
-        const auto deadline = std::chrono::steady_clock::now() + longestStop;
-        while (underWay > 0 && std::chrono::steady_clock::now() < deadline) {
-            std::this_thread::sleep_for(pause);
-        }
-    }
-
-    void bind(int port)
-    {
-        const std::string name = host.toStdString();
-        errno = 0;
-        if (port == 0) {
-            boundPort = server->bind_to_any_port(name);
-        } else {
-            boundPort = server->bind_to_port(name, port) ? port : -1;
-        }
-        if (boundPort <= 0) {
-            throw ListenError(
-                Text::tr("Cannot listen at %1, port %2: %3; choose another with --listen or --port")
-                    .arg(host)
-                    .arg(port)
-                    .arg(errno == 0
-                             ? Text::tr("no such address")
-                             : QString::fromStdString(std::generic_category().message(errno))));
-        }
-        // the library's own queue of five would make tills that connect together wait a second
-        ::listen(listening, backlog);
+        const Response response = responseFor(answer, request.method, after != After::Next);
+        return faults.send(response, answer.fault, channel) ? after : After::Nothing;
     }
 
     const QString host;
-    const bool isSecure;
     const Handler handler;
     const Observer observer;
-    std::atomic<int> underWay = 0; // these before the server, whose threads use them
-    WireFaults faults;
-    const std::unique_ptr<httplib::Server> server;
-    socket_t listening = INVALID_SOCKET;
-    int boundPort = 0;
-    std::thread listener;
+    const BodyLimit bodyLimit;
+    const Tls tls;
+    const Listener listener;
+    std::atomic<bool> ending = false;
+    WireFaults faults; // these before the connections, whose threads use them
+    MemoryBudget bodies{bodiesTogether};
+    MemoryBudget documents{documentsTogether};
+    Connections connections;
+    std::thread acceptor;
 };
 
 HttpServer::HttpServer(const QString& address, int port, Handler handler, Observer observer,
-                       const Certificate& certificate)
-    : implementation(std::make_unique<Implementation>(address, port, std::move(handler),
-                                                      std::move(observer), certificate))
+                       const Certificate& certificate, BodyLimit limit)
+    : implementation(std::make_unique<Implementation>(
+          address, port, std::move(handler), std::move(observer), certificate, std::move(limit)))
 {}
 
 HttpServer::~HttpServer() = default;

@@ -21,6 +21,8 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace simulator {
@@ -56,7 +58,9 @@ std::unique_ptr<HttpServer> adminServer(const Options& options, const AdminDesk&
     try {
         return std::make_unique<HttpServer>(
             u"127.0.0.1"_s, options.adminPort,
-            [&desk](const Request& request) { return desk.handle(request); });
+            [&desk](const Request& request) { return desk.handle(request); },
+            HttpServer::Observer(), HttpServer::Certificate(),
+            [&desk](const Request& request) { return desk.bodyLimit(request); });
     } catch (const ListenError& error) {
         throw ListenError(u"--admin-port: "_s + QString::fromUtf8(error.what()));
     }
@@ -125,6 +129,8 @@ void Outputs::failure(const QString& sentence)
 
 void serve(const Options& options, Outputs& print)
 {
+    // who reads the log may go before the server does
+    std::signal(SIGPIPE, SIG_IGN);
     const StopSignal stop;
     const std::unique_ptr<RulesFile> file =
         options.config.isEmpty() ? nullptr : std::make_unique<RulesFile>(options.config);
@@ -150,8 +156,13 @@ void serve(const Options& options, Outputs& print)
         look();
         return faulty.handle(request);
     };
+    // a body is read for those alone who may ask for something
+    const auto limit = [&](const Request& request) {
+        look();
+        return service.admits(request) ? HttpServer::maximumBody : 0;
+    };
     const HttpServer server(options.listen, options.port, handle, observer,
-                            {rules.certificateFile, rules.keyFile});
+                            {rules.certificateFile, rules.keyFile}, limit);
     const AdminDesk desk(service, faults);
     const std::unique_ptr<HttpServer> admin = adminServer(options, desk);
     announce(options, rules, server.url(), admin ? admin->url() : QString(), print.out);

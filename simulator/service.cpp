@@ -97,7 +97,8 @@ std::shared_ptr<Service::Following> Service::current() const
     return following;
 }
 
-Answer Service::handle(const Request& request)
+/// What is wrong with a request, whatever its body is.
+std::optional<Answer> Service::objection(const Request& request, const Following& now)
 {
     if (!isKnownPath(request.path)) {
         return refusal(404, u"There is nothing here: the addresses are %1, %2 and %3"_s.arg(
@@ -107,11 +108,24 @@ Answer Service::handle(const Request& request)
     if (request.method != "POST") {
         return refusal(405, u"This address takes POST only"_s);
     }
-    const std::shared_ptr<Following> now = current();
-    if (!isAuthorized(request.authorization, now->expectedAuthorization)) {
+    if (!isAuthorized(request.authorization, now.expectedAuthorization)) {
         return refusal(401, request.authorization.isEmpty()
                                 ? u"The Authorization header is missing"_s
                                 : u"The user, the password or the key is wrong"_s);
+    }
+    return std::nullopt;
+}
+
+bool Service::admits(const Request& request) const
+{
+    return !objection(request, *current());
+}
+
+Answer Service::handle(const Request& request)
+{
+    const std::shared_ptr<Following> now = current();
+    if (const std::optional<Answer> refused = objection(request, *now)) {
+        return *refused;
     }
     Answer about; // what the log needs is known in part before a rejection
     Answer answer;

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace simulator {
 
@@ -35,6 +36,10 @@ public:
     /// what it answers is durable.
     Answer handle(const Request& request);
 
+    /// Whether the request is for an address that there is and has the right credentials, so that
+    /// its body is worth reading. May be called from several threads at once.
+    [[nodiscard]] bool admits(const Request& request) const;
+
     /// Follows other rules from the next request on; finished answers count anew. The database
     /// stays the one it is.
     void setRules(const Rules& newRules);
@@ -45,6 +50,7 @@ public:
 private:
     struct Following;
 
+    static std::optional<Answer> objection(const Request& request, const Following& now);
     Answer handleCheck(const Request& request, Following& now, Answer& about);
     Answer handleKnown(const QByteArray& path, const Check& check, const Element& document);
     [[nodiscard]] std::shared_ptr<Following> current() const;

@@ -251,6 +251,10 @@ ConfigError TableReader::error(const toml::source_region& where, const QString& 
                                const QString& complaint) const
 {
     // the complaint goes on behind the key: 'the key "seed" is missing'
+    if (where.begin.line == 0) { // the table was not read from lines
+        return ConfigError(
+            Text::tr("%1: the key \"%2\" %3").arg(fileName, prefix + key, complaint));
+    }
     return ConfigError(
         Text::tr("%1:%2: the key \"%3\" %4")
             .arg(fileName, QString::number(where.begin.line), prefix + key, complaint));

@@ -3,19 +3,17 @@
 
 #pragma once
 
-#include "simulator/exchange.h"
+#include "simulator/fault.h"
 
 #include <chrono>
 
-namespace httplib {
-struct Request;
-struct Response;
-} // namespace httplib
-
 namespace simulator {
 
-/// Makes the faults of answers that need the connection: it waits, closes, or sends what no HTTP
-/// server would. Used by several threads at once, each for the request that it serves.
+class Channel;
+struct Response;
+
+/// Sends answers and makes the faults that need the connection: it waits, closes, or sends what no
+/// HTTP server would. Used by several threads at once, each for the connection that it serves.
 class WireFaults
 {
 public:
@@ -24,20 +22,18 @@ public:
     WireFaults(const WireFaults&) = delete;
     WireFaults& operator=(const WireFaults&) = delete;
 
-    /// Lets the fault of an answer, if it has one, happen to the response to a request that came in
-    /// at a port of this process. Blocks as long as the fault lasts, at most until the client gives
-    /// up or stop is called; a part of that only when the response is sent.
-    /// to: with the whole answer in it
-    void apply(const Answer& answer, const httplib::Request& from, int localPort,
-               httplib::Response& to);
+    /// Sends the response or what the fault, if there is one, makes of it. Blocks as long as the
+    /// fault lasts, at most until the client gives up or stop is called.
+    /// Returns whether the connection can be used on.
+    bool send(const Response& response, const std::optional<Fault>& fault, Channel& channel) const;
 
     /// Ends all waiting now and from now on.
     void stop();
 
 private:
-    bool wait(int connection, std::chrono::milliseconds duration) const;
-    void hangAfterHeaders(const Fault& fault, int connection, httplib::Response& to) const;
-    void drip(const Fault& fault, int connection, httplib::Response& to) const;
+    bool sendSpoiled(const Response& response, const Fault& fault, Channel& channel) const;
+    bool wait(const Channel& channel, std::chrono::milliseconds duration) const;
+    bool drip(const Response& response, const Fault& fault, Channel& channel) const;
 
     int stopPipe[2] = {-1, -1};
 };

@@ -403,6 +403,18 @@ Try: %3
         <translation>называет файл %1, который не удаётся прочитать: %2</translation>
     </message>
     <message>
+        <source>%1:%2: this is not JSON: %3</source>
+        <translation>%1:%2: это не JSON: %3</translation>
+    </message>
+    <message>
+        <source>%1: this is not a JSON object</source>
+        <translation>%1: это не объект JSON</translation>
+    </message>
+    <message>
+        <source>%1: the key &quot;%2&quot; %3</source>
+        <translation>%1: ключ «%2» %3</translation>
+    </message>
+    <message>
         <source>%1:%2: this is not TOML: %3</source>
         <translation>%1:%2: это не TOML: %3</translation>
     </message>

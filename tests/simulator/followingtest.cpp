@@ -107,13 +107,23 @@ TEST_F(RunningProgram, hasAnAdminAddressOnLoopbackOnly)
     EXPECT_TRUE(second.output.startsWith(u"orva-simulator: --admin-port: Cannot listen at "_s))
         << second.output.toStdString();
 
-    // with the content type that curl -d sends
-    const auto armed = admin.Post("/faults", "kind = 'reply-lost'\nendpoint = 'precheck'\n",
-                                  "application/x-www-form-urlencoded");
+    const std::string fault = R"({"kind": "reply-lost", "endpoint": "precheck"})";
+    // with the content type that curl -d sends, and forms of web pages
+    EXPECT_EQ(admin.Post("/faults", fault, "application/x-www-form-urlencoded")->status, 415);
+    EXPECT_EQ(admin.Post("/faults", {{"Host", "evil.test"}}, fault, "application/json")->status,
+              403);
+    EXPECT_EQ(
+        admin.Post("/faults", {{"Origin", "http://evil.test"}}, fault, "application/json")->status,
+        403);
+    EXPECT_EQ(admin.Delete("/faults", {{"Origin", "http://evil.test"}})->status, 403);
+    EXPECT_EQ(precheck(), 200);
+    EXPECT_EQ(admin.Post("/faults", std::string(70'000, ' '), "application/json")->body,
+              "The body is larger than 64 KiB\n");
+    const auto armed = admin.Post("/faults", fault, "application/json");
     ASSERT_TRUE(armed);
     EXPECT_EQ(armed->status, 200) << armed->body;
     EXPECT_EQ(precheck(), 0);
-    EXPECT_EQ(admin.Post("/faults", "kind = 'x'", "text/plain")->status, 400);
+    EXPECT_EQ(admin.Post("/faults", R"({"kind": "x"})", "application/json")->status, 400);
     EXPECT_EQ(admin.Delete("/faults")->status, 200);
     EXPECT_EQ(precheck(), 200);
 }

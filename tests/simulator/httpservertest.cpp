@@ -118,7 +118,7 @@ TEST_F(Http, answersTheStatusOfTheService)
         415);
 }
 
-TEST_F(Http, refusesBodiesAbove16MiBAndGoesOnWithTheConnection)
+TEST_F(Http, refusesBodiesAbove16MiBThoughTheClientSendsThemToTheirEnd)
 {
     client.set_keep_alive(true);
     const std::string large(16 * 1024 * 1024 + 1, ' ');

@@ -9,13 +9,18 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QUrl>
 
 #include <cerrno>
+#include <cstdio>
+#include <future>
 #include <httplib.h>
 #include <system_error>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -272,6 +277,61 @@ TEST_F(Program, letsHappenWhatItsRulesSay)
     const QString output = QString::fromUtf8(process.readAllStandardOutput());
     EXPECT_TRUE(output.contains(u" *0024 200 [fault reply-lost]\n")) << output.toStdString();
     EXPECT_TRUE(output.contains(u" 307 [fault status]\n")) << output.toStdString();
+}
+
+/// The most memory that a process has had, in MiB.
+qint64 peakOf(qint64 process)
+{
+    QFile file(u"/proc/%1/status"_s.arg(process));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    static const QRegularExpression peak(u"VmHWM:\\s+(\\d+) kB"_s);
+    constexpr qint64 kibibytes = 1024;
+    return peak.match(QString::fromLatin1(file.readAll())).captured(1).toLongLong() / kibibytes;
+}
+
+// What instrumentation adds to every allocation is not the program's.
+#ifdef __SANITIZE_ADDRESS__
+constexpr qint64 instrumentation = 6;
+#else
+constexpr qint64 instrumentation = 1;
+#endif
+
+TEST_F(Program, bearsTwelveOfTheLargestBodiesAtOnce)
+{
+    const int port = serve({u"--quiet"_s});
+    constexpr int clients = 12;
+    const QByteArray before = "<RawCheck><id>";
+    const QByteArray behind = "</id></RawCheck>";
+    const QByteArray largest =
+        before + QByteArray(16 * 1024 * 1024 - before.size() - behind.size(), 'x') + behind;
+    const auto sendAll = [&](const std::string& authorization) {
+        std::vector<std::future<int>> statuses;
+        for (int i = 0; i < clients; ++i) {
+            statuses.push_back(std::async(std::launch::async, [&, authorization] {
+                httplib::Client client("127.0.0.1", port);
+                client.set_read_timeout(100);
+                client.set_write_timeout(100);
+                return statusOf(client.Post("/api/1.x/precheck", {{"Authorization", authorization}},
+                                            largest.toStdString(), "application/xml"));
+            }));
+        }
+        QMap<int, int> counts;
+        for (std::future<int>& status : statuses) {
+            ++counts[status.get()];
+        }
+        return counts;
+    };
+    const qint64 atFirst = peakOf(process.processId());
+    ASSERT_GT(atFirst, 0);
+    EXPECT_EQ(sendAll("Basic dGlsbA=="), (QMap<int, int>{{401, clients}}));
+    EXPECT_LT(peakOf(process.processId()) - atFirst, 32 * instrumentation)
+        << "bodies of strangers are not kept";
+    const QMap<int, int> counts = sendAll(post("precheck", {}).authorization.toStdString());
+    EXPECT_EQ(counts.value(400) + counts.value(503), clients);
+    EXPECT_GT(counts.value(400), 0);
+    const qint64 peak = peakOf(process.processId());
+    EXPECT_LT(peak, 400 * instrumentation);
+    std::printf("peak with 12 bodies of 16 MiB: %lld MiB\n", static_cast<long long>(peak));
 }
 
 TEST_F(Program, servesHttpsWithTheCertificateOfItsRules)

@@ -6,15 +6,12 @@
 #include "simulator/faultplan.h"
 #include "simulator/faultyservice.h"
 #include "simulator/httpserver.h"
+#include "tests/simulator/wire.h"
 
-#include <arpa/inet.h>
 #include <chrono>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <string>
-#include <sys/socket.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using std::chrono::milliseconds;
@@ -24,73 +21,25 @@ namespace {
 
 constexpr int patience = 20'000; // milliseconds; an upper bound, not a wait
 
-/// A connection to a port of the loopback.
-class Wire
+/// A client that sends one request.
+class FaultyWire : public test::Wire
 {
 public:
-    explicit Wire(int port) : descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    }
-    ~Wire() { ::close(descriptor); }
-    Wire(const Wire&) = delete;
-    Wire& operator=(const Wire&) = delete;
+    using Wire::Wire;
 
     void send() const
     {
-        const std::string request = "POST /api/1.x/precheck HTTP/1.1\r\nHost: localhost\r\n"
-                                    "Content-Length: 4\r\n\r\nbody";
-        EXPECT_EQ(::send(descriptor, request.data(), request.size(), MSG_NOSIGNAL),
-                  static_cast<ssize_t>(request.size()));
-    }
-
-    /// What comes until that many bytes are there or the server closes.
-    std::string read(size_t most = std::string::npos)
-    {
-        std::string all;
-        pollfd waiting{descriptor, POLLIN, 0};
-        while (all.size() < most) {
-            if (::poll(&waiting, 1, patience) != 1) {
-                ADD_FAILURE() << "nothing comes after: " << all;
-                break;
-            }
-            char byte = 0;
-            if (::recv(descriptor, &byte, 1, 0) != 1) {
-                closed = true;
-                break;
-            }
-            all += byte;
-        }
-        return all;
+        EXPECT_TRUE(Wire::send("POST /api/1.x/precheck HTTP/1.1\r\nHost: localhost\r\n"
+                               "Content-Length: 4\r\n\r\nbody"));
     }
 
     /// Reads the headers and returns the length that they announce.
     size_t readHeaders()
     {
-        std::string head;
-        while (!head.ends_with("\r\n\r\n") && !closed) {
-            head += read(1);
-        }
+        const std::string head = readHead();
         EXPECT_TRUE(head.starts_with("HTTP/1.1 200 OK\r\n")) << head;
-        const size_t at = head.find("Content-Length: ");
-        EXPECT_NE(at, std::string::npos) << head;
-        return at == std::string::npos ? 0 : std::stoul(head.substr(at + 16));
+        return test::announcedLength(head);
     }
-
-    bool isSilent() const
-    {
-        pollfd waiting{descriptor, POLLIN, 0};
-        return ::poll(&waiting, 1, 0) == 0;
-    }
-
-    bool closed = false;
-
-private:
-    const int descriptor;
 };
 
 const std::string body(100, 'x');
@@ -119,14 +68,14 @@ protected:
     FaultyService faulty{[](const Request&) { return answer(); }, plan};
     std::unique_ptr<HttpServer> server = std::make_unique<HttpServer>(
         u"127.0.0.1"_s, 0, [this](const Request& from) { return faulty.handle(from); });
-    Wire wire{server->port()};
+    FaultyWire wire{server->port()};
 };
 
 TEST_F(WireFault, lostRequestsAndRepliesCloseWithoutAByte)
 {
     for (const FaultKind kind : {FaultKind::RequestLost, FaultKind::ReplyLost}) {
         fail(kind);
-        Wire one(server->port());
+        FaultyWire one(server->port());
         one.send();
         EXPECT_EQ(one.read(), "") << describe(kind).name;
         EXPECT_TRUE(one.closed);
@@ -209,7 +158,7 @@ TEST_F(WireFault, hangingEndsWithTheServerOrTheClient)
     fail(FaultKind::HangBeforeHeaders);
     constexpr int moreThanThereAreThreads = 80;
     for (int i = 0; i < moreThanThereAreThreads; ++i) {
-        Wire(server->port()).send(); // gone at once: its thread is free again
+        FaultyWire(server->port()).send(); // gone at once: its thread is free again
     }
     wire.send();
     const auto giveUp = std::chrono::steady_clock::now() + milliseconds(patience);
@@ -218,7 +167,7 @@ TEST_F(WireFault, hangingEndsWithTheServerOrTheClient)
         std::this_thread::yield();
     }
     fail(FaultKind::HangAfterHeaders);
-    Wire other(server->port());
+    FaultyWire other(server->port());
     other.send();
     EXPECT_EQ(other.readHeaders(), body.size());
     const auto start = std::chrono::steady_clock::now();
@@ -234,11 +183,11 @@ TEST_F(WireFault, theNextRequestIsAnsweredOnTheSameServer)
             continue;
         }
         fail(row.kind, milliseconds(1));
-        Wire struck(server->port());
+        FaultyWire struck(server->port());
         struck.send();
         static_cast<void>(struck.read(1));
         plan.setRules({});
-        Wire next(server->port());
+        FaultyWire next(server->port());
         next.send();
         EXPECT_EQ(next.readHeaders(), body.size()) << row.name;
         EXPECT_EQ(next.read(body.size()), body) << row.name;
