@@ -7,6 +7,7 @@
 #include "simulator/faultplan.h"
 #include "simulator/faultyservice.h"
 #include "simulator/rulesreader.h"
+#include "tests/input/hostiletoml.h"
 #include "tests/simulator/servicefixture.h"
 
 #include <QJsonArray>
@@ -97,6 +98,9 @@ TEST_F(Admin, wrongFaultsAreRefusedWithLineAndKeyAndChangeNothing)
     EXPECT_EQ(refused("kind = 'cut-body'\ntime = 1\n"),
               u"body:2: the key \"time\" is unknown: did you mean \"times\"?"_s);
     EXPECT_TRUE(refused("kind = ").startsWith(u"body:1: this is not TOML"_s));
+    EXPECT_EQ(refused(tests::deepToml().first()),
+              u"body:1: tables and lists are nested deeper than 64 levels; look at the dots and "
+              "brackets"_s);
     EXPECT_EQ(refused(""), u"body:1: the key \"kind\" is missing"_s);
     EXPECT_EQ(faults(), QStringList{u"cut-body 0/0"_s});
 }
