@@ -3,10 +3,9 @@
 
 #include "simulator/answerreader.h"
 
+#include "input/readfile.h"
 #include "simulator/matchreader.h"
 #include "simulator/text.h"
-
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +14,21 @@ namespace {
 
 constexpr int firstStatus = 200;
 constexpr int lastStatus = 599;
+
+[[noreturn]] void refuseFile(const TableReader& table, const QString& file,
+                             const input::FileError& error)
+{
+    switch (error.kind()) {
+    case input::FileError::Kind::NotRegular:
+        table.refuse("file", Text::tr("names %1, which is no regular file").arg(file));
+    case input::FileError::Kind::TooLarge:
+        table.refuse("file", Text::tr("names %1, which is larger than %2 bytes")
+                                 .arg(file, QString::number(maximumAnswerFile)));
+    case input::FileError::Kind::Unreadable:
+        break;
+    }
+    table.refuse("file", Text::tr("names %1, which cannot be read: %2").arg(file, error.reason()));
+}
 
 } // namespace
 
@@ -33,13 +47,13 @@ CannedAnswer readAnswer(const TableReader& table, const QDir& folder, QStringLis
     if (keys.contains(u"body"_s)) {
         table.refuse("file", Text::tr("stands beside \"body\": an answer has one of them"));
     }
-    QFile file(folder.filePath(table.requiredText("file")));
-    files.append(file.fileName());
-    if (!file.open(QIODevice::ReadOnly)) {
-        table.refuse("file", Text::tr("names %1, which cannot be read: %2")
-                                 .arg(file.fileName(), file.errorString()));
+    const QString file = folder.filePath(table.requiredText("file"));
+    files.append(file);
+    try {
+        answer.body = input::readFile(file, maximumAnswerFile);
+    } catch (const input::FileError& error) {
+        refuseFile(table, file, error);
     }
-    answer.body = file.readAll();
     return answer;
 }
 

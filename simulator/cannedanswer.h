@@ -10,6 +10,10 @@
 
 namespace simulator {
 
+/// Bytes of a file that an answer is read from: far more than a till takes, so that too much can be
+/// tried.
+inline constexpr qint64 maximumAnswerFile = 64 * 1024 * 1024;
+
 /// A finished answer and the requests that get it: those that match all that is said here.
 struct CannedAnswer
 {

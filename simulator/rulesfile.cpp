@@ -3,10 +3,9 @@
 
 #include "simulator/rulesfile.h"
 
+#include "input/readfile.h"
 #include "simulator/configerror.h"
 #include "simulator/rulesreader.h"
-
-#include <QFile>
 
 #include <utility>
 
@@ -17,8 +16,11 @@ namespace {
 
 QByteArray bytesOf(const QString& path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("\0", 1);
+    try {
+        return input::readFile(path, maximumAnswerFile);
+    } catch (const input::FileError&) {
+        return {"\0", 1};
+    }
 }
 
 } // namespace

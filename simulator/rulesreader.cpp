@@ -11,7 +11,6 @@
 #include "simulator/text.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -104,12 +103,7 @@ void readAnswers(const TableReader& root, const QString& file, Rules& rules)
 
 Rules readRulesFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw ConfigError(
-            Text::tr("%1: the file of rules cannot be read: %2").arg(path, file.errorString()));
-    }
-    return readRules(file.readAll(), path);
+    return readRules(readTomlFile(path), path);
 }
 
 Rules readRules(const QByteArray& text, const QString& name)

@@ -4,6 +4,8 @@
 #include "simulator/tablereader.h"
 
 #include "console/nearestname.h"
+#include "input/readfile.h"
+#include "input/tomlguard.h"
 #include "simulator/text.h"
 
 #include <QLocale>
@@ -31,12 +33,57 @@ QString keyText(const toml::key& key)
                           .arg(QString::fromUtf8(error.description())));
 }
 
+[[noreturn]] void failAsTooLarge(const QString& name)
+{
+    throw ConfigError(Text::tr("%1 is larger than %2 bytes, the most that rules may have; put long "
+                               "answers into files of their own")
+                          .arg(name)
+                          .arg(input::maximumTomlBytes));
+}
+
+[[noreturn]] void refuseToParse(const input::TomlRefused& error, const QString& name)
+{
+    if (error.limit() == input::TomlRefused::Limit::Bytes) {
+        failAsTooLarge(name);
+    }
+    throw ConfigError(Text::tr("%1:%2: tables and lists are nested deeper than %3 levels; look at "
+                               "the dots and brackets")
+                          .arg(name)
+                          .arg(error.line())
+                          .arg(input::maximumTomlLevels));
+}
+
+[[noreturn]] void failToRead(const QString& path, const input::FileError& error)
+{
+    switch (error.kind()) {
+    case input::FileError::Kind::NotRegular:
+        throw ConfigError(Text::tr("%1 is no regular file; name a file of rules").arg(path));
+    case input::FileError::Kind::TooLarge:
+        failAsTooLarge(path);
+    case input::FileError::Kind::Unreadable:
+        break;
+    }
+    throw ConfigError(
+        Text::tr("%1: the file of rules cannot be read: %2").arg(path, error.reason()));
+}
+
 } // namespace
+
+QByteArray readTomlFile(const QString& path)
+{
+    try {
+        return input::readFile(path, input::maximumTomlBytes);
+    } catch (const input::FileError& error) {
+        failToRead(path, error);
+    }
+}
 
 toml::table parseToml(const QByteArray& text, const QString& name)
 {
     try {
-        return toml::parse(std::string_view(text.constData(), static_cast<size_t>(text.size())));
+        return input::parseToml(text);
+    } catch (const input::TomlRefused& error) {
+        refuseToParse(error, name);
     } catch (const toml::parse_error& error) {
         failToParse(error, name);
     }

@@ -13,7 +13,12 @@
 
 namespace simulator {
 
-/// The table of a text. Throws ConfigError with name, line and reason when it is not TOML.
+/// The content of a file of rules. Throws ConfigError when it cannot be read, is no regular file or
+/// is larger than rules are.
+QByteArray readTomlFile(const QString& path);
+
+/// The table of a text. Throws ConfigError with name, line and reason when it is not TOML, or
+/// nested deeper or larger than the parser can bear.
 toml::table parseToml(const QByteArray& text, const QString& name);
 
 /// Reads the values of one TOML table and reports what is wrong with file, line and key.

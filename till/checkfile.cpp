@@ -3,14 +3,13 @@
 
 #include "till/checkfile.h"
 
+#include "input/readfile.h"
+#include "input/tomlguard.h"
 #include "till/checkfields.h"
 #include "till/failure.h"
 #include "till/text.h"
 
-#include <QFile>
 #include <QSet>
-
-#include <toml++/toml.h>
 
 using namespace Qt::StringLiterals;
 
@@ -22,14 +21,39 @@ namespace {
     throw Failure(sentence, ExitCode::Usage);
 }
 
+[[noreturn]] void notRead(const QString& fileName, const input::FileError& error)
+{
+    switch (error.kind()) {
+    case input::FileError::Kind::NotRegular:
+        unusable(Text::tr("%1 is no regular file; name a check file.").arg(fileName));
+    case input::FileError::Kind::TooLarge:
+        unusable(Text::tr("%1 is larger than %2 bytes, the most that a check file may have; split "
+                          "the check.")
+                     .arg(fileName)
+                     .arg(input::maximumTomlBytes));
+    case input::FileError::Kind::Unreadable:
+        break;
+    }
+    unusable(Text::tr("%1: the check file cannot be read (%2); look at its path and rights.")
+                 .arg(fileName, error.reason()));
+}
+
 QByteArray contentOf(const QString& fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        unusable(Text::tr("%1: the check file cannot be read (%2); look at its path and rights.")
-                     .arg(fileName, file.errorString()));
+    try {
+        return input::readFile(fileName, input::maximumTomlBytes);
+    } catch (const input::FileError& error) {
+        notRead(fileName, error);
     }
-    return file.readAll();
+}
+
+[[noreturn]] void tooDeep(const QString& fileName, const input::TomlRefused& error)
+{
+    unusable(Text::tr("%1, line %2: tables and lists are nested deeper than %3 levels; look at the "
+                      "dots and brackets.")
+                 .arg(fileName)
+                 .arg(error.line())
+                 .arg(input::maximumTomlLevels));
 }
 
 [[noreturn]] void notToml(const QString& fileName, const toml::parse_error& error)
@@ -44,7 +68,9 @@ toml::table parse(const QString& fileName)
 {
     const QByteArray content = contentOf(fileName);
     try {
-        return toml::parse(std::string_view(content.constData(), size_t(content.size())));
+        return input::parseToml(content);
+    } catch (const input::TomlRefused& error) {
+        tooDeep(fileName, error);
     } catch (const toml::parse_error& error) {
         notToml(fileName, error);
     }

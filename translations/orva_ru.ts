@@ -426,6 +426,26 @@ Try: %3
         <source>what is shown is not whole: %1</source>
         <translation>показано не всё: %1</translation>
     </message>
+    <message>
+        <source>names %1, which is no regular file</source>
+        <translation>называет %1, это не обычный файл</translation>
+    </message>
+    <message>
+        <source>names %1, which is larger than %2 bytes</source>
+        <translation>называет %1, где больше %2 байт</translation>
+    </message>
+    <message>
+        <source>%1 is larger than %2 bytes, the most that rules may have; put long answers into files of their own</source>
+        <translation>%1 больше %2 байт, правилам больше не положено; вынесите длинные ответы в отдельные файлы</translation>
+    </message>
+    <message>
+        <source>%1:%2: tables and lists are nested deeper than %3 levels; look at the dots and brackets</source>
+        <translation>%1:%2: таблицы и списки вложены глубже %3 уровней; проверьте точки и скобки</translation>
+    </message>
+    <message>
+        <source>%1 is no regular file; name a file of rules</source>
+        <translation>%1 не обычный файл; укажите файл правил</translation>
+    </message>
 </context>
 <context>
     <name>Till</name>
@@ -2392,6 +2412,22 @@ explanation, 5 done, but not all could be written to the standard output.</sourc
     <message>
         <source>Waiting for %1, %2 s at most</source>
         <translation>Ожидание ответа: %1, не более %2 с</translation>
+    </message>
+    <message>
+        <source>%1 is no regular file; name a check file.</source>
+        <translation>%1 не обычный файл; укажите файл чека.</translation>
+    </message>
+    <message>
+        <source>%1 is larger than %2 bytes, the most that a check file may have; split the check.</source>
+        <translation>%1 больше %2 байт, файлу чека больше не положено; разделите чек.</translation>
+    </message>
+    <message>
+        <source>%1, line %2: tables and lists are nested deeper than %3 levels; look at the dots and brackets.</source>
+        <translation>%1, строка %2: таблицы и списки вложены глубже %3 уровней; проверьте точки и скобки.</translation>
+    </message>
+    <message>
+        <source>%1 is no regular file of at most %2 bytes; name an exported recording.</source>
+        <translation>%1 не обычный файл или больше %2 байт; укажите выгруженную запись.</translation>
     </message>
 </context>
 </TS>

@@ -6,9 +6,10 @@
 #include "host/services/knownkeys.h"
 #include "host/services/secretfile.h"
 #include "host/services/serveraddress.h"
+#include "input/readfile.h"
+#include "input/tomlguard.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
@@ -237,25 +238,44 @@ QString syntaxError(const QString& fileName, const QByteArray& content,
         .arg(key.isEmpty() ? QString() : u", ключ %1"_s.arg(key));
 }
 
+/// Why there is no content.
+QString unreadable(const QString& fileName, const input::FileError& error)
+{
+    switch (error.kind()) {
+    case input::FileError::Kind::NotRegular:
+        return u"%1: это не обычный файл; укажите файл настроек"_s.arg(fileName);
+    case input::FileError::Kind::TooLarge:
+        return u"%1: файл больше %2 байт, настройки столько не занимают; проверьте путь"_s
+            .arg(fileName)
+            .arg(input::maximumTomlBytes);
+    case input::FileError::Kind::Unreadable:
+        break;
+    }
+    return u"%1: файл настроек не читается (%2); проверьте путь и права"_s.arg(fileName,
+                                                                               error.reason());
+}
+
+/// The file was read, so that only its levels can be refused.
+QString tooDeep(const QString& fileName, const input::TomlRefused& error)
+{
+    return u"%1, строка %2: таблицы и списки вложены глубже %3 уровней; уберите лишние точки и "
+           "скобки"_s.arg(fileName)
+               .arg(error.line())
+               .arg(input::maximumTomlLevels);
+}
+
 } // namespace
 
 ConfigReader::ConfigReader(const QString& fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        findings.append({Kind::Unreadable,
-                         {},
-                         {},
-                         fileName,
-                         u"%1: файл настроек не читается (%2); проверьте путь и права"_s.arg(
-                             fileName, file.errorString())});
-        return;
-    }
-    const QByteArray content = file.readAll();
+    QByteArray content;
     try {
-        TableReader(*this, fileName)
-            .read(toml::parse(
-                std::string_view(content.constData(), static_cast<size_t>(content.size()))));
+        content = input::readFile(fileName, input::maximumTomlBytes);
+        TableReader(*this, fileName).read(input::parseToml(content));
+    } catch (const input::FileError& error) {
+        findings.append({Kind::Unreadable, {}, {}, fileName, unreadable(fileName, error)});
+    } catch (const input::TomlRefused& error) {
+        findings.append({Kind::Syntax, {}, {}, fileName, tooDeep(fileName, error)});
     } catch (const toml::parse_error& error) {
         findings.append(
             {Kind::Syntax, {}, {}, fileName, syntaxError(fileName, content, error.source().begin)});

@@ -3,6 +3,8 @@
 
 #include "host/services/secretfile.h"
 
+#include "input/readfile.h"
+
 #include <QFile>
 #include <QStringDecoder>
 
@@ -14,6 +16,23 @@ namespace {
 
 /// Far above any password; what is longer is another file.
 constexpr qint64 longestSecret = 4096;
+
+QByteArray contentOf(const QString& fileName)
+{
+    try {
+        return input::readFile(fileName, longestSecret);
+    } catch (const input::FileError& error) {
+        switch (error.kind()) {
+        case input::FileError::Kind::NotRegular:
+            throw Error(u"%1 не обычный файл; укажите файл с одной строкой"_s.arg(fileName));
+        case input::FileError::Kind::TooLarge:
+            throw Error(u"файл %1 длиннее %2 байт"_s.arg(fileName).arg(longestSecret));
+        case input::FileError::Kind::Unreadable:
+            break;
+        }
+        throw Error(u"файл %1 не читается (%2)"_s.arg(fileName, error.reason()));
+    }
+}
 
 QByteArray withoutLineEnd(QByteArray line)
 {
@@ -29,15 +48,7 @@ QByteArray withoutLineEnd(QByteArray line)
 
 QString read(const QString& fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Error(u"файл %1 не читается (%2)"_s.arg(fileName, file.errorString()));
-    }
-    const QByteArray content = file.read(longestSecret + 1);
-    if (content.size() > longestSecret) {
-        throw Error(u"файл %1 длиннее %2 байт"_s.arg(fileName).arg(longestSecret));
-    }
-    const QByteArray line = withoutLineEnd(content);
+    const QByteArray line = withoutLineEnd(contentOf(fileName));
     if (line.contains('\n')) {
         throw Error(u"в файле %1 больше одной строки"_s.arg(fileName));
     }

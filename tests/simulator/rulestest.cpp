@@ -4,10 +4,13 @@
 #include "simulator/configerror.h"
 #include "simulator/messagetext.h"
 #include "simulator/rulesreader.h"
+#include "tests/input/hostiletoml.h"
 #include "tests/simulator/testchecks.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -114,6 +117,38 @@ TEST(Rules, errorsNameFileLineAndKey)
         } else {
             EXPECT_EQ(complaint, expected);
         }
+    }
+}
+
+TEST(Rules, thatTheParserCannotBearAreRefused)
+{
+    for (const QByteArray& deep : tests::deepToml()) {
+        EXPECT_EQ(
+            complaintAbout('\n' + deep),
+            u"shop.toml:2: tables and lists are nested deeper than 64 levels; look at the dots "
+            "and brackets"_s);
+    }
+    EXPECT_EQ(complaintAbout(QByteArray(4'194'305, '#')),
+              u"shop.toml is larger than 4194304 bytes, the most that rules may have; put long "
+              "answers into files of their own"_s);
+}
+
+TEST(Rules, fromWhatIsNoRegularFileAreRefusedAtOnce)
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(u"pipe"_s);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString& file : {u"/dev/zero"_s, pipe}) {
+        try {
+            readRulesFile(file);
+            ADD_FAILURE() << file.toStdString() << " was read";
+        } catch (const ConfigError& error) {
+            EXPECT_EQ(QString::fromUtf8(error.what()),
+                      file + u" is no regular file; name a file of rules"_s);
+        }
+        EXPECT_EQ(
+            complaintAbout("[[answer]]\nfile = '" + file.toUtf8() + "'\n"),
+            u"shop.toml:2: the key \"answer.file\" names %1, which is no regular file"_s.arg(file));
     }
 }
 

@@ -3,7 +3,10 @@
 
 #include "till/checkfile.h"
 
+#include "tests/input/hostiletoml.h"
 #include "tests/till/tilltest.h"
+
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 using till::CheckFile;
@@ -214,3 +217,30 @@ INSTANTIATE_TEST_SUITE_P(
                 "price = 1\n"_s,
                 u"check.toml, line 6, price: there is no such field"_s}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(CheckFileTest, levelsThatTheParserCannotBearAreRefusedWithTheLine)
+{
+    for (const QByteArray& deep : tests::deepToml()) {
+        EXPECT_EQ(refusal(saleHead + QString::fromLatin1(deep)),
+                  u"check.toml, line 2: tables and lists are nested deeper than 64 levels; look at "
+                  "the dots and brackets."_s);
+    }
+}
+
+TEST_F(CheckFileTest, whatIsNoRegularFileIsRefusedAtOnce)
+{
+    const QString pipe = folder.path(u"pipe"_s);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString& file : {u"/dev/zero"_s, pipe}) {
+        EXPECT_EQ(tests::refusalOf([&] { CheckFile::read(file); }),
+                  file + u" is no regular file; name a check file."_s);
+    }
+}
+
+TEST_F(CheckFileTest, aFileThatIsLargerThanAnyCheckIsRefused)
+{
+    EXPECT_EQ(
+        refusal(u"#"_s.repeated(4'194'305)),
+        u"check.toml is larger than 4194304 bytes, the most that a check file may have; split "
+        "the check."_s);
+}

@@ -4,6 +4,7 @@
 #include "till/worksession.h"
 
 #include "host/services/operationbudget.h"
+#include "tests/input/hostiletoml.h"
 #include "tests/till/tilltest.h"
 #include "till/output.h"
 
@@ -125,6 +126,18 @@ TEST_F(WorkSessionTest, linesAreChangedByPosition)
     EXPECT_EQ(run({u"open @sale.toml"_s, u"quantity 1 3"_s, u"price 1 10.50"_s, u"abandon"_s}),
               QStringList(4, u"ok"_s));
     EXPECT_TRUE(out.written.contains(u"31.50"_s)) << out.written.toStdString();
+}
+
+TEST_F(WorkSessionTest, aFileOfFortyThousandLevelsIsOneErrorLineAndTheWorkGoesOn)
+{
+    folder.write(u"deep.toml"_s, QString::fromLatin1(tests::deepToml().first()));
+    const QStringList ends =
+        run({u"open @deep.toml"_s, u"return @deep.toml"_s, u"open @sale.toml"_s, u"abandon"_s});
+    ASSERT_EQ(ends.size(), 4) << out.written.toStdString();
+    EXPECT_TRUE(ends.at(0).startsWith(u"error: "_s) && ends.at(0).contains(u"64 levels"_s));
+    EXPECT_TRUE(ends.at(1).startsWith(u"error: "_s) && ends.at(1).contains(u"64 levels"_s));
+    EXPECT_EQ(ends.at(2), u"ok"_s);
+    EXPECT_EQ(ends.at(3), u"ok"_s);
 }
 
 TEST_F(WorkSessionTest, whatCannotBeDoneIsOneErrorLineAndTheWorkGoesOn)

@@ -3,11 +3,11 @@
 
 #include "till/recording/record.h"
 
+#include "input/readfile.h"
 #include "till/failure.h"
 #include "till/recording/recordedaddresses.h"
 #include "till/text.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -17,10 +17,34 @@ namespace till {
 namespace {
 
 const QString formatName = u"orva-till recording"_s;
+/// Twenty times what a folder of records holds by default.
+constexpr qint64 largestExport = 1024 * 1024 * 1024;
 
 [[noreturn]] void fail(const QString& file, qsizetype line, const QString& what)
 {
     throw Failure(Text::tr("%1, line %2: %3.").arg(file).arg(line).arg(what), ExitCode::Usage);
+}
+
+[[noreturn]] void notRead(const QString& fileName, const input::FileError& error)
+{
+    if (error.kind() == input::FileError::Kind::Unreadable) {
+        throw Failure(Text::tr("%1 cannot be read (%2); check path and rights.")
+                          .arg(fileName, error.reason()),
+                      ExitCode::Usage);
+    }
+    throw Failure(Text::tr("%1 is no regular file of at most %2 bytes; name an exported recording.")
+                      .arg(fileName)
+                      .arg(largestExport),
+                  ExitCode::Usage);
+}
+
+QByteArray contentOf(const QString& fileName)
+{
+    try {
+        return input::readFile(fileName, largestExport);
+    } catch (const input::FileError& error) {
+        notRead(fileName, error);
+    }
 }
 
 void requireKnownFormat(const QJsonObject& header, const QString& file, qsizetype line)
@@ -139,13 +163,7 @@ QList<Record> Record::parse(const QByteArray& content, const QString& fileName)
 
 QList<Record> Record::read(const QString& fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Failure(Text::tr("%1 cannot be read (%2); check path and rights.")
-                          .arg(fileName, file.errorString()),
-                      ExitCode::Usage);
-    }
-    return parse(file.readAll(), fileName);
+    return parse(contentOf(fileName), fileName);
 }
 
 QByteArray Record::lineOf(const QJsonObject& object)

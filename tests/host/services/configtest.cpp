@@ -4,9 +4,11 @@
 #include "host/services/config.h"
 #include "host/core/basicexception.h"
 #include "testfolder.h"
+#include "tests/input/hostiletoml.h"
 
 #include <QFile>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 using ::testing::AllOf;
@@ -275,6 +277,37 @@ TEST_F(ConfigFile, AnUnusableSecretFileIsNamedWithoutItsContent)
                     AllOf(HasSubstr("orva.toml, строка 3, ключ Orva.password: " + text),
                           Not(HasSubstr("s3cret"))));
     }
+}
+
+TEST_F(ConfigFile, LevelsThatTheParserCannotBearAreNamedWithFileAndLine)
+{
+    for (const QByteArray& deep : tests::deepToml()) {
+        EXPECT_THAT(errorOf("[Orva]\n" + deep),
+                    HasSubstr("orva.toml, строка 2: таблицы и списки вложены глубже 64 уровней"));
+    }
+}
+
+TEST_F(ConfigFile, WhatIsNoRegularFileIsNamedAtOnce)
+{
+    const QString pipe = folder.file(u"pipe"_s);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString& file : {u"/dev/zero"_s, pipe}) {
+        const QList<ConfigFinding> findings = config.examine(file);
+        ASSERT_EQ(findings.size(), 1);
+        EXPECT_EQ(findings.first().kind, ConfigFinding::Kind::Unreadable);
+        EXPECT_EQ(findings.first().text, file + u": это не обычный файл; укажите файл настроек"_s);
+    }
+    for (const QByteArray& file : {QByteArray("/dev/zero"), QByteArray("pipe")}) {
+        EXPECT_THAT(errorOf("[Orva]\npassword = { file = \"" + file + "\" }\n"),
+                    HasSubstr("orva.toml, строка 2, ключ Orva.password: " + file.toStdString() +
+                              " не обычный файл; укажите файл с одной строкой"));
+    }
+}
+
+TEST_F(ConfigFile, AFileThatIsLargerThanAnyConfigurationIsNamed)
+{
+    EXPECT_THAT(errorOf(QByteArray(4'194'305, '#')),
+                HasSubstr("orva.toml: файл больше 4194304 байт"));
 }
 
 TEST_F(ConfigFile, OnlyASecretMayStandInAFileOfItsOwn)
