@@ -8,6 +8,7 @@
 #include "tests/watch/brokenhosts.h"
 #include "tests/watch/rightorder.h"
 
+#include <QFile>
 #include <QSet>
 
 #include <gtest/gtest.h>
@@ -65,6 +66,17 @@ TEST(WatchRules, EachHasABrokenHost)
     }
     EXPECT_EQ(known.size(), qsizetype(watch::allRules.size())) << "two rules have one name";
     EXPECT_EQ(shown, known);
+}
+
+TEST(WatchRules, EachIsExplainedToThoseWhoWriteATill)
+{
+    QFile page(QStringLiteral(ORVA_STEP_BY_STEP));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly)) << page.errorString().toStdString();
+    const QString text = QString::fromUtf8(page.readAll());
+    for (const watch::Rule& rule : watch::allRules) {
+        const std::string quoted = '`' + std::string(rule.name) + '`';
+        EXPECT_TRUE(text.contains(QString::fromStdString(quoted))) << quoted;
+    }
 }
 
 TEST(WatchedOrder, AHostThatKeepsEveryRuleIsFoundInNothing)
