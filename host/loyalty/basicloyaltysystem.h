@@ -35,17 +35,17 @@
 /// configured time-out, all others return at once.
 ///
 /// What nobody but the host can prevent: commit confirms what the last request or restore has left,
-/// whichever document that was about. For a sale without a successful request (or restored state) of
-/// its own that is the previous customer's check, confirmed a second time. So a host commits a sale
-/// only when the document's own last request has succeeded or it has been restored, and clears
+/// whichever document that was about. For a sale without a successful request (or restored state)
+/// of its own that is the previous customer's check, confirmed a second time. So a host commits a
+/// sale only when the document's own last request has succeeded or it has been restored, and clears
 /// (clearAfterClose after commit; rollback, or clearLoyaltyData for a check that is suspended,
 /// otherwise) before it takes up the next one. Where closing fails after commit, it calls rollback
 /// and restoreLoyaltySystem before the next attempt: confirming changes what is confirmed.
 ///
 /// Config stands in its Singleton before init, Session with the document before cards and requests,
 /// DBQueueBroker before commit. A document, card record or card that is missing is refused or left
-/// out by the system; a host need not rely on that. docs/sale-step-by-step.md shows the whole order,
-/// and the loyalty system in contract/watch tells a host which rule of it was broken.
+/// out by the system; a host need not rely on that. docs/sale-step-by-step.md shows the whole
+/// order, and the loyalty system in contract/watch tells a host which rule of it was broken.
 ///
 /// Points are counted in currency units. The order of the virtual operations is part of the
 /// contract: plug-ins built against an older header rely on it.
