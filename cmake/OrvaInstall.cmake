@@ -5,7 +5,8 @@
 #   host         the host's library
 #   plugin       the loyalty plug-in
 #   tools        the till and the loyalty server
-#   development  headers, CMake package and, when the tests are built, the contract suite
+#   development  headers, CMake package and, when the tests are built, the contract suite with the
+#                loyalty system that watches a host
 
 include(CMakePackageConfigHelpers)
 
@@ -74,12 +75,16 @@ if(TARGET orva-contract)
     install(FILES contract/documentdata.h contract/hostundertest.h contract/queueundertest.h
             contract/run.h
         DESTINATION ${ORVA_INSTALL_HEADERS}/contract COMPONENT development)
+    file(RELATIVE_PATH to_libraries /${ORVA_INSTALL_WATCH} /${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(poshost-watch PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
+    install(TARGETS poshost-watch LIBRARY DESTINATION ${ORVA_INSTALL_WATCH} COMPONENT development)
+    orva_forget_path_below_usr(development ${ORVA_INSTALL_WATCH}/libposhost-watch.so)
     install(EXPORT PosHostContractTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMAKE}
         COMPONENT development)
 endif()
 
 configure_package_config_file(cmake/PosHostConfig.cmake.in PosHostConfig.cmake
-    INSTALL_DESTINATION ${ORVA_INSTALL_CMAKE} PATH_VARS ORVA_INSTALL_PLUGINS
+    INSTALL_DESTINATION ${ORVA_INSTALL_CMAKE} PATH_VARS ORVA_INSTALL_PLUGINS ORVA_INSTALL_WATCH
     NO_SET_AND_CHECK_MACRO)
 # Before 1.0 a minor version may change the contracts.
 write_basic_package_version_file(PosHostConfigVersion.cmake COMPATIBILITY SameMinorVersion)

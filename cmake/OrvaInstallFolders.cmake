@@ -16,4 +16,6 @@ include(GNUInstallDirs)
 set(ORVA_INSTALL_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/poshost)
 # What the host's loader finds without being told.
 set(ORVA_INSTALL_PLUGINS ${CMAKE_INSTALL_LIBDIR}/poshost/plugins)
+# Loaded by nobody who is not told to: a loyalty system that watches a host.
+set(ORVA_INSTALL_WATCH ${CMAKE_INSTALL_LIBDIR}/poshost/watch)
 set(ORVA_INSTALL_CMAKE ${CMAKE_INSTALL_LIBDIR}/cmake/PosHost)

@@ -72,10 +72,10 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
 
 orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"
 "What a loyalty plug-in or a cash register of one's own is built with: the
-headers, the CMake package PosHost, and a suite of tests that finds out which
-promises of the headers a host breaks.")
+headers, the CMake package PosHost, a suite of tests that finds out which promises
+of the headers a host breaks, and a loyalty system that finds out which rules of
+order.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${host_package} (= ${version}), qt6-base-dev (>= 6.4)")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libgtest-dev, libgmock-dev")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 
 include(CPack)

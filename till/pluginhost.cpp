@@ -31,6 +31,8 @@ PluginHost::PluginHost(const QString& fileName) : file(fileName), loader(fileNam
 PluginHost::~PluginHost()
 {
     if (!instance.isNull()) {
+        // what stands before it to record passes a document on only with the next call
+        system->setDocument({});
         plugin->deinit();
         delete instance.data();
     }

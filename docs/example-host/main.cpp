@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-// A till that loads every plug-in it finds and says whether the plug-in can work.
+// A till that loads every plug-in it finds and says whether the plug-in can work:
+// example-till [FOLDER]
 
 #include "host/loyalty/basicloyaltysystem.h"
+#include "host/services/config.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,8 +16,12 @@
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    const QString folder = application.arguments().value(1, QStringLiteral(PLUGIN_FOLDER));
+    // a plug-in that finds no configuration would make one that is empty
+    Config config;
+    Singleton<Config>::instance = &config;
     int working = 0;
-    for (const QFileInfo& file : QDir(QStringLiteral(PLUGIN_FOLDER)).entryInfoList(QDir::Files)) {
+    for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files)) {
         QPluginLoader loader(file.filePath());
         auto* const plugin = qobject_cast<BasicPlugin*>(loader.instance());
         auto* const system = qobject_cast<BasicLoyaltySystem*>(loader.instance());
@@ -31,5 +37,6 @@ int main(int argc, char** argv)
         plugin->deinit();
         delete loader.instance();
     }
+    Singleton<Config>::instance = nullptr;
     return working > 0 ? 0 : 1;
 }

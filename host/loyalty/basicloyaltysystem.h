@@ -34,6 +34,19 @@
 /// restoreLoyaltySystem stands in for request. Calls that reach a server may block for the
 /// configured time-out, all others return at once.
 ///
+/// What nobody but the host can prevent: commit confirms what the last request or restore has left,
+/// whichever document that was about. For a sale without a successful request (or restored state)
+/// of its own that is the previous customer's check, confirmed a second time. So a host commits a
+/// sale only when the document's own last request has succeeded or it has been restored, and clears
+/// (clearAfterClose after commit; rollback, or clearLoyaltyData for a check that is suspended,
+/// otherwise) before it takes up the next one. Where closing fails after commit, it calls rollback
+/// and restoreLoyaltySystem before the next attempt: confirming changes what is confirmed.
+///
+/// Config stands in its Singleton before init, Session with the document before cards and requests,
+/// DBQueueBroker before commit. A document, card record or card that is missing is refused or left
+/// out by the system; a host need not rely on that. docs/sale-step-by-step.md shows the whole
+/// order, and the loyalty system in contract/watch tells a host which rule of it was broken.
+///
 /// Points are counted in currency units. The order of the virtual operations is part of the
 /// contract: plug-ins built against an older header rely on it.
 class HOST_EXPORT BasicLoyaltySystem : public DocumentWatcher, public virtual BasicPlugin
@@ -51,16 +64,19 @@ public:
     /// none to be had; the sale then goes on without this system.
     virtual bool request(const QSharedPointer<AbstractDocument>& document);
     virtual bool requestCommit(bool force);
-    /// Confirms a document that is being closed. Throws when it cannot be confirmed; nothing is
-    /// then confirmed.
+    /// Confirms a document that is being closed, once, in the host's transaction that closes it.
+    /// Throws when it cannot be confirmed; nothing is then confirmed. Never for a sale without a
+    /// successful request, or restored state, of its own: see above.
     virtual bool commit(const QSharedPointer<AbstractDocument>& document);
     /// Abandons the loyalty operations of a document.
     virtual bool rollback(const QSharedPointer<AbstractDocument>& document);
     virtual bool cancel();
 
-    /// Turns the points to spend into bonus impacts.
+    /// Turns the points to spend into bonus impacts, on the document of setDocument. None when that
+    /// has no card record of this system.
     virtual bool spendPoints();
-    /// Adapts the accruals to the document's present sum.
+    /// Adapts the accruals to the document's present sum. Once for each spendPoints: every call
+    /// scales what the call before has left.
     virtual bool recalculatePointsForEarn();
     virtual double calculatePointsForEarnByQualifier(const QString& qualifier, int position);
     /// Drops the accruals of one kind of points.
@@ -87,7 +103,7 @@ public:
     /// What is known of a card, a line each.
     virtual QStringList getCardInfo(const QSharedPointer<DocumentCardRecord>& cardRecord,
                                     ECardNumberType type);
-    /// Reads back from the document what was kept there.
+    /// Reads back from the document what was kept there, and adds it to what is held: clear first.
     virtual bool restoreLoyaltySystem();
     virtual bool isAllowPartialPointsSpend();
     virtual void setPointsForSpend(const QSharedPointer<AbstractDocument>& document, double points);

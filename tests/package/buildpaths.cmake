@@ -32,7 +32,7 @@ expect_nothing_of_the_build(${PREFIX})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --config "${CONFIG}" --prefix ${WORK_DIR}/root/usr)
 expect_nothing_of_the_build(${WORK_DIR}/root/usr)
 foreach(file bin/orva-till bin/orva-simulator ${LIBDIR}/libposhost.so
-        ${LIBDIR}/poshost/plugins/liborva.so)
+        ${LIBDIR}/poshost/plugins/liborva.so ${LIBDIR}/poshost/watch/libposhost-watch.so)
     file(READ_ELF ${WORK_DIR}/root/usr/${file} RUNPATH path RPATH older CAPTURE_ERROR error)
     if(path OR older OR error)
         message(SEND_ERROR "${file} looks for libraries in ${path}${older} ${error}")

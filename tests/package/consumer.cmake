@@ -19,6 +19,15 @@ run(${CMAKE_COMMAND} --build ${build} --parallel 2)
 run(${build}/example-till)
 expect("${printed}" CONTAINS "liborva.so: loyalty system 15 works")
 
+# The same till under the loyalty system that watches, where the package says it is.
+execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${build} -R order --no-tests=error -V
+    OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code)
+expect("${output}" CONTAINS "libposhost-watch.so: loyalty system 15 works")
+expect("${output}" CONTAINS "poshost-watch: 2 calls watched, 0 findings")
+if(NOT code EQUAL 0)
+    message(FATAL_ERROR "exit code ${code}: ${output}")
+endif()
+
 execute_process(COMMAND ${build}/example-contract
     OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code)
 expect("${output}" CONTAINS " 1 FAILED TEST")
