@@ -93,7 +93,8 @@ QString lineToPaste(const Options& options, const Rules& rules, const QString& u
 }
 
 /// The first lines, which scripts wait for, and what people want to know.
-void announce(const Options& options, const Rules& rules, const QString& url,
+/// @return whether the addresses could be told
+bool announce(const Options& options, const Rules& rules, const QString& url,
               const QString& adminUrl, console::Output& out)
 {
     namespace printable = console::printable;
@@ -105,12 +106,13 @@ void announce(const Options& options, const Rules& rules, const QString& url,
             start.insert(u"admin"_s, adminUrl);
         }
         out.write(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
-        return;
+        return out.isWhole();
     }
     out.line(u"Listening on %1"_s.arg(url));
     if (!adminUrl.isEmpty()) {
         out.line(u"Admin at %1"_s.arg(adminUrl));
     }
+    const bool told = out.isWhole();
     if (!options.quiet) {
         out.write(Text::tr("Rules: %1\nDatabase: %2\nTry: %3\n")
                       .arg(options.config.isEmpty() ? Text::tr("built-in")
@@ -118,6 +120,7 @@ void announce(const Options& options, const Rules& rules, const QString& url,
                            printable::line(databaseFor(options)),
                            printable::line(lineToPaste(options, rules, url))));
     }
+    return told;
 }
 
 } // namespace
@@ -165,8 +168,7 @@ void serve(const Options& options, Outputs& print)
                             {rules.certificateFile, rules.keyFile}, limit);
     const AdminDesk desk(service, faults);
     const std::unique_ptr<HttpServer> admin = adminServer(options, desk);
-    announce(options, rules, server.url(), admin ? admin->url() : QString(), print.out);
-    if (!print.out.isWhole()) {
+    if (!announce(options, rules, server.url(), admin ? admin->url() : QString(), print.out)) {
         return; // nobody knows where it listens
     }
     if (!file) {

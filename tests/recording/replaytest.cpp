@@ -92,6 +92,43 @@ TEST_F(ReplayTest, AnExportedFileIsReplayedWhereThereIsNothingElse)
     EXPECT_EQ(elsewhere.entryList(QDir::Files | QDir::Hidden), QStringList{u"case.jsonl"_s});
 }
 
+TEST_F(ReplayTest, AnExportCountsWhatItHasWritten)
+{
+    sellWithPoints();
+    sellWithPoints();
+    sellWithPoints();
+    writeFile(recordFile(1), readFile(recordFile(1)).left(20)); // cut off in its first line
+    const QString third = readFile(recordFile(3));
+    writeFile(recordFile(3), third.left(third.size() - 5)); // in its last
+    writeFile(recordFile(7), u"{}\n"_s);
+    writeFile(u"records/7.jsonl"_s, readFile(recordFile(2)));
+
+    const RunResult exported = till({u"log"_s, u"export"_s, u"all"_s, u"case.jsonl"_s});
+
+    EXPECT_EQ(exported.exitCode, 0) << qPrintable(exported.output);
+    EXPECT_TRUE(exported.output.startsWith(u"2 records are in case.jsonl."_s))
+        << qPrintable(exported.output);
+    EXPECT_EQ(readFile(u"case.jsonl"_s),
+              readFile(recordFile(2)) + third.left(third.lastIndexOf(u'\n', -2) + 1));
+    EXPECT_EQ(till({u"log"_s, u"export"_s, u"7"_s, u"seven.jsonl"_s}).exitCode, 1);
+}
+
+TEST_F(ReplayTest, AnExportThatDoesNotFitLeavesNothingBehind)
+{
+    sellWithPoints();
+
+    const RunResult exported =
+        runProgram(u"bash"_s,
+                   {u"-c"_s, u"trap '' XFSZ; ulimit -f 2; exec \"$@\""_s, u"bash"_s,
+                    QStringLiteral(ORVA_TILL), u"log"_s, u"export"_s, u"all"_s, u"case.jsonl"_s},
+                   folder());
+
+    EXPECT_EQ(exported.exitCode, 1) << qPrintable(exported.output);
+    EXPECT_TRUE(exported.output.startsWith(u"orva-till: case.jsonl cannot be written ("_s))
+        << qPrintable(exported.output);
+    EXPECT_FALSE(QFileInfo::exists(path(u"case.jsonl"_s)));
+}
+
 TEST_F(ReplayTest, AReplayInAnotherTimeZoneSendsTheSame)
 {
     sellWithPoints();

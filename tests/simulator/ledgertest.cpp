@@ -56,6 +56,23 @@ TEST_F(LedgerOutput, asCsvIsSortedByCheckAndHidesTheCard)
                                                  "sale,****0017,4.75,54.00,0.00,0.00\n");
 }
 
+TEST(LedgerView, hasALineForEachCheckWhateverItIsCalled)
+{
+    Booking booking;
+    booking.checkId = u"a,\"b\"\nTotal\033[2J\u202e"_s;
+    LedgerView view;
+    view.checks.push_back(booking);
+    view.cards.push_back({{}, u"Анна\n\u2028Орлова"_s});
+    EXPECT_EQ(ledgerCsv(view).toStdString(),
+              "check,card,earned,spent,givenBack,takenBack\n"
+              "\"a,\"\"b\"\" Total\\u001b[2J\\u202e\",****,0.00,0.00,0.00,0.00\n");
+    const QString tables = ledgerTables(view);
+    EXPECT_EQ(tables.count(u'\n'), 5) << tables.toStdString();
+    EXPECT_TRUE(tables.contains(u"\na,\"b\" Total\\u001b[2J\\u202e  sale "_s))
+        << tables.toStdString();
+    EXPECT_TRUE(tables.contains(u"  Анна Орлова "_s)) << tables.toStdString();
+}
+
 TEST_F(LedgerOutput, ofNoCheckSaysSo)
 {
     EXPECT_TRUE(ledgerTables(ledger()).endsWith(u"\n\nNo check is confirmed yet.\n"));

@@ -156,6 +156,19 @@ TEST_F(Program, printsTheAddressOnlyWhenQuiet)
     EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
 }
 
+TEST_F(Program, goesOnWhenNobodyReadsItsLinesAnyMoreAndSaysSoAtTheEnd)
+{
+    const int port = serve();
+    process.closeReadChannel(QProcess::StandardOutput);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(statusOf(send(port, "precheck", goldenFile(u"precheck-request.xml"_s))), 200);
+    }
+    process.terminate();
+    ASSERT_TRUE(process.waitForFinished(patience));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+}
+
 TEST_F(Program, doesNotShowConfiguredCredentials)
 {
     const QString rules =
