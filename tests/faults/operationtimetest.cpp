@@ -30,7 +30,7 @@ class KeptOutput : public till::Output
 {
 public:
     KeptOutput() : Output(nullptr) {}
-    void write(const QString& text) override { written += text; }
+    void put(const QString& text) override { written += text; }
 
     QString written;
 };
