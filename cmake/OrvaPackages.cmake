@@ -26,6 +26,29 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/host)
 
 set(host_package libposhost${PROJECT_VERSION_MAJOR})
 
+# What is linked with the logging library needs its package. The tool that looks up which packages
+# the linked libraries are in passes over one that is in none.
+set(ORVA_LOG4QT_PACKAGE "" CACHE STRING
+    "Debian package of Log4Qt, with its version as in \"Depends\"; empty: the one that owns it")
+set(logging_package "${ORVA_LOG4QT_PACKAGE}")
+if(ORVA_WITH_LOG4QT AND NOT logging_package)
+    get_target_property(library Log4Qt::log4qt LOCATION)
+    file(REAL_PATH "${library}" library)
+    execute_process(COMMAND dpkg-query --search "${library}"
+        OUTPUT_VARIABLE owner ERROR_QUIET RESULT_VARIABLE failed)
+    if(NOT failed)
+        string(REGEX REPLACE ":.*" "" logging_package "${owner}")
+    endif()
+endif()
+set(logging_depends "")
+if(ORVA_WITH_LOG4QT AND logging_package)
+    set(logging_depends ", ${logging_package}")
+elseif(ORVA_WITH_LOG4QT)
+    file(CONFIGURE OUTPUT packaging/nologging.cmake @ONLY CONTENT
+        "message(FATAL_ERROR \"No package owns @library@, which liborva and orva-tools need: name one with -DORVA_LOG4QT_PACKAGE=\")\n")
+    set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_BINARY_DIR}/packaging/nologging.cmake)
+endif()
+
 # orva_package(COMPONENT NAME SECTION "what it is" "lines of the description")
 function(orva_package component name section summary description)
     string(TOUPPER ${component} key)
@@ -61,13 +84,13 @@ orva_package(plugin liborva misc "loyalty plug-in for cash registers"
 "Brings a loyalty server's discounts, points and messages into a cash register:
 one question to the server while the customer waits, a confirmation in the
 till's own queue when the check is closed.")
-set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})")
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})${logging_depends}")
 
 orva_package(tools orva-tools misc "reference cash desk and loyalty server"
 "orva-till is a cash desk that works with loyalty plug-ins, orva-simulator a
 loyalty server with a ledger, for trying and testing them.")
 # Qt's driver for SQLite is loaded by name, so no tool finds it.
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version}), libqt6sql6-sqlite")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version}), libqt6sql6-sqlite${logging_depends}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
 
 orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"

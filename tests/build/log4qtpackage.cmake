@@ -53,3 +53,20 @@ string(CONCAT expected
 if(NOT printed STREQUAL expected)
     message(FATAL_ERROR "The plug-in printed:\n${printed}\nbut expected is:\n${expected}")
 endif()
+
+# The plug-in's package needs the library's, and is not made where no package has the library.
+set(packages ${WORK_DIR}/packages)
+file(REMOVE_RECURSE ${packages})
+set(pack ${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${prefix}/lib cpack --config
+    ${plugin_build}/CPackConfig.cmake -D CPACK_COMPONENTS_ALL=plugin -B ${packages})
+find_program(dpkg_deb dpkg-deb REQUIRED)
+execute_process(COMMAND ${pack} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code)
+if(code EQUAL 0)
+    message(FATAL_ERROR "A package was made that does not need the library:\n${output}")
+endif()
+expect("${output}" CONTAINS "No package owns") # and the path, perhaps on the next line
+run(${CMAKE_COMMAND} -D "ORVA_LOG4QT_PACKAGE=liblog4qt1 (>= 2.0)" ${plugin_build})
+run(${pack})
+file(GLOB package ${packages}/liborva_*.deb)
+run(${dpkg_deb} --field ${package} Depends)
+expect("${printed}" CONTAINS "liblog4qt1 (>= 2.0)")

@@ -99,8 +99,10 @@ TEST_F(Discounts, fillEveryFieldOfTheDiscountOnTheChange)
 
 TEST_F(Discounts, setNeitherCardIndexNorRateNorAmountsForPositions)
 {
-    for (const auto& impact :
-         read(line(u"4"_s, u"<discount>1</discount><discountOnChange>1</discountOnChange>"_s))) {
+    const auto impacts =
+        read(line(u"4"_s, u"<discount>1</discount><discountOnChange>1</discountOnChange>"_s));
+    ASSERT_EQ(impacts.size(), 2);
+    for (const auto& impact : impacts) {
         EXPECT_TRUE(impact->getTotals()->getCardIndex().isNull());
         EXPECT_TRUE(impact->getTotals()->getDiscountRate().isNull());
         EXPECT_TRUE(impact->getPositionSums().isEmpty());

@@ -4,6 +4,7 @@
 #include "tests/client/printers.h"
 
 #include "client/noconnectionexception.h"
+#include "contract/rawserver.h"
 #include "tests/client/fixtures.h"
 #include "tests/client/steps.h"
 #include "tests/logcapture.h"
@@ -340,8 +341,23 @@ TEST_F(SendRequest, letsTheTransportsExceptionsPass)
 
 TEST(SendRequestWithoutDouble, makesATransportOfItsOwn)
 {
-    // nothing is sent for an unknown type, so a real transport is made and dropped
     ASSERT_EQ(MockFactory<RestClient>::mocked, nullptr);
+    RawServer server(RawServer::answering(RawServer::answer("200 OK", "<answer/>")));
     orva::Interface client;
+    client.setUrl(server.url().toString());
+    client.setTimeout(17);
+    client.sendRequest(RequestType::Precheck, tests::parse(u"<question/>"_s));
+    EXPECT_EQ(client.getLastResponse().documentElement().tagName(), u"answer"_s);
+    ASSERT_EQ(server.requests().size(), 1U);
+    EXPECT_NE(server.requests().front().find("<question/>"), std::string::npos);
+}
+
+TEST(SendRequestWithoutDouble, sendsNothingForAnUnknownType)
+{
+    ASSERT_EQ(MockFactory<RestClient>::mocked, nullptr);
+    RawServer server(RawServer::answering(RawServer::answer("200 OK", "<answer/>")));
+    orva::Interface client;
+    client.setUrl(server.url().toString());
     EXPECT_THROW(client.sendRequest(unknownType, QDomDocument()), orva::Exception);
+    EXPECT_EQ(server.connections(), 0);
 }
