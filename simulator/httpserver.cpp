@@ -42,9 +42,11 @@ constexpr qint64 bodiesTogether = 2 * HttpServer::maximumBody;
 constexpr qint64 documentsTogether = 200 * 1024 * 1024;
 /// From here on what a document took is given back to the system.
 constexpr qint64 largeDocument = 16 * 1024 * 1024;
-/// A refused body up to this size is read to its end, so that the connection stays usable.
-constexpr quint64 skippedBody = 64 * 1024;
-/// How much of a larger one is read, so that a client that sends first and reads then sees why.
+/// A body up to this size never waits for room. Where it is refused it is read to its end, so that
+/// the connection stays usable.
+constexpr qint64 smallBody = 64 * 1024;
+/// How much of a larger refused one is read, so that a client that sends first and reads then sees
+/// why.
 constexpr quint64 drainedBody = 256 * 1024 * 1024;
 
 using Tls = std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)>;
@@ -175,12 +177,13 @@ private:
                 return After::Nothing;
             }
             const Busy busy(channel);
-            if (head->hasBody() && limitFor(*head) == 0) {
+            const qsizetype limit = bodyLimit ? bodyLimit(head->request) : maximumBody;
+            if (head->hasBody() && limit == 0) {
                 return refuseUnread(*head, channel, reader, until);
             }
             const MemoryBudget::Share share = shareFor(*head);
             Request request = head->request;
-            request.body = reader.readBody(*head, limitFor(*head), until);
+            request.body = reader.readBody(*head, limit, until);
             const Answer answer = handle(request);
             request.body.clear();
             return send(request, answer, head->closes ? After::Nothing : After::Next, channel);
@@ -195,11 +198,6 @@ private:
         }
     }
 
-    [[nodiscard]] qsizetype limitFor(const RequestHead& head) const
-    {
-        return bodyLimit ? bodyLimit(head.request) : maximumBody;
-    }
-
     /// Room for the body as long as it and its answer are there.
     MemoryBudget::Share shareFor(const RequestHead& head)
     {
@@ -210,11 +208,16 @@ private:
             head.isChunked
                 ? maximumBody
                 : static_cast<qint64>(std::min<quint64>(head.length.value_or(0), maximumBody));
-        return required(bodies.take(size, longestQueue));
+        return shareOf(bodies, size, size);
     }
 
-    static MemoryBudget::Share required(MemoryBudget::Share share)
+    /// Room for a request; one with a small body never waits for it.
+    static MemoryBudget::Share shareOf(MemoryBudget& budget, qint64 need, qint64 size)
     {
+        if (size <= smallBody) {
+            return {};
+        }
+        MemoryBudget::Share share = budget.take(need, longestQueue);
         if (!share) {
             throw Rejection(503, u"The server is busy with large requests"_s);
         }
@@ -224,7 +227,7 @@ private:
     Answer handle(const Request& request)
     {
         const qint64 need = memoryFor(request.body);
-        const MemoryBudget::Share share = required(documents.take(need, longestQueue));
+        const MemoryBudget::Share share = shareOf(documents, need, request.body.size());
         Answer answer = handler(request);
         if (need >= largeDocument) {
             ::malloc_trim(0); // the allocator would keep it, for each thread anew
@@ -236,7 +239,7 @@ private:
     After refuseUnread(const RequestHead& head, Channel& channel, RequestReader& reader,
                        Channel::Deadline until)
     {
-        const bool isSmall = !head.isChunked && !head.asksFirst && *head.length <= skippedBody;
+        const bool isSmall = !head.isChunked && !head.asksFirst && *head.length <= smallBody;
         const bool isSkipped = isSmall && reader.skip(*head.length, until);
         return send(head.request, handler(head.request),
                     !isSkipped    ? After::Farewell

@@ -25,7 +25,8 @@ public:
 /// A request has 60 s to arrive. What is larger, later or otherwise not as it must be is refused
 /// without being handed on, and the connection closed. All bodies together have 32 MiB, and what
 /// becomes of them while they are handled 200 MiB as far as that can be told beforehand: a request
-/// that finds no room waits up to 30 s and is then answered 503.
+/// that finds no room waits up to 30 s and is then answered 503; one whose body has up to 64 KiB
+/// needs none.
 ///
 /// Faults that answers carry happen as they say; a server that ends ends their waiting.
 class HttpServer

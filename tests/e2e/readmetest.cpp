@@ -104,6 +104,9 @@ TEST(RussianReadme, namesCommandsAndOptionsThatExist)
 {
     const QStringList lines = commandLines();
     EXPECT_GE(lines.size(), 20) << qPrintable(lines.join(u'\n'));
+    // otherwise no command would be looked up
+    EXPECT_TRUE(commandsIn(helpOf({u"orva-till"_s})).contains(u"sell"_s));
+    EXPECT_TRUE(commandsIn(helpOf({u"orva-simulator"_s})).contains(u"ledger"_s));
     for (const QString& line : lines) {
         const QStringList words = line.section(u'>', 0, 0).split(u' ', Qt::SkipEmptyParts);
         const QString help = follow(line, words);

@@ -69,8 +69,8 @@ TEST_F(SaleProgramTest, BrokenCheckFileIsRefusedWithFileAndLine)
     const RunResult refused = till({u"check"_s, u"sale.toml"_s});
 
     EXPECT_EQ(refused.exitCode, 2);
-    EXPECT_TRUE(refused.output.contains(u"sale.toml"_s)) << qPrintable(refused.output);
-    EXPECT_TRUE(refused.output.contains(u'2')) << qPrintable(refused.output);
+    EXPECT_TRUE(refused.output.contains(u"sale.toml, line 2: this is not TOML ("_s))
+        << qPrintable(refused.output);
 }
 
 TEST_F(SaleProgramTest, WrongTypeInConfigurationIsRefusedWithKey)

@@ -223,6 +223,7 @@ TEST_F(SecretTest, NothingPrintedOrLoggedGivesACanaryAway)
     EXPECT_TRUE(seen.contains(u"orva"_s) && seen.contains(u"Адрес сервера"_s))
         << "the logs are not switched on:\n"
         << qPrintable(seen);
+    EXPECT_TRUE(otherFiles().contains(card.toUtf8())) << "the databases are not looked at";
     for (const QString& secret : secrets()) {
         EXPECT_FALSE(seen.contains(secret)) << qPrintable(secret) << " in\n" << qPrintable(seen);
         EXPECT_FALSE(otherFiles().contains(secret.toUtf8())) << qPrintable(secret);

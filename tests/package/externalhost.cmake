@@ -22,3 +22,12 @@ file(REMOVE ${PREFIX}/${LIBDIR}/poshost/plugins/liborva.so)
 run(${CMAKE_COMMAND} --install ${WORK_DIR}/build --prefix ${PREFIX})
 run(${CMAKE_CURRENT_LIST_DIR}/sale.bash ${PREFIX} ${WORK_DIR}/shop)
 expect("${printed}" CONTAINS "The books agree.")
+
+# The same for a host that promises no more than it must. Only compiled: there is no such library.
+include(${CMAKE_CURRENT_LIST_DIR}/leasthost.cmake)
+ask_only_what_is_promised(${PREFIX}/include/poshost/host)
+set(objects)
+foreach(source orva points state)
+    list(APPEND objects plugin/CMakeFiles/orva.dir/${source}.cpp.o)
+endforeach()
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/build --target orva-client ${objects})

@@ -57,6 +57,37 @@ TEST(SaleBooking, scalesWhatEachLineEarns)
     EXPECT_EQ(booking.change(), 901 - 9'000);
 }
 
+TEST(SaleBooking, keepsWhatTheCheckAndEachLineAre)
+{
+    Check check;
+    check.id = u"sale"_s;
+    check.cardNumber = u"17"_s;
+    check.number = u"117"_s;
+    check.date = u"2024-03-05 14:20:31"_s;
+    check.total = 30'000;
+    check.lines = {{7, u"b"_s, 2'000, 20'000, 0, 0}, {3, u"a"_s, 500, 10'000, 0, 0}};
+    const Booking booking = bookSale(check, {{7, 1'000, 20, 900, 9'000}, {3, 500, 0, 450, 5'000}},
+                                     {{{1'020, 100}, {500, 300}}, 28'080});
+    EXPECT_EQ(booking.checkId, u"sale"_s);
+    EXPECT_EQ(booking.type, Check::Type::Sale);
+    EXPECT_EQ(booking.originalId, QString());
+    EXPECT_EQ(booking.cardNumber, u"17"_s);
+    EXPECT_EQ(booking.number, u"117"_s);
+    EXPECT_EQ(booking.date, u"2024-03-05 14:20:31"_s);
+    // 9.00 and 4.50 x 280.80 / 284.80: 8.874, 4.437
+    const std::vector<BookedLine> lines{{7, u"b"_s, 2'000, 20'000, 1'020, 100, 887, 0, 0},
+                                        {3, u"a"_s, 500, 10'000, 500, 300, 444, 0, 0}};
+    EXPECT_EQ(booking.lines, lines);
+    EXPECT_EQ(booking.discount, 1'520);
+    EXPECT_EQ(booking.spent, 400);
+    EXPECT_EQ(booking.earned, 887 + 444);
+}
+
+TEST(SaleBooking, earnsAsLongAsAKopeckIsLeft)
+{
+    EXPECT_EQ(bookSale(saleOf({100}), {{1, 99, 0, 5, 0}}, {{{99, 0}}, 1}).earned, 5);
+}
+
 TEST(SaleBooking, earnsAllWithoutPointsAndNothingWhenPointsPayAll)
 {
     EXPECT_EQ(bookSale(saleOf({10'000}), {{1, 500, 0, 475, 9'500}}, {{{500, 0}}, 9'500}).earned,
@@ -90,6 +121,9 @@ TEST(SaleBooking, rejectsWhatWasNotGrantedOrDoesNotAddUp)
     EXPECT_EQ(reason(511, 0, 9'489), u"Line 1 used 5.11 of discount, but only 5.10 was granted"_s);
     EXPECT_EQ(reason(0, 4'001, 5'999),
               u"Line 1 used 40.01 of points, but only 40.00 was granted"_s);
+    EXPECT_EQ(reason(510, 4'000, 5'489),
+              u"Total 100.00 less discount 5.10 less points 40.00 is 54.90, but the payment is "
+              "54.89"_s);
     EXPECT_EQ(reason(510, 4'000, 5'491),
               u"Total 100.00 less discount 5.10 less points 40.00 is 54.90, but the payment is "
               "54.91"_s);
@@ -132,6 +166,38 @@ TEST(ReturnBooking, givesAndTakesTheRoundedShareSoFar)
     }
 }
 
+TEST(ReturnBooking, keepsWhatTheCheckAndEachLineAre)
+{
+    SoldLine first;
+    first.sold = {7, u"b"_s, 2'000, 20'000, 1'000, 100, 897, 0, 0};
+    SoldLine second;
+    second.sold = {3, u"a"_s, 500, 10'000, 500, 300, 449, 0, 0};
+    second.returned = {3, {}, 100, 2'000, 0, 0, 0, 60, 90};
+    Check check;
+    check.id = u"return"_s;
+    check.type = Check::Type::Return;
+    check.originalId = u"sale"_s;
+    check.cardNumber = u"17"_s;
+    check.number = u"118"_s;
+    check.date = u"2024-03-06 10:00:00"_s;
+    check.total = 18'000;
+    check.lines = {{3, u"a"_s, 400, 8'000, 0, 240}, {7, u"b"_s, 1'000, 10'000, 0, 50}};
+    const Booking booking = bookReturn(check, {first, second});
+    EXPECT_EQ(booking.checkId, u"return"_s);
+    EXPECT_EQ(booking.type, Check::Type::Return);
+    EXPECT_EQ(booking.originalId, u"sale"_s);
+    EXPECT_EQ(booking.cardNumber, u"17"_s);
+    EXPECT_EQ(booking.number, u"118"_s);
+    EXPECT_EQ(booking.date, u"2024-03-06 10:00:00"_s);
+    EXPECT_EQ(booking.total, 18'000);
+    const std::vector<BookedLine> lines{{3, u"a"_s, 400, 8'000, 0, 0, 0, 240, 359},
+                                        {7, u"b"_s, 1'000, 10'000, 0, 0, 0, 50, 449}};
+    EXPECT_EQ(booking.lines, lines);
+    EXPECT_EQ(booking.givenBack, 240 + 50);
+    EXPECT_EQ(booking.takenBack, 359 + 449);
+    EXPECT_EQ(booking.change(), 290 - 808);
+}
+
 TEST(ReturnBooking, rejectsWhatIsNotOfTheSale)
 {
     SoldLine line = soldLine(2'000, 1'000, 300, 50);
@@ -145,6 +211,10 @@ TEST(ReturnBooking, rejectsWhatIsNotOfTheSale)
               u"Line 1: goods code b is returned, but a was sold"_s);
     EXPECT_EQ(reason({1, u"a"_s, 2'001, 1'000, 0, 300}),
               u"Line 1: more is returned than was sold"_s);
+    EXPECT_EQ(reason({1, u"a"_s, 1'000, 499, 0, 150}),
+              u"Line 1: the total is 4.99, but the returned part of the sale's line is 5.00"_s);
+    EXPECT_EQ(reason({1, u"a"_s, 1'000, 500, 0, 151}),
+              u"Line 1: 1.51 points are given back, but the returned part had spent 1.50"_s);
     EXPECT_EQ(reason({1, u"a"_s, 1'000, 501, 0, 150}),
               u"Line 1: the total is 5.01, but the returned part of the sale's line is 5.00"_s);
     EXPECT_EQ(reason({1, u"a"_s, 1'000, 500, 0, 149}),
