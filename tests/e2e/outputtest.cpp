@@ -195,3 +195,15 @@ TEST_F(OutputTest, anArgumentIsShownAndNotObeyed)
         expectShown(simulatorFile, row);
     }
 }
+
+TEST_F(OutputTest, theLogSteersNothingEither)
+{
+    writeFile(u"orva.toml"_s, readFile(u"orva.toml"_s)
+                                  .replace(u"user = \"till\""_s,
+                                           u"user = \"till\\u001b[2J\\nerror: lost\\u202e\""_s));
+    const RunResult checked = till({u"--verbose"_s, u"check"_s, u"sale.toml"_s});
+    EXPECT_FALSE(checked.output.contains(u'\033')) << qPrintable(checked.output);
+    EXPECT_FALSE(checked.output.contains(u"\nerror: "_s)) << qPrintable(checked.output);
+    EXPECT_TRUE(checked.output.contains(u"till\\u001b[2J error: lost\\u202e\n"_s))
+        << qPrintable(checked.output);
+}

@@ -17,9 +17,13 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <future>
 #include <httplib.h>
+#include <poll.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -158,8 +162,20 @@ TEST_F(Program, printsTheAddressOnlyWhenQuiet)
 
 TEST_F(Program, goesOnWhenNobodyReadsItsLinesAnyMoreAndSaysSoAtTheEnd)
 {
-    const int port = serve();
-    process.closeReadChannel(QProcess::StandardOutput);
+    const QString lines = folder.filePath(u"lines"_s);
+    ASSERT_EQ(::mkfifo(lines.toUtf8().constData(), 0600), 0);
+    pollfd reader{::open(lines.toUtf8().constData(), O_RDONLY | O_NONBLOCK), POLLIN, 0};
+    ASSERT_GE(reader.fd, 0);
+    configure(process, {u"--port"_s, u"0"_s});
+    process.setStandardOutputFile(lines);
+    process.start();
+    QByteArray line;
+    for (char byte = 0; !line.endsWith('\n') && ::poll(&reader, 1, patience) == 1 &&
+                        ::read(reader.fd, &byte, 1) == 1;) {
+        line += byte;
+    }
+    ::close(reader.fd);
+    const int port = QUrl(QString::fromUtf8(line).trimmed().section(u' ', -1)).port();
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(statusOf(send(port, "precheck", goldenFile(u"precheck-request.xml"_s))), 200);
     }
