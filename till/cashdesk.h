@@ -21,9 +21,9 @@ class CheckStore;
 /// asks for. One check at a time. Only presentCard and request may wait for a server, and
 /// choosePoints and close where they must request again; each waits once.
 ///
-/// Every operation throws Failure when it cannot be done; the check then stays as it was. What goes
-/// wrong on the loyalty system's side stops no sale: the check goes on without it and a notice says
-/// why.
+/// Every operation throws Failure when it cannot be done, the database being locked or full
+/// included; the check then stays as it was, on the screen and in the file. What goes wrong on the
+/// loyalty system's side stops no sale: the check goes on without it and a notice says why.
 class CashDesk
 {
 public:
@@ -63,6 +63,8 @@ public:
     QString suspend();
     /// Takes up a suspended check by its identifier, or with "last" the one suspended last.
     void restore(const QString& which);
+    /// Gives the check up. When another till has closed or abandoned it meanwhile, it is only taken
+    /// off this desk, and a notice says so.
     void abandon();
     /// Ends the cashier's work: a check that is still open is abandoned, or stays suspended when it
     /// was restored.
@@ -97,7 +99,11 @@ private:
     void showTender();
     void requireFullTender();
     void prepareRetry();
-    void settle(bool confirmed);
+    Check returnOf(const CheckFile& file);
+    template <typename LayDown>
+    void settle(const LayDown& systemLaysDown);
+    void rollBack();
+    bool giveUp();
     QString lastError() const;
 
     BasicLoyaltySystem& loyalty;

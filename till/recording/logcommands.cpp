@@ -7,6 +7,7 @@
 #include "till/failure.h"
 #include "till/output.h"
 #include "till/progress.h"
+#include "till/reason.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
 #include "till/recording/recordfolder.h"
@@ -216,8 +217,7 @@ ExitCode LogCommands::exportTo()
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                    QFile::ReadOwner | QFile::WriteOwner) ||
         file.write(content) != content.size() || !file.flush()) {
-        throw Failure(
-            Text::tr("%1 cannot be written (%2).").arg(options.target, file.errorString()));
+        throw Failure(Text::tr("%1 cannot be written (%2).").arg(options.target, reasonOf(file)));
     }
     out.line(Text::tr("%1 records are in %2. It holds whole card numbers: hand it on with care.")
                  .arg(count)

@@ -6,6 +6,7 @@
 #include "host/services/config.h"
 #include "host/services/currenttime.h"
 #include "till/failure.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QDir>
@@ -26,9 +27,9 @@ QString fileName(const QString& folder, int number)
     return u"%1/%2.jsonl"_s.arg(folder).arg(number, 6, 10, QLatin1Char('0'));
 }
 
-[[noreturn]] void fail(const QFile& file)
+[[noreturn]] void fail(const QFile& file, const QString& reason)
 {
-    throw Failure(Text::tr("%1 cannot be written (%2)").arg(file.fileName(), file.errorString()));
+    throw Failure(Text::tr("%1 cannot be written (%2)").arg(file.fileName(), reason));
 }
 
 } // namespace
@@ -149,7 +150,7 @@ void RecordFolder::openNext()
     }
     lastLook.invalidate();
     const std::unique_ptr<QFile> refused = std::move(file);
-    fail(*refused);
+    fail(*refused, reasonOf(*refused));
 }
 
 void RecordFolder::add(const QJsonObject& line)
@@ -161,9 +162,10 @@ void RecordFolder::add(const QJsonObject& line)
     makeRoom(bytes.size());
     const qint64 before = file->pos();
     if (file->write(bytes) != bytes.size()) {
-        file->resize(before); // half a line helps nobody
+        const QString reason = reasonOf(*file); // resizing forgets it
+        file->resize(before);                   // half a line helps nobody
         const std::unique_ptr<QFile> broken = std::move(file);
-        fail(*broken);
+        fail(*broken, reason);
     }
     total += bytes.size();
     known.last().bytes += bytes.size();
