@@ -23,8 +23,7 @@ const QString name = QStringLiteral("fuzzed");
 /// A check that is taken can be counted, shown and stored again.
 void use(const till::Check& check)
 {
-    if (check.goodsKopecks() < 0 ||
-        check.document->getGoodsItems().size() != check.lines.size()) {
+    if (check.goodsKopecks() < 0 || check.document->getGoodsItems().size() != check.lines.size()) {
         std::abort();
     }
     till::checkview::slip(check);
