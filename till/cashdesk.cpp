@@ -11,6 +11,7 @@
 #include "till/impactapplier.h"
 #include "till/reason.h"
 #include "till/returnlines.h"
+#include "till/storing.h"
 #include "till/text.h"
 
 #include <algorithm>
@@ -26,22 +27,34 @@ CashDesk::~CashDesk()
     try {
         leave();
     } catch (const std::exception&) {
-        // the check stays in the list as open; nothing of it was confirmed
+        layDown(); // the check stays in the list as open; nothing of it was confirmed
     }
 }
 
 void CashDesk::openSale(const CheckFile& file)
 {
     requireNone();
-    const int number = file.number ? *file.number : store.takeNumber();
-    Check opened = Check::create(EDocumentType::Sale, number, file.lines);
-    store.noteOpen(opened);
+    Check opened = storing([&] {
+        const int number = file.number ? *file.number : store.takeNumber();
+        Check noted = Check::create(EDocumentType::Sale, number, file.lines);
+        store.noteOpen(noted);
+        return noted;
+    });
     takeUp(std::move(opened));
 }
 
 void CashDesk::openReturn(const CheckFile& file)
 {
     requireNone();
+    takeUp(storing([&] { return returnOf(file); }));
+    if (!check->cardRecord().isNull()) {
+        loyalty.setDocument(check->document);
+    }
+}
+
+/// A return as its file says, noted as open.
+Check CashDesk::returnOf(const CheckFile& file)
+{
     const Check sale = store.findSale(file.sale);
     const QList<Check> earlier = store.returnsOf(sale.id());
     const QList<Line> lines = returnlines::of(sale, earlier, file.lines);
@@ -55,10 +68,7 @@ void CashDesk::openReturn(const CheckFile& file)
         opened.loyalty = LoyaltyState::Unasked;
     }
     store.noteOpen(opened);
-    takeUp(std::move(opened));
-    if (sale.confirmed) {
-        loyalty.setDocument(check->document);
-    }
+    return opened;
 }
 
 void CashDesk::changeQuantity(int position, qint64 thousandths)
@@ -161,6 +171,7 @@ Check CashDesk::close()
             }
         });
     } catch (const std::exception& error) {
+        showTender();
         if (closing.confirmed) {
             prepareRetry();
         }
@@ -170,7 +181,7 @@ Check CashDesk::close()
         throw Failure(
             Text::tr("The check is not closed (%1); close it again.").arg(reasonOf(error)));
     }
-    settle(closing.confirmed);
+    settle([&] { closing.confirmed ? loyalty.clearAfterClose() : rollBack(); });
     return closing;
 }
 
@@ -188,20 +199,25 @@ void CashDesk::prepareRetry()
     }
 }
 
-/// The check is closed or given up, and nothing that the loyalty system does may bring it back.
-void CashDesk::settle(bool confirmed)
+/// The check is closed, suspended or given up, and nothing that the loyalty system does may bring
+/// it back.
+template <typename LayDown>
+void CashDesk::settle(const LayDown& systemLaysDown)
 {
     try {
-        if (confirmed) {
-            loyalty.clearAfterClose();
-        } else if (!check->cardRecord().isNull()) {
-            loyalty.rollback(check->document);
-        }
+        systemLaysDown();
     } catch (const std::exception& error) {
         notices.append(
             Text::tr("The loyalty system does not lay the check down (%1).").arg(reasonOf(error)));
     }
     layDown();
+}
+
+void CashDesk::rollBack()
+{
+    if (!check->cardRecord().isNull()) {
+        loyalty.rollback(check->document);
+    }
 }
 
 QString CashDesk::suspend()
@@ -211,16 +227,21 @@ QString CashDesk::suspend()
                                "first, or close it."));
     }
     const QString id = check->id();
-    store.suspend(*check);
-    loyalty.clearLoyaltyData();
-    layDown();
+    storing([this] { store.suspend(*check); });
+    settle([this] { loyalty.clearLoyaltyData(); });
     return id;
 }
 
 void CashDesk::restore(const QString& which)
 {
     requireNone();
-    takeUp(store.loadSuspended(which));
+    Check suspended = storing([&] { return store.loadSuspended(which); });
+    if (suspended.document->getCardRecord(loyalty.getLoyaltySystemType()).isNull()) {
+        throw Failure(Text::tr("Check %1 has no card of this loyalty system; restore it with the "
+                               "one that it was suspended with.")
+                          .arg(suspended.id()));
+    }
+    takeUp(std::move(suspended));
     restored = true;
     loyalty.setDocument(check->document);
     try {
@@ -236,9 +257,21 @@ void CashDesk::restore(const QString& which)
 
 void CashDesk::abandon()
 {
-    const Check abandoned = requireCheck();
-    settle(false);
-    store.abandon(abandoned);
+    requireCheck();
+    giveUp();
+}
+
+/// @return false: another till had closed or abandoned the check already
+bool CashDesk::giveUp()
+{
+    const QString id = check->id();
+    const bool given = storing([this] { return store.abandon(*check); });
+    settle([this] { rollBack(); });
+    if (!given) {
+        notices.append(
+            Text::tr("Check %1 has been closed or abandoned by another till meanwhile.").arg(id));
+    }
+    return given;
 }
 
 void CashDesk::leave()
@@ -246,12 +279,12 @@ void CashDesk::leave()
     if (!check) {
         return;
     }
+    const QString id = check->id();
     if (restored) {
-        notices.append(Text::tr("Check %1 stays suspended.").arg(check->id()));
+        notices.append(Text::tr("Check %1 stays suspended.").arg(id));
         layDown();
-    } else {
-        notices.append(Text::tr("Check %1 was still open and is abandoned.").arg(check->id()));
-        abandon();
+    } else if (giveUp()) {
+        notices.append(Text::tr("Check %1 was still open and is abandoned.").arg(id));
     }
 }
 

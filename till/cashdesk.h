@@ -23,9 +23,9 @@ class CheckStore;
 /// at one wish of the cashier opens an OperationBudget around them, so that together they wait no
 /// longer than one.
 ///
-/// Every operation throws Failure when it cannot be done; the check then stays as it was. What goes
-/// wrong on the loyalty system's side stops no sale: the check goes on without it and a notice says
-/// why.
+/// Every operation throws Failure when it cannot be done, the database being locked or full
+/// included; the check then stays as it was, on the screen and in the file. What goes wrong on the
+/// loyalty system's side stops no sale: the check goes on without it and a notice says why.
 class CashDesk
 {
 public:
@@ -65,6 +65,8 @@ public:
     QString suspend();
     /// Takes up a suspended check by its identifier, or with "last" the one suspended last.
     void restore(const QString& which);
+    /// Gives the check up. When another till has closed or abandoned it meanwhile, it is only taken
+    /// off this desk, and a notice says so.
     void abandon();
     /// Ends the cashier's work: a check that is still open is abandoned, or stays suspended when it
     /// was restored.
@@ -99,7 +101,11 @@ private:
     void showTender();
     void requireFullTender();
     void prepareRetry();
-    void settle(bool confirmed);
+    Check returnOf(const CheckFile& file);
+    template <typename LayDown>
+    void settle(const LayDown& systemLaysDown);
+    void rollBack();
+    bool giveUp();
     QString lastError() const;
 
     BasicLoyaltySystem& loyalty;

@@ -11,6 +11,7 @@
 #include "till/failure.h"
 #include "till/impactapplier.h"
 #include "till/reason.h"
+#include "till/storing.h"
 #include "till/text.h"
 
 #include <algorithm>
@@ -46,7 +47,10 @@ bool CashDesk::request()
     if (requireCheck().cardRecord().isNull()) {
         throw Failure(Text::tr("The check has no card, so there is nobody to ask about."));
     }
-    if (check->isReturn() && !store.isDelivered(check->document->getSaleDocumentId())) {
+    const auto saleIsDelivered = [this] {
+        return storing([this] { return store.isDelivered(check->document->getSaleDocumentId()); });
+    };
+    if (check->isReturn() && !saleIsDelivered()) {
         notices.append(Text::tr("The server has not got the sale yet, so it is not asked about "
                                 "the return; the return is confirmed after the sale."));
         return false;
@@ -124,12 +128,17 @@ qint64 CashDesk::availablePoints()
     if (!check || check->isReturn() || check->loyalty != LoyaltyState::Ready) {
         return 0;
     }
-    // once points are set, only the card record still knows what may be spent
     check->tenderToDocument(0);
-    const double points = check->pointsTouched ? check->cardRecord()->getPointsForSpend()
-                                               : loyalty.getPointsForSpend(check->document);
+    std::optional<qint64> kopecks;
+    try {
+        // once points are set, only the card record still knows what may be spent
+        kopecks = amount::kopecksNotAbove(check->pointsTouched
+                                              ? check->cardRecord()->getPointsForSpend()
+                                              : loyalty.getPointsForSpend(check->document));
+    } catch (const std::exception&) {
+        // none is a usable number either
+    }
     showTender();
-    const auto kopecks = amount::kopecksNotAbove(points);
     if (!kopecks) {
         notices.append(Text::tr("The loyalty system gives no usable number of points to spend; "
                                 "none can be spent."));

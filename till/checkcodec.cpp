@@ -5,10 +5,13 @@
 
 #include "host/document/discountimpact.h"
 #include "host/document/money.h"
+#include "till/checksoundness.h"
 #include "till/documentstream.h"
 #include "till/failure.h"
+#include "till/storedvalues.h"
 #include "till/text.h"
 
+#include <QCryptographicHash>
 #include <QDataStream>
 #include <QIODevice>
 
@@ -16,7 +19,10 @@ namespace till {
 namespace {
 
 constexpr quint32 magic = 0x4f435031; // "OCP1"
-constexpr quint32 formatVersion = 1;
+/// Version 2 ends with a digest of all that stands before it.
+constexpr quint32 formatVersion = 2;
+constexpr quint32 firstVersionWithDigest = 2;
+constexpr auto digestKind = QCryptographicHash::Sha1;
 
 template <typename T>
 void writeOptional(QDataStream& stream, const std::optional<T>& value)
@@ -73,6 +79,44 @@ QList<Line> readLines(QDataStream& stream)
     return lines;
 }
 
+qsizetype digestBytes()
+{
+    return QCryptographicHash::hashLength(digestKind);
+}
+
+bool isWhole(const QByteArray& bytes, quint32 version)
+{
+    return version < firstVersionWithDigest ||
+           (bytes.size() > digestBytes() &&
+            QCryptographicHash::hash(bytes.chopped(digestBytes()), digestKind) ==
+                bytes.last(digestBytes()));
+}
+
+/// Nothing when the stream ends too early or holds what cannot be.
+std::optional<Check> read(QDataStream& stream)
+{
+    Check check;
+    check.document = documentstream::read(stream);
+    check.lines = readLines(stream);
+    qint32 loyalty = 0;
+    qint32 kind = 0;
+    qint32 returnsBefore = 0;
+    stream >> loyalty >> check.refusal >> kind >> check.points.kopecks >> check.pointsTouched;
+    readOptional(stream, check.systemEarnKopecks);
+    check.cashierMessages = storedvalues::readTexts(stream);
+    check.clientMessages = storedvalues::readTexts(stream);
+    readOptional(stream, check.tenderedKopecks);
+    stream >> check.confirmed >> returnsBefore;
+    if (stream.status() != QDataStream::Ok) {
+        return std::nullopt;
+    }
+    check.loyalty = LoyaltyState(loyalty);
+    check.points.kind = PointsChoice::Kind(kind);
+    check.returnsBefore = returnsBefore;
+    check.fillDocument();
+    return check;
+}
+
 } // namespace
 
 QByteArray checkcodec::encode(const Check& check)
@@ -89,40 +133,33 @@ QByteArray checkcodec::encode(const Check& check)
     stream << check.cashierMessages << check.clientMessages;
     writeOptional(stream, check.tenderedKopecks);
     stream << check.confirmed << qint32(check.returnsBefore);
-    return bytes;
+    return bytes + QCryptographicHash::hash(bytes, digestKind);
 }
 
-Check checkcodec::decode(const QByteArray& bytes)
+Check checkcodec::decode(const QByteArray& bytes, const QString& name)
 {
     QDataStream stream(bytes);
     stream.setVersion(QDataStream::Qt_6_4);
     quint32 readMagic = 0;
     quint32 version = 0;
     stream >> readMagic >> version;
-    if (readMagic != magic || version > formatVersion) {
-        throw Failure(readMagic == magic
-                          ? Text::tr("The stored check was written by a newer till; use that one.")
-                          : Text::tr("The stored check is damaged and cannot be read."));
+    if (readMagic == magic && version > formatVersion) {
+        throw Failure(
+            Text::tr("The stored check %1 was written by a newer till; use that one.").arg(name));
     }
-    Check check;
-    check.document = documentstream::read(stream);
-    check.lines = readLines(stream);
-    qint32 loyalty = 0;
-    qint32 kind = 0;
-    qint32 returnsBefore = 0;
-    stream >> loyalty >> check.refusal >> kind >> check.points.kopecks >> check.pointsTouched;
-    readOptional(stream, check.systemEarnKopecks);
-    stream >> check.cashierMessages >> check.clientMessages;
-    readOptional(stream, check.tenderedKopecks);
-    stream >> check.confirmed >> returnsBefore;
-    if (stream.status() != QDataStream::Ok || !stream.atEnd()) {
-        throw Failure(Text::tr("The stored check is damaged and cannot be read."));
+    const auto check =
+        readMagic == magic && version > 0 && isWhole(bytes, version) ? read(stream) : std::nullopt;
+    const qsizetype behind = version < firstVersionWithDigest ? 0 : digestBytes();
+    if (!check || stream.device()->bytesAvailable() != behind || !isSound(*check)) {
+        throw Failure(damagedText(name));
     }
-    check.loyalty = LoyaltyState(loyalty);
-    check.points.kind = PointsChoice::Kind(kind);
-    check.returnsBefore = returnsBefore;
-    check.fillDocument();
-    return check;
+    return *check;
+}
+
+QString checkcodec::damagedText(const QString& name)
+{
+    return Text::tr("The stored check %1 is damaged; look for it in a copy of the database.")
+        .arg(name);
 }
 
 } // namespace till

@@ -13,7 +13,12 @@ namespace till::checkcodec {
 
 QByteArray encode(const Check& check);
 
-/// @throws Failure when the bytes are no check, are cut, or were written by a newer till.
-Check decode(const QByteArray& bytes);
+/// Whatever the bytes are, the result is a check that can be worked with, or none.
+/// @param name of the check, for the text of a failure
+/// @throws Failure when the bytes are no check, are cut or changed, or were written by a newer till
+Check decode(const QByteArray& bytes, const QString& name);
+
+/// The sentence for what is stored of a check and cannot be used.
+QString damagedText(const QString& name);
 
 } // namespace till::checkcodec

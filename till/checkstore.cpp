@@ -24,24 +24,58 @@ namespace {
 const QString nextChange = u"(SELECT coalesce(max(change_number), 0) + 1 FROM checks)"_s;
 const QString lastFirst = u" ORDER BY change_number DESC"_s;
 
+/// What readCheck takes a check from.
+const QString selectChecks = u"SELECT data, id, number, type, sale_id FROM checks WHERE "_s;
+
+/// The check of a row of selectChecks: what is read from the file is looked at here and nowhere
+/// else.
+/// @throws Failure when it is damaged, or its columns and its content are not of one check
+Check readCheck(const Statement& row)
+{
+    const QString id = row.value(1).toString();
+    Check check = checkcodec::decode(row.value(0).toByteArray(), id);
+    if (check.id() != id || check.number() != row.value(2).toLongLong() ||
+        check.document->getDocumentType() != row.value(3).toLongLong() ||
+        check.document->getSaleDocumentId() != row.value(4).toString()) {
+        throw Failure(checkcodec::damagedText(id));
+    }
+    return check;
+}
+
+void requireChanged(const Check& check, bool changed)
+{
+    if (!changed) {
+        throw Failure(Text::tr("Check %1 has been closed or abandoned by another till meanwhile; "
+                               "abandon it here and open a new one.")
+                          .arg(check.id()));
+    }
+}
+
 } // namespace
 
 int CheckStore::takeNumber()
 {
     Transaction transaction(*database);
-    int number = 1;
-    {
-        Statement known(*database, u"SELECT value FROM settings WHERE key = 'nextCheckNumber'"_s);
-        if (known.next()) {
-            number = known.value(0).toInt();
-        }
-    }
-    const int following = number == std::numeric_limits<int>::max() ? 1 : number + 1;
+    constexpr int most = std::numeric_limits<int>::max();
+    Statement known(*database, u"SELECT value FROM settings WHERE key = 'nextCheckNumber'"_s);
+    const bool isFirst = !known.next();
+    const qint64 kept = isFirst ? 1 : known.value(0).toLongLong();
+    const int number = kept >= 1 && kept <= most ? int(kept) : behindLargestNumber();
+    const int following = number == most ? 1 : number + 1;
     Statement store(*database, u"INSERT INTO settings (key, value) VALUES ('nextCheckNumber', ?) "
                                "ON CONFLICT (key) DO UPDATE SET value = excluded.value"_s);
     store.bind(following).execute();
     transaction.commit();
     return number;
+}
+
+/// The next check number when the one that was kept is damaged.
+int CheckStore::behindLargestNumber()
+{
+    Statement statement(*database, u"SELECT coalesce(max(number), 0) + 1 FROM checks "
+                                   "WHERE number BETWEEN 1 AND ?"_s);
+    statement.bind(std::numeric_limits<int>::max() - 1).next();
+    return statement.value(0).toInt();
 }
 
 void CheckStore::noteOpen(const Check& check)
@@ -58,7 +92,8 @@ void CheckStore::noteOpen(const Check& check)
         .execute();
 }
 
-void CheckStore::changeState(const Check& check, const QString& state, const QVariant& data,
+/// @return false: it is neither open nor suspended
+bool CheckStore::changeState(const Check& check, const QString& state, const QVariant& data,
                              const QVariant& message)
 {
     Statement statement(
@@ -71,21 +106,17 @@ void CheckStore::changeState(const Check& check, const QString& state, const QVa
         .bind(CurrentTime::milliseconds())
         .bind(check.id());
     statement.execute();
-    if (statement.affectedRows() != 1) {
-        throw Failure(Text::tr("Check %1 has been closed or abandoned by another till meanwhile; "
-                               "open a new one.")
-                          .arg(check.id()));
-    }
+    return statement.affectedRows() == 1;
 }
 
 void CheckStore::suspend(const Check& check)
 {
-    changeState(check, u"suspended"_s, checkcodec::encode(check), {});
+    requireChanged(check, changeState(check, u"suspended"_s, checkcodec::encode(check), {}));
 }
 
-void CheckStore::abandon(const Check& check)
+bool CheckStore::abandon(const Check& check)
 {
-    changeState(check, u"abandoned"_s, {}, {});
+    return changeState(check, u"abandoned"_s, {}, {});
 }
 
 void CheckStore::close(const Check& check, const std::function<void()>& confirm)
@@ -104,26 +135,39 @@ void CheckStore::close(const Check& check, const std::function<void()>& confirm)
     if (after > before && saleMessage) {
         queue.addDependency(after, *saleMessage);
     }
-    changeState(check, u"closed"_s, checkcodec::encode(check),
-                after > before ? QVariant(after) : QVariant());
+    requireChanged(check, changeState(check, u"closed"_s, checkcodec::encode(check),
+                                      after > before ? QVariant(after) : QVariant()));
     transaction.commit();
 }
 
 Check CheckStore::loadSuspended(const QString& which)
 {
     const bool last = which == u"last"_s;
-    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'suspended'"_s +
-                                       (last ? QString() : u" AND id = ?"_s) + lastFirst +
+    const QString condition = last ? QString() : u" AND id = ?"_s;
+    Statement statement(*database, selectChecks + u"state = 'suspended'"_s + condition + lastFirst +
                                        u" LIMIT 1"_s);
     if (!last) {
         statement.bind(which);
     }
     if (!statement.next()) {
+        requireKnownStates(last ? QString() : which);
         throw Failure(last ? Text::tr("There is no suspended check.")
                            : Text::tr("There is no suspended check %1; look at the list of checks.")
                                  .arg(which));
     }
-    return checkcodec::decode(statement.value(0).toByteArray());
+    return readCheck(statement);
+}
+
+/// @param id of the check in question, empty for all
+/// @throws Failure when the state of a check is damaged: nobody knows whether it was suspended
+void CheckStore::requireKnownStates(const QString& id)
+{
+    Statement statement(*database,
+                        u"SELECT id FROM checks WHERE (?1 = '' OR id = ?1) AND state NOT IN "
+                        "('open', 'suspended', 'closed', 'abandoned') LIMIT 1"_s);
+    if (statement.bind(id).next()) {
+        throw Failure(checkcodec::damagedText(statement.value(0).toString()));
+    }
 }
 
 Check CheckStore::findSale(const QString& which)
@@ -141,8 +185,8 @@ Check CheckStore::find(const QString& which, bool onlySales)
     const bool last = which == u"last"_s;
     QString condition = last ? QString() : u" AND (id = ? OR number = ?)"_s;
     condition += onlySales ? u" AND type = ?"_s : QString();
-    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed'"_s + condition +
-                                       lastFirst + u" LIMIT 2"_s);
+    Statement statement(*database, selectChecks + u"state = 'closed'"_s + condition + lastFirst +
+                                       u" LIMIT 2"_s);
     if (!last) {
         bool isNumber = false;
         const int number = which.toInt(&isNumber);
@@ -158,7 +202,7 @@ Check CheckStore::find(const QString& which, bool onlySales)
                 .arg(which),
             ExitCode::Usage);
     }
-    const QByteArray data = statement.value(0).toByteArray();
+    Check found = readCheck(statement);
     if (!last && statement.next()) {
         throw Failure(
             (onlySales
@@ -167,17 +211,16 @@ Check CheckStore::find(const QString& which, bool onlySales)
                 .arg(which),
             ExitCode::Usage);
     }
-    return checkcodec::decode(data);
+    return found;
 }
 
 QList<Check> CheckStore::returnsOf(const QString& saleId)
 {
     QList<Check> returns;
-    Statement statement(*database,
-                        u"SELECT data FROM checks WHERE sale_id = ? AND state = 'closed'"_s);
+    Statement statement(*database, selectChecks + u"sale_id = ? AND state = 'closed'"_s);
     statement.bind(saleId);
     while (statement.next()) {
-        returns.append(checkcodec::decode(statement.value(0).toByteArray()));
+        returns.append(readCheck(statement));
     }
     return returns;
 }
@@ -210,10 +253,8 @@ bool CheckStore::isDelivered(const QString& id)
 
 QString CheckStore::cardOfMessage(qint64 messageId)
 {
-    Statement statement(*database, u"SELECT data FROM checks WHERE message_id = ?"_s);
-    return statement.bind(messageId).next()
-               ? checkcodec::decode(statement.value(0).toByteArray()).cardNumber()
-               : QString();
+    Statement statement(*database, selectChecks + u"message_id = ?"_s);
+    return statement.bind(messageId).next() ? readCheck(statement).cardNumber() : QString();
 }
 
 QList<CheckRow> CheckStore::list()
@@ -232,9 +273,9 @@ QList<CheckRow> CheckStore::list()
 
 void CheckStore::forEachClosed(const std::function<void(const Check&)>& take)
 {
-    Statement statement(*database, u"SELECT data FROM checks WHERE state = 'closed' ORDER BY id"_s);
+    Statement statement(*database, selectChecks + u"state = 'closed' ORDER BY id"_s);
     while (statement.next()) {
-        take(checkcodec::decode(statement.value(0).toByteArray()));
+        take(readCheck(statement));
     }
 }
 

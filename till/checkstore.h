@@ -22,14 +22,15 @@ struct CheckRow
 {
     QString id;
     int number = 0;
-    /// open, suspended, closed or abandoned
+    /// open, suspended, closed or abandoned; anything else is damaged
     QString state;
     bool isReturn = false;
     QDateTime updatedAt;
 };
 
 /// The till's checks in its database. Every operation throws BasicException "databaseError" when
-/// the database fails and leaves the file as it was.
+/// the database fails and leaves the file as it was; one that reads a check throws Failure when
+/// what is stored of it is damaged.
 class CheckStore
 {
 public:
@@ -42,8 +43,8 @@ public:
     /// Keeps the whole check for another process. It stays kept until it is closed or abandoned.
     /// @throws Failure when it is closed or abandoned
     void suspend(const Check& check);
-    /// @throws Failure when it is closed already
-    void abandon(const Check& check);
+    /// @return false: it is closed or abandoned already
+    bool abandon(const Check& check);
     /// Closes the check and does what confirms it, both or neither: what confirm puts into the
     /// queue becomes durable together with the closed check, and a return's message waits for that
     /// of its sale.
@@ -76,8 +77,10 @@ public:
 
 private:
     Check find(const QString& which, bool onlySales);
+    int behindLargestNumber();
+    void requireKnownStates(const QString& id);
     int countReturns(const QString& saleId);
-    void changeState(const Check& check, const QString& state, const QVariant& data,
+    bool changeState(const Check& check, const QString& state, const QVariant& data,
                      const QVariant& message);
 
     QSharedPointer<Database> database;

@@ -6,6 +6,7 @@
 #include "host/document/bonusimpact.h"
 #include "host/document/discountimpact.h"
 #include "host/document/money.h"
+#include "till/storedvalues.h"
 
 namespace till {
 namespace {
@@ -35,10 +36,9 @@ QSharedPointer<DocumentCardRecord> readCardRecord(QDataStream& stream)
     qint32 systemType = 0;
     qint32 codeInternal = 0;
     double pointsForSpend = 0;
-    QVariant pointsForEarn;
-    QVariant balance;
-    stream >> number >> hasClient >> clientName >> systemType >> codeInternal >> pointsForSpend >>
-        pointsForEarn >> balance;
+    stream >> number >> hasClient >> clientName >> systemType >> codeInternal >> pointsForSpend;
+    const QVariant pointsForEarn = storedvalues::readVariant(stream);
+    const QVariant balance = storedvalues::readVariant(stream);
     const auto card = QSharedPointer<Card>::create(number);
     if (hasClient) {
         const auto client = QSharedPointer<Client>::create();
@@ -64,34 +64,46 @@ void writeDetail(QDataStream& stream, const DocumentImpactDetail& detail,
            << qint32(detail.getImpactSource()) << detail.isMinPriceIgnored();
 }
 
+/// An enumeration's number, which must be one that it can hold.
+template <typename Enumeration>
+Enumeration readEnumeration(QDataStream& stream, qint32 largest)
+{
+    qint32 number = 0;
+    stream >> number;
+    if (number < 0 || number > largest) {
+        stream.setStatus(QDataStream::ReadCorruptData);
+        number = 0;
+    }
+    return Enumeration(number);
+}
+
 QSharedPointer<DocumentImpactDetail> readDetail(QDataStream& stream, const CardRecords& records)
 {
-    qint32 record = 0;
-    QVariant cardIndex;
-    QDateTime dateTime;
-    qint32 type = 0;
-    qint32 mode = 0;
-    QString name;
-    qint32 object = 0;
-    qint32 position = 0;
-    QVariant rate;
-    double sum = 0;
-    qint32 source = 0;
-    bool minPriceIgnored = false;
-    stream >> record >> cardIndex >> dateTime >> type >> mode >> name >> object >> position >>
-        rate >> sum >> source >> minPriceIgnored;
     const auto detail = QSharedPointer<DocumentImpactDetail>::create();
+    qint32 record = 0;
+    QDateTime dateTime;
+    QString name;
+    qint32 position = 0;
+    double sum = 0;
+    bool minPriceIgnored = false;
+    stream >> record;
     detail->setCardRecord(records.value(record));
-    detail->setCardIndex(cardIndex);
+    detail->setCardIndex(storedvalues::readVariant(stream));
+    stream >> dateTime;
     detail->setDateTime(dateTime);
-    detail->setDiscountType(EDiscountType::type(type));
-    detail->setDiscountMode(EDiscountMode::type(mode));
+    // the largest numbers that fit into as many bits as the known ones take
+    detail->setDiscountType(readEnumeration<EDiscountType::type>(stream, 7));
+    detail->setDiscountMode(readEnumeration<EDiscountMode::type>(stream, 3));
+    stream >> name;
     detail->setDiscountName(name);
-    detail->setDiscountObject(EDiscountObject::type(object));
+    detail->setDiscountObject(readEnumeration<EDiscountObject::type>(stream, 1));
+    stream >> position;
     detail->setPosition(position);
-    detail->setDiscountRate(rate);
+    detail->setDiscountRate(storedvalues::readVariant(stream));
+    stream >> sum;
     detail->setDiscountSum(sum);
-    detail->setImpactSource(EImpactSource::source(source));
+    detail->setImpactSource(readEnumeration<EImpactSource::source>(stream, 3));
+    stream >> minPriceIgnored;
     detail->setMinPriceIgnored(minPriceIgnored);
     return detail;
 }
@@ -106,11 +118,10 @@ void writeImpact(QDataStream& stream, const DocumentImpact& impact, const CardRe
 
 QSharedPointer<DocumentImpact> readImpact(QDataStream& stream, const CardRecords& records)
 {
-    qint32 kind = 0;
-    stream >> kind;
+    const auto kind = readEnumeration<ImpactKind>(stream, qint32(ImpactKind::Bonus));
     const auto detail = readDetail(stream, records);
     QSharedPointer<DocumentImpact> impact;
-    if (ImpactKind(kind) == ImpactKind::Bonus) {
+    if (kind == ImpactKind::Bonus) {
         impact = QSharedPointer<BonusImpact>::create(detail);
     } else {
         impact = QSharedPointer<DiscountImpact>::create(detail);
@@ -121,6 +132,19 @@ QSharedPointer<DocumentImpact> readImpact(QDataStream& stream, const CardRecords
         impact->addDetailForPosition(it.key(), it.value());
     }
     return impact;
+}
+
+QMap<QString, QVariantMap> readPluginData(QDataStream& stream)
+{
+    QMap<QString, QVariantMap> data;
+    quint32 count = 0;
+    stream >> count;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+        QString owner;
+        stream >> owner;
+        data.insert(owner, storedvalues::readMap(stream));
+    }
+    return data;
 }
 
 } // namespace
@@ -152,15 +176,14 @@ QSharedPointer<Document> documentstream::read(QDataStream& stream)
     QDateTime dateTime;
     QString saleId;
     qint64 payment = 0;
-    QMap<QString, QVariantMap> pluginData;
-    stream >> id >> number >> type >> dateTime >> saleId >> payment >> pluginData;
+    stream >> id >> number >> type >> dateTime >> saleId >> payment;
     document->setDocumentId(id);
     document->setCheckNumber(number);
     document->setDocumentType(type);
     document->setDateTime(dateTime);
     document->setSaleDocumentId(saleId);
     document->setPaymentKopecks(payment);
-    document->setPluginData(pluginData);
+    document->setPluginData(readPluginData(stream));
     qint32 count = 0;
     stream >> count;
     for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {

@@ -66,7 +66,8 @@ QString stateText(const QString& state)
     return state == u"open"_s        ? Text::tr("open")
            : state == u"suspended"_s ? Text::tr("suspended")
            : state == u"closed"_s    ? Text::tr("closed")
-                                     : Text::tr("abandoned");
+           : state == u"abandoned"_s ? Text::tr("abandoned")
+                                     : Text::tr("damaged");
 }
 
 ExitCode exitCodeFor(const Check& check)

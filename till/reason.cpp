@@ -4,6 +4,9 @@
 #include "till/reason.h"
 
 #include "host/core/basicexception.h"
+#include "till/text.h"
+
+#include <QFileDevice>
 
 namespace till {
 
@@ -11,6 +14,11 @@ QString reasonOf(const std::exception& error)
 {
     const auto* known = dynamic_cast<const BasicException*>(&error);
     return known != nullptr ? known->tr().ru() : QString::fromUtf8(error.what());
+}
+
+QString reasonOf(const QFileDevice& file)
+{
+    return file.error() == QFileDevice::NoError ? Text::tr("the disk is full") : file.errorString();
 }
 
 } // namespace till

@@ -558,12 +558,12 @@ Try: %3
         <translation>Списать баллы не удалось (%1); перед закрытием чека система лояльности будет спрошена ещё раз.</translation>
     </message>
     <message>
-        <source>The stored check was written by a newer till; use that one.</source>
-        <translation>Сохранённый чек записала более новая касса; откройте его в ней.</translation>
+        <source>The stored check %1 was written by a newer till; use that one.</source>
+        <translation>Сохранённый чек %1 записала более новая касса; откройте его в ней.</translation>
     </message>
     <message>
-        <source>The stored check is damaged and cannot be read.</source>
-        <translation>Сохранённый чек повреждён, прочитать его нельзя.</translation>
+        <source>The stored check %1 is damaged; look for it in a copy of the database.</source>
+        <translation>Сохранённый чек %1 повреждён; поищите его в копии базы данных.</translation>
     </message>
     <message>
         <source>%1, line %2, %3: %4.</source>
@@ -646,8 +646,16 @@ Try: %3
         <translation>вид «%1» неизвестен; напишите &quot;sale&quot; или &quot;return&quot;</translation>
     </message>
     <message>
-        <source>Check %1 has been closed or abandoned by another till meanwhile; open a new one.</source>
-        <translation>Тем временем чек %1 закрыла или отменила другая касса; откройте новый.</translation>
+        <source>Check %1 has been closed or abandoned by another till meanwhile; abandon it here and open a new one.</source>
+        <translation>Тем временем чек %1 закрыла или отменила другая касса; отмените его здесь и откройте новый.</translation>
+    </message>
+    <message>
+        <source>Check %1 has been closed or abandoned by another till meanwhile.</source>
+        <translation>Тем временем чек %1 закрыла или отменила другая касса.</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>диск заполнен</translation>
     </message>
     <message>
         <source>Another return of this sale has been closed meanwhile; abandon this one and open it again.</source>
@@ -1042,6 +1050,14 @@ Try: %3
     <message>
         <source>abandoned</source>
         <translation>отменён</translation>
+    </message>
+    <message>
+        <source>damaged</source>
+        <translation>повреждён</translation>
+    </message>
+    <message>
+        <source>Check %1 has no card of this loyalty system; restore it with the one that it was suspended with.</source>
+        <translation>В чеке %1 нет карты этой системы лояльности; возобновите его с той, с которой он отложен.</translation>
     </message>
     <message>
         <source>Kind</source>

@@ -7,6 +7,7 @@
 #include "host/services/config.h"
 #include "host/services/databaseconnection.h"
 #include "host/services/databaseerror.h"
+#include "host/services/databasefile.h"
 #include "host/services/databaseschema.h"
 #include "host/services/statement.h"
 
@@ -151,6 +152,7 @@ Database::Database(const QString& fileName, int busyMilliseconds)
     : connection(std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath()))
 {
     const QString& file = connection->file;
+    databasefile::requireNotEmptied(file);
     createPrivately(file);
     connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
     connection->switchToLog(busyMilliseconds);

@@ -25,8 +25,9 @@ public:
     /// may read an existing one, that right is taken from them and a warning logged. A schema of an
     /// older version is brought up to date in one transaction.
     /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
-    /// @throws BasicException "databaseError" when the file cannot be opened, is no database or was
-    /// written by a newer version of the program, which is named; the file stays as it was.
+    /// @throws BasicException "databaseError" when the file cannot be opened, is no till's
+    /// database, was emptied or removed while its log holds what was written last, or was written
+    /// by a newer version of the program, which is named; the file stays as it was.
     explicit Database(const QString& fileName, int busyMilliseconds = defaultBusyMilliseconds);
     /// Opens an existing file to look at it. Nothing is written: neither the file nor its
     /// companions nor their rights, and the schema stays whichever it is. A file that nobody has

@@ -34,8 +34,10 @@ QString advice(int resultCode)
         return u"; освободите место на диске"_s;
     case SQLITE_CANTOPEN:
         return u"; проверьте путь и права на папку"_s;
+    case SQLITE_NOMEM:
+        return u"; не хватает памяти, закройте другие программы"_s;
     default:
-        return {};
+        return u"; содержимое файла не такое, какого ждёт программа, проверьте файл"_s;
     }
 }
 
@@ -60,12 +62,34 @@ tr::Tr leftInTheMiddle(const QString& file)
         u"касса остановлена во время записи, а файла -shm рядом нет; запустите кассу один раз"_s);
 }
 
+tr::Tr damaged(const QString& file, const QString& said)
+{
+    // the first line only names the part of the connection that was checked
+    const QString cause = said.startsWith("***"_L1) ? said.section(u'\n', 1) : said;
+    return fromSql(file, SQLITE_CORRUPT, cause.simplified());
+}
+
 tr::Tr tooNew(const QString& file, int fileVersion, int knownVersion)
 {
     return databaseError(
         file, u"файл записан более новой программой (схема %1, известна %2); обновите программу"_s
                   .arg(fileVersion)
                   .arg(knownVersion));
+}
+
+tr::Tr wrongVersion(const QString& file, int fileVersion)
+{
+    return databaseError(
+        file,
+        u"номер схемы %1 не подходит к таблицам файла: он повреждён или это база "
+        "другой программы; восстановите файл из копии или назовите другой"_s.arg(fileVersion));
+}
+
+tr::Tr emptied(const QString& file)
+{
+    return databaseError(file,
+                         u"файл пуст или удалён, а рядом остался его журнал с записями (-wal); "
+                         "сохраните оба и восстановите файл из копии"_s);
 }
 
 tr::Tr transactionFailed(const QString& file)

@@ -17,7 +17,13 @@ tr::Tr fromSql(const QString& file, int resultCode, const QString& cause);
 tr::Tr fromSystem(const QString& file, int systemError);
 /// The till was stopped while it wrote, and the file's index of its log is missing.
 tr::Tr leftInTheMiddle(const QString& file);
+/// @param said what SQLite's check of the whole file says, in several lines
+tr::Tr damaged(const QString& file, const QString& said);
 tr::Tr tooNew(const QString& file, int fileVersion, int knownVersion);
+/// The file's version and its tables do not belong together.
+tr::Tr wrongVersion(const QString& file, int fileVersion);
+/// The file itself is empty or gone, while the log beside it holds what was written last.
+tr::Tr emptied(const QString& file);
 /// Work went on in a transaction after one of its statements had failed.
 tr::Tr transactionFailed(const QString& file);
 

@@ -5,6 +5,8 @@
 
 #include "host/core/basicexception.h"
 #include "host/services/database.h"
+#include "host/services/databaseerror.h"
+#include "host/services/databaseschema.h"
 #include "host/services/outgoingqueue.h"
 #include "host/services/statement.h"
 
@@ -48,7 +50,8 @@ void look(Database& database, const QDeadlineTimer& deadline, DatabaseExaminatio
     found.isTillFile = valueOf(database, u"SELECT count(*) FROM sqlite_master "
                                          "WHERE name = 'queue_messages'"_s)
                            .toInt() == 1;
-    if (found.isTillFile && found.schemaVersion == found.newestVersion) {
+    if (found.isTillFile && found.schemaVersion <= found.newestVersion &&
+        databaseschema::checkedVersion(database) == found.newestVersion) {
         lookAtQueue(database, found);
     }
     const QString said = valueOf(database, u"PRAGMA integrity_check(1)"_s).toString();
@@ -57,7 +60,7 @@ void look(Database& database, const QDeadlineTimer& deadline, DatabaseExaminatio
     }
     found.integrity = said == "ok"_L1 ? Integrity::Sound : Integrity::Damaged;
     if (found.integrity == Integrity::Damaged) {
-        found.trouble = said;
+        found.trouble = databaseerror::damaged(database.fileName(), said).ru();
     }
 }
 

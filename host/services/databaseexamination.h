@@ -21,7 +21,7 @@ struct HOST_EXPORT DatabaseExamination
     };
 
     Integrity integrity = Integrity::Unreadable;
-    QString trouble;         ///< what SQLite says, empty when the file is sound
+    QString trouble;         ///< what is wrong, a sentence; empty when the file is sound
     int schemaVersion = 0;   ///< as the file says
     int newestVersion = 0;   ///< that this program knows
     bool isTillFile = false; ///< whether the queue's tables are there

@@ -6,6 +6,7 @@
 #include "host/core/basicexception.h"
 #include "host/services/databaseconnection.h"
 #include "host/services/databaseerror.h"
+#include "host/services/databasefile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -30,6 +31,7 @@ constexpr int instructionsBetweenLooks = 2000;
 /// rebuilt in memory.
 QString parameters(const QString& file)
 {
+    databasefile::requireNotEmptied(file);
     const QFileInfo log(file + u"-wal"_s);
     const bool hasIndex = QFile::exists(file + u"-shm"_s);
     if (log.exists() && hasIndex) {

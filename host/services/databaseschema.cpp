@@ -11,6 +11,7 @@
 
 #include <QList>
 #include <QStringList>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -100,27 +101,33 @@ QStringList changeNumbers()
     };
 }
 
-const QList<QStringList>& steps()
+/// A step to the next version, and a table or an index that only files from that version on have,
+/// or those up to the one behind it.
+struct Step
 {
-    static const QList<QStringList> all{queueTables(), tillTables(), checkIndex(), changeNumbers()};
+    QString mark;
+    QStringList statements;
+};
+
+const QList<Step>& steps()
+{
+    static const QList<Step> all{{u"queue_messages"_s, queueTables()},
+                                 {u"checks"_s, tillTables()},
+                                 {u"checks_recent"_s, checkIndex()},
+                                 {u"checks_last"_s, changeNumbers()}};
     return all;
 }
 
-int versionOf(Database& database)
+/// Whether a file of that version has these tables and indices.
+bool fits(int version, const QStringList& names)
 {
-    Statement statement(database, u"PRAGMA user_version"_s);
-    statement.next();
-    return statement.value(0).toInt();
-}
-
-/// @return true when the file has the newest schema already
-bool isUpToDate(Database& database)
-{
-    const int version = versionOf(database);
-    if (version > newestVersion()) {
-        throw BasicException(databaseerror::tooNew(database.fileName(), version, newestVersion()));
+    if (version <= 0) {
+        return version == 0 && names.isEmpty();
     }
-    return version == newestVersion();
+    const auto later = steps().cbegin() + version;
+    return names.contains(steps().at(version - 1).mark) &&
+           std::none_of(later, steps().cend(),
+                        [&](const Step& step) { return names.contains(step.mark); });
 }
 
 } // namespace
@@ -130,17 +137,31 @@ int newestVersion()
     return static_cast<int>(steps().size());
 }
 
+int checkedVersion(Database& database)
+{
+    // both in one look: another process may be bringing the file up to date
+    Statement statement(database, u"SELECT user_version, (SELECT coalesce(group_concat(name), '') "
+                                  "FROM sqlite_schema) FROM pragma_user_version"_s);
+    statement.next();
+    const int version = statement.value(0).toInt();
+    if (version > newestVersion()) {
+        throw BasicException(databaseerror::tooNew(database.fileName(), version, newestVersion()));
+    }
+    if (!fits(version, statement.value(1).toString().split(u',', Qt::SkipEmptyParts))) {
+        throw BasicException(databaseerror::wrongVersion(database.fileName(), version));
+    }
+    return version;
+}
+
 void bringUpToDate(Database& database)
 {
-    if (isUpToDate(database)) {
+    if (checkedVersion(database) == newestVersion()) {
         return;
     }
     Transaction transaction(database);
-    if (isUpToDate(database)) { // another process was quicker
-        return;
-    }
-    for (int version = versionOf(database); version < newestVersion(); ++version) {
-        for (const QString& sql : steps().at(version)) {
+    // another process may have been quicker
+    for (int version = checkedVersion(database); version < newestVersion(); ++version) {
+        for (const QString& sql : steps().at(version).statements) {
             database.execute(sql);
         }
     }

@@ -58,12 +58,14 @@ void store(Database& database, const QString& queue, const QueueMessage& message
         .bind(message.steps)
         .bind(now)
         .execute();
-    Statement body(database, u"INSERT INTO queue_bodies (message_id, headers, urls, payload) "
-                             "VALUES (?, ?, ?, ?)"_s);
+    Statement body(database,
+                   u"INSERT INTO queue_bodies (message_id, headers, urls, payload, digest) "
+                   "VALUES (?, ?, ?, ?, ?)"_s);
     body.bind(head.lastInsertId())
         .bind(QString::fromUtf8(message.headers))
         .bind(QString::fromUtf8(message.urls))
         .bind(message.payload)
+        .bind(message.digest())
         .execute();
     transaction.commit();
 }

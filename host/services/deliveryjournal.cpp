@@ -5,38 +5,47 @@
 
 #include "host/services/currenttime.h"
 #include "host/services/database.h"
+#include "host/services/queuedamage.h"
 #include "host/services/queuemessage.h"
 #include "host/services/statement.h"
 #include "host/services/transaction.h"
 
+#include <QLoggingCategory>
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using deliverypolicy::Meaning;
 
 namespace {
 
+Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
+
 /// The oldest message that is due, for each account by itself so that many paused ones cost
-/// nothing. A wait that began in the future is over: the clock was put back.
+/// nothing. A wait that began in the future, or ends later than any wait may, is over: the clock
+/// was put back, or the row is damaged. And a message waits for earlier ones only.
 const QString selectDue =
     u"SELECT min(due) FROM (SELECT (SELECT m.id FROM queue_messages m "
     "WHERE m.account_id = a.id AND m.state = 'waiting' "
-    "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= ?1 OR m.attempted_at > ?1) "
+    "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= ?1 OR m.attempted_at > ?1 "
+    "OR m.next_attempt_at > ?1 + %1) "
     "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
-    "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.state <> 'delivered') "
-    "ORDER BY m.id LIMIT 1) AS due "
+    "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
+    "AND o.state <> 'delivered') ORDER BY m.id LIMIT 1) AS due "
     "FROM queue_accounts a LEFT JOIN queue_holds h ON h.queue = a.queue "
-    "WHERE (a.paused_status IS NULL OR a.probe_at <= ?1 OR a.paused_at > ?1) "
-    "AND (h.queue IS NULL OR h.until <= ?1 OR h.since > ?1))"_s;
+    "WHERE (a.paused_status IS NULL OR coalesce(a.probe_at, 0) <= ?1 OR a.paused_at > ?1 "
+    "OR a.probe_at > ?1 + %1) AND (h.queue IS NULL OR h.until <= ?1 OR h.since > ?1 "
+    "OR h.until > ?1 + %1))"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
-/// What is needed to send a message; the columns are read by readTask.
+/// What is needed to send a message; the columns are read by readTask. Queue and holds are those of
+/// the account, by which the due message was found.
 const QString selectTask =
-    u"SELECT m.id, m.account_id, m.queue, m.steps_done, m.server_errors, m.step_attempts, "
+    u"SELECT m.id, m.account_id, a.queue, m.steps_done, m.server_errors, m.step_attempts, "
     "b.payload, b.headers, b.urls, a.authorization, "
-    "a.paused_status IS NOT NULL OR h.queue IS NOT NULL FROM queue_messages m "
-    "JOIN queue_bodies b ON b.message_id = m.id "
+    "a.paused_status IS NOT NULL OR h.queue IS NOT NULL, m.steps, m.last_status, b.digest "
+    "FROM queue_messages m LEFT JOIN queue_bodies b ON b.message_id = m.id "
     "JOIN queue_accounts a ON a.id = m.account_id "
-    "LEFT JOIN queue_holds h ON h.queue = m.queue WHERE m.state = 'waiting' AND m.id = "_s;
+    "LEFT JOIN queue_holds h ON h.queue = a.queue WHERE m.state = 'waiting' AND m.id = "_s;
 
 /// One statement instead of two: a queue that was filled for weeks is drained through here.
 const QString selectDueTask = selectTask + u"("_s + selectDue + u")"_s;
@@ -48,7 +57,7 @@ const QString selectWaits =
     "UNION ALL SELECT probe_at FROM queue_accounts "
     "UNION ALL SELECT next_attempt_at FROM queue_messages "
     "WHERE account_id IS NOT NULL AND state = 'waiting' AND next_attempt_at IS NOT NULL) "
-    "WHERE until > ?"_s;
+    "WHERE until > ?1 AND until <= ?1 + %1"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
 /// Whether the server has said that it did not take the request: such an attempt must not make a
 /// later "known already" look like a success.
@@ -69,9 +78,8 @@ DeliveryTask DeliveryJournal::readTask(const Statement& row)
     task.messageId = row.value(0).toLongLong();
     task.accountId = row.value(1).toLongLong();
     task.queue = row.value(2).toString();
-    task.step = row.value(3).toInt();
-    task.serverErrors = row.value(4).toInt();
-    task.attemptedBefore = row.value(5).toInt() > 0;
+    task.serverErrors = queuedamage::countIn(row.value(4));
+    task.attemptedBefore = row.value(5).toLongLong() > 0;
     task.payload = row.value(6).toByteArray();
     task.authorization = row.value(9).toString();
     const QString headers = row.value(7).toString();
@@ -88,12 +96,19 @@ DeliveryTask DeliveryJournal::readTask(const Statement& row)
     }
     task.addresses = last.addressesInOrder;
     task.isHeld = row.value(10).toBool();
+    task.damage = queuedamage::of({row.value(6), headers, addresses, row.value(13), row.value(11),
+                                   row.value(3), row.value(12)});
+    task.step = task.damage.isEmpty() ? row.value(3).toInt() : 0;
     return task;
 }
 
 std::optional<DeliveryTask> DeliveryJournal::takeNext()
 {
     now = CurrentTime::milliseconds();
+    if (!overlookedSought) {
+        parkedUnsent += queuedamage::parkOverlooked(database);
+        overlookedSought = true;
+    }
     if (!dueMessage()) { // looked up without the right to write: this is asked for often
         return std::nullopt;
     }
@@ -123,6 +138,11 @@ std::optional<DeliveryTask> DeliveryJournal::recordAndTakeNext(const DeliveryTas
     }
     transaction.commit();
     return next;
+}
+
+int DeliveryJournal::takeParkedUnsent()
+{
+    return std::exchange(parkedUnsent, 0);
 }
 
 void DeliveryJournal::forget(const DeliveryTask& task)
@@ -177,11 +197,15 @@ std::optional<DeliveryTask> DeliveryJournal::take(qint64 messageId)
     return beginAttempt(task) ? std::optional(task) : std::nullopt;
 }
 
-/// @return false: the message has no step left to take, and is parked now
+/// @return false: the message is damaged or has no address, and is parked now
 bool DeliveryJournal::beginAttempt(const DeliveryTask& task)
 {
-    if (task.step >= task.addresses.size()) {
-        park(task, {Meaning::Refused, 0, u"В сообщении нет адресов для отправки"_s, {}, 0});
+    if (!task.damage.isEmpty()) {
+        park(task, {Meaning::Refused, 0, task.damage, {}, 0});
+        qCWarning(logDelivery).noquote() << u"Очередь %1, сообщение %2: %3"_s.arg(task.queue)
+                                                .arg(task.messageId)
+                                                .arg(task.damage);
+        ++parkedUnsent;
         return false;
     }
     Statement attempt(database,
@@ -304,7 +328,7 @@ void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& resul
 void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& result)
 {
     const bool serverError = result.meaning == Meaning::ServerError;
-    const int serverErrors = task.serverErrors + (serverError ? 1 : 0);
+    const int serverErrors = std::min(task.serverErrors, 1000) + (serverError ? 1 : 0);
     QVariant nextAttempt;
     if (serverError && serverErrors >= deliverypolicy::serverErrorsUntilAlone) {
         const qint64 wait = backOff(serverErrors - deliverypolicy::serverErrorsUntilAlone + 1);
@@ -327,7 +351,8 @@ void DeliveryJournal::holdQueue(const QString& queue, const QString& reason, qin
 {
     const bool isAddress = reason == "address"_L1;
     Statement before(database, u"SELECT failures FROM queue_holds WHERE queue = ?"_s);
-    const int failures = (before.bind(queue).next() ? before.value(0).toInt() : 0) + 1;
+    const int failures =
+        before.bind(queue).next() ? std::min(queuedamage::countIn(before.value(0)), 1000) + 1 : 1;
     const qint64 wait =
         isAddress ? deliverypolicy::probeMilliseconds : std::max(backOff(failures), atLeast);
     Statement hold(database, u"INSERT OR REPLACE INTO queue_holds "

@@ -30,6 +30,8 @@ public:
     /// following step of the same message, else as takeNext.
     std::optional<DeliveryTask> recordAndTakeNext(const DeliveryTask& task,
                                                   const DeliveryResult& result);
+    /// How many messages were parked since the last call because nothing of them can be sent.
+    int takeParkedUnsent();
     /// Takes back the attempt of a request that was taken and then not sent.
     void forget(const DeliveryTask& task);
     /// The next moment at which a wait ends, in milliseconds since 1970; nothing when none is set.
@@ -64,6 +66,8 @@ private:
         QString addresses;
         QList<QUrl> addressesInOrder;
     } last;
+    bool overlookedSought = false; ///< once for each delivery: it reads all messages
+    int parkedUnsent = 0;
     /// When the transaction under way began, in milliseconds since 1970.
     qint64 now = 0;
 };

@@ -24,6 +24,7 @@ struct DeliveryTask
     QList<QUrl> addresses;        ///< of all steps
     QByteArray payload;
     QHash<QString, QString> headers;
+    QString damage;        ///< why it cannot be sent, for people; empty when it can
     QString authorization; ///< as it also stands among the headers; empty for none
 
     bool isLastStep() const { return step + 1 >= addresses.size(); }

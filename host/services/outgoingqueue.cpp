@@ -30,7 +30,7 @@ const QString selectEntries =
     "max(coalesce(m.next_attempt_at, 0), coalesce(a.probe_at, 0), coalesce(h.until, 0)), "
     "(SELECT min(d.depends_on) FROM queue_dependencies d "
     "JOIN queue_messages o ON o.id = d.depends_on "
-    "WHERE d.message_id = m.id AND o.state <> 'delivered') "
+    "WHERE d.message_id = m.id AND o.id < m.id AND o.state <> 'delivered') "
     "FROM queue_messages m LEFT JOIN queue_accounts a ON a.id = m.account_id "
     "LEFT JOIN queue_holds h ON h.queue = m.queue AND m.state <> 'delivered' "_s;
 
@@ -39,10 +39,11 @@ QueueState stateOf(const QString& name)
     if (name == "paused"_L1) {
         return QueueState::Paused;
     }
-    if (name == "parked"_L1) {
-        return QueueState::Parked;
+    if (name == "delivered"_L1) {
+        return QueueState::Delivered;
     }
-    return name == "delivered"_L1 ? QueueState::Delivered : QueueState::Waiting;
+    // a damaged state keeps a message out of the delivery until somebody looks at it
+    return name == "waiting"_L1 ? QueueState::Waiting : QueueState::Parked;
 }
 
 QDateTime timeOf(const QVariant& milliseconds)
@@ -100,10 +101,9 @@ void OutgoingQueue::addDependency(qint64 messageId, qint64 dependsOn)
 
 QList<QueueEntry> OutgoingQueue::list(bool withDelivered)
 {
-    Statement statement(database,
-                        selectEntries + (withDelivered ? u"ORDER BY m.id"_s
-                                                       : u"WHERE m.account_id IS NOT NULL "
-                                                         "ORDER BY m.id"_s));
+    Statement statement(database, selectEntries + (withDelivered ? u"ORDER BY m.id"_s
+                                                                 : u"WHERE m.state <> 'delivered' "
+                                                                   "ORDER BY m.id"_s));
     QList<QueueEntry> entries;
     while (statement.next()) {
         entries.append(readEntry(statement));
@@ -119,14 +119,11 @@ std::optional<QueueContent> OutgoingQueue::show(qint64 messageId)
         return std::nullopt;
     }
     content.entry = readEntry(entry);
-    Statement body(database,
-                   u"SELECT b.payload, b.headers, b.urls, coalesce(m.last_answer, ''), "
-                   "coalesce(a.authorization, '') FROM queue_bodies b "
-                   "JOIN queue_messages m ON m.id = b.message_id "
-                   "LEFT JOIN queue_accounts a ON a.id = m.account_id WHERE b.message_id = ?"_s);
-    if (!body.bind(messageId).next()) {
-        return std::nullopt;
-    }
+    Statement body(database, u"SELECT b.payload, b.headers, b.urls, coalesce(m.last_answer, ''), "
+                             "coalesce(a.authorization, '') FROM queue_messages m "
+                             "LEFT JOIN queue_bodies b ON b.message_id = m.id "
+                             "LEFT JOIN queue_accounts a ON a.id = m.account_id WHERE m.id = ?"_s);
+    body.bind(messageId).next();
     content.payload = QString::fromUtf8(body.value(0).toByteArray());
     const QHash<QString, QString> headers = QueueMessage::headersOf(
         body.value(1).toByteArray(), body.value(4).toString().isEmpty() ? QString() : hidden);
@@ -144,7 +141,7 @@ QueueCounts OutgoingQueue::counts()
 {
     QueueCounts counts;
     Statement statement(database,
-                        u"SELECT count(*) FILTER (WHERE m.state = 'parked'), "
+                        u"SELECT count(*) FILTER (WHERE m.state NOT IN ('waiting', 'delivered')), "
                         "count(*) FILTER (WHERE m.state = 'delivered'), "
                         "count(*) FILTER (WHERE m.state = 'waiting'), "
                         "count(*) FILTER (WHERE m.state = 'waiting' AND "
@@ -243,7 +240,8 @@ int OutgoingQueue::removeDelivered(int olderThanDays)
     do {
         Statement statement(database,
                             u"DELETE FROM queue_messages WHERE id IN (SELECT id "
-                            "FROM queue_messages WHERE delivered_at < ? ORDER BY id LIMIT ?)"_s);
+                            "FROM queue_messages WHERE state = 'delivered' AND delivered_at < ? "
+                            "ORDER BY id LIMIT ?)"_s);
         statement.bind(before).bind(atOnce).execute();
         inThisStep = statement.affectedRows();
         removed += inThisStep;

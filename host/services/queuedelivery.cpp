@@ -103,6 +103,7 @@ DeliveryReport QueueDelivery::deliverDue()
             progressed(report);
         }
     }
+    report.parked += journal->takeParkedUnsent();
     removeOld();
     if (const std::optional<qint64> end = journal->nextWaitEnd()) {
         report.nextAttempt = QDateTime::fromMSecsSinceEpoch(*end);

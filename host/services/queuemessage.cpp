@@ -3,9 +3,11 @@
 
 #include "host/services/queuemessage.h"
 
+#include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -57,6 +59,24 @@ QueueMessage QueueMessage::fromMap(const QVariantMap& message)
     }
     result.urls = toJson(urls);
     return result;
+}
+
+QByteArray QueueMessage::digest() const
+{
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (const QByteArray& part : {payload, headers, urls}) {
+        hash.addData(QByteArray::number(part.size()) + ':');
+        hash.addData(part);
+    }
+    return hash.result();
+}
+
+bool QueueMessage::isTextObject(const QByteArray& json)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    const QJsonObject object = document.object();
+    return document.isObject() && std::all_of(object.begin(), object.end(),
+                                              [](const auto& value) { return value.isString(); });
 }
 
 QStringList QueueMessage::addressesOf(const QByteArray& urls)

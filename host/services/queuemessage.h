@@ -19,9 +19,14 @@ struct QueueMessage
     QString authorization; ///< the value of that header, empty when there is none
     int steps = 0;         ///< how many addresses are to be posted to
 
+    /// What is stored beside payload, headers and urls and tells whether they are still the same.
+    QByteArray digest() const;
+
     /// Takes a message as a plug-in gives it: "payload" (text), "headers" and "urls" (maps of
     /// texts). Other keys mean nothing to the queue and are not kept.
     static QueueMessage fromMap(const QVariantMap& message);
+    /// Whether that is the JSON of an object of texts, as headers and urls are.
+    static bool isTextObject(const QByteArray& json);
     /// The addresses in the order in which they are posted to: by ascending number. Keys that are
     /// no numbers from 0 up name no step.
     static QStringList addressesOf(const QByteArray& urls);

@@ -66,7 +66,8 @@ int nextPort()
 void moveQueue(const QString& tillDatabase, int fromPort, int toPort)
 {
     Database database(tillDatabase);
-    Statement move(database, u"UPDATE queue_bodies SET urls = replace(urls, ?, ?)"_s);
+    Statement move(database, u"UPDATE queue_bodies SET digest = NULL, "
+                             "urls = replace(urls, ?, ?)"_s);
     move.bind(u":%1/"_s.arg(fromPort)).bind(u":%1/"_s.arg(toPort)).execute();
 }
 

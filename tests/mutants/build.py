@@ -9,15 +9,19 @@ import shlex
 import subprocess
 from pathlib import Path
 
+from areas import AREAS
+
 # The test programs that link the client or the plug-in's class, and where the build puts them.
-PROGRAMS = {f"client-{name}-test": f"tests/client/client-{name}-test" for name in (
-    "settings", "exchange", "request", "response", "number", "hostile-answers", "spending-model",
-    "spending-properties")}
-PROGRAMS["test-plugin"] = "tests/plugin/test-plugin"
+PROGRAMS = AREAS[0].programs
 # What these programs are about; the slow ones look at nothing else that others do not look at.
 SPENDING = ("client/response/spending.cpp", "client/response/line.cpp")
 CONCERNS = {"client-number-test": ("client/response/number.cpp",),
-            "client-spending-model-test": SPENDING, "client-spending-properties-test": SPENDING}
+            "client-spending-model-test": SPENDING, "client-spending-properties-test": SPENDING,
+            "test-host-rest": tuple(f"host/services/{name}.cpp" for name in (
+                "restclient", "curlpool", "transporterror", "transportsettings",
+                "connectionprobe")),
+            "test-host-config": tuple(f"host/services/{name}.cpp" for name in (
+                "config", "configreader", "knownkeys", "secretfile"))}
 # Which program is tried first for the mutants of a folder or file, until more is known.
 HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
          "client/response": "client-response-test",
@@ -33,9 +37,21 @@ FLAGS = "-O0 -DNDEBUG"
 
 
 class Build:
-    def __init__(self, root, jobs):
-        self.root, self.jobs = root, jobs
+    def __init__(self, root, jobs, areas=AREAS[:1]):
+        self.root, self.jobs, self.areas = root, jobs, areas
         self.folder = root / "build/mutants"
+
+    def programs(self):
+        """All that judge, and where they are."""
+        found = {name: path for area in self.areas for name, path in area.programs.items()}
+        return {**found, **(MODULE_PROGRAMS if self._has_module() else {})}
+
+    def _has_module(self):
+        return any(area.has_module for area in self.areas)
+
+    def library(self, area):
+        """The file that an area's shared library is, and not a link to it."""
+        return os.path.relpath((self.folder / area.shared_library).resolve(), self.folder)
 
     def prepare(self):
         """Configures and builds what the tests need; nothing that a mutant has left counts."""
@@ -45,12 +61,17 @@ class Build:
                      "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}",
                      "-DORVA_BUILD_TESTS=ON")
         self._logged("build.log", "ninja", "-C", self.folder, f"-j{self.jobs}",
-                     *PROGRAMS, *MODULE_PROGRAMS)
+                     *self.programs())
         entries = json.loads((self.folder / "compile_commands.json").read_text())
         self.compile_commands = {os.path.relpath(entry["file"], self.root):
                                  shlex.split(entry["command"]) for entry in entries}
-        self.link_commands = {name: self._link_command(path) for name, path in
-                              [*PROGRAMS.items(), ("module", MODULE)]}
+        linked = {name: path for name, path in self.programs().items()
+                  if name not in MODULE_PROGRAMS}
+        if self._has_module():
+            linked["module"] = MODULE
+        linked.update((area.shared_library, self.library(area)) for area in self.areas
+                      if area.shared_library)
+        self.link_commands = {name: self._link_command(path) for name, path in linked.items()}
         self.users = self._users_of_headers()
 
     def object_of(self, source):

@@ -7,13 +7,13 @@ import re
 import subprocess
 from dataclasses import dataclass, field
 
+from areas import area_of
 from names import Names
 from operators import token_changes
 from rearrangements import rearrangements
 from statements import Structure
 from tokens import Source
 
-FOLDERS = ("client", "plugin")
 # Its text is read by Qt's generator and not by the compiler; tests of the built module compare it.
 WITHOUT_CODE = {"plugin/orva.h"}
 
@@ -38,16 +38,23 @@ class Mutant:
 
 
 def files(root):
-    listed = subprocess.run(["git", "ls-files", *FOLDERS], cwd=root, check=True, text=True,
+    listed = subprocess.run(["git", "ls-files", "*.cpp", "*.h"], cwd=root, check=True, text=True,
                             capture_output=True).stdout.split()
-    return [name for name in listed if name.endswith((".cpp", ".h")) and name not in WITHOUT_CODE]
+    return [name for name in listed if area_of(name) and name not in WITHOUT_CODE]
 
 
 def all_mutants(root):
-    headers = [path.read_text() for folder in ("host", "client")
-               for path in sorted((root / folder).rglob("*.h"))]
-    names = Names(headers, (root / "client/elements.h").read_text())
-    return [mutant for name in files(root) for mutant in mutants_of(root, name, names)]
+    elements = (root / "client/elements.h").read_text()
+
+    def names_in(*folders):
+        return Names([path.read_text() for folder in folders
+                      for path in sorted((root / folder).rglob("*.h"))], elements)
+
+    names = {"client": names_in("host", "client"), "host": names_in("host"),
+             "till": names_in("host", "till"), "recording": names_in("host", "till"),
+             "simulator": names_in("simulator")}
+    return [mutant for name in files(root)
+            for mutant in mutants_of(root, name, names[area_of(name).name])]
 
 
 def unchanged(name):

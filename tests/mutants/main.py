@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Orva developers
 # SPDX-License-Identifier: Apache-2.0
-"""Makes small mistakes in plugin/ and client/ and sees whether the tests notice."""
+"""Makes small mistakes in the sources and sees whether the tests notice."""
 
 import argparse
 import collections
@@ -16,7 +16,8 @@ import time
 from pathlib import Path
 
 import equivalents
-from build import MODULE_PROGRAMS, PROGRAMS, Build
+from areas import AREAS, area_of
+from build import MODULE_PROGRAMS, Build
 from catalogue import all_mutants, unchanged
 from worker import COMPILE_FAILED, KILLED, SURVIVED, Worker, end, run_limited, running
 
@@ -27,6 +28,8 @@ WANTED = 95.0
 
 def arguments():
     parser = argparse.ArgumentParser(prog="scripts/mutants", description=__doc__)
+    parser.add_argument("--area", action="append", choices=[area.name for area in AREAS],
+                        help="mutants of that area; may be given several times (all)")
     parser.add_argument("--only", metavar="FILE", help="mutants of files whose path contains it")
     parser.add_argument("--sample", type=int, metavar="N", help="that many of them, by chance")
     parser.add_argument("--seed", type=int, default=1, help="of the chance (1)")
@@ -40,6 +43,8 @@ def chosen(options, report):
     """Returns (mutants to try, number of listed ones)."""
     mutants = all_mutants(ROOT)
     listed = equivalents.listed(mutants, equivalents.read(ROOT / LIST), LIST)
+    if options.area:
+        mutants = [mutant for mutant in mutants if area_of(mutant.file).name in options.area]
     if options.only:
         mutants = [mutant for mutant in mutants if options.only in mutant.file]
     if options.again:
@@ -60,7 +65,7 @@ def measured_limits(build, scratch):
     kept = build.folder / "seconds.json"
     known = json.loads(kept.read_text()) if kept.exists() else {}
     limits = {}
-    for name, path in {**PROGRAMS, **MODULE_PROGRAMS}.items():
+    for name, path in build.programs().items():
         built = [(build.folder / file).stat().st_mtime for file in (path, "host/libposhost.so")]
         if name in MODULE_PROGRAMS or known.get(name, [None])[0] != built:
             known[name] = [built, seconds_of(build, path, scratch)]
@@ -84,8 +89,9 @@ def run(build, mutants, limits, jobs, report):
     kills = collections.defaultdict(collections.Counter)
     lock = threading.Lock()
     control = Worker(build, build.folder / "worker-0", limits, kills)
-    if control.judge(unchanged("client/transport.cpp")).verdict != SURVIVED:
-        raise SystemExit("mutants: the tests fail in the copy without any mutant")
+    for area in build.areas:
+        if control.judge(unchanged(area.control)).verdict != SURVIVED:
+            raise SystemExit(f"mutants: the tests of {area.name} fail without any mutant")
 
     def work(number):
         worker = Worker(build, build.folder / f"worker-{number}", limits, kills)
@@ -129,7 +135,8 @@ def main():
         print(f"{len(mutants)} mutants, {listed} more are listed as equivalent")
         return 0
     started = time.monotonic()
-    build = Build(ROOT, options.jobs)
+    wanted = {area_of(mutant.file).name for mutant in mutants}
+    build = Build(ROOT, options.jobs, [area for area in AREAS if area.name in wanted])
     build.prepare()
     limits = measured_limits(build, folder / "scratch")
     with open(folder / "report.txt", "w", encoding="utf-8") as report:
@@ -141,6 +148,11 @@ def main():
     print(f"{len(mutants)} mutants made in {time.monotonic() - started:.0f} s{seed}: "
           f"{verdicts[COMPILE_FAILED]} did not compile, {verdicts[KILLED]} killed, "
           f"{verdicts[SURVIVED]} survived; {listed} more are listed as equivalent")
+    for area in build.areas:
+        of_area = collections.Counter(outcome.verdict for outcome in outcomes
+                                      if area_of(outcome.mutant.file) is area)
+        print(f"{area.name}: {of_area[KILLED]} killed, {of_area[SURVIVED]} survived, "
+              f"{of_area[COMPILE_FAILED]} did not compile")
     print(f"{share:.1f} % of those that compile are killed (wanted: {WANTED:.0f} %)")
     return 0 if share >= WANTED else 1
 

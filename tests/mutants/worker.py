@@ -11,9 +11,10 @@ import threading
 import time
 from dataclasses import dataclass
 
-from build import CONCERNS, HINTS, MODULE, MODULE_PROGRAMS, PROGRAMS
+from areas import area_of
+from build import CONCERNS, HINTS, MODULE, MODULE_PROGRAMS
 
-FOLDERS = ("client", "host", "plugin", "tests")
+FOLDERS = ("client", "console", "host", "plugin", "simulator", "tests", "till", "wire")
 COMPILE_LIMIT = 120
 MEMORY_LIMIT = 4 << 30
 WALL_LIMIT = 180
@@ -94,17 +95,34 @@ class Worker:
         return part
 
     def _test(self, mutant, objects):
-        kills = self.kills[mutant.file]
-        concerned = [name for name in PROGRAMS if name not in CONCERNS or any(
+        kills, area = self.kills[mutant.file], area_of(mutant.file)
+        concerned = [name for name in area.programs if name not in CONCERNS or any(
             self.build.object_of(source) in objects for source in CONCERNS[name])]
         hint = HINTS.get(mutant.file.rpartition("/")[0]) or HINTS.get(mutant.file)
+        library = self._made_library(area, objects)
         for name in sorted(concerned, key=lambda name: (-kills[name] - (name == hint),
                                                         self.cpu_limits[name])):
-            if self._is_killed_by(name, objects):
+            killed = (self._is_killed_with(library, area.programs[name], name) if library
+                      else self._is_killed_by(name, objects))
+            if killed:
                 kills[name] += 1
                 return KILLED, name
+        if not area.has_module:
+            return SURVIVED, ""
         with Worker.module_lock:
             return self._test_module(objects)
+
+    def _made_library(self, area, objects):
+        if not area.shared_library:
+            return None
+        library = self.folder / "library.so"
+        self._link(area.shared_library, objects, library)
+        return library
+
+    def _is_killed_with(self, library, path, name):
+        command = ["env", f"LD_PRELOAD={library}", str(self.build.folder / path)]
+        # twice: some measure times, which a busy machine may keep too long
+        return all(self._run(command, self.cpu_limits[name]) != 0 for _ in range(2))
 
     def _is_killed_by(self, name, objects):
         program = self.folder / name

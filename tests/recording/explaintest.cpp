@@ -65,7 +65,7 @@ protected:
             Statement read(database, u"SELECT id, data FROM checks WHERE state = 'closed'"_s);
             ASSERT_TRUE(read.next());
             id = read.value(0).toString();
-            check = till::checkcodec::decode(read.value(1).toByteArray());
+            check = till::checkcodec::decode(read.value(1).toByteArray(), id);
         }
         edit(check);
         Statement write(database, u"UPDATE checks SET data = ? WHERE id = ?"_s);

@@ -12,7 +12,9 @@
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using till::Record;
@@ -73,6 +75,32 @@ TEST_F(RecordFolderTest, aRecordThatAloneIsTooLargeIsGivenUp)
     EXPECT_LE(bytesIn(folder), 10'000);
     write(folder, 3000);
     EXPECT_EQ(folder.read(2).calls.size(), 1);
+}
+
+TEST_F(RecordFolderTest, aFullDiskIsCalledSo)
+{
+    RecordFolder folder(path(), bounds(100'000));
+    write(folder, 10);
+    // takes a part of what is written, as a full disk does
+    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit usual
+    {};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const struct rlimit small
+    {
+        1000, usual.rlim_max
+    };
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    QString said;
+    try {
+        write(folder, 3000);
+    } catch (const till::Failure& failure) {
+        said = failure.text();
+    }
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &usual), 0);
+    ::signal(SIGXFSZ, handler);
+    EXPECT_EQ(said, u"%1/000002.jsonl cannot be written (the disk is full)"_s.arg(path()));
+    EXPECT_EQ(folder.read(2).calls.size(), 0) << "half a line is left";
 }
 
 TEST_F(RecordFolderTest, oldRecordsGoWhenANewOneBegins)

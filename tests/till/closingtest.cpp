@@ -147,8 +147,8 @@ TEST_F(ClosingTest, aCheckClosedElsewhereIsNotClosedTwice)
     const QString id = desk->current().id();
     Statement(*database, u"UPDATE checks SET state = 'closed'"_s).execute();
     const QString refusal = refusalOf([&] { desk->close(); });
-    EXPECT_EQ(refusal, u"Check %1 has been closed or abandoned by another till meanwhile; open a "
-                       "new one."_s.arg(id));
+    EXPECT_EQ(refusal, u"Check %1 has been closed or abandoned by another till meanwhile; "
+                       "abandon it here and open a new one."_s.arg(id));
     EXPECT_EQ(messages(), 0);
 }
 

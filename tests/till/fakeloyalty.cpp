@@ -122,6 +122,9 @@ bool FakeLoyalty::rollback(const QSharedPointer<AbstractDocument>& check)
 
 double FakeLoyalty::getPointsForSpend(const QSharedPointer<AbstractDocument>& check)
 {
+    if (onPoints) {
+        onPoints();
+    }
     return std::min(pointsForSpend, check->getSumToPay());
 }
 

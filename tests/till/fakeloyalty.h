@@ -52,6 +52,7 @@ public:
     /// Points that spendPoints places, by position; by default all on line 1.
     QMap<int, double> placed;
     std::function<void()> onSpend;
+    std::function<void()> onPoints;
     std::function<void()> onRestore;
     std::function<void()> onRollback;
     bool commits = true;

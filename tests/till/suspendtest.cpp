@@ -219,19 +219,42 @@ TEST_F(SuspendTest, aSystemThatDoesNotRestoreLeavesTheCheckSuspended)
     EXPECT_TRUE(desk->close().confirmed);
 }
 
+namespace {
+
+/// As version 1 of the format was, which had no digest.
+QByteArray asVersion1(QByteArray bytes)
+{
+    constexpr qsizetype digestBytes = 20;
+    bytes[7] = 1;
+    return bytes.chopped(digestBytes);
+}
+
+} // namespace
+
 TEST_F(SuspendTest, bytesThatAreNoCheckAreRefused)
 {
     openReady();
+    const auto decode = [](const QByteArray& bytes) {
+        return till::checkcodec::decode(bytes, u"c1"_s);
+    };
     const QByteArray good = till::checkcodec::encode(desk->current());
-    expectSame(till::checkcodec::decode(good), desk->current());
-    const QString damaged = u"The stored check is damaged and cannot be read."_s;
+    expectSame(decode(good), desk->current());
+    expectSame(decode(asVersion1(good)), desk->current());
+    const QString damaged =
+        u"The stored check c1 is damaged; look for it in a copy of the database."_s;
+    const QByteArray old = asVersion1(good);
+    for (qsizetype length = 0; length < old.size(); ++length) {
+        EXPECT_EQ(refusalOf([&] { decode(old.first(length)); }), damaged)
+            << "cut to " << length << " of " << old.size();
+    }
+    EXPECT_EQ(refusalOf([&] { decode(old + 'x'); }), damaged);
     for (qsizetype length = 0; length < good.size(); ++length) {
-        EXPECT_EQ(refusalOf([&] { till::checkcodec::decode(good.first(length)); }), damaged)
+        EXPECT_EQ(refusalOf([&] { decode(good.first(length)); }), damaged)
             << "cut to " << length << " of " << good.size();
     }
-    EXPECT_EQ(refusalOf([&] { till::checkcodec::decode(good + 'x'); }), damaged);
+    EXPECT_EQ(refusalOf([&] { decode(good + 'x'); }), damaged);
     QByteArray newer = good;
-    newer[7] = 2;
-    EXPECT_EQ(refusalOf([&] { till::checkcodec::decode(newer); }),
-              u"The stored check was written by a newer till; use that one."_s);
+    newer[7] = 3;
+    EXPECT_EQ(refusalOf([&] { decode(newer); }),
+              u"The stored check c1 was written by a newer till; use that one."_s);
 }

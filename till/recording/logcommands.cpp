@@ -8,6 +8,7 @@
 #include "till/failure.h"
 #include "till/output.h"
 #include "till/progress.h"
+#include "till/reason.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
 #include "till/recording/recordedaddresses.h"
@@ -62,8 +63,7 @@ void writeNew(const QString& fileName, const QByteArray& content)
 {
     QFile file(fileName);
     const auto refusal = [&file] {
-        return Failure(
-            Text::tr("%1 cannot be written (%2).").arg(file.fileName(), file.errorString()));
+        return Failure(Text::tr("%1 cannot be written (%2).").arg(file.fileName(), reasonOf(file)));
     };
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                    QFile::ReadOwner | QFile::WriteOwner)) {

@@ -6,6 +6,7 @@
 #include "host/services/config.h"
 #include "host/services/currenttime.h"
 #include "till/failure.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QDir>
@@ -35,9 +36,9 @@ QString fileName(const QString& folder, int number)
     return folder + u'/' + nameOf(number);
 }
 
-[[noreturn]] void fail(const QFile& file)
+[[noreturn]] void fail(const QFile& file, const QString& reason)
 {
-    throw Failure(Text::tr("%1 cannot be written (%2)").arg(file.fileName(), file.errorString()));
+    throw Failure(Text::tr("%1 cannot be written (%2)").arg(file.fileName(), reason));
 }
 
 } // namespace
@@ -181,7 +182,7 @@ void RecordFolder::openNext()
     if (refused == nullptr) {
         throw Failure(Text::tr("no number is left in %1; move its records elsewhere").arg(path));
     }
-    fail(*refused);
+    fail(*refused, reasonOf(*refused));
 }
 
 void RecordFolder::add(const QJsonObject& line)
@@ -193,9 +194,10 @@ void RecordFolder::add(const QJsonObject& line)
     makeRoom(bytes.size());
     const qint64 before = file->pos();
     if (file->write(bytes) != bytes.size()) {
-        file->resize(before); // half a line helps nobody
+        const QString reason = reasonOf(*file); // resizing forgets it
+        file->resize(before);                   // half a line helps nobody
         const std::unique_ptr<QFile> broken = std::move(file);
-        fail(*broken);
+        fail(*broken, reason);
     }
     total += bytes.size();
     known.last().bytes += bytes.size();

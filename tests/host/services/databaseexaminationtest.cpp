@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -56,6 +57,33 @@ TEST_F(Examination, AFileWithAnyNameIsRead)
         const Database made(odd);
     }
     EXPECT_EQ(DatabaseExamination::of(odd, 5000).integrity, Integrity::Sound);
+}
+
+TEST_F(Examination, ADamagedFileIsToldInOneSentence)
+{
+    fill(200);
+    {
+        QFile pages(file);
+        ASSERT_TRUE(pages.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(pages.seek(pages.size() - 10 * 4096));
+        pages.write(QByteArray(4096, '\x5a'));
+    }
+    const DatabaseExamination damaged = DatabaseExamination::of(file, 5000);
+    EXPECT_EQ(damaged.integrity, Integrity::Damaged);
+    const std::string trouble = damaged.trouble.toStdString();
+    EXPECT_THAT(trouble, HasSubstr("till.db: "));
+    EXPECT_THAT(trouble, HasSubstr("файл повреждён"));
+    EXPECT_THAT(trouble, Not(HasSubstr("***")));
+    EXPECT_THAT(trouble, Not(HasSubstr("\n")));
+}
+
+TEST_F(Examination, AnEmptiedFileIsNotTakenForANewOne)
+{
+    folder.write(u"till.db-wal"_s, QByteArray(5000, 'x'));
+    folder.write(u"till.db"_s, {});
+    const DatabaseExamination emptied = DatabaseExamination::of(file, 5000);
+    EXPECT_EQ(emptied.integrity, Integrity::Unreadable);
+    EXPECT_THAT(emptied.trouble.toStdString(), HasSubstr("файл пуст или удалён"));
 }
 
 TEST_F(Examination, ALookThatTakesTooLongIsBrokenOff)

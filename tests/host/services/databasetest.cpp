@@ -104,6 +104,77 @@ TEST_F(DatabaseFile, ANewerSchemaIsRefusedAndLeftAlone)
                 HasSubstr("файл записан более новой программой (схема 5, известна 4); обновите"));
 }
 
+TEST_F(DatabaseFile, AVersionThatIsNotTheFilesIsRefusedAndTheFileLeftAlone)
+{
+    {
+        Database database(file);
+        database.execute(u"INSERT INTO checks (id, state) VALUES ('kept', 'open')"_s);
+    }
+    const auto setVersion = [this](const QString& version) {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(handle, ("PRAGMA user_version = " + version.toUtf8()).constData(),
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_close(handle);
+    };
+    const int newest = Database::schemaVersion();
+    for (int bit = 0; bit < 32; ++bit) {
+        const qint32 version = newest ^ static_cast<qint32>(1U << unsigned(bit));
+        setVersion(QString::number(version));
+        EXPECT_THAT(
+            databaseErrorOf([&] { const Database database(file); }),
+            HasSubstr(version > newest ? "более новой программой" : "не подходит к таблицам файла"))
+            << "version " << version;
+    }
+    for (int version = 0; version < newest; ++version) {
+        setVersion(QString::number(version));
+        EXPECT_THAT(databaseErrorOf([&] { const Database database(file); }),
+                    HasSubstr("не подходит к таблицам файла"))
+            << "version " << version;
+    }
+    setVersion(QString::number(newest));
+    Database database(file);
+    EXPECT_EQ(single(database, u"SELECT count(*) FROM checks"_s).toInt(), 1);
+}
+
+TEST_F(DatabaseFile, ADatabaseOfAnotherProgramIsRefusedAndLeftAlone)
+{
+    sqlite3* handle = nullptr;
+    ASSERT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &handle), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(handle, "CREATE TABLE letters (a)", nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(handle);
+    EXPECT_THAT(databaseErrorOf([&] { const Database database(file); }),
+                HasSubstr("база другой программы"));
+}
+
+TEST_F(DatabaseFile, AnEmptiedFileWithALogIsRefusedAndTheLogKept)
+{
+    const QByteArray frames(32 + 24 + 4096, 'x');
+    const QString log = folder.write(u"till.db-wal"_s, frames);
+    const auto expectRefused = [&](const std::string& what) {
+        EXPECT_THAT(databaseErrorOf([&] { const Database database(file); }),
+                    HasSubstr("файл пуст или удалён"))
+            << what;
+        EXPECT_EQ(QFile(log).size(), frames.size()) << what;
+    };
+    expectRefused("no file");
+    EXPECT_FALSE(QFile::exists(file));
+    folder.write(u"till.db"_s, {});
+    expectRefused("no byte");
+    folder.write(u"till.db"_s, QByteArray(1, '\0'));
+    expectRefused("one byte");
+}
+
+TEST_F(DatabaseFile, AFileThatIsEmptyWithoutALogIsANewOne)
+{
+    folder.write(u"till.db"_s, {});
+    folder.write(u"till.db-wal"_s, {});
+    const Database database(file);
+    EXPECT_EQ(database.fileName(), file);
+}
+
 void run(const QString& scriptName, const QString& file)
 {
     QFile script(QStringLiteral(ORVA_SERVICES_DATA "/") + scriptName);

@@ -89,6 +89,21 @@ TEST_F(Delivery, AMessageThatMetFiveServerErrorsLetsTheOthersPass)
     EXPECT_EQ(deliverThrough(1), "a1 a2;");
 }
 
+TEST_F(Delivery, AMessageOnItsOwnRespectsRetryAfter)
+{
+    add(u"a"_s);
+    add(u"b"_s);
+    answerTo(u"a"_s, {500});
+    deliver();
+    EXPECT_EQ(deliverThrough(4), "a1;a1;a1;a1 b1 b2;");
+    answerTo(u"a"_s, {503, {}, u"600"_s});
+    EXPECT_EQ(deliverThrough(1), "a1;");
+    EXPECT_EQ(waitInMilliseconds(), 600 * second);
+    answerTo(u"a"_s, {503, {}, u"1"_s});
+    EXPECT_EQ(deliverThrough(1), "a1;");
+    EXPECT_GE(waitInMilliseconds(), 4 * second) << "not shorter than the back-off";
+}
+
 TEST_F(Delivery, AWrongAuthorizationPausesItsMessagesAndProbesTheOldest)
 {
     add(u"a"_s, u"Basic old"_s);

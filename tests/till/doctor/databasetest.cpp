@@ -74,6 +74,10 @@ TEST(DoctorFinds, aDatabaseThatCannotBeOpened)
          u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
         {"pages of something else", [](Scene& scene) { damage(scene); },
          u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
+        {"an impossible version", executing(u"PRAGMA user_version = -3"_s),
+         u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
+        {"the version of an empty file", executing(u"PRAGMA user_version = 0"_s),
+         u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
     });
 }
 
@@ -130,7 +134,11 @@ TEST(DoctorFinds, aDiskThatIsFull)
 TEST(Doctor, letsAnOlderDatabaseBe)
 {
     Scene scene;
-    executing(u"PRAGMA user_version = 2"_s)(scene);
+    scene.inDatabase([](Database& database) {
+        database.execute(u"DROP INDEX checks_last"_s);
+        database.execute(u"CREATE INDEX checks_recent ON checks(state, type, updated_at)"_s);
+        database.execute(u"PRAGMA user_version = 3"_s);
+    });
     const till::doctor::Report report = scene.examine();
     EXPECT_EQ(report.count(till::doctor::Mark::Fails), 0) << report.text().toStdString();
     EXPECT_EQ(Scene::marksOf(report).value(u"database.schema"_s), u"skipped"_s);
