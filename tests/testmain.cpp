@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "contract/runningcase.h"
+
 #include <QCoreApplication>
 
 #include <clocale>
@@ -23,5 +25,6 @@ int main(int argc, char** argv)
                      std::setlocale(LC_ALL, nullptr));
         return 1;
     }
+    contract::nameTheCaseThatDies(qEnvironmentVariableIntValue("ORVA_CASE_SECONDS"));
     return RUN_ALL_TESTS();
 }

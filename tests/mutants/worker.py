@@ -13,7 +13,7 @@ from dataclasses import dataclass
 
 from build import CONCERNS, HINTS, MODULE, MODULE_PROGRAMS, PROGRAMS
 
-FOLDERS = ("client", "host", "plugin", "tests")
+FOLDERS = ("client", "contract", "host", "plugin", "tests")
 COMPILE_LIMIT = 120
 MEMORY_LIMIT = 4 << 30
 WALL_LIMIT = 180
