@@ -72,8 +72,9 @@ if(TARGET orva-contract)
     target_include_directories(orva-contract INTERFACE $<INSTALL_INTERFACE:${ORVA_INSTALL_HEADERS}>)
     install(TARGETS orva-contract EXPORT PosHostContractTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-    install(FILES contract/documentdata.h contract/hostundertest.h contract/queueundertest.h
-            contract/run.h
+    install(FILES contract/documentdata.h contract/hostundertest.h contract/printers.h
+            contract/queueundertest.h
+            contract/run.h contract/runningcase.h
         DESTINATION ${ORVA_INSTALL_HEADERS}/contract COMPONENT development)
     file(RELATIVE_PATH to_libraries /${ORVA_INSTALL_WATCH} /${CMAKE_INSTALL_LIBDIR})
     set_target_properties(poshost-watch PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")

@@ -75,6 +75,7 @@ endfunction()
 function(orva_plugin target)
     add_library(${target} MODULE ${ARGN})
     _orva_settings(${target})
+    _orva_reuse_headers(${target} orva-precompiled)
 endfunction()
 
 # orva_program(NAME sources...): built into <build>/bin
@@ -83,34 +84,4 @@ function(orva_program target)
     _orva_settings(${target})
     _orva_reuse_headers(${target} orva-precompiled)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
-endfunction()
-
-# orva_test(NAME SOURCES ... [LIBRARIES ...] [DEFINITIONS ...] [TIMEOUT seconds] [SERIAL])
-# A GoogleTest program. Every test in it runs twice: under the C locale and under a Russian one,
-# whose decimal comma must change nothing.
-function(orva_test target)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL" "TIMEOUT" "SOURCES;LIBRARIES;DEFINITIONS")
-    add_executable(${target} ${ARG_SOURCES})
-    _orva_settings(${target})
-    _orva_reuse_headers(${target} orva-test-precompiled)
-    target_link_libraries(${target} PRIVATE orva-testmain GTest::gmock ${ARG_LIBRARIES})
-    target_compile_definitions(${target} PRIVATE ${ARG_DEFINITIONS}
-        ORVA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
-    if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 60)
-    endif()
-    if(ORVA_SANITIZE) # without optimisation and watched, the long ones take several times as long
-        math(EXPR ARG_TIMEOUT "10 * ${ARG_TIMEOUT}")
-    endif()
-    set(serial "")
-    if(ARG_SERIAL)
-        set(serial RUN_SERIAL TRUE)
-    endif()
-    gtest_discover_tests(${target} TEST_PREFIX "${target}." DISCOVERY_MODE PRE_TEST
-        DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "LC_ALL=C.UTF-8" ${serial})
-    gtest_discover_tests(${target} TEST_PREFIX "ru.${target}." DISCOVERY_MODE PRE_TEST
-        DISCOVERY_TIMEOUT 60 TEST_LIST ${target}_RU
-        PROPERTIES TIMEOUT ${ARG_TIMEOUT}
-            ENVIRONMENT "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1" ${serial})
 endfunction()

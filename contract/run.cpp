@@ -3,6 +3,7 @@
 
 #include "contract/run.h"
 
+#include "contract/runningcase.h"
 #include "contract/subject.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,7 @@ int run(int& argc, char** argv, HostUnderTest& host)
     current = &host;
     addPromises();
     ::testing::InitGoogleTest(&argc, argv);
+    nameTheCaseThatDies();
     return RUN_ALL_TESTS();
 }
 

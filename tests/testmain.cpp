@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "contract/runningcase.h"
 #include "till/librarylog.h"
 
 #include <QCoreApplication>
@@ -26,5 +27,6 @@ int main(int argc, char** argv)
         return 1;
     }
     till::librarylog::giveConsole();
+    contract::nameTheCaseThatDies(qEnvironmentVariableIntValue("ORVA_CASE_SECONDS"));
     return RUN_ALL_TESTS();
 }

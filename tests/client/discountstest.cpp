@@ -13,14 +13,14 @@ using ::testing::StrictMock;
 
 namespace {
 
-QDateTime firstTime()
+QDateTime firstDiscountsTime()
 {
     return QDateTime(QDate(2024, 3, 5), QTime(14, 20, 31));
 }
 
-QDateTime secondTime()
+QDateTime secondDiscountsTime()
 {
-    return firstTime().addMSecs(1);
+    return firstDiscountsTime().addMSecs(1);
 }
 
 class Discounts : public ::testing::Test
@@ -59,13 +59,13 @@ TEST_F(Discounts, fillEveryFieldOfTheOrdinaryDiscount)
 {
     StrictMock<tests::MockCurrentTime> clock;
     const tests::Registered<CurrentTime> registration(clock);
-    EXPECT_CALL(clock, currentDateTime()).WillOnce(Return(firstTime()));
+    EXPECT_CALL(clock, currentDateTime()).WillOnce(Return(firstDiscountsTime()));
     const auto impacts = read(line(u"4"_s, u"<discount>15.505</discount>"_s));
     ASSERT_EQ(impacts.size(), 1);
     EXPECT_FALSE(impacts.first().dynamicCast<DiscountImpact>().isNull());
     const auto detail = impacts.first()->getTotals();
     EXPECT_EQ(detail->getCardRecord(), record);
-    EXPECT_EQ(detail->getDateTime(), firstTime());
+    EXPECT_EQ(detail->getDateTime(), firstDiscountsTime());
     EXPECT_EQ(static_cast<int>(detail->getDiscountType()), 2);
     EXPECT_EQ(static_cast<int>(detail->getDiscountMode()), 2);
     EXPECT_EQ(detail->getDiscountName(), u"Скидка Orva"_s);
@@ -80,13 +80,13 @@ TEST_F(Discounts, fillEveryFieldOfTheDiscountOnTheChange)
 {
     StrictMock<tests::MockCurrentTime> clock;
     const tests::Registered<CurrentTime> registration(clock);
-    EXPECT_CALL(clock, currentDateTime()).WillOnce(Return(firstTime()));
+    EXPECT_CALL(clock, currentDateTime()).WillOnce(Return(firstDiscountsTime()));
     const auto impacts = read(line(u"4"_s, u"<discountOnChange>0.3</discountOnChange>"_s));
     ASSERT_EQ(impacts.size(), 1);
     EXPECT_FALSE(impacts.first().dynamicCast<DiscountImpact>().isNull());
     const auto detail = impacts.first()->getTotals();
     EXPECT_EQ(detail->getCardRecord(), record);
-    EXPECT_EQ(detail->getDateTime(), firstTime());
+    EXPECT_EQ(detail->getDateTime(), firstDiscountsTime());
     EXPECT_EQ(static_cast<int>(detail->getDiscountType()), 2);
     EXPECT_EQ(static_cast<int>(detail->getDiscountMode()), 2);
     EXPECT_EQ(detail->getDiscountName(), u"Скидка на мелочь Orva"_s);
@@ -114,14 +114,14 @@ TEST_F(Discounts, takeTheTimeAnewForEveryOneAndForNoOther)
     StrictMock<tests::MockCurrentTime> clock;
     const tests::Registered<CurrentTime> registration(clock);
     EXPECT_CALL(clock, currentDateTime())
-        .WillOnce(Return(firstTime()))
-        .WillOnce(Return(secondTime()));
+        .WillOnce(Return(firstDiscountsTime()))
+        .WillOnce(Return(secondDiscountsTime()));
     const auto impacts =
         read(line(u"1"_s, u"<discount>0.005</discount>"_s) +
              line(u"2"_s, u"<discountOnChange>1</discountOnChange><discount>2</discount>"_s));
     ASSERT_EQ(impacts.size(), 2);
-    EXPECT_EQ(impacts.at(0)->getTotals()->getDateTime(), firstTime());
-    EXPECT_EQ(impacts.at(1)->getTotals()->getDateTime(), secondTime());
+    EXPECT_EQ(impacts.at(0)->getTotals()->getDateTime(), firstDiscountsTime());
+    EXPECT_EQ(impacts.at(1)->getTotals()->getDateTime(), secondDiscountsTime());
 }
 
 TEST_F(Discounts, areNoneInAnAnswerWithoutItems)

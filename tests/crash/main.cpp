@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -32,6 +33,17 @@ QStringList texts(const std::vector<std::string>& values)
         list.append(text(value));
     }
     return list;
+}
+
+/// Nothing here outlives the power cut that is played, so the scenes need no disk: in memory they
+/// are synced at once. Where somebody has named a folder for temporary files, that one.
+QString placeOfScenes()
+{
+    constexpr qint64 enough = 256 << 20;
+    const QStorageInfo memory(u"/dev/shm"_s);
+    const bool isFree =
+        memory.isReady() && !memory.isReadOnly() && memory.bytesAvailable() > enough;
+    return qEnvironmentVariableIsEmpty("TMPDIR") && isFree ? memory.rootPath() : QDir::tempPath();
 }
 
 int runMatrix(const MatrixOptions& options, size_t atLeast, bool mustFind)
@@ -82,6 +94,10 @@ int main(int argc, char** argv)
                    "kill, cut (a power cut that leaves nothing unsynced) or tear (one "
                    "that leaves some of it)")
         ->check(CLI::IsMember({"kill", "cut", "tear"}));
+    app.add_option("--every", options.every,
+                   "stop only at every so-manieth call; which ones, the seed tells")
+        ->capture_default_str()
+        ->check(CLI::PositiveNumber);
     app.add_option("--cut-every", options.cutEvery,
                    "cut the power only at every so-manieth call; which ones, the seed tells")
         ->capture_default_str()
@@ -104,7 +120,7 @@ int main(int argc, char** argv)
     app.add_flag("--must-find", mustFind, "succeed only when something is wrong after a stop");
     CLI11_PARSE(app, argc, argv);
 
-    const QTemporaryDir temporary(QDir::tempPath() + u"/orva-crash-matrix-XXXXXX"_s);
+    const QTemporaryDir temporary(placeOfScenes() + u"/orva-crash-matrix-XXXXXX"_s);
     options.programs = {absolute(till), absolute(server), absolute(plugin),
                         QStringLiteral(ORVA_CRASH_POINT), absolute(host)};
     options.folder = folder.empty() ? temporary.path() : absolute(folder);

@@ -86,6 +86,9 @@ QList<Matrix::Task> Matrix::tasksOf(const Flow& flow, Actor actor)
     }
     QList<Task> tasks;
     for (quint64 call = 1; call <= outcome.calls; ++call) {
+        if ((call + options.seed) % quint64(options.every) != 0) {
+            continue;
+        }
         for (const QString& way : options.ways) {
             const bool cuts = way != u"kill"_s;
             if (cuts && (!isOnDisk(outcome.trace.at(qsizetype(call) - 1)) ||

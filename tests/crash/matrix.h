@@ -20,6 +20,7 @@ struct MatrixOptions
     QStringList flows;   ///< names; empty for all
     QStringList actors;  ///< "till", "server"
     QStringList ways;    ///< "kill", "cut", "tear"
+    int every = 1;       ///< something is stopped at every so-manieth call only
     int cutEvery = 1;    ///< the power is cut at every so-manieth of the calls on the disk
     int repetitions = 1; ///< of what a flow does
     quint64 seed = 1;

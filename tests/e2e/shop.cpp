@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString tillFile = QStringLiteral(ORVA_TILL);
-const QString simulatorFile = QStringLiteral(ORVA_SIMULATOR);
+const QString tillProgram = QStringLiteral(ORVA_TILL);
+const QString simulatorProgram = QStringLiteral(ORVA_SIMULATOR);
 const QString examples = QStringLiteral(ORVA_EXAMPLES);
 const QString strictRules = QStringLiteral("strict.toml");
 
@@ -28,7 +28,7 @@ void Shop::SetUp()
     }
     // strict: a till that sends what does not fit the schemas fails its test
     writeFile(strictRules,
-              u"strict = true\n"_s + runProgram(simulatorFile, {u"rules"_s}, folder()).output);
+              u"strict = true\n"_s + runProgram(simulatorProgram, {u"rules"_s}, folder()).output);
     startServer();
     writeConfig();
 }
@@ -39,7 +39,7 @@ void Shop::startServer(const QString& rules)
         u"--database"_s, path(u"server.sqlite"_s),
         u"--port"_s,     QString::number(address.isEmpty() ? 0 : QUrl(address).port()),
         u"--config"_s,   rules.isEmpty() ? path(strictRules) : rules};
-    server = std::make_unique<Program>(simulatorFile, arguments, folder());
+    server = std::make_unique<Program>(simulatorProgram, arguments, folder());
     address = server->waitForLine(u"Listening on "_s);
     ASSERT_FALSE(address.isEmpty());
 }
@@ -83,12 +83,12 @@ void Shop::writeConfig(const QString& password, const QString& serverAddress) co
 
 std::unique_ptr<Program> Shop::startTill() const
 {
-    return std::make_unique<Program>(tillFile, QStringList{u"work"_s}, folder());
+    return std::make_unique<Program>(tillProgram, QStringList{u"work"_s}, folder());
 }
 
 RunResult Shop::till(const QStringList& arguments) const
 {
-    return runProgram(tillFile, arguments, folder());
+    return runProgram(tillProgram, arguments, folder());
 }
 
 QString Shop::tillBooks() const
@@ -98,7 +98,7 @@ QString Shop::tillBooks() const
 
 QString Shop::serverBooks() const
 {
-    return runProgram(simulatorFile,
+    return runProgram(simulatorProgram,
                       {u"ledger"_s, u"--csv"_s, u"--database"_s, path(u"server.sqlite"_s)},
                       folder())
         .output;
@@ -107,7 +107,7 @@ QString Shop::serverBooks() const
 QString Shop::balance() const
 {
     const RunResult ledger =
-        runProgram(simulatorFile,
+        runProgram(simulatorProgram,
                    {u"ledger"_s, u"--json"_s, u"--database"_s, path(u"server.sqlite"_s)}, folder());
     const QJsonArray cards =
         QJsonDocument::fromJson(ledger.output.toUtf8()).object().value(u"cards"_s).toArray();

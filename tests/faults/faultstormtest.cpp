@@ -16,7 +16,7 @@ namespace {
 
 constexpr int visits = 40;
 constexpr double chance = 0.1;
-constexpr qint64 points = 10'00;
+constexpr qint64 pointsOfAVisit = 10'00;
 
 /// Faults after which the till knows what to do without a person, and without long waits.
 std::vector<FaultRule> rulesOf(quint64 seed)
@@ -40,7 +40,7 @@ void visit(FaultyTill& till)
     till.openSale();
     till.presentCard();
     if (till.desk().current().loyalty == till::LoyaltyState::Unasked) {
-        till.desk().choosePoints(till::PointsChoice::sum(points));
+        till.desk().choosePoints(till::PointsChoice::sum(pointsOfAVisit));
     }
     till.desk().close();
     till.waitForNextAttempt();

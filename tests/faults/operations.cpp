@@ -175,7 +175,7 @@ void justClose(Pair& pair, bool)
     pair.close();
 }
 
-void nothing(Pair&, bool) {}
+void doNothing(Pair&, bool) {}
 
 } // namespace
 
@@ -223,7 +223,15 @@ const std::vector<Operation>& operations()
          payAndClose,
          {saleWithPoints},
          {}},
-        {"close-changed", precheck, cashierWaits, ofSale, openChanged, close, nothing, {sale}, {}},
+        {"close-changed",
+         precheck,
+         cashierWaits,
+         ofSale,
+         openChanged,
+         close,
+         doNothing,
+         {sale},
+         {}},
         {"request-return",
          precheck,
          cashierWaits,
@@ -239,7 +247,7 @@ const std::vector<Operation>& operations()
          ofSale,
          openWithPoints,
          closeAndDeliver,
-         nothing,
+         doNothing,
          {saleWithPoints},
          {saleWithPoints}},
         {"deliver-sale-confirmation",
@@ -248,7 +256,7 @@ const std::vector<Operation>& operations()
          ofSale,
          openWithPointsForConfirmation,
          closeAndDeliver,
-         nothing,
+         doNothing,
          {saleWithPoints},
          {saleWithPoints}},
         {"deliver-reauthorized",
@@ -257,7 +265,7 @@ const std::vector<Operation>& operations()
          ofSale,
          meetWrongCredentials,
          closeAndDeliver,
-         nothing,
+         doNothing,
          {saleWithPoints},
          {saleWithPoints}},
         {"deliver-return-precheck",
@@ -266,7 +274,7 @@ const std::vector<Operation>& operations()
          ofReturn,
          openAskedReturn,
          closeAndDeliver,
-         nothing,
+         doNothing,
          {saleWithPoints, returnOfAPiece},
          {saleWithPoints, returnOfAPiece}},
         {"deliver-return-try",
@@ -275,7 +283,7 @@ const std::vector<Operation>& operations()
          ofReturn,
          openReturnForTry,
          closeAndDeliver,
-         nothing,
+         doNothing,
          {saleWithPoints, returnOfAPiece},
          {saleWithPoints, returnOfAPiece}},
         {"deliver-return-confirmation",
@@ -284,7 +292,7 @@ const std::vector<Operation>& operations()
          ofReturn,
          openReturnForConfirmation,
          closeAndDeliver,
-         nothing,
+         doNothing,
          {saleWithPoints, returnOfAPiece},
          {saleWithPoints, returnOfAPiece}},
     };

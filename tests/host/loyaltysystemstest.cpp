@@ -9,16 +9,16 @@
 
 namespace {
 
-class System : public BasicLoyaltySystem
+class CodedSystem : public BasicLoyaltySystem
 {
 public:
-    explicit System(int type) { loyaltySystemType = type; }
+    explicit CodedSystem(int type) { loyaltySystemType = type; }
 };
 
 TEST(LoyaltySystems, FindsARegisteredSystemByItsCode)
 {
-    System third(3);
-    System fifteenth(15);
+    CodedSystem third(3);
+    CodedSystem fifteenth(15);
     EXPECT_EQ(LoyaltySystems::find(3), nullptr);
     EXPECT_TRUE(third.registerLoyaltySystem());
     EXPECT_TRUE(fifteenth.registerLoyaltySystem());
@@ -29,8 +29,8 @@ TEST(LoyaltySystems, FindsARegisteredSystemByItsCode)
 
 TEST(LoyaltySystems, RefusesASecondSystemOfOneCode)
 {
-    System first(15);
-    System second(15);
+    CodedSystem first(15);
+    CodedSystem second(15);
     EXPECT_TRUE(first.registerLoyaltySystem());
     EXPECT_FALSE(second.registerLoyaltySystem());
     EXPECT_EQ(LoyaltySystems::find(15), &first);
@@ -38,7 +38,7 @@ TEST(LoyaltySystems, RefusesASecondSystemOfOneCode)
 
 TEST(LoyaltySystems, TakesTheSameSystemAgainWithoutKeepingItTwice)
 {
-    System system(15);
+    CodedSystem system(15);
     EXPECT_TRUE(LoyaltySystems::add(&system));
     EXPECT_TRUE(LoyaltySystems::add(&system));
     EXPECT_TRUE(LoyaltySystems::remove(&system));
@@ -48,8 +48,8 @@ TEST(LoyaltySystems, TakesTheSameSystemAgainWithoutKeepingItTwice)
 
 TEST(LoyaltySystems, TheCodeIsFreeAfterDeregistration)
 {
-    System first(15);
-    System second(15);
+    CodedSystem first(15);
+    CodedSystem second(15);
     EXPECT_FALSE(first.deregisterLoyaltySystem()) << "it was never registered";
     EXPECT_TRUE(first.registerLoyaltySystem());
     EXPECT_TRUE(first.deregisterLoyaltySystem());
@@ -60,7 +60,7 @@ TEST(LoyaltySystems, TheCodeIsFreeAfterDeregistration)
 TEST(LoyaltySystems, AnObjectThatGoesAwayTakesItselfOut)
 {
     {
-        System system(15);
+        CodedSystem system(15);
         EXPECT_TRUE(system.registerLoyaltySystem());
     }
     EXPECT_EQ(LoyaltySystems::find(15), nullptr);
@@ -68,10 +68,10 @@ TEST(LoyaltySystems, AnObjectThatGoesAwayTakesItselfOut)
 
 TEST(LoyaltySystems, ASystemThatWasRefusedLeavesTheOtherRegistered)
 {
-    System first(15);
+    CodedSystem first(15);
     EXPECT_TRUE(first.registerLoyaltySystem());
     {
-        System second(15);
+        CodedSystem second(15);
         EXPECT_FALSE(second.registerLoyaltySystem());
     }
     EXPECT_EQ(LoyaltySystems::find(15), &first);
@@ -79,8 +79,8 @@ TEST(LoyaltySystems, ASystemThatWasRefusedLeavesTheOtherRegistered)
 
 TEST(BasicLoyaltySystem, InitRegistersAndDeinitTakesOut)
 {
-    System system(15);
-    System other(15);
+    CodedSystem system(15);
+    CodedSystem other(15);
     EXPECT_TRUE(system.init());
     EXPECT_EQ(LoyaltySystems::find(15), &system);
     EXPECT_FALSE(other.init());

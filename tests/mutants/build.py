@@ -59,7 +59,7 @@ class Build:
         (self.folder / MODULE).unlink(missing_ok=True)
         self._logged("configure.log", "cmake", "-S", self.root, "-B", self.folder, "-G", "Ninja",
                      "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}",
-                     "-DORVA_BUILD_TESTS=ON")
+                     "-DORVA_BUILD_TESTS=ON", "-DORVA_UNITY=OFF")
         self._logged("build.log", "ninja", "-C", self.folder, f"-j{self.jobs}",
                      *self.programs())
         entries = json.loads((self.folder / "compile_commands.json").read_text())

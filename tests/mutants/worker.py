@@ -14,7 +14,7 @@ from dataclasses import dataclass
 from areas import area_of
 from build import CONCERNS, HINTS, MODULE, MODULE_PROGRAMS
 
-FOLDERS = ("client", "console", "host", "plugin", "simulator", "tests", "till", "wire")
+FOLDERS = ("client", "console", "contract", "host", "input", "plugin", "simulator", "tests", "till", "wire")
 COMPILE_LIMIT = 120
 MEMORY_LIMIT = 4 << 30
 WALL_LIMIT = 180

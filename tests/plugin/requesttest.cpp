@@ -9,7 +9,7 @@ namespace {
 
 using namespace tests;
 
-const tr::Tr noConnection(u"requestNoConnection"_s, u"Нет связи с сервером"_s);
+const tr::Tr connectionLost(u"requestNoConnection"_s, u"Нет связи с сервером"_s);
 const tr::Tr refused(u"orvaAuthorisationError"_s, u"Ошибка авторизации на сервере"_s);
 
 class RequestTest : public OrvaTest
@@ -158,9 +158,9 @@ TEST_F(RequestTest, AFailedPreCheckLeavesTheStateAsItWas)
 
 TEST_F(RequestTest, AServerThatCannotBeReachedIsCaughtToo)
 {
-    interface->onCall = [](const QString&) { throw orva::NoConnectionException(noConnection); };
+    interface->onCall = [](const QString&) { throw orva::NoConnectionException(connectionLost); };
     EXPECT_FALSE(request());
-    EXPECT_EQ(orva.getLastErrorString(), noConnection);
+    EXPECT_EQ(orva.getLastErrorString(), connectionLost);
     EXPECT_EQ(journal.entries().constLast(), u"error: "_s);
 }
 
@@ -212,7 +212,7 @@ TEST_F(RequestTest, OtherExceptionsOfThePreCheckPass)
 {
     fillState();
     const State before(orva);
-    interface->onCall = [](const QString&) { throw BasicException(noConnection); };
+    interface->onCall = [](const QString&) { throw BasicException(connectionLost); };
     EXPECT_THROW(request(), BasicException);
     interface->onCall = [](const QString&) { throw std::bad_alloc(); };
     EXPECT_THROW(request(), std::bad_alloc);

@@ -9,17 +9,7 @@
 #include <QHash>
 #include <QString>
 
-#include <gtest/gtest.h>
-#include <ostream>
 #include <vector>
-
-// lets GoogleTest print what differs as text
-QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& text, std::ostream* out)
-{
-    *out << '"' << text.toStdString() << '"';
-}
-QT_END_NAMESPACE
 
 namespace simulator::test {
 

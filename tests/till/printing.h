@@ -3,23 +3,5 @@
 
 #pragma once
 
-#include <QString>
-#include <QStringList>
-
-#include <ostream>
-
-// So that a failing test shows texts and not bytes.
-
-inline void PrintTo(const QString& text, std::ostream* out)
-{
-    *out << '"' << text.toStdString() << '"';
-}
-
-inline void PrintTo(const QStringList& texts, std::ostream* out)
-{
-    *out << '[';
-    for (const QString& text : texts) {
-        *out << "\n  \"" << text.toStdString() << '"';
-    }
-    *out << ']';
-}
+// The same for all tests; those of other files see it as well.
+#include "contract/printers.h"

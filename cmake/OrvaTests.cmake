@@ -1,0 +1,136 @@
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+#
+# The helpers for tests: programs of GoogleTest, libraries of what tests share, and what ctest knows of
+# them.
+
+# _orva_test_settings(TARGET [OPTIMIZED]): for whatever stands in tests/ or contract/. What a test does
+# once need not be fast, so it is not optimised; OPTIMIZED is for what computes for long. Several sources
+# are compiled as one (ORVA_UNITY), since each of them reads the same headers again: what stands in the
+# unnamed namespaces of a target's files has different names.
+function(_orva_test_settings target)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "OPTIMIZED" "" "")
+    _orva_settings(${target})
+    target_link_libraries(${target} PRIVATE Qt6::Core Qt6::Xml GTest::gmock)
+    if(NOT ARG_OPTIMIZED)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
+        _orva_reuse_headers(${target} orva-test-precompiled)
+    endif()
+    # The printers of Qt's types: among the precompiled headers, or included where these are not.
+    get_target_property(precompiled ${target} PRECOMPILE_HEADERS_REUSE_FROM)
+    if(NOT precompiled)
+        target_compile_options(${target} PRIVATE
+            "SHELL:-include ${PROJECT_SOURCE_DIR}/contract/printers.h")
+    endif()
+    get_target_property(sources ${target} SOURCES)
+    _orva_needs_moc(moc ${sources})
+    set_target_properties(${target} PROPERTIES AUTOMOC ${moc})
+    if(ORVA_UNITY)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+        # A name of one file may hide one of another there, and a fixture in an unnamed namespace is
+        # no longer in the compiler's main file; nothing is wrong with either.
+        target_compile_options(${target} PRIVATE -Wno-shadow
+            $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    endif()
+endfunction()
+
+# _orva_needs_moc(VARIABLE sources...): whether Qt's generator has anything to do there. Looking for it
+# at each build takes longer than many a test.
+function(_orva_needs_moc variable)
+    set(needed OFF)
+    foreach(source IN LISTS ARGN)
+        cmake_path(ABSOLUTE_PATH source)
+        file(STRINGS ${source} found LIMIT_COUNT 1
+            REGEX "^[ \t]*Q_(OBJECT|GADGET|NAMESPACE|PLUGIN_METADATA)")
+        if(found)
+            set(needed ON)
+        endif()
+    endforeach()
+    set(${variable} ${needed} PARENT_SCOPE)
+endfunction()
+
+# orva_test_library(NAME [OPTIMIZED] sources...): what several test programs share
+function(orva_test_library target)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "OPTIMIZED" "" "")
+    add_library(${target} STATIC ${ARG_UNPARSED_ARGUMENTS})
+    set(optimized "")
+    if(ARG_OPTIMIZED)
+        set(optimized OPTIMIZED)
+    endif()
+    _orva_test_settings(${target} ${optimized})
+    target_link_libraries(${target} PUBLIC Qt6::Core Qt6::Xml GTest::gmock)
+endfunction()
+
+# orva_test(NAME SOURCES ... [LIBRARIES ...] [DEFINITIONS ...] [TIMEOUT seconds] [SERIAL] [WAITS]
+#     [OPTIMIZED])
+# A GoogleTest program. Every test in it runs twice: under the C locale and under a Russian one,
+# whose decimal comma must change nothing. TIMEOUT is for one test. SERIAL: nothing else may run beside
+# it; WAITS: it mostly waits for others and leaves its core to them.
+function(orva_test target)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WAITS;OPTIMIZED" "TIMEOUT"
+        "SOURCES;LIBRARIES;DEFINITIONS")
+    add_executable(${target} ${ARG_SOURCES})
+    set(optimized "")
+    if(ARG_OPTIMIZED)
+        set(optimized OPTIMIZED)
+    endif()
+    _orva_test_settings(${target} ${optimized})
+    target_link_libraries(${target} PRIVATE orva-testmain GTest::gmock ${ARG_LIBRARIES})
+    target_compile_definitions(${target} PRIVATE ${ARG_DEFINITIONS}
+        ORVA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 60)
+    endif()
+    if(ORVA_SANITIZE) # without optimisation and watched, the long ones take several times as long
+        math(EXPR ARG_TIMEOUT "10 * ${ARG_TIMEOUT}")
+    endif()
+    set(serial "")
+    if(ARG_SERIAL)
+        set(serial RUN_SERIAL TRUE)
+    endif()
+
+    get_property(entries DIRECTORY PROPERTY TEST_INCLUDE_FILES)
+    set_property(DIRECTORY PROPERTY TEST_INCLUDE_FILES "")
+    gtest_discover_tests(${target} TEST_PREFIX "${target}." DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "LC_ALL=C.UTF-8" ${serial})
+    gtest_discover_tests(${target} TEST_PREFIX "ru.${target}." DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60 TEST_LIST ${target}_RU
+        PROPERTIES TIMEOUT ${ARG_TIMEOUT}
+            ENVIRONMENT "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1" ${serial})
+    get_property(each_test DIRECTORY PROPERTY TEST_INCLUDE_FILES)
+    set(choice ${CMAKE_CURRENT_BINARY_DIR}/${target}_entries.cmake)
+    _orva_write_entries(${choice} ${target} ${ARG_TIMEOUT} "${serial}" "${ARG_WAITS}" "${each_test}")
+    set_property(DIRECTORY PROPERTY TEST_INCLUDE_FILES ${entries} ${choice})
+endfunction()
+
+# What ctest reads: one entry for each test, or, where ORVA_TESTS is "programs", one for the whole
+# program in each locale. To start a process takes longer than most tests. What measures time-outs has
+# others beside it then, but never a second one of its kind.
+function(_orva_write_entries file target timeout serial waits each_test)
+    set(places 2)
+    if(waits OR serial)
+        set(places 1)
+    endif()
+    if(serial)
+        string(APPEND places " RESOURCE_LOCK time-outs")
+    endif()
+    set(includes "")
+    foreach(include IN LISTS each_test)
+        string(APPEND includes "    include([==[${include}]==])\n")
+    endforeach()
+    set(whole "")
+    foreach(prefix "" "ru.")
+        set(environment "LC_ALL=C.UTF-8")
+        if(prefix)
+            set(environment "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1")
+        endif()
+        string(APPEND whole
+            "    add_test([==[${prefix}${target}]==] [==[$<TARGET_FILE:${target}>]==])\n"
+            "    set_tests_properties([==[${prefix}${target}]==] PROPERTIES TIMEOUT 1800\n"
+            "        PROCESSORS ${places}\n"
+            "        ENVIRONMENT [==[${environment};ORVA_CASE_SECONDS=${timeout}]==])\n")
+    endforeach()
+    file(GENERATE OUTPUT ${file} CONTENT
+        "if(\"\$ENV{ORVA_TESTS}\" STREQUAL \"programs\")\n${whole}else()\n${includes}endif()\n")
+endfunction()
