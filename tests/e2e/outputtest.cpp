@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString tillFile = QStringLiteral(ORVA_TILL);
-const QString simulatorFile = QStringLiteral(ORVA_SIMULATOR);
+const QString tillOfOutput = QStringLiteral(ORVA_TILL);
+const QString simulatorOfOutput = QStringLiteral(ORVA_SIMULATOR);
 
 /// What may be wrong with a standard output; "$@" is the program.
 const QString fullDisk = u"\"$@\" </dev/null >/dev/full"_s;
@@ -86,7 +86,7 @@ protected:
 TEST_F(OutputTest, thatCannotBeWrittenIsToldByEveryCommand)
 {
     for (const QStringList& command : commands()) {
-        const RunResult result = through(fullDisk, tillFile, command, folder());
+        const RunResult result = through(fullDisk, tillOfOutput, command, folder());
         const bool printsNothing = command == QStringList{u"work"_s};
         EXPECT_EQ(result.exitCode, printsNothing ? 0 : 5) << qPrintable(command.join(u' '));
         EXPECT_EQ(result.output.contains(u"orva-till: What is shown is not whole: the standard "
@@ -96,7 +96,7 @@ TEST_F(OutputTest, thatCannotBeWrittenIsToldByEveryCommand)
             << qPrintable(result.output);
     }
     for (const QStringList& command : serverCommands()) {
-        const RunResult result = through(fullDisk, simulatorFile, command, folder());
+        const RunResult result = through(fullDisk, simulatorOfOutput, command, folder());
         EXPECT_EQ(result.exitCode, 1) << qPrintable(command.join(u' '));
         EXPECT_TRUE(result.output.contains(u"orva-simulator: what is shown is not whole"_s))
             << qPrintable(command.join(u' ')) << ":\n"
@@ -108,7 +108,7 @@ TEST_F(OutputTest, thatIsClosedIsToldAndNoFileTakesItsPlace)
 {
     for (const QStringList& command :
          {QStringList{u"sell"_s, u"sale.toml"_s}, {u"ledger"_s}, {u"log"_s, u"list"_s}}) {
-        const RunResult result = through(closedStream, tillFile, command, folder());
+        const RunResult result = through(closedStream, tillOfOutput, command, folder());
         EXPECT_EQ(result.exitCode, 5) << qPrintable(result.output);
         EXPECT_TRUE(result.output.contains(u"(Bad file descriptor)"_s))
             << qPrintable(result.output);
@@ -120,7 +120,8 @@ TEST_F(OutputTest, aClosedSaleStaysClosedAndIsTold)
 {
     int closed = closedChecks();
     for (const QString& streams : {fullDisk, closedStream, goneReader}) {
-        const RunResult sold = through(streams, tillFile, {u"sell"_s, u"sale.toml"_s}, folder());
+        const RunResult sold =
+            through(streams, tillOfOutput, {u"sell"_s, u"sale.toml"_s}, folder());
         EXPECT_EQ(sold.exitCode, 5) << qPrintable(streams);
         EXPECT_EQ(closedChecks(), ++closed) << qPrintable(sold.output);
         EXPECT_TRUE(sold.output.contains(u"The check is closed all the same: "_s))
@@ -136,12 +137,12 @@ TEST_F(OutputTest, thatNobodyReadsAnyMoreEndsQuietly)
 {
     for (const QStringList& command :
          {QStringList{u"--help"_s}, {u"ledger"_s}, {u"log"_s, u"show"_s, u"1"_s}}) {
-        const RunResult result = through(goneReader, tillFile, command, folder());
+        const RunResult result = through(goneReader, tillOfOutput, command, folder());
         EXPECT_EQ(result.exitCode, 5) << qPrintable(command.join(u' '));
         EXPECT_EQ(result.output, QString()) << qPrintable(command.join(u' '));
     }
     for (const QStringList& command : serverCommands()) {
-        const RunResult result = through(goneReader, simulatorFile, command, folder());
+        const RunResult result = through(goneReader, simulatorOfOutput, command, folder());
         EXPECT_EQ(result.exitCode, 1) << qPrintable(command.join(u' '));
         EXPECT_EQ(result.output, QString()) << qPrintable(command.join(u' '));
     }
@@ -152,7 +153,7 @@ TEST_F(OutputTest, aCashierWhoIsToldNothingWorksNoFurther)
     writeFile(u"commands"_s, u"open sale.toml\nclose\nopen sale.toml\nclose\n"_s);
     const int closed = closedChecks();
     const RunResult worked =
-        through(u"\"$@\" <commands >/dev/full"_s, tillFile, {u"work"_s}, folder());
+        through(u"\"$@\" <commands >/dev/full"_s, tillOfOutput, {u"work"_s}, folder());
     EXPECT_EQ(worked.exitCode, 5);
     EXPECT_TRUE(worked.output.contains(u"\"orva-till checks\" lists what is closed."_s))
         << qPrintable(worked.output);
@@ -185,14 +186,14 @@ TEST_F(OutputTest, anArgumentIsShownAndNotObeyed)
         EXPECT_TRUE(result.output.contains(shown)) << qPrintable(result.output);
     };
     for (const QStringList& row : rows) {
-        expectShown(tillFile, row);
+        expectShown(tillOfOutput, row);
     }
     const QList<QStringList> serverRows{{hostile},
                                         {u"--config"_s, hostile},
                                         {u"--listen"_s, hostile},
                                         {u"ledger"_s, u"--database"_s, hostile}};
     for (const QStringList& row : serverRows) {
-        expectShown(simulatorFile, row);
+        expectShown(simulatorOfOutput, row);
     }
 }
 

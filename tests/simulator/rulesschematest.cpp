@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 namespace simulator::test {
 namespace {
 
-constexpr int patience = 60'000; // milliseconds; an upper bound, not a wait
+constexpr int schemaPatience = 60'000; // milliseconds; an upper bound, not a wait
 
 const QString schemaPath = QStringLiteral(ORVA_RULES_SCHEMA);
 
@@ -62,7 +62,7 @@ QList<bool> takenBySchema(const QList<QByteArray>& texts)
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(QStringLiteral(ORVA_JSONSCHEMA), arguments << schemaPath);
-    if (!process.waitForFinished(patience)) {
+    if (!process.waitForFinished(schemaPatience)) {
         throw std::runtime_error("jsonschema: " + process.errorString().toStdString());
     }
     const QString printed = QString::fromUtf8(process.readAll());
@@ -77,7 +77,7 @@ QList<bool> takenBySchema(const QList<QByteArray>& texts)
     return taken;
 }
 
-QString complaintAbout(const QByteArray& text)
+QString schemaComplaintAbout(const QByteArray& text)
 {
     try {
         readRules(text, u"shop.toml"_s);
@@ -133,7 +133,7 @@ TEST(RulesSchema, knowsExactlyTheKeysThatTheReaderKnows)
         SCOPED_TRACE(table.toStdString());
         const QJsonObject schema = tableSchema(table);
         // the reader lists what it knows when nothing it knows is near
-        const QString complaint = complaintAbout(heading(table) + "zzzzzzzzzzzzzzzz = 1\n");
+        const QString complaint = schemaComplaintAbout(heading(table) + "zzzzzzzzzzzzzzzz = 1\n");
         const QString mark = u"is unknown: known here are "_s;
         ASSERT_TRUE(complaint.contains(mark)) << complaint.toStdString();
         const QString known = complaint.mid(complaint.indexOf(mark) + mark.size());
@@ -155,7 +155,7 @@ TEST(RulesSchema, knowsExactlyTheWordsThatTheReaderKnows)
         SCOPED_TRACE((table + u'.' + key).toStdString());
         const QByteArray other = table == u"fault"_s && key != u"kind"_s ? "kind = 'delay'\n" : "";
         const QString complaint =
-            complaintAbout(heading(table) + other + key.toUtf8() + " = 'zzzzzzzzzzzzzzzz'\n");
+            schemaComplaintAbout(heading(table) + other + key.toUtf8() + " = 'zzzzzzzzzzzzzzzz'\n");
         const QString mark = u"it must be "_s;
         ASSERT_TRUE(complaint.contains(mark)) << complaint.toStdString();
         QStringList words;
@@ -192,7 +192,7 @@ TEST(RulesSchema, fitsTheBuiltInRulesAndTheExamplesOfTheReadme)
     const QList<bool> taken = takenBySchema(texts);
     for (qsizetype i = 0; i < texts.size(); ++i) {
         EXPECT_TRUE(taken[i]) << texts[i].toStdString();
-        EXPECT_EQ(complaintAbout(texts[i]), QString()) << texts[i].toStdString();
+        EXPECT_EQ(schemaComplaintAbout(texts[i]), QString()) << texts[i].toStdString();
     }
 }
 
@@ -247,7 +247,7 @@ TEST(RulesSchema, takesAndRefusesTheValuesThatTheReaderTakesAndRefuses)
     for (qsizetype i = 0; i < taken.size(); ++i) {
         const QByteArray text = (good + bad)[i];
         EXPECT_EQ(taken[i], i < good.size()) << text.toStdString();
-        EXPECT_EQ(complaintAbout(text).isEmpty(), i < good.size()) << text.toStdString();
+        EXPECT_EQ(schemaComplaintAbout(text).isEmpty(), i < good.size()) << text.toStdString();
     }
 }
 

@@ -12,7 +12,7 @@
 namespace simulator::test {
 namespace {
 
-constexpr int patience = 20'000; // milliseconds; an upper bound, not a wait
+constexpr int wirePatience = 20'000; // milliseconds; an upper bound, not a wait
 
 } // namespace
 
@@ -49,7 +49,7 @@ std::string Wire::read(size_t most)
     std::string all;
     pollfd waiting{descriptor, POLLIN, 0};
     while (all.size() < most) {
-        if (::poll(&waiting, 1, patience) != 1) {
+        if (::poll(&waiting, 1, wirePatience) != 1) {
             ADD_FAILURE() << "nothing comes after: " << all;
             break;
         }

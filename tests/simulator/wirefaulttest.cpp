@@ -19,7 +19,7 @@ using std::chrono::milliseconds;
 namespace simulator {
 namespace {
 
-constexpr int patience = 20'000; // milliseconds; an upper bound, not a wait
+constexpr int faultPatience = 20'000; // milliseconds; an upper bound, not a wait
 
 /// A client that sends one request.
 class FaultyWire : public test::Wire
@@ -162,7 +162,7 @@ TEST_F(WireFault, hangingEndsWithTheServerOrTheClient)
         FaultyWire(server->port()).send(); // gone at once: its thread is free again
     }
     wire.send();
-    const auto giveUp = std::chrono::steady_clock::now() + milliseconds(patience);
+    const auto giveUp = std::chrono::steady_clock::now() + milliseconds(faultPatience);
     while (plan.struck() <= moreThanThereAreThreads) {
         ASSERT_LT(std::chrono::steady_clock::now(), giveUp);
         std::this_thread::yield();

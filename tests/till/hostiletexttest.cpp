@@ -50,10 +50,10 @@ public:
     }
 };
 
-class KeptOutput : public till::Output
+class HostileOutput : public till::Output
 {
 public:
-    KeptOutput() : Output(nullptr) {}
+    HostileOutput() : Output(nullptr) {}
     void put(const QString& text) override { written += text; }
 
     QString written;
@@ -148,8 +148,8 @@ protected:
     tests::TestFolder folder;
     HostileServer server;
     Options options;
-    KeptOutput out;
-    KeptOutput errors;
+    HostileOutput out;
+    HostileOutput errors;
 };
 
 struct Row
