@@ -5,6 +5,7 @@
 
 #include "host/services/sigpipeguard.h"
 
+#include <iterator>
 #include <sys/socket.h>
 
 namespace {
@@ -16,6 +17,12 @@ bool hasInput(curl_socket_t connection)
     char byte = 0;
     return connection != CURL_SOCKET_BAD &&
            ::recv(connection, &byte, 1, MSG_PEEK | MSG_DONTWAIT) > 0;
+}
+
+void cleanUp(CURL* handle)
+{
+    const SigPipeGuard guard;
+    curl_easy_cleanup(handle);
 }
 
 } // namespace
@@ -31,24 +38,36 @@ CurlPool::CurlPool()
     curl_global_init(CURL_GLOBAL_DEFAULT);
 }
 
-CURL* CurlPool::borrow()
+/// The handle of that way given back last; null when there is none.
+CURL* CurlPool::takeIdle(const QByteArray& way)
 {
-    {
-        const std::lock_guard lock(mutex);
-        while (!idle.empty()) {
-            const Idle last = idle.back();
-            idle.pop_back();
-            if (!hasInput(last.connection)) {
-                return last.handle;
-            }
-            const SigPipeGuard guard;
-            curl_easy_cleanup(last.handle);
+    const std::lock_guard lock(mutex);
+    for (auto it = idle.rbegin(); it != idle.rend();) {
+        if (it->way != way) {
+            ++it;
+            continue;
         }
+        const Idle last = *it;
+        it = std::reverse_iterator(idle.erase(std::next(it).base()));
+        if (!hasInput(last.connection)) {
+            return last.handle;
+        }
+        cleanUp(last.handle);
     }
-    return curl_easy_init();
+    return nullptr;
 }
 
-void CurlPool::giveBack(CURL* handle)
+CURL* CurlPool::borrow(const QByteArray& way)
+{
+    CURL* const kept = takeIdle(way);
+    CURL* const handle = kept != nullptr ? kept : curl_easy_init();
+    if (handle != nullptr) {
+        curl_easy_setopt(handle, CURLOPT_MAXCONNECTS, 1L);
+    }
+    return handle;
+}
+
+void CurlPool::giveBack(CURL* handle, const QByteArray& way)
 {
     if (handle == nullptr) {
         return;
@@ -57,5 +76,9 @@ void CurlPool::giveBack(CURL* handle)
     curl_easy_getinfo(handle, CURLINFO_ACTIVESOCKET, &connection);
     curl_easy_reset(handle);
     const std::lock_guard lock(mutex);
-    idle.push_back({handle, connection});
+    idle.push_back({handle, connection, way});
+    if (idle.size() > maxIdle) {
+        cleanUp(idle.front().handle);
+        idle.erase(idle.begin());
+    }
 }

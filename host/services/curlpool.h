@@ -3,19 +3,28 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <curl/curl.h>
 #include <mutex>
 #include <vector>
 
-/// The process-wide store of libcurl's easy handles, each with the connections and TLS sessions it
-/// keeps. Thread-safe.
+/// The process-wide store of libcurl's easy handles, each with the connection and the TLS session
+/// that it keeps. Thread-safe.
 ///
-/// The handle given back last is lent first. So a thread that works alone always gets the same
-/// handle and with it the same connection, and there are never more connections to a server than
-/// requests that ran at the same time.
+/// A handle serves one way only: one server through one proxy with one file of trust, so it never
+/// has more than one connection, and which connection is given up is decided here and not by
+/// libcurl: at most maxIdle handles wait for work, and beyond that the one goes that has waited
+/// longest. The connection used last is therefore kept as long as there is any other.
+///
+/// Of several handles for a way the one given back last is lent first. So a thread that works alone
+/// always gets the same handle and with it the same connection, and there are never more
+/// connections to a server than requests that ran at the same time.
 class CurlPool
 {
 public:
+    /// How many handles wait for work at most.
+    static constexpr size_t maxIdle = 16;
+
     /// The pool of the process. Never destroyed: threads may still send while the process ends.
     static CurlPool& instance();
 
@@ -25,9 +34,10 @@ public:
     /// Lends a handle with default options; null when libcurl cannot make one. A handle on whose
     /// connection something has come since its last answer is thrown away with it: what nobody
     /// asked for must not be taken for the answer to the next request.
-    CURL* borrow();
-    /// Takes a borrowed handle back. Its options are reset, its connections kept.
-    void giveBack(CURL* handle);
+    /// @param way that all its requests will take, see TransportSettings::wayTo
+    CURL* borrow(const QByteArray& way);
+    /// Takes a borrowed handle back. Its options are reset, its connection kept.
+    void giveBack(CURL* handle, const QByteArray& way);
 
 private:
     CurlPool();
@@ -38,18 +48,23 @@ private:
     {
         CURL* handle;
         curl_socket_t connection;
+        QByteArray way;
     };
 
+    CURL* takeIdle(const QByteArray& way);
+
     std::mutex mutex;
-    std::vector<Idle> idle;
+    std::vector<Idle> idle; ///< the one that has waited longest comes first
 };
 
 /// A handle borrowed for as long as this object lives.
 class CurlHandle
 {
 public:
-    CurlHandle() : handle(CurlPool::instance().borrow()) {}
-    ~CurlHandle() { CurlPool::instance().giveBack(handle); }
+    explicit CurlHandle(const QByteArray& usedWay)
+        : way(usedWay), handle(CurlPool::instance().borrow(way))
+    {}
+    ~CurlHandle() { CurlPool::instance().giveBack(handle, way); }
     CurlHandle(const CurlHandle&) = delete;
     CurlHandle& operator=(const CurlHandle&) = delete;
 
@@ -57,5 +72,6 @@ public:
     CURL* get() const { return handle; }
 
 private:
-    CURL* handle;
+    const QByteArray way;
+    CURL* const handle;
 };

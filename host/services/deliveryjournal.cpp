@@ -5,6 +5,7 @@
 
 #include "host/services/currenttime.h"
 #include "host/services/database.h"
+#include "host/services/deliveredaddresses.h"
 #include "host/services/queuedamage.h"
 #include "host/services/queuemessage.h"
 #include "host/services/statement.h"
@@ -297,6 +298,9 @@ void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult&
         statement.bind(now);
     }
     statement.bind(task.messageId).execute();
+    if (delivered) {
+        deliveredaddresses::eraseUsers(database, task.messageId);
+    }
 }
 
 /// The secret goes with the last message that needs it.

@@ -5,6 +5,7 @@
 
 #include "host/services/currenttime.h"
 #include "host/services/database.h"
+#include "host/services/deliveredaddresses.h"
 #include "host/services/queuemessage.h"
 #include "host/services/serveraddress.h"
 #include "host/services/statement.h"
@@ -201,6 +202,9 @@ bool OutgoingQueue::settle(qint64 messageId)
                                  "(SELECT 1 FROM queue_messages "
                                  "WHERE account_id = queue_accounts.id)"_s);
     accounts.execute();
+    if (found) {
+        deliveredaddresses::eraseUsers(database, messageId);
+    }
     transaction.commit();
     return found;
 }
@@ -234,17 +238,10 @@ int OutgoingQueue::removeDelivered(int olderThanDays)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
     const qint64 before = now.addDays(-olderThanDays).toMSecsSinceEpoch();
-    constexpr int atOnce = 100;
-    int removed = 0;
-    int inThisStep = 0;
-    do {
-        Statement statement(database,
-                            u"DELETE FROM queue_messages WHERE id IN (SELECT id "
-                            "FROM queue_messages WHERE state = 'delivered' AND delivered_at < ? "
-                            "ORDER BY id LIMIT ?)"_s);
-        statement.bind(before).bind(atOnce).execute();
-        inThisStep = statement.affectedRows();
-        removed += inThisStep;
-    } while (inThisStep == atOnce);
-    return removed;
+    Statement statement(
+        database,
+        u"DELETE FROM queue_messages WHERE id IN (SELECT id "
+        "FROM queue_messages WHERE state = 'delivered' AND delivered_at < ? ORDER BY id LIMIT ?)"_s);
+    statement.bind(before).bind(removedAtOnce).execute();
+    return statement.affectedRows();
 }

@@ -57,8 +57,12 @@ public:
     /// The names of the queues that hold undelivered messages, sorted.
     QStringList queuesToDeliver();
 
-    /// Removes messages that were delivered longer ago than that, in steps that hold up nobody.
-    /// @return how many were removed
+    /// How many messages removeDelivered removes at most.
+    static constexpr int removedAtOnce = 100;
+    /// Removes the oldest messages that were delivered longer ago than that, all of this call or
+    /// none. No more than removedAtOnce, so that who wants to write waits for a moment only; who
+    /// removes more leaves others the time to write between two calls.
+    /// @return how many were removed; removedAtOnce: there may be more
     int removeDelivered(int olderThanDays);
 
 private:

@@ -156,8 +156,11 @@ void QueueDelivery::removeOld()
         return;
     }
     lastRemoval = time;
-    OutgoingQueue(database).removeDelivered(
+    const int removed = OutgoingQueue(database).removeDelivered(
         configured(u"queue:keepDeliveredDays"_s, defaultKeepDays));
+    if (removed == OutgoingQueue::removedAtOnce) {
+        lastRemoval = QDateTime(); // more of them go next time: a till may be waiting to write
+    }
 }
 
 bool QueueDelivery::isStopping()

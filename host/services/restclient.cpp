@@ -13,6 +13,7 @@
 #include <array>
 #include <limits>
 #include <memory>
+#include <new>
 #include <string_view>
 
 template class MockFactory<RestClient>;
@@ -24,6 +25,7 @@ namespace {
 constexpr int defaultTimeoutSeconds = 10;
 constexpr int maxTimeoutSeconds = std::numeric_limits<int>::max() / 1000;
 constexpr qsizetype maxHeaderBytes = 256 * 1024;
+constexpr int switchingProtocols = 101;
 constexpr int firstFinalStatus = 200;
 constexpr int firstErrorStatus = 400;
 
@@ -36,9 +38,23 @@ struct Exchange
     qsizetype maxBodyBytes = 0;
     int sendCount = 0;
     bool tooLarge = false;
+    bool headersTooLarge = false;
+    bool outOfMemory = false;
     bool headersAreWhole = false;
     const std::atomic<bool>* aborted = nullptr;
 };
+
+/// Keeps bytes. No exception may pass through libcurl, which is C.
+bool keep(Exchange& exchange, QByteArray& kept, const char* data, qsizetype length)
+{
+    try {
+        kept.append(data, length);
+        return true;
+    } catch (const std::bad_alloc&) {
+        exchange.outOfMemory = true;
+        return false;
+    }
+}
 
 size_t takeBody(const char* data, size_t size, size_t count, void* user)
 {
@@ -48,8 +64,7 @@ size_t takeBody(const char* data, size_t size, size_t count, void* user)
         exchange.tooLarge = true;
         return 0;
     }
-    exchange.body.append(data, length);
-    return size * count;
+    return keep(exchange, exchange.body, data, length) ? size * count : 0;
 }
 
 size_t takeHeader(const char* data, size_t size, size_t count, void* user)
@@ -58,7 +73,7 @@ size_t takeHeader(const char* data, size_t size, size_t count, void* user)
     const std::string_view line(data, size * count);
     exchange.headerBytes += static_cast<qsizetype>(line.size());
     if (exchange.headerBytes > maxHeaderBytes) {
-        exchange.tooLarge = true;
+        exchange.headersTooLarge = true;
         return 0;
     }
     if (line.starts_with("HTTP/")) {
@@ -66,8 +81,9 @@ size_t takeHeader(const char* data, size_t size, size_t count, void* user)
         exchange.headersAreWhole = false;
     } else if (line == "\r\n" || line == "\n") {
         exchange.headersAreWhole = true;
-    } else {
-        exchange.headers.append(line.data(), static_cast<qsizetype>(line.size()));
+    } else if (!keep(exchange, exchange.headers, line.data(),
+                     static_cast<qsizetype>(line.size()))) {
+        return 0;
     }
     return line.size();
 }
@@ -147,6 +163,48 @@ CURLcode send(CURL* handle)
     return curl_easy_perform(handle);
 }
 
+/// libcurl gives up a single header that is too long as if memory had run out, or with a code of
+/// its own where it is newer.
+bool isHeaderTooLong(CURL* handle, CURLcode code, const Exchange& exchange)
+{
+    constexpr int tooLargeInNewerOnes = 100;
+    curl_off_t answeredAfter = 0;
+    curl_easy_getinfo(handle, CURLINFO_STARTTRANSFER_TIME_T, &answeredAfter);
+    return answeredAfter > 0 && !exchange.headersAreWhole &&
+           (code == CURLE_OUT_OF_MEMORY || static_cast<int>(code) == tooLargeInNewerOnes);
+}
+
+/// What ended an exchange that did not succeed.
+tr::Tr troubleOf(CURL* handle, CURLcode code, const QString& host, const Exchange& exchange,
+                 const TransportSettings& settings, const QString& detail)
+{
+    if (exchange.outOfMemory) {
+        return transporterror::fromCurl(CURLE_OUT_OF_MEMORY, host, {}, 0);
+    }
+    if (exchange.tooLarge) {
+        return transporterror::answerTooLarge(host, settings.maxAnswerBytes);
+    }
+    if (exchange.headersTooLarge || isHeaderTooLong(handle, code, exchange)) {
+        return transporterror::headersTooLarge(host);
+    }
+    long lastStatus = 0;
+    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &lastStatus);
+    if (lastStatus == switchingProtocols) { // what follows is no HTTP any more
+        return transporterror::notFinal(switchingProtocols, host);
+    }
+    long proxyStatus = 0;
+    curl_easy_getinfo(handle, CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
+    if (proxyStatus >= firstErrorStatus) {
+        return transporterror::fromProxy(static_cast<int>(proxyStatus), host);
+    }
+    long osError = 0;
+    curl_easy_getinfo(handle, CURLINFO_OS_ERRNO, &osError);
+    if (code == CURLE_COULDNT_CONNECT && !settings.proxy.isEmpty()) {
+        return transporterror::proxyAway(host, static_cast<int>(osError));
+    }
+    return transporterror::fromCurl(code, host, detail, static_cast<int>(osError));
+}
+
 bool isUsable(const QUrl& url)
 {
     const QString scheme = url.scheme();
@@ -185,7 +243,7 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
              transporterror::fromCurl(CURLE_OPERATION_TIMEDOUT, url.host(), {}, 0));
         return;
     }
-    const CurlHandle handle;
+    const CurlHandle handle(TransportSettings::read().wayTo(url));
     if (handle.get() == nullptr) {
         fail(CURLE_FAILED_INIT, transporterror::fromCurl(CURLE_OUT_OF_MEMORY, url.host(), {}, 0));
         return;
@@ -223,14 +281,12 @@ void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
     status = httpStatus < firstFinalStatus ? 0 : static_cast<int>(httpStatus);
     sendCount = exchange.sendCount;
     responseHeaders = exchange.headers;
-    if (exchange.tooLarge) {
-        fail(CURLE_FILESIZE_EXCEEDED,
-             transporterror::answerTooLarge(url.host(), settings.maxAnswerBytes));
-    } else if (code != CURLE_OK) {
-        long osError = 0;
-        curl_easy_getinfo(handle, CURLINFO_OS_ERRNO, &osError);
-        fail(code, transporterror::fromCurl(code, url.host(), QString::fromUtf8(detail.data()),
-                                            static_cast<int>(osError)));
+    if (code != CURLE_OK) {
+        fail(code, troubleOf(handle, code, url.host(), exchange, settings,
+                             QString::fromUtf8(detail.data())));
+    } else if (status == 0) {
+        fail(CURLE_WEIRD_SERVER_REPLY,
+             transporterror::notFinal(static_cast<int>(httpStatus), url.host()));
     } else {
         response = exchange.body;
         if (status >= firstErrorStatus) {

@@ -17,9 +17,10 @@
 /// One synchronous HTTP request and its outcome.
 ///
 /// A new object is made for every request; connections and TLS sessions are kept in a process-wide
-/// pool behind it, so a second request to the same server opens no new connection. No event loop
-/// runs while it waits: nothing re-enters the caller. One object belongs to one thread; different
-/// objects may work on different threads at the same time.
+/// pool behind it, so a second request to the same server opens no new connection, as long as at
+/// most sixteen other connections have been used since. No event loop runs while it waits: nothing
+/// re-enters the caller. One object belongs to one thread; different objects may work on different
+/// threads at the same time.
 ///
 /// Order of calls: setTimeout, post, then the getters. The getters describe the last post; before
 /// the first one they answer 0 and empty values.

@@ -21,6 +21,11 @@ QString inBrackets(const QString& detail)
     return detail.isEmpty() ? QString() : u" (%1)"_s.arg(detail);
 }
 
+QString inBrackets(int osError)
+{
+    return osError == 0 ? QString() : inBrackets(QString::fromLocal8Bit(std::strerror(osError)));
+}
+
 QString cause(CURLcode code, const QString& detail, int osError)
 {
     switch (code) {
@@ -29,8 +34,7 @@ QString cause(CURLcode code, const QString& detail, int osError)
     case CURLE_COULDNT_RESOLVE_PROXY:
         return u"не найдено имя прокси, проверьте http.proxy"_s;
     case CURLE_COULDNT_CONNECT:
-        return u"нет соединения%1"_s.arg(
-            osError == 0 ? QString() : inBrackets(QString::fromLocal8Bit(std::strerror(osError))));
+        return u"нет соединения%1"_s.arg(inBrackets(osError));
     case CURLE_OPERATION_TIMEDOUT:
         return u"нет ответа за отведённое время"_s;
     case CURLE_PARTIAL_FILE:
@@ -68,6 +72,28 @@ tr::Tr fromCurl(CURLcode code, const QString& host, const QString& detail, int o
 tr::Tr fromStatus(int status, const QString& host)
 {
     return {u"restHttpStatus"_s, u"Сервер %1: ответ HTTP %2"_s.arg(host).arg(status)};
+}
+
+tr::Tr notFinal(int status, const QString& host)
+{
+    return transport(host, u"ответ HTTP %1 не завершает запрос"_s.arg(status));
+}
+
+tr::Tr fromProxy(int status, const QString& host)
+{
+    return transport(host, u"прокси не пропускает (HTTP %1), проверьте http.proxy"_s.arg(status));
+}
+
+tr::Tr proxyAway(const QString& host, int osError)
+{
+    return transport(host,
+                     u"нет соединения с прокси%1, проверьте http.proxy"_s.arg(inBrackets(osError)));
+}
+
+tr::Tr headersTooLarge(const QString& host)
+{
+    return transport(
+        host, u"заголовки ответа больше допустимых 256 КиБ или один из них длиннее 100 КиБ"_s);
 }
 
 tr::Tr answerTooLarge(const QString& host, qint64 limitBytes)

@@ -25,6 +25,13 @@ TransportSettings TransportSettings::read()
     return settings;
 }
 
+QByteArray TransportSettings::wayTo(const QUrl& url) const
+{
+    const QUrl server = url.adjusted(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery |
+                                     QUrl::RemoveFragment);
+    return server.toEncoded() + '\n' + proxy + '\n' + caFile;
+}
+
 void TransportSettings::applyTo(CURL* handle) const
 {
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QUrl>
 #include <curl/curl.h>
 
 /// The part of the configuration that belongs to every exchange with a server.
@@ -16,6 +17,8 @@ struct TransportSettings
     /// From the process's configuration; does not make one when there is none, so any thread may
     /// ask.
     static TransportSettings read();
+    /// Names the way to a server. Requests whose ways have the same name may share a connection.
+    QByteArray wayTo(const QUrl& url) const;
     /// Sets up the way to a server: protocols, proxy, trust. The settings must live as long as the
     /// handle uses them.
     void applyTo(CURL* handle) const;

@@ -5,6 +5,7 @@
 #include "configured.h"
 #include "contract/rawserver.h"
 
+#include <QDeadlineTimer>
 #include <barrier>
 #include <gmock/gmock.h>
 
@@ -237,6 +238,72 @@ TEST(RestClient, OneThreadUsesOneConnection)
     }
     EXPECT_EQ(server.requests().size(), 100u);
     EXPECT_EQ(server.connections(), 1);
+}
+
+std::vector<std::unique_ptr<RawServer>> manyServers(size_t count)
+{
+    std::vector<std::unique_ptr<RawServer>> servers(count);
+    for (auto& server : servers) {
+        server = std::make_unique<RawServer>(
+            RawServer::answering(RawServer::answer("200 OK", "answer")));
+    }
+    return servers;
+}
+
+void postTo(const RawServer& server)
+{
+    RestClient client;
+    client.post(server.url(), "body", {});
+    ASSERT_EQ(client.getError(), 0) << client.getErrorText().ru().toStdString();
+}
+
+TEST(RestClient, ManyServersKeepTheirConnections)
+{
+    constexpr int rounds = 5;
+    const auto servers = manyServers(16);
+    for (int round = 0; round < rounds; ++round) {
+        for (const auto& server : servers) {
+            postTo(*server);
+        }
+    }
+    for (const auto& server : servers) {
+        EXPECT_EQ(server->requests().size(), size_t(rounds));
+        EXPECT_EQ(server->connections(), 1);
+    }
+}
+
+TEST(RestClient, TheConnectionUsedLastIsKeptHoweverManyServersWereUsed)
+{
+    constexpr int rounds = 5;
+    const auto servers = manyServers(40);
+    for (int round = 1; round <= rounds; ++round) {
+        for (const auto& server : servers) {
+            postTo(*server);
+            postTo(*server);
+            EXPECT_LE(server->connections(), round) << "the second request opened a connection";
+        }
+    }
+}
+
+TEST(RestClient, ConnectionsGivenUpAreClosed)
+{
+    constexpr size_t most = 16;
+    std::atomic<int> open = 0;
+    const RawServer::Handler counting = [&open](RawServer::Connection& connection) {
+        ++open;
+        RawServer::answering(RawServer::answer("200 OK"))(connection);
+        --open;
+    };
+    std::vector<std::unique_ptr<RawServer>> servers;
+    for (size_t i = 0; i < 2 * most; ++i) {
+        servers.push_back(std::make_unique<RawServer>(counting));
+        postTo(*servers.back());
+    }
+    QDeadlineTimer deadline(std::chrono::seconds(10)); // the servers hear of it a little later
+    while (open > int(most) && !deadline.hasExpired()) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(open, int(most));
 }
 
 TEST(RestClient, TwoThreadsUseTwoConnections)

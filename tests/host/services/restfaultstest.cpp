@@ -155,6 +155,68 @@ TEST_P(RestFaults, LeavesTheNextRequestUnharmed)
 INSTANTIATE_TEST_SUITE_P(Server, RestFaults, ::testing::ValuesIn(faults()),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST(RestText, NamesAStatusThatEndsNoRequest)
+{
+    const std::string head = "HTTP/1.1 101 Switching Protocols\r\nUpgrade: x\r\n";
+    for (const std::string end : {"\r\n", "Content-Length: 2\r\n\r\n{}", "\r\nanything"}) {
+        for (const bool hang : {false, true}) {
+            RawServer server(afterRequest(head + end, hang));
+            RestClient client;
+            client.setTimeout(timeoutSeconds);
+            client.post(server.url(), "body", {});
+            EXPECT_GT(client.getError(), 0) << end << hang;
+            EXPECT_EQ(client.getErrorText().id(), u"restTransportError"_s);
+            EXPECT_EQ(client.getHttpStatusCode(), 0);
+            EXPECT_EQ(client.getErrorText().ru().toStdString(),
+                      "Сервер 127.0.0.1: ответ HTTP 101 не завершает запрос")
+                << end << hang;
+        }
+    }
+}
+
+TEST(RestText, SaysOfHeadersThatTheyAreTooLongAndNotThatMemoryRanOut)
+{
+    const QString said =
+        u"Сервер 127.0.0.1: заголовки ответа больше допустимых 256 КиБ или один из них длиннее "
+        "100 КиБ"_s;
+    for (const int bytes : {150'000, 300'000}) { // one endless header
+        RawServer server(afterRequest("HTTP/1.1 200 OK\r\nX: " + std::string(bytes, 'x'), true));
+        RestClient client;
+        client.setTimeout(timeoutSeconds);
+        client.post(server.url(), "body", {});
+        EXPECT_EQ(client.getErrorText().ru(), said) << bytes;
+    }
+    std::string many;
+    for (int i = 0; i < 3000; ++i) {
+        many += "X: " + std::string(100, 'x') + "\r\n";
+    }
+    RawServer server(afterRequest("HTTP/1.1 200 OK\r\n" + many + "\r\n", false));
+    RestClient client;
+    client.post(server.url(), "body", {});
+    EXPECT_EQ(client.getErrorText().ru(), said);
+}
+
+TEST(RestText, NamesTheProxyWhereTheProxyIsTheTrouble)
+{
+    int port = 0;
+    {
+        RawServer proxy(RawServer::answering(RawServer::answer("407 Who are you")));
+        port = proxy.port();
+        const Configured configured(
+            "[http]\nproxy = \"http://127.0.0.1:" + QByteArray::number(port) + "\"\n");
+        RestClient client;
+        client.post(QUrl(u"https://loyalty.invalid/"_s), "body", {});
+        EXPECT_EQ(client.getErrorText().ru(), u"Сервер loyalty.invalid: прокси не пропускает "
+                                              "(HTTP 407), проверьте http.proxy"_s);
+    }
+    const Configured configured("[http]\nproxy = \"http://127.0.0.1:" + QByteArray::number(port) +
+                                "\"\n");
+    RestClient client;
+    client.post(QUrl(u"http://loyalty.invalid/"_s), "body", {});
+    EXPECT_EQ(client.getErrorText().ru(), u"Сервер loyalty.invalid: нет соединения с прокси "
+                                          "(Connection refused), проверьте http.proxy"_s);
+}
+
 TEST(RestTimeout, ARefusedConnectionFailsAtOnceAndSaysSo)
 {
     int port = 0;
