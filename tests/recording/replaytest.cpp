@@ -100,6 +100,8 @@ TEST_F(ReplayTest, AnExportCountsWhatItHasWritten)
     writeFile(recordFile(1), readFile(recordFile(1)).left(20)); // cut off in its first line
     const QString third = readFile(recordFile(3));
     writeFile(recordFile(3), third.left(third.size() - 5)); // in its last
+    const QString header = readFile(recordFile(2)).section(u'\n', 0, 0);
+    writeFile(recordFile(5), QString(header).replace(u"\"number\":2"_s, u"\"number\":5"_s));
     writeFile(recordFile(7), u"{}\n"_s);
     writeFile(u"records/7.jsonl"_s, readFile(recordFile(2)));
 

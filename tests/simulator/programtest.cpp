@@ -164,7 +164,7 @@ TEST_F(Program, goesOnWhenNobodyReadsItsLinesAnyMoreAndSaysSoAtTheEnd)
 {
     const QString lines = folder.filePath(u"lines"_s);
     ASSERT_EQ(::mkfifo(lines.toUtf8().constData(), 0600), 0);
-    pollfd reader{::open(lines.toUtf8().constData(), O_RDONLY | O_NONBLOCK), POLLIN, 0};
+    pollfd reader{::open(lines.toUtf8().constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), POLLIN, 0};
     ASSERT_GE(reader.fd, 0);
     configure(process, {u"--port"_s, u"0"_s});
     process.setStandardOutputFile(lines);
