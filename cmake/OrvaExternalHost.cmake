@@ -5,7 +5,7 @@
 # if it is there at all, must not be seen, so the folders are given to the compiler one by one.
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Xml)
-find_package(PosHost 0.1 REQUIRED GLOBAL)
+find_package(PosHost 0.9 REQUIRED GLOBAL)
 add_library(orva-host ALIAS PosHost::poshost)
 message(STATUS "Host: PosHost ${PosHost_VERSION} from ${PosHost_DIR}")
 

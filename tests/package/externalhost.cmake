@@ -15,7 +15,7 @@ configure(${tree} ${WORK_DIR}/build code output -D ORVA_EXTERNAL_HOST=ON -D "CMA
 if(NOT code EQUAL 0)
     message(FATAL_ERROR "The plug-in cannot be configured:\n${output}")
 endif()
-expect("${output}" CONTAINS "Host: PosHost 0.1")
+expect("${output}" CONTAINS "Host: PosHost 0.9")
 expect("${output}" CONTAINS "from ${PREFIX}/")
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build --parallel 2)
 
