@@ -20,6 +20,7 @@ Booking saleNamed(const QString& id)
     Booking sale;
     sale.checkId = id;
     sale.cardNumber = u"17"_s;
+    sale.originalId = u""_s; // as good as none
     sale.number = u"117"_s;
     sale.date = u"2024-03-05 14:20:31"_s;
     sale.total = 30'000;
