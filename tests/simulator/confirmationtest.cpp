@@ -160,6 +160,17 @@ TEST_F(Confirmation, sumsRepeatedElements)
     EXPECT_EQ(account(card).spent, 1'000);
 }
 
+TEST_F(Confirmation, sumsItsPayments)
+{
+    QByteArray body = paid(granted(u"sale"_s), u"10.00"_s, u"100.00"_s);
+    EXPECT_EQ(paymentTry(body).status, 424) << "39.00 are missing";
+    body.replace("</RawCheckPayment>", "</RawCheckPayment><RawCheckPayment><amount>39.00</amount>"
+                                       "<amountType>card</amountType></RawCheckPayment>");
+    EXPECT_EQ(paymentTry(body).status, 200);
+    EXPECT_EQ(confirm(body).status, 200);
+    EXPECT_EQ(ledger().checks.at(0).paid, 13'900);
+}
+
 TEST_F(Confirmation, ofAnotherCardOrOtherLinesIs424)
 {
     const QByteArray body = paid(granted(u"sale"_s), QString(), u"149.00"_s);
