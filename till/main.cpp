@@ -47,7 +47,8 @@ int main(int argc, char** argv)
         return int(failure.exitCode());
     }
     setUpLogging(options.verbose);
-    if (options.command == till::Command::Doctor) {
+    // they look and try beside a till at work, whose log they must leave alone
+    if (options.command == till::Command::Doctor || options.command == till::Command::LogReplay) {
         till::doctor::keepLibraryUnconfigured(argv);
     }
     return int(till::Program(options, out, errors).run());

@@ -147,6 +147,12 @@ TEST_F(BonusRecords, areReadFromTheWholeTextOfIdAndAmountAndFromTextOnly)
 
 TEST_F(BonusRecords, areReadFromTheFirstAwardsOnly)
 {
+    const auto records =
+        read(u"<RawItem><id>1</id><awards><RawItemAwards><awardBonus>3</awardBonus>"
+             "</RawItemAwards><RawItemAwards><awardBonus>5</awardBonus></RawItemAwards>"
+             "</awards></RawItem>"_s);
+    ASSERT_EQ(records.size(), 1);
+    EXPECT_EQ(records.first().bonusAmount, 3);
     EXPECT_TRUE(read(u"<RawItem><id>1</id><awards><RawItemAwards/><RawItemAwards><awardBonus>5"
                      "</awardBonus></RawItemAwards></awards></RawItem>"_s)
                     .isEmpty());

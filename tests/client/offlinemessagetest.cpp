@@ -66,6 +66,7 @@ TEST_F(OfflineMessage, hasThreeKeysAndValuesOfTheTypesTheQueueExpects)
     for (const QString& key : {u"headers"_s, u"urls"_s}) {
         ASSERT_EQ(built.value(key).typeId(), QMetaType::QVariantMap);
         const QVariantMap entries = built.value(key).toMap();
+        ASSERT_FALSE(entries.isEmpty()) << qPrintable(key);
         for (const QVariant& value : entries) {
             EXPECT_EQ(value.typeId(), QMetaType::QString);
         }

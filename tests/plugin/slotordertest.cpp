@@ -66,6 +66,9 @@ TEST(SlotOrder, EveryOtherOperationIsTheHosts)
                   &Base::identifyByCard, &Base::request, &Base::commit, &Base::rollback,
                   &Base::spendPoints, &Base::recalculatePointsForEarn, &Base::getPointsForSpend,
                   &Base::restoreLoyaltySystem, &Base::setPointsForSpend, &Base::init));
+    const auto lastOfPlugins = contract::slotOf(&BasicPlugin::enableTriggers);
+    ASSERT_EQ(lastOfPlugins, 9U) << "of the 8 operations";
+    EXPECT_EQ(ownSlots<BasicPlugin>(lastOfPlugins), contract::slotsOf(&BasicPlugin::init));
 }
 
 TEST(SlotOrder, TheBasesAreThoseOfTheContract)

@@ -78,14 +78,16 @@ TEST_F(LibraryLogTest, DoctorLeavesAWorkingTillsLogAsItIs)
     EXPECT_TRUE(readFile(u"till.log"_s).startsWith(before));
 }
 
-TEST_F(LibraryLogTest, CommandsThatNeedNoPluginLeaveTheLogAsItIs)
+TEST_F(LibraryLogTest, CommandsThatNeedNoServerLeaveTheLogAsItIs)
 {
     logToFile({});
+    writeFile(u"orva.toml"_s, readFile(u"orva.toml"_s) + u"[recording]\nfolder = \"records\"\n"_s);
     till({u"check"_s, u"sale.toml"_s});
     const QString before = readFile(u"till.log"_s);
     ASSERT_FALSE(before.isEmpty());
     for (const QStringList& command :
-         {QStringList{u"checks"_s}, QStringList{u"ledger"_s}, QStringList{u"queue"_s, u"list"_s}}) {
+         {QStringList{u"checks"_s}, QStringList{u"ledger"_s}, QStringList{u"queue"_s, u"list"_s},
+          QStringList{u"log"_s, u"replay"_s, u"all"_s}}) {
         EXPECT_EQ(till(command).exitCode, 0) << qPrintable(command.join(u' '));
     }
     EXPECT_EQ(readFile(u"till.log"_s).toStdString(), before.toStdString());
@@ -102,4 +104,26 @@ TEST_F(LibraryLogTest, DoctorSaysWhereTheLogGoes)
     EXPECT_TRUE(file.output.contains(path(u"log4qt.properties"_s) + u", to till.log"_s))
         << qPrintable(file.output);
     EXPECT_FALSE(QFile::exists(path(u"till.log"_s)));
+}
+
+TEST_F(LibraryLogTest, TheConfigurationOfTheReadmesAppends)
+{
+    for (const QString& readme :
+         {QStringLiteral(ORVA_README), QStringLiteral(ORVA_RUSSIAN_README)}) {
+        QFile file(readme);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(readme);
+        const QString shown = QString::fromUtf8(file.readAll())
+                                  .section(u"```\nlog4j"_s, 1, 1)
+                                  .section(u"```"_s, 0, 0);
+        ASSERT_FALSE(shown.isEmpty()) << qPrintable(readme);
+        QString properties = u"log4j"_s + shown;
+        writeFile(u"log4qt.properties"_s, properties.replace(u"/var/log/orva/"_s, QString()));
+        QFile::remove(path(u"till.log"_s));
+        till({u"check"_s, u"sale.toml"_s});
+        till({u"check"_s, u"sale.toml"_s});
+        EXPECT_EQ(readFile(u"till.log"_s).count(precheckLine), 4) << qPrintable(readme);
+        const RunResult doctor = till({u"doctor"_s});
+        EXPECT_TRUE(doctor.output.contains(u", to till.log"_s)) << qPrintable(doctor.output);
+        EXPECT_FALSE(doctor.output.contains(u"empties"_s)) << qPrintable(doctor.output);
+    }
 }

@@ -196,6 +196,7 @@ TEST(Doctor, neverShowsASecret)
         for (const QStringList& arguments :
              {QStringList{u"doctor"_s}, {u"doctor"_s, u"--json"_s}}) {
             const QString output = run(scene, arguments).output;
+            EXPECT_TRUE(output.contains(u"address"_s)) << output.toStdString();
             EXPECT_FALSE(output.contains(u"canary"_s)) << output.toStdString();
             EXPECT_FALSE(output.contains(u"can/ary"_s)) << output.toStdString();
         }
