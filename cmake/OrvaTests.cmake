@@ -62,12 +62,14 @@ function(orva_test_library target)
 endfunction()
 
 # orva_test(NAME SOURCES ... [LIBRARIES ...] [DEFINITIONS ...] [TIMEOUT seconds] [SERIAL] [WAITS]
-#     [OPTIMIZED])
+#     [OPTIMIZED] [ONE_LOCALE pattern])
 # A GoogleTest program. Every test in it runs twice: under the C locale and under a Russian one,
-# whose decimal comma must change nothing. TIMEOUT is for one test. SERIAL: nothing else may run beside
-# it; WAITS: it mostly waits for others and leaves its core to them.
+# whose decimal comma must change nothing. TIMEOUT is for one test. SERIAL: it measures time-outs, so
+# ctest runs nothing beside one of its tests; WAITS: it mostly waits for others and leaves its core to
+# them. ONE_LOCALE names tests (as --gtest_filter does) that only wait for time-outs, which no locale
+# changes: where whole programs run, the Russian run leaves them out.
 function(orva_test target)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WAITS;OPTIMIZED" "TIMEOUT"
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WAITS;OPTIMIZED" "TIMEOUT;ONE_LOCALE"
         "SOURCES;LIBRARIES;DEFINITIONS")
     add_executable(${target} ${ARG_SOURCES})
     set(optimized "")
@@ -100,20 +102,18 @@ function(orva_test target)
             ENVIRONMENT "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1" ${serial})
     get_property(each_test DIRECTORY PROPERTY TEST_INCLUDE_FILES)
     set(choice ${CMAKE_CURRENT_BINARY_DIR}/${target}_entries.cmake)
-    _orva_write_entries(${choice} ${target} ${ARG_TIMEOUT} "${serial}" "${ARG_WAITS}" "${each_test}")
+    _orva_write_entries(${choice} ${target} ${ARG_TIMEOUT} "${serial}" "${ARG_WAITS}" "${each_test}"
+        "${ARG_ONE_LOCALE}")
     set_property(DIRECTORY PROPERTY TEST_INCLUDE_FILES ${entries} ${choice})
 endfunction()
 
 # What ctest reads: one entry for each test, or, where ORVA_TESTS is "programs", one for the whole
 # program in each locale. To start a process takes longer than most tests. What measures time-outs has
-# others beside it then, but never a second one of its kind.
-function(_orva_write_entries file target timeout serial waits each_test)
+# others beside it then: it sleeps, and who wakes up goes before who computes.
+function(_orva_write_entries file target timeout serial waits each_test one_locale)
     set(places 2)
     if(waits OR serial)
         set(places 1)
-    endif()
-    if(serial)
-        string(APPEND places " RESOURCE_LOCK time-outs")
     endif()
     set(includes "")
     foreach(include IN LISTS each_test)
@@ -122,11 +122,15 @@ function(_orva_write_entries file target timeout serial waits each_test)
     set(whole "")
     foreach(prefix "" "ru.")
         set(environment "LC_ALL=C.UTF-8")
+        set(filter "")
         if(prefix)
             set(environment "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1")
+            if(one_locale)
+                set(filter " [==[--gtest_filter=-${one_locale}]==]")
+            endif()
         endif()
         string(APPEND whole
-            "    add_test([==[${prefix}${target}]==] [==[$<TARGET_FILE:${target}>]==])\n"
+            "    add_test([==[${prefix}${target}]==] [==[$<TARGET_FILE:${target}>]==]${filter})\n"
             "    set_tests_properties([==[${prefix}${target}]==] PROPERTIES TIMEOUT 1800\n"
             "        PROCESSORS ${places}\n"
             "        ENVIRONMENT [==[${environment};ORVA_CASE_SECONDS=${timeout}]==])\n")
