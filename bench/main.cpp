@@ -21,6 +21,7 @@ int main(int argc, char** argv)
     bench::addConnectionRows();
     bench::addClosingRows();
     bench::addDrainRows();
+    bench::addAnswerRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;

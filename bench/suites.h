@@ -14,5 +14,6 @@ void addDrainRows();
 void addAllocationRows();
 void addConnectionRows();
 void addLoadingRows();
+void addAnswerRows();
 
 } // namespace bench

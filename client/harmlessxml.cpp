@@ -3,6 +3,9 @@
 
 #include "client/harmlessxml.h"
 
+#include "client/elements.h"
+#include "client/xmllimits.h"
+
 #include <QLatin1StringView>
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -14,44 +17,99 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int maxLevels = 512;
-constexpr int maxAttributes = 64;
-constexpr int maxEscapes = 10'000;
-/// Elements, attributes and other markup: about half a gigabyte of DOM.
-constexpr qint64 maxNodes = 1'000'000;
-/// Blanks that an indented copy begins its lines with.
-constexpr qint64 maxIndentation = 64'000'000;
-/// Sum of escapes times length over all texts: every escape moves the rest of its text.
-constexpr qint64 maxEscapeMoves = 10'000'000'000;
+namespace limit = orva::xmllimit;
+
+/// A name from outside as it may stand in a sentence: no longer than a name is, nothing
+/// unprintable.
+QString shownName(const QString& name)
+{
+    constexpr qsizetype enough = 40;
+    QString shown = name.left(enough);
+    for (QChar& character : shown) {
+        character = character.isPrint() ? character : u'?';
+    }
+    return shown;
+}
 
 /// Follows the markup of a text as far as the limits need it.
 template <typename Char>
 class MarkupScanner
 {
 public:
-    MarkupScanner(const Char* begin, const Char* textEnd) : at(begin), end(textEnd) {}
+    MarkupScanner(const Char* begin, const Char* textEnd) : first(begin), at(begin), end(textEnd) {}
 
-    bool isHarmless()
+    /// What is beyond a limit, and where; empty when nothing is.
+    QString harm()
     {
         while (at != end) {
             if (!(*at == Char('<') ? passMarkup() : passText())) {
-                return false;
+                return what + place();
             }
         }
-        return true;
+        return {};
     }
 
 private:
+    bool refuse(const QString& complaint, qint64 most)
+    {
+        what = complaint.arg(most);
+        return false;
+    }
+
+    QString place() const
+    {
+        QString text = u", строка %1"_s.arg(1 + std::count(first, at, Char('\n')));
+        if (element != nullptr) {
+            const Char* nameEnd = std::find_if(element, end, [](Char c) { return !isNamePart(c); });
+            text += u", элемент %1"_s.arg(shownName(toText(element, nameEnd)));
+        }
+        return text;
+    }
+
+    static QString toText(const char* from, const char* to)
+    {
+        return QString::fromUtf8(from, to - from);
+    }
+    static QString toText(const char16_t* from, const char16_t* to)
+    {
+        return QString::fromUtf16(from, to - from);
+    }
+
+    static bool isBlank(Char c)
+    {
+        return c == Char(' ') || c == Char('\n') || c == Char('\t') || c == Char('\r');
+    }
+    static bool isNamePart(Char c)
+    {
+        return !isBlank(c) && c != Char('>') && c != Char('/') && c != Char('=') && c != Char('<');
+    }
+
     bool passText()
     {
         const Char* const start = at;
+        bool blank = true;
         qint64 escapes = 0;
-        for (; at != end && *at != Char('<'); ++at) {
-            if (*at == Char('&') || isEndOfCdata(start)) {
-                ++escapes;
-            }
+        qint64 length = 0;
+        while (at != end && *at != Char('<')) {
+            blank = blank && isBlank(*at);
+            passCharacter(*at == Char('&') || isEndOfCdata(start), escapes, length);
         }
-        return countEscapes(escapes, at - start);
+        // blank ones are dropped
+        return blank || (addNodes(1) && addText(escapes, length));
+    }
+
+    /// A reference is passed whole, so that it counts as what is written for it.
+    void passCharacter(bool isEscape, qint64& escapes, qint64& length)
+    {
+        constexpr std::ptrdiff_t longestReference = 12;
+        if (*at == Char('&')) {
+            const Char* const stop = at + std::min(end - at, longestReference);
+            const Char* const semicolon = std::find(at, stop, Char(';'));
+            at = semicolon == stop ? at : semicolon;
+        }
+        ++at;
+        escapes += isEscape ? 1 : 0;
+        length += isEscape ? limit::longestEscape : 1;
     }
 
     /// Behind "]]" even a ">" is written as an escape.
@@ -62,40 +120,70 @@ private:
 
     bool passMarkup()
     {
-        if (++nodes > maxNodes) {
-            return false;
-        }
+        const Char* const start = at;
         // what an answer mostly consists of comes first
         if (startsWith("</")) {
             --level;
             at = std::find(at, end, Char('>'));
             at += at == end ? 0 : 1;
-            return true;
+            return addCharacters(at - start);
         }
         if (end - at < 2 || (at[1] != Char('!') && at[1] != Char('?'))) {
             return passElement();
         }
         if (startsWith("<!--")) {
-            return passUntil("-->", 4);
+            passUntil("-->", 4);
+        } else if (startsWith("<![CDATA[")) {
+            passUntil("]]>", 9);
+        } else if (startsWith("<?")) {
+            passUntil("?>", 2);
+        } else if (startsWith("<!DOCTYPE")) {
+            if (!passDocumentType()) {
+                what = u"DOCTYPE с собственными объявлениями"_s;
+                return false;
+            }
+        } else {
+            at = end; // any other declaration is an error at which the parser stops
         }
-        if (startsWith("<![CDATA[")) {
-            return passUntil("]]>", 9);
+        return addNodes(1) && addCharacters(at - start + level + 1);
+    }
+
+    /// Declarations stand between brackets; nothing outside the text is ever read.
+    bool passDocumentType()
+    {
+        Char quote = 0;
+        for (; at != end; ++at) {
+            if (quote != 0) {
+                quote = *at == quote ? Char(0) : quote;
+            } else if (*at == Char('"') || *at == Char('\'')) {
+                quote = *at;
+            } else if (*at == Char('[')) {
+                return false;
+            } else if (*at == Char('>')) {
+                ++at;
+                return true;
+            }
         }
-        if (startsWith("<?")) {
-            return passUntil("?>", 2);
-        }
-        // Any other declaration is an error at which the parser stops, or the text ends here.
-        const bool isTypeDeclaration = startsWith("<!DOCTYPE");
-        at = end;
-        return !isTypeDeclaration;
+        return true;
     }
 
     bool passElement()
     {
-        indentation += ++level;
-        if (level > maxLevels || indentation > maxIndentation) {
-            return false;
+        const Char* const start = at;
+        element = at + 1;
+        if (++level > limit::levels) {
+            return refuse(u"больше %1 уровней элементов"_s, limit::levels);
         }
+        if ((isNamed(lineName) || isNamed(messageName)) && ++entries > limit::entries) {
+            return refuse(u"больше %1 строк товара и сообщений"_s, limit::entries);
+        }
+        // its tags are written on lines of their own
+        const int indented = 2 * (level + 1);
+        return addNodes(1) && passTag() && addCharacters(at - start + indented);
+    }
+
+    bool passTag()
+    {
         int attributes = 0;
         for (++at; at != end; ++at) {
             if (*at == Char('>')) {
@@ -103,7 +191,7 @@ private:
                 ++at;
                 return true;
             }
-            if (*at == Char('=') && (++attributes > maxAttributes || ++nodes > maxNodes)) {
+            if (*at == Char('=') && !addAttribute(++attributes)) {
                 return false;
             }
             if ((*at == Char('"') || *at == Char('\'')) && !passValue()) {
@@ -116,25 +204,61 @@ private:
         return true;
     }
 
+    bool addAttribute(int count)
+    {
+        if (count > limit::attributes) {
+            return refuse(u"больше %1 атрибутов у элемента"_s, limit::attributes);
+        }
+        return addNodes(limit::attributeNodes + (count == 1 ? limit::attributeTableNodes : 0));
+    }
+
     /// Ends on the closing quote, or at the end where there is none.
     bool passValue()
     {
         const Char quote = *at;
         const Char* const start = ++at;
         qint64 escapes = 0;
-        for (; at != end && *at != quote; ++at) {
+        qint64 length = 0;
+        while (at != end && *at != quote) {
             // a double quote between single ones is written as an escape
-            if (*at == Char('&') || *at == Char('"') || isEndOfCdata(start)) {
-                ++escapes;
-            }
+            passCharacter(*at == Char('&') || *at == Char('"') || isEndOfCdata(start), escapes,
+                          length);
         }
-        return countEscapes(escapes, at - start);
+        // the tag counts the value's characters as they stand
+        return addText(escapes, length) && addCharacters(start - at);
     }
 
-    bool countEscapes(qint64 escapes, qint64 length)
+    bool addNodes(int count)
+    {
+        nodes += count;
+        return nodes <= limit::nodes ||
+               refuse(u"больше %1 узлов (элементов, текстов, атрибутов)"_s, limit::nodes);
+    }
+
+    bool addCharacters(qint64 count)
+    {
+        characters += count;
+        return characters <= limit::characters ||
+               refuse(u"записанный с отступами, длиннее %1 знаков"_s, limit::characters);
+    }
+
+    bool addText(qint64 escapes, qint64 length)
     {
         escapeMoves += escapes * length;
-        return escapes <= maxEscapes && escapeMoves <= maxEscapeMoves;
+        if (escapeMoves > limit::escapeMoves) {
+            return refuse(u"слишком много замен вроде &lt; в длинных текстах (число замен, "
+                          "умноженное на длину текста, в сумме больше %1)"_s,
+                          limit::escapeMoves);
+        }
+        return addCharacters(length);
+    }
+
+    bool isNamed(const QString& name) const
+    {
+        const Char* const nameEnd = element + std::min<std::ptrdiff_t>(end - element, name.size());
+        return nameEnd - element == name.size() && (nameEnd == end || !isNamePart(*nameEnd)) &&
+               std::equal(element, nameEnd, name.cbegin(),
+                          [](Char left, QChar right) { return QChar(char16_t(left)) == right; });
     }
 
     bool startsWith(const char* prefix) const
@@ -148,7 +272,7 @@ private:
         return true;
     }
 
-    bool passUntil(const char* terminator, int skipped)
+    void passUntil(const char* terminator, int skipped)
     {
         const char* const terminatorEnd = terminator + qstrlen(terminator);
         at += skipped;
@@ -157,15 +281,20 @@ private:
         if (at != end) {
             at += terminatorEnd - terminator;
         }
-        return true;
     }
 
+    const QString lineName = orva::element::rawItem();
+    const QString messageName = orva::element::rawCheckInforming();
+    const Char* const first;
     const Char* at;
-    const Char* end;
+    const Char* const end;
+    const Char* element = nullptr; ///< the name of the element begun last
     int level = 0;
+    int entries = 0;
     qint64 nodes = 0;
-    qint64 indentation = 0;
+    qint64 characters = 0;
     qint64 escapeMoves = 0;
+    QString what;
 };
 
 /// The encodings that the XML declaration names; more than one only where the parser will refuse
@@ -197,42 +326,51 @@ bool isAsciiSuperset(const QString& name)
                        [&name](QLatin1StringView prefix) { return name.startsWith(prefix); });
 }
 
-bool isHarmlessWideXml(const QByteArray& text, QStringConverter::Encoding encoding)
+QString harmInEncoding(const QStringList& names, bool (*isUsable)(const QString&))
+{
+    const auto other = std::find_if_not(names.cbegin(), names.cend(), isUsable);
+    return other == names.cend()
+               ? QString()
+               : u"разметку в кодировке %1 не распознать, строка 1"_s.arg(shownName(*other));
+}
+
+QString harmInWideXml(const QByteArray& text, QStringConverter::Encoding encoding)
 {
     QStringDecoder decoder(encoding);
     const QString decoded = decoder(text);
     // Without a mark the parser starts anew with the byte order that it thinks the name means.
     const bool marked = QStringConverter::encodingForData(text).has_value();
     const QStringList names = declaredEncodings(decoded.left(decoded.indexOf("?>"_L1)));
-    return std::all_of(names.cbegin(), names.cend(),
-                       [&](const QString& name) { return marked && name == "utf-16"_L1; }) &&
-           orva::isHarmlessXml(decoded);
+    const QString harm = harmInEncoding(
+        names, marked ? [](const QString& name) { return name == "utf-16"_L1; }
+                      : [](const QString&) { return false; });
+    return harm.isEmpty() ? orva::harmInXml(decoded) : harm;
 }
 
 } // namespace
 
 namespace orva {
 
-bool isHarmlessXml(const QByteArray& text)
+QString harmInXml(const QByteArray& text)
 {
     const auto encoding = QStringConverter::encodingForData(text, u'<');
     if (encoding && *encoding != QStringConverter::Utf8) {
-        return isHarmlessWideXml(text, *encoding);
+        return harmInWideXml(text, *encoding);
     }
     static constexpr QByteArrayView mark("\xef\xbb\xbf");
     const QByteArrayView unmarked =
         text.startsWith(mark) ? QByteArrayView(text).sliced(mark.size()) : QByteArrayView(text);
     const qsizetype end = unmarked.startsWith("<?xml") ? unmarked.indexOf("?>") : 0;
     const QByteArrayView head = end < 0 ? unmarked : unmarked.first(end);
-    const QStringList names = declaredEncodings(QString::fromLatin1(head));
-    return std::all_of(names.cbegin(), names.cend(), isAsciiSuperset) &&
-           MarkupScanner<char>(unmarked.cbegin(), unmarked.cend()).isHarmless();
+    const QString harm =
+        harmInEncoding(declaredEncodings(QString::fromLatin1(head)), isAsciiSuperset);
+    return harm.isEmpty() ? MarkupScanner<char>(unmarked.cbegin(), unmarked.cend()).harm() : harm;
 }
 
-bool isHarmlessXml(const QString& text)
+QString harmInXml(const QString& text)
 {
     const auto* const begin = reinterpret_cast<const char16_t*>(text.utf16());
-    return MarkupScanner<char16_t>(begin, begin + text.size()).isHarmless();
+    return MarkupScanner<char16_t>(begin, begin + text.size()).harm();
 }
 
 } // namespace orva

@@ -72,10 +72,12 @@ void Interface::sendRequest(RequestType type, const QDomDocument& request)
         throw NoConnectionException(tr::Tr(u"requestNoConnection"_s, u"Нет связи с сервером"_s));
     }
     const QByteArray body = transport->getResponse();
-    if (isHarmlessXml(body)) {
+    const QString harm = harmInXml(body);
+    if (harm.isEmpty()) {
         // Whatever the parser made of the body is the answer; the readers report what it lacks.
         lastResponse.setContent(body);
     } else {
+        logger->error(u"Ответ сервера не разбирается: %1"_s, harm);
         lastResponse = QDomDocument();
     }
 }

@@ -65,11 +65,14 @@ DocumentBonusRecord toRecord(const QVariantMap& map)
     return record;
 }
 
-QDomDocument toDocument(const QString& text)
+QDomDocument toDocument(const QString& text, Log4Qt::Logger& log)
 {
     QDomDocument document;
-    if (orva::isHarmlessXml(text)) {
+    const QString harm = orva::harmInXml(text);
+    if (harm.isEmpty()) {
         document.setContent(text);
+    } else {
+        log.error(u"Сохранённый ответ сервера не разбирается: %1"_s, harm);
     }
     return document;
 }
@@ -105,7 +108,7 @@ bool Orva::restoreLoyaltySystem()
     const QString owner = stateOwner();
     const QString lastResponse =
         document->getPluginValue(owner, u"lastResponse"_s, QVariant()).toString();
-    interface->setLastResponse(toDocument(lastResponse));
+    interface->setLastResponse(toDocument(lastResponse, *logger));
     const QVariantList records =
         document->getPluginValue(owner, u"bonusRecords"_s, QVariant()).toList();
     for (const QVariant& record : records) {

@@ -8,10 +8,15 @@
 
 #include <QFileDevice>
 
+#include <new>
+
 namespace till {
 
 QString reasonOf(const std::exception& error)
 {
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+        return Text::tr("there is not enough memory");
+    }
     const auto* known = dynamic_cast<const BasicException*>(&error);
     return known != nullptr ? known->tr().ru() : QString::fromUtf8(error.what());
 }

@@ -1466,8 +1466,8 @@ The server&apos;s last refusal:
         <translation>не задан: сертификаты системы</translation>
     </message>
     <message>
-        <source>not set: 16777216 bytes</source>
-        <translation>не задано: 16777216 байт</translation>
+        <source>not set: 8388608 bytes</source>
+        <translation>не задано: 8388608 байт</translation>
     </message>
     <message>
         <source>not set: till</source>
@@ -2436,6 +2436,10 @@ explanation, 5 done, but not all could be written to the standard output.</sourc
     <message>
         <source>%1 is larger than %2 bytes, the most that a check file may have; split the check.</source>
         <translation>%1 больше %2 байт, файлу чека больше не положено; разделите чек.</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>не хватает памяти</translation>
     </message>
     <message>
         <source>%1, line %2: tables and lists are nested deeper than %3 levels; look at the dots and brackets.</source>

@@ -22,7 +22,7 @@
 ///
 ///     [Orva]  serverUrl (an address of http or https without "@"), merchantId pos user, password
 ///             and apikey (secrets), timeout (whole seconds, 0 or less: 10)
-///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 16 MiB)
+///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 8 MiB)
 ///     [till]  database*, plugin*, name
 ///     [queue] keepDeliveredDays (whole number from 0, default 30)
 ///     [recording] folder*, maxMegabytes and maxDays (whole numbers from 1, default 50 and 30)

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int defaultMaxAnswerBytes = 16 * 1024 * 1024;
+constexpr int defaultMaxAnswerBytes = 8 * 1024 * 1024;
 
 } // namespace
 

@@ -29,16 +29,22 @@ int escapesIn(const QString& text, bool isValue)
     return count;
 }
 
+qint64 movesIn(const QString& text, bool isValue)
+{
+    return escapesIn(text, isValue) * qint64(text.size());
+}
+
 void measure(const QDomNode& node, DomSize& size)
 {
+    ++size.nodes;
     if (node.isText() && !node.isCDATASection()) {
-        size.escapes = std::max(size.escapes, escapesIn(node.nodeValue(), false));
+        size.escapeMoves += movesIn(node.nodeValue(), false);
     }
     if (node.isElement()) {
         const QDomNamedNodeMap attributes = node.attributes();
         size.attributes = std::max(size.attributes, attributes.count());
         for (int i = 0; i < attributes.count(); ++i) {
-            size.escapes = std::max(size.escapes, escapesIn(attributes.item(i).nodeValue(), true));
+            size.escapeMoves += movesIn(attributes.item(i).nodeValue(), true);
         }
     }
 }
@@ -48,7 +54,8 @@ void measure(const QDomNode& node, DomSize& size)
 DomSize sizeOf(const QDomDocument& document)
 {
     DomSize size;
-    size.hasDocumentType = !document.doctype().name().isEmpty();
+    size.hasDeclarations =
+        !document.doctype().internalSubset().isEmpty() || document.doctype().entities().count() > 0;
     int level = 0;
     QDomNode node = document;
     while (!node.isNull()) {
@@ -74,12 +81,13 @@ DomSize sizeOf(const QDomDocument& document)
 {
     const DomSize size = sizeOf(document);
     if (size.levels <= levelLimit && size.attributes <= attributeLimit &&
-        size.escapes <= escapeLimit && !size.hasDocumentType) {
+        size.escapeMoves <= escapeMoveLimit && size.nodes <= nodeLimit && !size.hasDeclarations) {
         return ::testing::AssertionSuccess();
     }
     return ::testing::AssertionFailure()
-           << size.levels << " levels, " << size.attributes << " attributes, " << size.escapes
-           << " escapes, " << (size.hasDocumentType ? "a" : "no") << " document type";
+           << size.levels << " levels, " << size.attributes << " attributes, " << size.escapeMoves
+           << " escape moves, " << size.nodes << " nodes, "
+           << (size.hasDeclarations ? "declarations" : "no declarations");
 }
 
 QDomDocument received(const QByteArray& body)

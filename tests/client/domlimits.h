@@ -16,9 +16,10 @@ struct DomSize
     int levels = 0;
     /// Of the element that has most.
     int attributes = 0;
-    /// Of the text or attribute value that has most.
-    int escapes = 0;
-    bool hasDocumentType = false;
+    /// Escapes times length, over all texts and attribute values.
+    qint64 escapeMoves = 0;
+    int nodes = 0;
+    bool hasDeclarations = false;
 };
 
 /// Walks without recursion, as the document may be too deep for it.

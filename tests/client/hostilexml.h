@@ -3,6 +3,10 @@
 
 #pragma once
 
+#include "client/harmlessxml.h"
+#include "client/xmllimits.h"
+
+#include <QByteArray>
 #include <QString>
 
 /// Texts at and beyond the limits of what may be given to the parser.
@@ -12,7 +16,19 @@ using namespace Qt::StringLiterals;
 
 constexpr int levelLimit = 512;
 constexpr int attributeLimit = 64;
-constexpr int escapeLimit = 10000;
+constexpr int nodeLimit = 400'000;
+constexpr int entryLimit = 20'000;
+constexpr int characterLimit = 8'000'000;
+constexpr qint64 escapeMoveLimit = 1'000'000'000;
+/// So many escapes in a text of nothing else: 12,909 x 6 x 12,909 is just below the limit on moves.
+constexpr int escapeLimit = 12'909;
+
+/// Whether the parser gets the text.
+template <typename Text>
+bool isHarmless(const Text& text)
+{
+    return orva::harmInXml(text).isEmpty();
+}
 
 /// An element in an element, so many levels deep.
 inline QString nested(int levels)

@@ -212,6 +212,29 @@ TEST_F(SendRequest, keepsTheXmlDeclarationOfARequestThatHasOne)
     EXPECT_TRUE(body.endsWith("?>\n<a>ю</a>\n")) << body.toStdString();
 }
 
+TEST_F(SendRequest, tellsTheLogWhatOfAnAnswerTheParserIsNotGiven)
+{
+    const LogCapture log;
+    expectAnswer("<a>\n<b " + QByteArray("x='1' ").repeated(65) + "/></a>");
+    send();
+    EXPECT_FALSE(client.lastResponse.hasChildNodes());
+    EXPECT_EQ(log.lines(),
+              (QList<LogLine>{sendingLine, tests::errorLine(u"Ответ сервера не разбирается: больше "
+                                                            "64 атрибутов у элемента, строка 2, "
+                                                            "элемент b"_s)}));
+}
+
+TEST_F(SendRequest, tellsTheLogNothingAboutAnAnswerThatIsMerelyMalformed)
+{
+    for (const QByteArray& body : {QByteArray("<a><b></a>"), QByteArray("no XML"), QByteArray(),
+                                   QByteArray("<a b='1' b='2'/>"), QByteArray("<!DOCTYPE")}) {
+        const LogCapture log;
+        expectAnswer(body);
+        send();
+        EXPECT_EQ(log.lines(), QList<LogLine>{sendingLine}) << body.toStdString();
+    }
+}
+
 TEST_F(SendRequest, reports401AsAuthorizationErrorWithoutAskingForMore)
 {
     const LogCapture log;

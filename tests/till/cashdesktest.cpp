@@ -123,6 +123,9 @@ TEST_F(CashDeskTest, whateverThePluginThrowsStopsNoSale)
     loyalty->onAsk = [] { throw std::runtime_error("out of luck"); };
     EXPECT_FALSE(desk->request());
     EXPECT_EQ(desk->current().refusal, u"out of luck"_s);
+    loyalty->onAsk = [] { throw std::bad_alloc(); };
+    EXPECT_FALSE(desk->request());
+    EXPECT_EQ(desk->current().refusal, u"there is not enough memory"_s);
     EXPECT_FALSE(desk->close().confirmed);
 }
 

@@ -51,7 +51,7 @@ KeySheet sheetOf(const QString& name)
          {u"\"/etc/ssl/certs/ca-certificates.crt\""_s, false, true,
           QT_TRANSLATE_NOOP("Till", "not set: the system's certificates")}},
         {u"http.maxAnswerBytes"_s,
-         {u"16777216"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 16777216 bytes")}},
+         {u"8388608"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 8388608 bytes")}},
         {u"till.database"_s, {u"\"till.sqlite\""_s, true, false, nullptr}},
         {u"till.plugin"_s, {u"\"/usr/lib/orva/liborva.so\""_s, true, false, nullptr}},
         {u"till.name"_s, {u"\"3\""_s, false, true, QT_TRANSLATE_NOOP("Till", "not set: till")}},

@@ -209,11 +209,6 @@ QJsonObject documentjson::of(const Document& document)
     for (const auto& impact : impacts) {
         impactArray.append(ofImpact(*impact));
     }
-    QJsonObject data;
-    const QMap<QString, QVariantMap> owners = document.getPluginData();
-    for (auto owner = owners.cbegin(); owner != owners.cend(); ++owner) {
-        data.insert(owner.key(), ofVariant(owner.value()).toObject().value(u"map"_s));
-    }
     return {{u"id"_s, document.getDocumentId()},
             {u"number"_s, document.getCheckNumber()},
             {u"type"_s, document.getDocumentType()},
@@ -222,8 +217,16 @@ QJsonObject documentjson::of(const Document& document)
             {u"payment"_s, ofNumber(document.getPaymentSum())},
             {u"goods"_s, items},
             {u"cards"_s, cardArray},
-            {u"impacts"_s, impactArray},
-            {u"pluginData"_s, data}};
+            {u"impacts"_s, impactArray}};
+}
+
+QJsonObject documentjson::ofPluginData(const QMap<QString, QVariantMap>& owners)
+{
+    QJsonObject data;
+    for (auto owner = owners.cbegin(); owner != owners.cend(); ++owner) {
+        data.insert(owner.key(), ofVariant(owner.value()).toObject().value(u"map"_s));
+    }
+    return data;
 }
 
 QSharedPointer<Document> documentjson::toDocument(const QJsonObject& object)

@@ -13,7 +13,10 @@
 /// A document as a loyalty system sees it, to JSON and back: every field that the contracts show.
 namespace till::documentjson {
 
+/// Without what plug-ins keep in the document, which is apart, being large and seldom changed.
 QJsonObject of(const Document& document);
+/// What stands under "pluginData" beside the other fields.
+QJsonObject ofPluginData(const QMap<QString, QVariantMap>& owners);
 /// A document that answers as the written one did.
 QSharedPointer<Document> toDocument(const QJsonObject& object);
 

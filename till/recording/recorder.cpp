@@ -104,6 +104,8 @@ void Recorder::beginRecord(const QSharedPointer<AbstractDocument>& begun)
     document = begun;
     documents = 0;
     lastDocument = {};
+    lastPluginData = {};
+    lastPluginJson = {};
     newConfig = {};
     sound = true;
     QJsonObject first = header;
@@ -119,19 +121,41 @@ int Recorder::keepDocument()
 {
     const auto present = document.toStrongRef().dynamicCast<Document>();
     const QJsonObject content = present.isNull() ? QJsonObject() : documentjson::of(*present);
-    if (documents > 0 && content == lastDocument) {
+    const bool hasNewData = keepPluginData(present);
+    if (documents > 0 && !hasNewData && content == lastDocument) {
         return documents - 1;
+    }
+    QJsonObject changed = documents == 0 ? content : changedFields(lastDocument, content);
+    if (hasNewData) {
+        changed.insert(u"pluginData"_s, lastPluginJson);
     }
     QJsonObject line{{u"document"_s, documents}};
     if (documents == 0) {
-        line.insert(u"content"_s, content);
+        line.insert(u"content"_s, changed);
     } else {
         line.insert(u"from"_s, documents - 1);
-        line.insert(u"changed"_s, changedFields(lastDocument, content));
+        line.insert(u"changed"_s, changed);
     }
     target.add(line);
     lastDocument = content;
     return documents++;
+}
+
+/// @return whether plug-ins keep something else in the document than when it was last written down
+bool Recorder::keepPluginData(const QSharedPointer<Document>& present)
+{
+    if (present.isNull()) {
+        return false;
+    }
+    const QMap<QString, QVariantMap> data = present->getPluginData();
+    if (documents > 0 && data.isSharedWith(lastPluginData)) {
+        return false;
+    }
+    const QJsonObject json = documentjson::ofPluginData(data);
+    const bool isOther = documents == 0 || json != lastPluginJson;
+    lastPluginData = data;
+    lastPluginJson = json;
+    return isOther;
 }
 
 void Recorder::end(const std::function<QJsonValue()>& result)

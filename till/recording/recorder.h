@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QMap>
 #include <QSharedPointer>
 #include <QString>
 #include <QWeakPointer>
@@ -16,6 +17,7 @@
 #include <functional>
 #include <thread>
 
+class Document;
 class DocumentCardRecord;
 
 namespace till {
@@ -78,6 +80,7 @@ private:
     void guarded(const std::function<void()>& step);
     void beginRecord(const QSharedPointer<AbstractDocument>& document);
     int keepDocument();
+    bool keepPluginData(const QSharedPointer<Document>& present);
     void finish(const QString& outcome, const QJsonValue& value);
     void writeNewConfig();
 
@@ -90,7 +93,11 @@ private:
     QWeakPointer<AbstractDocument> document;
     /// Whether the present record can be gone on with.
     bool sound = false;
-    QJsonObject lastDocument;
+    QJsonObject lastDocument; ///< without lastPluginJson
+    /// Held beside its JSON, which takes long to make: while the document still shares the data,
+    /// nothing has changed in it.
+    QMap<QString, QVariantMap> lastPluginData;
+    QJsonObject lastPluginJson;
     int documents = 0;
 
     bool inCall = false;

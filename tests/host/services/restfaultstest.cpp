@@ -297,14 +297,14 @@ TEST(RestAnswerSize, TheConfiguredLimitIsAllowedAndOneByteMoreIsNot)
 
 TEST(RestAnswerSize, WithoutConfigurationTheLimitIs16Mebibytes)
 {
-    constexpr size_t limit = 16 * 1024 * 1024;
+    constexpr size_t limit = 8 * 1024 * 1024;
     for (const size_t size : {limit, limit + 1}) {
         RawServer server(RawServer::answering(RawServer::answer("200 OK", std::string(size, 'x'))));
         RestClient client;
         client.post(server.url(), "body", {});
         EXPECT_EQ(client.getError() > 0, size > limit);
         if (size > limit) {
-            EXPECT_THAT(client.getErrorText().ru().toStdString(), HasSubstr("16777216"));
+            EXPECT_THAT(client.getErrorText().ru().toStdString(), HasSubstr("8388608"));
         }
     }
 }

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "bench/costlyanswers.h"
+
+#include "bench/checkdata.h"
+#include "bench/rows.h"
+#include "client/harmlessxml.h"
+#include "client/xmllimits.h"
+
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+namespace limit = orva::xmllimit;
+
+/// What a till needs before it goes on.
+const QByteArray head =
+    "<RawCheck><client><RawCheckClient><name>A</name><surname>B</surname><account><RawCheckAccount>"
+    "<balance>250.50</balance></RawCheckAccount></account></RawCheckClient></client><awards>"
+    "<RawCheckAwards><allowBonus>60.00</allowBonus><awardBonus>8.25</awardBonus></RawCheckAwards>"
+    "</awards>";
+const QByteArray tail = "</RawCheck>";
+
+/// Far above what any limit lets pass, and below the bytes that a transport takes.
+constexpr qsizetype mostBytes = 8 * 1024 * 1024;
+
+QByteArray answerOf(const QByteArray& before, const QByteArray& piece, qsizetype count,
+                    const QByteArray& behind)
+{
+    return head + before + piece.repeated(count) + behind + tail;
+}
+
+/// The piece as often as the limits allow, between the other two.
+QByteArray grown(const QByteArray& piece, const QByteArray& before = {},
+                 const QByteArray& behind = {}, qsizetype bytes = mostBytes)
+{
+    qsizetype least = 0;
+    qsizetype most =
+        (bytes - head.size() - before.size() - behind.size() - tail.size()) / piece.size();
+    if (orva::harmInXml(answerOf(before, piece, most, behind)).isEmpty()) {
+        return answerOf(before, piece, most, behind);
+    }
+    while (most - least > 1) {
+        const qsizetype middle = (least + most) / 2;
+        const bool passes = orva::harmInXml(answerOf(before, piece, middle, behind)).isEmpty();
+        (passes ? least : most) = middle;
+    }
+    return answerOf(before, piece, least, behind);
+}
+
+QByteArray elementWith(int attributes, const QByteArray& prefix)
+{
+    QByteArray text = "<a";
+    for (int i = 0; i < attributes; ++i) {
+        text += ' ' + prefix + QByteArray::number(i) + "='1'";
+    }
+    return text + "/>";
+}
+
+QByteArray levelsOf(const QByteArray& tag)
+{
+    return tag.repeated(limit::levels - 2);
+}
+
+/// Declarations that are in force for everything within them.
+QByteArray nestedNamespaces()
+{
+    constexpr int levels = 200;
+    constexpr int eachLevel = 60;
+    QByteArray text;
+    for (int level = 0; level < levels; ++level) {
+        text += "<x";
+        for (int i = level * eachLevel; i < (level + 1) * eachLevel; ++i) {
+            text += " xmlns:p" + QByteArray::number(i) + "='u'";
+        }
+        text += '>';
+    }
+    return text;
+}
+QByteArray nestedEnds()
+{
+    return QByteArray("</x>").repeated(200);
+}
+
+/// Nearly all nodes that an answer may have.
+QByteArray manyElements()
+{
+    return QByteArray("<a>1</a>").repeated(limit::nodes / 2 - 20);
+}
+
+/// Seconds that the parser and the writer take with it.
+double costOf(const QByteArray& answer)
+{
+    return seconds(Clock::OwnWork, [&answer] {
+        QDomDocument document;
+        document.setContent(answer);
+        document.toString(1);
+    });
+}
+
+/// What stands within the input's root; empty where there is none.
+QByteArray contentOf(const QByteArray& input)
+{
+    QDomDocument document;
+    if (!orva::harmInXml(input).isEmpty() || !document.setContent(input)) {
+        return {};
+    }
+    const QByteArray whole = document.toByteArray(-1);
+    const QByteArray name = document.documentElement().tagName().toUtf8();
+    const qsizetype begin = whole.indexOf('>', whole.indexOf('<' + name)) + 1;
+    const qsizetype end = whole.lastIndexOf("</" + name);
+    return end > begin ? whole.mid(begin, end - begin) : QByteArray();
+}
+
+} // namespace
+
+std::vector<CostlyAnswer> answersAtTheLimits()
+{
+    const QByteArray line =
+        "<RawItem><id>1</id><awards><RawItemAwards><discount>1</discount><discountOnChange>1"
+        "</discountOnChange><awardBonus>1</awardBonus><allowBonusInCurrency>1"
+        "</allowBonusInCurrency></RawItemAwards></awards></RawItem>";
+    const QByteArray message = "<RawCheckInforming><communicationChannel>check"
+                               "</communicationChannel><info>x</info></RawCheckInforming>";
+    const QByteArray escapes = "<a>" + QByteArray("&lt;").repeated(10'000);
+    return {{"ordinary-10000", [] { return makeAnswer(10'000); }},
+            {"lines", [=] { return grown(line, "<items>", "</items>"); }},
+            {"messages", [=] { return grown(message, "<informing>", "</informing>"); }},
+            {"elements", [] { return grown("<a>1</a>"); }},
+            {"mixed", [] { return grown("<a/>x"); }},
+            {"attributes", [] { return grown(elementWith(limit::attributes, "x")); }},
+            {"attribute-tables", [] { return grown("<a b=''/>"); }},
+            {"namespaces", [] { return grown("<p0:a/>", nestedNamespaces(), nestedEnds()); }},
+            {"namespace-each", [] { return grown("<a:b xmlns:b='v'/>"); }},
+            {"comments", [] { return grown("<!---->"); }},
+            {"cdata", [] { return grown("<![CDATA[x]]>"); }},
+            {"text", [] { return grown("x", "<a>", "</a>"); }},
+            {"cyrillic", [] { return grown("ю", "<a>", "</a>"); }},
+            {"value", [] { return grown("x", "<a b='", "'/>"); }},
+            {"quotes", [] { return grown("<a b='" + QByteArray("\"").repeated(100) + "'/>"); }},
+            {"escapes", [] { return grown("<a>" + QByteArray("&lt;").repeated(100) + "</a>"); }},
+            {"moves", [=] { return grown("x", escapes, "</a>"); }},
+            {"deep", [] { return grown("<b/>", levelsOf("<a>"), levelsOf("</a>")); }},
+            {"everything", [] { return grown("x", manyElements() + "<a>", "</a>"); }}};
+}
+
+QList<QByteArray> worstOfFuzzers(const QString& folder, int count)
+{
+    // an eighth is enough to tell which costs more
+    constexpr qsizetype bytesToCompare = mostBytes / 8;
+    std::vector<std::pair<double, QByteArray>> costs;
+    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files, QDir::Name);
+    for (const QFileInfo& info : files) {
+        QFile file(info.filePath());
+        const QByteArray content = file.open(QIODevice::ReadOnly) ? contentOf(file.readAll()) : "";
+        if (!content.isEmpty() && content.size() < bytesToCompare) {
+            costs.emplace_back(costOf(grown(content, {}, {}, bytesToCompare)), content);
+        }
+    }
+    if (costs.size() < static_cast<size_t>(count)) {
+        throw std::runtime_error("too few inputs of the fuzzers in " + folder.toStdString());
+    }
+    std::sort(costs.begin(), costs.end(),
+              [](const auto& left, const auto& right) { return left.first > right.first; });
+    QList<QByteArray> worst;
+    for (int i = 0; i < count; ++i) {
+        worst.append(grown(costs.at(static_cast<size_t>(i)).second));
+    }
+    return worst;
+}
+
+} // namespace bench

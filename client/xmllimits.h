@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QtGlobal>
+
+/// What an XML text may have at most before it is given to the parser. docs/protocol.md tells those
+/// who write servers, and a test compares. Together the limits keep everything that is made of an
+/// answer (read twice, written and stored several times, recorded, sent on) below two seconds of
+/// processor time and 256 MB; an ordinary answer for ten thousand goods lines stays well below
+/// each.
+namespace orva::xmllimit {
+
+/// Elements within one another: the DOM is written and deleted by recursion.
+inline constexpr int levels = 512;
+/// Attributes of one element: each is compared with all others.
+inline constexpr int attributes = 64;
+/// Nodes of the DOM, about 270 bytes each. An element, a text that is not blank, a comment, a
+/// section of CDATA and an instruction count one, an attribute two; the first attribute of an
+/// element seven more, since it brings the table of attributes.
+inline constexpr qint64 nodes = 400'000;
+inline constexpr int attributeNodes = 2;
+inline constexpr int attributeTableNodes = 7;
+/// Goods lines and messages in sum: the host makes objects of their own of each.
+inline constexpr int entries = 20'000;
+/// Characters of the document as it is written again: indented by one blank a level, on a line of
+/// its own for each tag, every escape taken for its longest.
+inline constexpr qint64 characters = 8'000'000;
+inline constexpr int longestEscape = 6;
+/// Sum of escapes times length over all texts and values: every escape moves the rest of its text.
+inline constexpr qint64 escapeMoves = 1'000'000'000;
+
+} // namespace orva::xmllimit
