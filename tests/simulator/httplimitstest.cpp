@@ -19,14 +19,14 @@ namespace {
 
 const std::string largest = std::to_string(HttpServer::maximumBody);
 
-std::string post(const std::string& headers, const std::string& body = {})
+std::string rawPost(const std::string& headers, const std::string& body = {})
 {
     return "POST /echo HTTP/1.1\r\nHost: localhost\r\n" + headers + "\r\n" + body;
 }
 
 std::string posted(const std::string& body)
 {
-    return post("Content-Length: " + std::to_string(body.size()) + "\r\n", body);
+    return rawPost("Content-Length: " + std::to_string(body.size()) + "\r\n", body);
 }
 
 /// A server that answers a request with its body. Those to /closed may have none.
@@ -86,14 +86,15 @@ TEST_F(HttpLimits, aBodyMayComeInPieces)
 {
     const std::string chunked = "Transfer-Encoding: chunked\r\n";
     Wire wire(server.port());
-    wire.send(post(chunked, "2\r\nbo\r\n2;x=y\r\ndy\r\n0\r\nTrailer: x\r\n\r\n") + posted("next"));
+    wire.send(rawPost(chunked, "2\r\nbo\r\n2;x=y\r\ndy\r\n0\r\nTrailer: x\r\n\r\n") +
+              posted("next"));
     EXPECT_EQ(wire.readAnswer().body, "POST body");
     EXPECT_EQ(wire.readAnswer().body, "POST next");
     for (const char* garbled :
          {"-2\r\nbo\r\n", "zz\r\n", "\r\n", "2\r\nbody\r\n", "FFFFFFFFFFFFFFFFF\r\n"}) {
-        EXPECT_EQ(answerTo(post(chunked, garbled)).status, 400) << garbled;
+        EXPECT_EQ(answerTo(rawPost(chunked, garbled)).status, 400) << garbled;
     }
-    EXPECT_EQ(answerTo(post(chunked, "FFFFFFF\r\n")).status, 413);
+    EXPECT_EQ(answerTo(rawPost(chunked, "FFFFFFF\r\n")).status, 413);
 }
 
 TEST_F(HttpLimits, aLengthBeyondTheLimitIsRefusedBeforeTheBodyComes)
@@ -102,7 +103,7 @@ TEST_F(HttpLimits, aLengthBeyondTheLimitIsRefusedBeforeTheBodyComes)
          {"16777217", "4294967297", "9223372036854775808", "18446744073709551615",
           "18446744073709551616", "99999999999999999999999999"}) {
         Wire wire(server.port());
-        wire.send(post("Content-Length: " + std::string(length) + "\r\n"));
+        wire.send(rawPost("Content-Length: " + std::string(length) + "\r\n"));
         const Wire::Answer answer = wire.readAnswer();
         EXPECT_EQ(answer.status, 413) << length;
         EXPECT_EQ(answer.body, "The body is larger than 16 MiB\n");
@@ -114,7 +115,7 @@ TEST_F(HttpLimits, aLengthThatIsNoneIsRefused)
 {
     for (const char* length : {"-1", "-9223372036854775808", "+5", "5,5", "0x10", "five", ""}) {
         const Wire::Answer answer =
-            answerTo(post("Content-Length: " + std::string(length) + "\r\n"));
+            answerTo(rawPost("Content-Length: " + std::string(length) + "\r\n"));
         EXPECT_EQ(answer.status, 400) << length;
         EXPECT_EQ(answer.body, "The Content-Length is no whole number from 0 up\n");
     }
@@ -127,29 +128,30 @@ TEST_F(HttpLimits, headsThatCouldBeReadInTwoWaysAreRefused)
           "Content-Length: 1\r\nTransfer-Encoding: chunked\r\n", "Content-Length : 1\r\n",
           "X: a\r\n folded\r\n", "X: a\nContent-Length: 1\r\n", "Host: other\r\n", "no header\r\n",
           "X: \x01\r\n", ": x\r\n"}) {
-        EXPECT_EQ(answerTo(post(head)).status, 400) << head;
+        EXPECT_EQ(answerTo(rawPost(head)).status, 400) << head;
     }
     EXPECT_EQ(answerTo("GET /echo HTTP/1.1\r\n\r\n").status, 400) << "without a Host";
     EXPECT_EQ(answerTo("GET http://other/ HTTP/1.1\r\nHost: x\r\n\r\n").status, 400);
     EXPECT_EQ(answerTo("GET  /echo HTTP/1.1\r\nHost: x\r\n\r\n").status, 400);
     EXPECT_EQ(answerTo("\x16\x03\x01 hello\r\n\r\n").status, 400);
     EXPECT_EQ(answerTo("GET /echo HTTP/2.0\r\nHost: x\r\n\r\n").status, 505);
-    EXPECT_EQ(answerTo(post("Transfer-Encoding: gzip, chunked\r\n")).status, 501);
-    EXPECT_EQ(answerTo(post("Content-Encoding: gzip\r\nContent-Length: 1\r\n", "x")).status, 415);
+    EXPECT_EQ(answerTo(rawPost("Transfer-Encoding: gzip, chunked\r\n")).status, 501);
+    EXPECT_EQ(answerTo(rawPost("Content-Encoding: gzip\r\nContent-Length: 1\r\n", "x")).status,
+              415);
 }
 
 TEST_F(HttpLimits, aHeadHas32KiBAnd100Headers)
 {
     const std::string name = "X: ";
-    EXPECT_EQ(answerTo(post(name + std::string(30'000, 'x') + "\r\n")).status, 200);
-    EXPECT_EQ(answerTo(post(name + std::string(33'000, 'x') + "\r\n")).status, 431);
+    EXPECT_EQ(answerTo(rawPost(name + std::string(30'000, 'x') + "\r\n")).status, 200);
+    EXPECT_EQ(answerTo(rawPost(name + std::string(33'000, 'x') + "\r\n")).status, 431);
     EXPECT_EQ(answerTo(std::string(40'000, 'G')).status, 431) << "a line without an end";
     std::string many;
     for (int i = 0; i < 99; ++i) {
         many += "X: y\r\n";
     }
-    EXPECT_EQ(answerTo(post(many)).status, 200);
-    EXPECT_EQ(answerTo(post(many + "X: y\r\n")).status, 431);
+    EXPECT_EQ(answerTo(rawPost(many)).status, 200);
+    EXPECT_EQ(answerTo(rawPost(many + "X: y\r\n")).status, 431);
 }
 
 TEST_F(HttpLimits, theAnswerToARequestThatMayHaveNoBodyDoesNotWaitForIt)
@@ -176,7 +178,7 @@ TEST_F(HttpLimits, aSmallBodyOfARefusedRequestLeavesTheConnectionUsable)
 TEST_F(HttpLimits, whoeverAsksFirstIsToldToSend)
 {
     Wire wire(server.port());
-    wire.send(post("Expect: 100-continue\r\nContent-Length: 4\r\n"));
+    wire.send(rawPost("Expect: 100-continue\r\nContent-Length: 4\r\n"));
     EXPECT_EQ(wire.readHead(), "HTTP/1.1 100 Continue\r\n\r\n");
     wire.send("body");
     EXPECT_EQ(wire.readAnswer().body, "POST body");
@@ -218,7 +220,7 @@ TEST(HttpMemory, onlyTwoOfTheLargestBodiesAreReadAtATime)
     std::vector<std::unique_ptr<Wire>> wires;
     for (int i = 0; i < clients; ++i) {
         wires.push_back(std::make_unique<Wire>(server.port()));
-        wires.back()->send(post("Expect: 100-continue\r\nContent-Length: " + largest + "\r\n"));
+        wires.back()->send(rawPost("Expect: 100-continue\r\nContent-Length: " + largest + "\r\n"));
     }
     {
         std::unique_lock lock(mutex);

@@ -234,7 +234,7 @@ TEST_F(EncodingRoad, leadsEveryReadableAnswerToAConfirmationInUtf8)
     QStringList refused;
     for (const Answer& one : answers) {
         const QList<QByteArray> bodies = sellAndDeliver(one.bytes);
-        if (!orva::isHarmlessXml(one.bytes)) {
+        if (!orva::harmInXml(one.bytes).isEmpty()) {
             refused.append(one.name); // nothing of it was taken, so there is nothing to confirm
             EXPECT_TRUE(bodies.isEmpty()) << qPrintable(one.name);
             continue;
