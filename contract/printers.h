@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#pragma once
+// Guarded by a name: precompiled, it is not known as the file that a copy of the tree includes.
+#ifndef CONTRACT_PRINTERS_H
+#define CONTRACT_PRINTERS_H
 
 #include <QByteArray>
 #include <QChar>
@@ -144,3 +146,5 @@ void PrintTo(const QSharedPointer<T>& value, std::ostream* out)
         ::testing::internal::UniversalPrint(*value, out);
     }
 }
+
+#endif
