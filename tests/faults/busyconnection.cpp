@@ -3,28 +3,20 @@
 
 #include "tests/faults/busyconnection.h"
 
-#include "host/services/restclient.h"
-
-BusyConnection::BusyConnection()
-    : silent(std::make_unique<RawServer>([](RawServer::Connection& connection) {
-          if (connection.readRequest()) {
-              connection.hang();
-          }
-      })),
-      thread([url = silent->url()] {
+BusyConnection::BusyConnection(const QUrl& url, const std::function<bool()>& isUnderWay)
+    : thread([this, url] {
           constexpr int longEnough = 30;
-          RestClient client;
           client.setTimeout(longEnough);
-          client.post(url, "busy", {});
+          client.post(url, {}, {});
       })
 {
-    while (silent->requests().empty()) {
+    while (!isUnderWay()) {
         std::this_thread::yield();
     }
 }
 
 BusyConnection::~BusyConnection()
 {
-    silent.reset(); // ends the request
+    client.abort();
     thread.join();
 }

@@ -107,7 +107,7 @@ void FaultyServer::begin(const QString& endpoint)
         http.reset();
         break;
     case FaultKind::HangingResolution:
-        busy = std::make_unique<BusyConnection>();
+        keepBusy();
         resolver::hang();
         break;
     case FaultKind::WrongCertificate:
@@ -121,6 +121,16 @@ void FaultyServer::begin(const QString& endpoint)
         plan.setRules({rule});
     }
     }
+}
+
+void FaultyServer::keepBusy()
+{
+    FaultRule rule;
+    rule.fault.kind = FaultKind::HangBeforeHeaders;
+    rule.times = 1;
+    plan.setRules({rule});
+    busy = std::make_unique<BusyConnection>(QUrl(address() + u"api/1.x/precheck"_s),
+                                            [this] { return plan.struck() > 0; });
 }
 
 void FaultyServer::failOnce(const QString& endpoint, int status)

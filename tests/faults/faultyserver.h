@@ -53,6 +53,7 @@ public:
 private:
     void listen(const simulator::HttpServer::Certificate& certificate);
     void listenWell();
+    void keepBusy();
     simulator::HttpServer::Certificate wrongCertificate() const;
 
     const simulator::Fault fault;
