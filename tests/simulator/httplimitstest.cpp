@@ -6,6 +6,7 @@
 #include "simulator/httpserver.h"
 #include "tests/simulator/wire.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <gtest/gtest.h>
@@ -250,15 +251,22 @@ TEST(HttpMemory, onlyTwoOfTheLargestBodiesAreReadAtATime)
     sort();
     ASSERT_EQ(let.size(), 2U);
     const std::string body(HttpServer::maximumBody, 'x');
+    const auto serve = [&body](Wire& wire) {
+        EXPECT_EQ(wire.readHead(), "HTTP/1.1 100 Continue\r\n\r\n");
+        EXPECT_TRUE(wire.send(body));
+        EXPECT_EQ(wire.readAnswer().status, 418);
+    };
     for (Wire* wire : let) {
-        EXPECT_EQ(wire->readHead(), "HTTP/1.1 100 Continue\r\n\r\n");
-        EXPECT_TRUE(wire->send(body));
-        EXPECT_EQ(wire->readAnswer().status, 418);
+        serve(*wire);
     }
-    for (Wire* wire : waiting) { // they have their turn now
-        EXPECT_EQ(wire->readHead(), "HTTP/1.1 100 Continue\r\n\r\n");
-        EXPECT_TRUE(wire->send(body));
-        EXPECT_EQ(wire->readAnswer().status, 418);
+    while (!waiting.empty()) { // they have their turn now, in whichever order
+        const auto next = std::find_if(waiting.begin(), waiting.end(),
+                                       [](const Wire* wire) { return !wire->isSilent(); });
+        if (next != waiting.end()) {
+            serve(**next);
+            waiting.erase(next);
+        }
+        ASSERT_LT(std::chrono::steady_clock::now(), giveUp + patience);
     }
 }
 
