@@ -17,8 +17,8 @@ public:
     explicit Error(const QString& what) : std::runtime_error(what.toStdString()) {}
 };
 
-/// The file's only line without its end. Waits for nobody. @throws Error when the file is no regular
-/// one, cannot be read, is longer than a secret is, has several lines or is not UTF-8
+/// The file's only line without its end. Waits for nobody. @throws Error when the file is no
+/// regular one, cannot be read, is longer than a secret is, has several lines or is not UTF-8
 QString read(const QString& fileName);
 
 /// What is wrong with who may read or change the file, with the command that mends it; empty when
