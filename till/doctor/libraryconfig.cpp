@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 namespace till::doctor {
 namespace {
 
-const QString fileName = QStringLiteral("log4qt.properties");
-const QString prefix = QStringLiteral("log4j.");
+const QString fileName = u"log4qt.properties"_s;
+const QString prefix = u"log4j."_s;
 /// Any value but "false" keeps the library from looking for a configuration.
 constexpr const char* overrideVariable = "LOG4QT_DEFAULTINITOVERRIDE";
 constexpr const char* ownOverride = "doctor";
