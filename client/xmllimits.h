@@ -16,6 +16,9 @@ namespace orva::xmllimit {
 inline constexpr int levels = 512;
 /// Attributes of one element: each is compared with all others.
 inline constexpr int attributes = 64;
+/// Attributes of the XML declaration, as many as there are: the parser keeps any number of others
+/// and decodes the whole text for each encoding among them.
+inline constexpr int declarationAttributes = 3;
 /// Nodes of the DOM, about 270 bytes each. An element, a text that is not blank, a comment, a
 /// section of CDATA and an instruction count one, an attribute two; the first attribute of an
 /// element seven more, since it brings the table of attributes.

@@ -185,8 +185,8 @@ TEST(Harm, isToldWithLimitLineAndElement)
         EXPECT_EQ(orva::harmInXml(text), harm);
         EXPECT_EQ(orva::harmInXml(text.toUtf8()), harm);
     }
-    EXPECT_EQ(orva::harmInXml(QByteArray("<?xml version='1.0' encoding='UTF-7'?><a/>")),
-              u"разметку в кодировке utf-7 не распознать, строка 1"_s);
+    EXPECT_EQ(orva::harmInXml(QByteArray("<?xml a='' b='' c='' d=''?>")),
+              u"больше 3 атрибутов в объявлении XML, строка 1"_s);
 }
 
 TEST(Harm, showsNamesFromOutsideShortAndPrintable)
