@@ -8,8 +8,8 @@
 /// What an XML text may have at most before it is given to the parser. docs/protocol.md tells those
 /// who write servers, and a test compares. Together the limits keep everything that is made of an
 /// answer (read twice, written and stored several times, recorded, sent on) below two seconds of
-/// processor time and 256 MB, but for thousands of goods lines (bench/README.md has the figures); an
-/// ordinary answer for ten thousand goods lines stays below each.
+/// processor time and 256 MB, but for thousands of goods lines (bench/README.md has the figures);
+/// an ordinary answer for ten thousand goods lines stays below each.
 namespace orva::xmllimit {
 
 /// Elements within one another: the DOM is written and deleted by recursion.
