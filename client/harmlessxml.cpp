@@ -4,11 +4,8 @@
 #include "client/harmlessxml.h"
 
 #include "client/elements.h"
+#include "client/xmlencoding.h"
 #include "client/xmllimits.h"
-
-#include <QLatin1StringView>
-#include <QRegularExpression>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <iterator>
@@ -297,74 +294,24 @@ private:
     QString what;
 };
 
-/// The encodings that the XML declaration names; more than one only where the parser will refuse
-/// it.
-/// @param head the text up to the first "?>", however far that is
-QStringList declaredEncodings(const QString& head)
-{
-    if (!head.startsWith("<?xml"_L1)) {
-        return {};
-    }
-    static const QRegularExpression pattern(u"encoding\\s*=\\s*[\"']([^\"']*)[\"']"_s);
-    QStringList names;
-    auto matches = pattern.globalMatch(head);
-    while (matches.hasNext()) {
-        names.append(matches.next().captured(1).toLower());
-    }
-    return names;
-}
-
-/// In these a byte below 128 is always the ASCII character.
-bool isAsciiSuperset(const QString& name)
-{
-    static constexpr QLatin1StringView exact[] = {"utf-8"_L1,  "utf8"_L1,   "us-ascii"_L1,
-                                                  "ascii"_L1,  "koi8-r"_L1, "koi8-u"_L1,
-                                                  "ibm866"_L1, "cp866"_L1,  "latin1"_L1};
-    static constexpr QLatin1StringView prefixes[] = {"iso-8859-"_L1, "windows-125"_L1, "cp125"_L1};
-    return std::find(std::begin(exact), std::end(exact), name) != std::end(exact) ||
-           std::any_of(std::begin(prefixes), std::end(prefixes),
-                       [&name](QLatin1StringView prefix) { return name.startsWith(prefix); });
-}
-
-QString harmInEncoding(const QStringList& names, bool (*isUsable)(const QString&))
-{
-    const auto other = std::find_if_not(names.cbegin(), names.cend(), isUsable);
-    return other == names.cend()
-               ? QString()
-               : u"разметку в кодировке %1 не распознать, строка 1"_s.arg(shownName(*other));
-}
-
-QString harmInWideXml(const QByteArray& text, QStringConverter::Encoding encoding)
-{
-    QStringDecoder decoder(encoding);
-    const QString decoded = decoder(text);
-    // Without a mark the parser starts anew with the byte order that it thinks the name means.
-    const bool marked = QStringConverter::encodingForData(text).has_value();
-    const QStringList names = declaredEncodings(decoded.left(decoded.indexOf("?>"_L1)));
-    const QString harm = harmInEncoding(
-        names, marked ? [](const QString& name) { return name == "utf-16"_L1; }
-                      : [](const QString&) { return false; });
-    return harm.isEmpty() ? orva::harmInXml(decoded) : harm;
-}
-
 } // namespace
 
 namespace orva {
 
 QString harmInXml(const QByteArray& text)
 {
-    const auto encoding = QStringConverter::encodingForData(text, u'<');
-    if (encoding && *encoding != QStringConverter::Utf8) {
-        return harmInWideXml(text, *encoding);
+    const XmlEncoding encoding(text);
+    if (encoding.isOverloaded()) {
+        return u"больше %1 атрибутов в объявлении XML, строка 1"_s.arg(
+            limit::declarationAttributes);
+    }
+    if (!encoding.keepsAscii()) {
+        return harmInXml(encoding.decoded());
     }
     static constexpr QByteArrayView mark("\xef\xbb\xbf");
     const QByteArrayView unmarked =
         text.startsWith(mark) ? QByteArrayView(text).sliced(mark.size()) : QByteArrayView(text);
-    const qsizetype end = unmarked.startsWith("<?xml") ? unmarked.indexOf("?>") : 0;
-    const QByteArrayView head = end < 0 ? unmarked : unmarked.first(end);
-    const QString harm =
-        harmInEncoding(declaredEncodings(QString::fromLatin1(head)), isAsciiSuperset);
-    return harm.isEmpty() ? MarkupScanner<char>(unmarked.cbegin(), unmarked.cend()).harm() : harm;
+    return MarkupScanner<char>(unmarked.cbegin(), unmarked.cend()).harm();
 }
 
 QString harmInXml(const QString& text)

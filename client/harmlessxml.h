@@ -14,9 +14,9 @@ namespace orva {
 /// Some well-formed texts cost Qt's DOM far more than their size: deep nesting overflows the stack
 /// when the document is written, long attribute lists and entity declarations take seconds to read,
 /// texts full of escapes take seconds to write. No cashier waits for those, so a text is refused
-/// that is beyond one of the limits in xmllimits.h, that has a document type with declarations of
-/// its own, or an encoding other than UTF-8, UTF-16 with a byte order mark and the single-byte
-/// ones, since the markup of others cannot be told from their bytes.
+/// that is beyond one of the limits in xmllimits.h or has a document type with declarations of its
+/// own. No text is refused for its encoding: in whichever Qt's parser reads it, the decoded text is
+/// judged.
 ///
 /// Whether the text is well-formed is the parser's business: up to the first error both see the
 /// same markup, and behind it the parser reads no further. Runs over the text once. A text that is

@@ -27,6 +27,7 @@ TEST(Limits, ofAnAnswerStandInTheDocumentForServersAsTheyHold)
     const std::pair<QString, qint64> rows[] = {
         {u"| levels of elements | %1 |"_s, limit::levels},
         {u"| attributes of an element | %1 |"_s, limit::attributes},
+        {u"| attributes of the XML declaration | %1 |"_s, limit::declarationAttributes},
         {u"in sum | %1 |"_s, limit::entries},
         {u"an element 7 more | %1 |"_s, limit::nodes},
         {u"counts 6 | %1 |"_s, limit::characters},

@@ -26,6 +26,7 @@ CONCERNS = {"client-number-test": ("client/response/number.cpp",),
 HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
          "client/response": "client-response-test",
          "client/harmlessxml.cpp": "client-hostile-answers-test",
+         "client/xmlencoding.cpp": "client-hostile-answers-test",
          "client/offlinemessage.cpp": "client-exchange-test",
          "client/precheck.cpp": "client-exchange-test",
          "client/transport.cpp": "client-exchange-test"}
