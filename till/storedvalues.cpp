@@ -40,15 +40,16 @@ void readEach(QDataStream& stream, const Read& read)
     }
 }
 
-/// The type of the variant that comes next, which stays to be read.
-QMetaType::Type nextType(QDataStream& stream)
+/// The type of the variant that comes next, which stays to be read: a number, since a damaged one
+/// need not be a type.
+int nextType(QDataStream& stream)
 {
     const QByteArray bytes = stream.device()->peek(sizeof(quint32));
     if (bytes.size() != sizeof(quint32)) {
         stream.setStatus(QDataStream::ReadPastEnd);
         return QMetaType::UnknownType;
     }
-    return QMetaType::Type(qFromBigEndian<qint32>(bytes.constData()));
+    return qFromBigEndian<qint32>(bytes.constData());
 }
 
 /// A variant's type and whether it is null stand before its value.
@@ -81,7 +82,7 @@ QVariantList readListAt(QDataStream& stream, int depth)
 
 QVariant readAny(QDataStream& stream, int depth)
 {
-    const QMetaType::Type type = nextType(stream);
+    const int type = nextType(stream);
     QVariant value;
     if (depth > deepest || !isSound(stream)) {
         stream.setStatus(QDataStream::ReadCorruptData);
