@@ -9,7 +9,7 @@
 #include "bench/rows.h"
 #include "bench/suites.h"
 #include "bench/workplace.h"
-#include "host/services/database.h"
+#include "host/database/database.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +20,8 @@ namespace {
 void measureClosing(benchmark::State& state, int lines)
 {
     const Workplace workplace;
-    const auto database = QSharedPointer<Database>::create(workplace.file(u"till.sqlite"_s));
+    const auto database =
+        QSharedPointer<poshost::Database>::create(workplace.file(u"till.sqlite"_s));
     DBQueueBroker broker(database);
     Singleton<DBQueueBroker>::instance = &broker;
     BareDatabase bare(workplace.file(u"bare.sqlite"_s));

@@ -9,7 +9,7 @@
 #include "bench/rows.h"
 #include "bench/suites.h"
 #include "bench/workplace.h"
-#include "tests/host/services/tlsserver.h"
+#include "tests/support/tlsserver.h"
 
 #include <QTemporaryDir>
 

@@ -11,9 +11,9 @@
 #include "bench/suites.h"
 #include "bench/workplace.h"
 #include "client/interface.h"
-#include "host/services/database.h"
-#include "host/services/queuedelivery.h"
-#include "host/services/transaction.h"
+#include "host/database/database.h"
+#include "host/database/transaction.h"
+#include "host/queue/queuedelivery.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,10 +35,10 @@ QVariantMap makeMessage(const QString& serverUrl)
     return client.getSaleRequest(sale, card);
 }
 
-void fill(Database& database, const QVariantMap& message, int messages)
+void fill(poshost::Database& database, const QVariantMap& message, int messages)
 {
-    DBQueueBroker broker(QSharedPointer<Database>(&database, [](Database*) {}));
-    Transaction transaction(database);
+    DBQueueBroker broker(QSharedPointer<poshost::Database>(&database, [](poshost::Database*) {}));
+    poshost::Transaction transaction(database);
     for (int number = 0; number < messages; ++number) {
         broker.addToQueue(u"orva"_s, message, QString());
     }
@@ -54,8 +54,8 @@ void measureDrain(benchmark::State& state, int messages)
     const Workplace workplace(server.url());
     const QVariantMap message = makeMessage(server.url());
     const QByteArray body = message.value(u"payload"_s).toString().toUtf8();
-    Database database(workplace.file(u"till.sqlite"_s));
-    QueueDelivery delivery(database);
+    poshost::Database database(workplace.file(u"till.sqlite"_s));
+    poshost::QueueDelivery delivery(database);
     BareDatabase bare(workplace.file(u"bare.sqlite"_s));
     BareCurl curl(server.url() + u"api/1.x/paymenttry"_s);
     const int posts = 2 * messages;
@@ -63,7 +63,7 @@ void measureDrain(benchmark::State& state, int messages)
     double subjectSum = 0;
     for ([[maybe_unused]] const auto turn : state) {
         fill(database, message, messages);
-        DeliveryReport result;
+        poshost::DeliveryReport result;
         const double time = seconds(Clock::Wall, [&] { result = delivery.deliverDue(); });
         if (result.requests != posts || result.delivered != messages) {
             state.SkipWithError("the queue was not drained");

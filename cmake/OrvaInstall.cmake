@@ -58,11 +58,9 @@ install(FILES ${PROJECT_BINARY_DIR}/examples/orva.toml till/examples/sale.toml
         till/examples/return.toml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-tools/examples COMPONENT tools)
 
-# Headers for a plug-in or a till, without those of the library's own parts.
-set(own_parts "databaseconnection|databaseschema|deliveryjournal|deliverypolicy|deliverytask")
-string(APPEND own_parts "|curlpool|filelock|knownkeys|queuemessage|serveraddress|sigpipeguard")
+# Headers for a plug-in or a till, without those that the library has for itself.
 install(DIRECTORY host DESTINATION ${ORVA_INSTALL_HEADERS} COMPONENT development
-    FILES_MATCHING PATTERN "*.h" REGEX "/(${own_parts})\\.h$" EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
 install(FILES ${PROJECT_BINARY_DIR}/host/loyalty/abstractpluginid.h
     DESTINATION ${ORVA_INSTALL_HEADERS}/host/loyalty COMPONENT development)
 install(EXPORT PosHostTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMAKE}

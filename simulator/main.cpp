@@ -4,9 +4,9 @@
 #include "console/language.h"
 #include "console/streams.h"
 #include "console/usage.h"
-#include "simulator/configerror.h"
 #include "simulator/program.h"
-#include "simulator/rulesreader.h"
+#include "simulator/rules/configerror.h"
+#include "simulator/rules/rulesreader.h"
 #include "simulator/text.h"
 
 #include <CLI/CLI.hpp>

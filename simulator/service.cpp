@@ -3,16 +3,16 @@
 
 #include "simulator/service.h"
 
-#include "simulator/cannedanswers.h"
-#include "simulator/checkdesk.h"
-#include "simulator/checkreader.h"
-#include "simulator/credentials.h"
-#include "simulator/names.h"
-#include "simulator/rejection.h"
-#include "simulator/requestfacts.h"
-#include "simulator/requestforms.h"
-#include "simulator/xmlreader.h"
-#include "simulator/xmlwriter.h"
+#include "simulator/documents/checkreader.h"
+#include "simulator/documents/names.h"
+#include "simulator/documents/rejection.h"
+#include "simulator/documents/requestfacts.h"
+#include "simulator/documents/requestforms.h"
+#include "simulator/documents/xmlreader.h"
+#include "simulator/documents/xmlwriter.h"
+#include "simulator/http/credentials.h"
+#include "simulator/ledger/checkdesk.h"
+#include "simulator/rules/cannedanswers.h"
 
 using namespace Qt::StringLiterals;
 

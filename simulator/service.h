@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include "simulator/exchange.h"
-#include "simulator/ledgerprinter.h"
-#include "simulator/rules.h"
-#include "simulator/workerthread.h"
+#include "simulator/http/exchange.h"
+#include "simulator/ledger/ledgerprinter.h"
+#include "simulator/ledger/workerthread.h"
+#include "simulator/rules/rules.h"
 
 #include <functional>
 #include <memory>

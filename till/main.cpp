@@ -3,11 +3,11 @@
 
 #include "console/language.h"
 #include "console/streams.h"
-#include "till/commandline.h"
+#include "till/commands/commandline.h"
+#include "till/commands/program.h"
 #include "till/doctor/libraryconfig.h"
 #include "till/failure.h"
-#include "till/output.h"
-#include "till/program.h"
+#include "till/screen/output.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>

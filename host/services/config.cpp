@@ -3,8 +3,8 @@
 
 #include "host/services/config.h"
 
+#include "host/config/configreader_p.h"
 #include "host/core/basicexception.h"
-#include "host/services/configreader.h"
 
 #include <limits>
 
@@ -16,7 +16,7 @@ Config::~Config() = default;
 
 void Config::load(const QString& fileName)
 {
-    const ConfigReader reader(fileName);
+    const poshost::ConfigReader reader(fileName);
     QStringList warnings;
     for (const ConfigFinding& finding : reader.findings) {
         if (finding.isError()) {
@@ -31,7 +31,7 @@ void Config::load(const QString& fileName)
 
 QList<ConfigFinding> Config::examine(const QString& fileName)
 {
-    const ConfigReader reader(fileName);
+    const poshost::ConfigReader reader(fileName);
     values = reader.values;
     loadWarnings.clear();
     loadedFile = fileName;

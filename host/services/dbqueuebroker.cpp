@@ -4,11 +4,11 @@
 #include "host/services/dbqueuebroker.h"
 
 #include "host/core/basicexception.h"
+#include "host/database/database.h"
+#include "host/database/statement.h"
+#include "host/database/transaction.h"
+#include "host/queue/queuemessage_p.h"
 #include "host/services/currenttime.h"
-#include "host/services/database.h"
-#include "host/services/queuemessage.h"
-#include "host/services/statement.h"
-#include "host/services/transaction.h"
 
 template class Singleton<DBQueueBroker>;
 
@@ -21,34 +21,35 @@ BasicException queueError(const QString& what)
     return BasicException(tr::Tr(u"queueError"_s, u"Очередь отправки: %1"_s.arg(what)));
 }
 
-QSharedPointer<Database> openConfigured()
+QSharedPointer<poshost::Database> openConfigured()
 {
-    const QString file = Database::configuredFile();
+    const QString file = poshost::Database::configuredFile();
     if (file.isEmpty()) {
         throw queueError(u"в настройках нет файла базы данных, добавьте database в [till]"_s);
     }
-    return QSharedPointer<Database>::create(file);
+    return QSharedPointer<poshost::Database>::create(file);
 }
 
 /// The row for who the message is sent as, made when there is none yet.
-qint64 accountFor(Database& database, const QString& queue, const QString& authorization)
+qint64 accountFor(poshost::Database& database, const QString& queue, const QString& authorization)
 {
-    Statement known(database,
-                    u"SELECT id FROM queue_accounts WHERE queue = ? AND authorization = ?"_s);
+    poshost::Statement known(
+        database, u"SELECT id FROM queue_accounts WHERE queue = ? AND authorization = ?"_s);
     if (known.bind(queue).bind(authorization).next()) {
         return known.value(0).toLongLong();
     }
-    Statement added(database, u"INSERT INTO queue_accounts (queue, authorization) VALUES (?, ?)"_s);
+    poshost::Statement added(database,
+                             u"INSERT INTO queue_accounts (queue, authorization) VALUES (?, ?)"_s);
     added.bind(queue).bind(authorization).execute();
     return added.lastInsertId();
 }
 
-void store(Database& database, const QString& queue, const QueueMessage& message,
+void store(poshost::Database& database, const QString& queue, const poshost::QueueMessage& message,
            const QString& extra)
 {
     const qint64 now = CurrentTime::milliseconds();
-    Transaction transaction(database);
-    Statement head(
+    poshost::Transaction transaction(database);
+    poshost::Statement head(
         database,
         u"INSERT INTO queue_messages (queue, account_id, extra, state, steps, created_at) "
         "VALUES (?, ?, ?, 'waiting', ?, ?)"_s);
@@ -58,9 +59,9 @@ void store(Database& database, const QString& queue, const QueueMessage& message
         .bind(message.steps)
         .bind(now)
         .execute();
-    Statement body(database,
-                   u"INSERT INTO queue_bodies (message_id, headers, urls, payload, digest) "
-                   "VALUES (?, ?, ?, ?, ?)"_s);
+    poshost::Statement body(
+        database, u"INSERT INTO queue_bodies (message_id, headers, urls, payload, digest) "
+                  "VALUES (?, ?, ?, ?, ?)"_s);
     body.bind(head.lastInsertId())
         .bind(QString::fromUtf8(message.headers))
         .bind(QString::fromUtf8(message.urls))
@@ -74,7 +75,7 @@ void store(Database& database, const QString& queue, const QueueMessage& message
 
 DBQueueBroker::DBQueueBroker() = default;
 
-DBQueueBroker::DBQueueBroker(const QSharedPointer<Database>& opened) : database(opened) {}
+DBQueueBroker::DBQueueBroker(const QSharedPointer<poshost::Database>& opened) : database(opened) {}
 
 DBQueueBroker::~DBQueueBroker() = default;
 
@@ -85,7 +86,7 @@ bool DBQueueBroker::addToQueue(const QString& queueName, const QVariantMap& mess
         if (!database) {
             database = openConfigured();
         }
-        store(*database, queueName, QueueMessage::fromMap(message), extra);
+        store(*database, queueName, poshost::QueueMessage::fromMap(message), extra);
     } catch (const BasicException& error) {
         if (error.tr().id() == "queueError"_L1) {
             throw;

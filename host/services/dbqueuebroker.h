@@ -10,7 +10,9 @@
 #include <QString>
 #include <QVariantMap>
 
+namespace poshost {
 class Database;
+} // namespace poshost
 
 /// The host's persistent outgoing queue, a table of the till's database.
 class HOST_EXPORT DBQueueBroker
@@ -20,7 +22,7 @@ public:
     /// "till:database".
     DBQueueBroker();
     /// Uses a database that is already open, which is shared.
-    explicit DBQueueBroker(const QSharedPointer<Database>& database);
+    explicit DBQueueBroker(const QSharedPointer<poshost::Database>& database);
     virtual ~DBQueueBroker();
 
     /// Stores a message behind all others of the named queue.
@@ -35,7 +37,7 @@ public:
                             const QString& extra);
 
 private:
-    QSharedPointer<Database> database;
+    QSharedPointer<poshost::Database> database;
 };
 
 extern template class HOST_EXPORT Singleton<DBQueueBroker>;

@@ -3,11 +3,11 @@
 
 #include "host/services/restclient.h"
 
-#include "host/services/curlpool.h"
-#include "host/services/operationbudget.h"
-#include "host/services/sigpipeguard.h"
-#include "host/services/transporterror.h"
-#include "host/services/transportsettings.h"
+#include "host/http/curlpool_p.h"
+#include "host/http/operationbudget.h"
+#include "host/http/sigpipeguard_p.h"
+#include "host/http/transporterror_p.h"
+#include "host/http/transportsettings_p.h"
 
 #include <algorithm>
 #include <array>
@@ -159,7 +159,7 @@ void setRequest(CURL* handle, const QByteArray& address, const QByteArray& body,
 
 CURLcode send(CURL* handle)
 {
-    const SigPipeGuard guard;
+    const poshost::SigPipeGuard guard;
     return curl_easy_perform(handle);
 }
 
@@ -176,33 +176,33 @@ bool isHeaderTooLong(CURL* handle, CURLcode code, const Exchange& exchange)
 
 /// What ended an exchange that did not succeed.
 tr::Tr troubleOf(CURL* handle, CURLcode code, const QString& host, const Exchange& exchange,
-                 const TransportSettings& settings, const QString& detail)
+                 const poshost::TransportSettings& settings, const QString& detail)
 {
     if (exchange.outOfMemory) {
-        return transporterror::fromCurl(CURLE_OUT_OF_MEMORY, host, {}, 0);
+        return poshost::transporterror::fromCurl(CURLE_OUT_OF_MEMORY, host, {}, 0);
     }
     if (exchange.tooLarge) {
-        return transporterror::answerTooLarge(host, settings.maxAnswerBytes);
+        return poshost::transporterror::answerTooLarge(host, settings.maxAnswerBytes);
     }
     if (exchange.headersTooLarge || isHeaderTooLong(handle, code, exchange)) {
-        return transporterror::headersTooLarge(host);
+        return poshost::transporterror::headersTooLarge(host);
     }
     long lastStatus = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &lastStatus);
     if (lastStatus == switchingProtocols) { // what follows is no HTTP any more
-        return transporterror::notFinal(switchingProtocols, host);
+        return poshost::transporterror::notFinal(switchingProtocols, host);
     }
     long proxyStatus = 0;
     curl_easy_getinfo(handle, CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
     if (proxyStatus >= firstErrorStatus) {
-        return transporterror::fromProxy(static_cast<int>(proxyStatus), host);
+        return poshost::transporterror::fromProxy(static_cast<int>(proxyStatus), host);
     }
     long osError = 0;
     curl_easy_getinfo(handle, CURLINFO_OS_ERRNO, &osError);
     if (code == CURLE_COULDNT_CONNECT && !settings.proxy.isEmpty()) {
-        return transporterror::proxyAway(host, static_cast<int>(osError));
+        return poshost::transporterror::proxyAway(host, static_cast<int>(osError));
     }
-    return transporterror::fromCurl(code, host, detail, static_cast<int>(osError));
+    return poshost::transporterror::fromCurl(code, host, detail, static_cast<int>(osError));
 }
 
 bool isUsable(const QUrl& url)
@@ -227,25 +227,27 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
     response.clear();
     responseHeaders.clear();
     if (!isUsable(url)) {
-        fail(CURLE_URL_MALFORMAT, transporterror::badAddress());
+        fail(CURLE_URL_MALFORMAT, poshost::transporterror::badAddress());
         return;
     }
     for (auto it = headers.cbegin(); it != headers.cend(); ++it) {
         if (it.key().isEmpty() || !isSendable(it.key()) || !isSendable(*it)) {
-            fail(CURLE_BAD_FUNCTION_ARGUMENT, transporterror::badHeader(it.key()));
+            fail(CURLE_BAD_FUNCTION_ARGUMENT, poshost::transporterror::badHeader(it.key()));
             return;
         }
     }
     const int seconds = timeoutSeconds > 0 ? timeoutSeconds : defaultTimeoutSeconds;
-    BudgetedRequest request(url, std::chrono::seconds(std::min(seconds, maxTimeoutSeconds)));
+    poshost::BudgetedRequest request(url,
+                                     std::chrono::seconds(std::min(seconds, maxTimeoutSeconds)));
     if (request.allowed().count() == 0) {
         fail(CURLE_OPERATION_TIMEDOUT,
-             transporterror::fromCurl(CURLE_OPERATION_TIMEDOUT, url.host(), {}, 0));
+             poshost::transporterror::fromCurl(CURLE_OPERATION_TIMEDOUT, url.host(), {}, 0));
         return;
     }
-    const CurlHandle handle(TransportSettings::read().wayTo(url));
+    const poshost::CurlHandle handle(poshost::TransportSettings::read().wayTo(url));
     if (handle.get() == nullptr) {
-        fail(CURLE_FAILED_INIT, transporterror::fromCurl(CURLE_OUT_OF_MEMORY, url.host(), {}, 0));
+        fail(CURLE_FAILED_INIT,
+             poshost::transporterror::fromCurl(CURLE_OUT_OF_MEMORY, url.host(), {}, 0));
         return;
     }
     perform(handle.get(), url, body, headers, static_cast<long>(request.allowed().count()));
@@ -257,7 +259,7 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
 void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
                          const QHash<QString, QString>& headers, long milliseconds)
 {
-    const TransportSettings settings = TransportSettings::read();
+    const poshost::TransportSettings settings = poshost::TransportSettings::read();
     const QByteArray address = url.toEncoded();
     const HeaderList list = headerList(headers);
     std::array<char, CURL_ERROR_SIZE> detail{};
@@ -286,11 +288,11 @@ void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
                              QString::fromUtf8(detail.data())));
     } else if (status == 0) {
         fail(CURLE_WEIRD_SERVER_REPLY,
-             transporterror::notFinal(static_cast<int>(httpStatus), url.host()));
+             poshost::transporterror::notFinal(static_cast<int>(httpStatus), url.host()));
     } else {
         response = exchange.body;
         if (status >= firstErrorStatus) {
-            fail(status, transporterror::fromStatus(status, url.host()));
+            fail(status, poshost::transporterror::fromStatus(status, url.host()));
         }
     }
 }

@@ -4,8 +4,8 @@
 // A check file as somebody may have typed it.
 
 #include "tests/fuzz/fuzztarget.h"
-#include "till/check.h"
-#include "till/checkfile.h"
+#include "till/checks/check.h"
+#include "till/checks/checkfile.h"
 #include "till/failure.h"
 
 #include <QString>

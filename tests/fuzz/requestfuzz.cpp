@@ -3,8 +3,8 @@
 
 // What somebody may send to the simulator: all three endpoints, one after another.
 
-#include "simulator/credentials.h"
-#include "simulator/rulesreader.h"
+#include "simulator/http/credentials.h"
+#include "simulator/rules/rulesreader.h"
 #include "simulator/service.h"
 #include "tests/fuzz/elementnames.h"
 #include "tests/fuzz/fuzztarget.h"

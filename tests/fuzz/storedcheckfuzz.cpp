@@ -5,10 +5,10 @@
 // every changed input at once, so the right one is put behind it here.
 
 #include "tests/fuzz/fuzztarget.h"
-#include "till/checkcodec.h"
-#include "till/checkjson.h"
-#include "till/checkview.h"
+#include "till/checks/checkcodec.h"
 #include "till/failure.h"
+#include "till/screen/checkjson.h"
+#include "till/screen/checkview.h"
 
 #include <QCryptographicHash>
 #include <QJsonObject>

@@ -5,11 +5,12 @@
 import re
 from dataclasses import dataclass, field
 
-CLIENT_TESTS = {f"client-{name}-test": f"tests/client/client-{name}-test" for name in (
+CLIENT_TESTS = {f"client-{name}-test": f"tests/unit/client/client-{name}-test" for name in (
     "settings", "exchange", "request", "response", "number", "hostile-answers", "spending-model",
     "spending-properties")}
-HOST_TESTS = {f"test-host-{name}": f"tests/host/services/test-host-{name}" for name in (
-    "config", "database", "queue", "delivery", "damage", "storagefault", "rest")}
+HOST_TESTS = {f"test-host-{name}": f"tests/unit/host/{folder}/test-host-{name}" for name, folder in (
+    ("config", "config"), ("database", "database"), ("queue", "queue"), ("delivery", "queue"),
+    ("damage", "queue"), ("storagefault", "database"), ("rest", "http"))}
 
 
 @dataclass(frozen=True)
@@ -26,22 +27,21 @@ class Area:
 
 AREAS = (
     Area("client", re.compile(r"(client|plugin)/.*\.(cpp|h)"),
-         {**CLIENT_TESTS, "test-plugin": "tests/plugin/test-plugin"},
+         {**CLIENT_TESTS, "test-plugin": "tests/unit/plugin/test-plugin"},
          "client/transport.cpp", has_module=True),
     Area("host", re.compile(
-        r"host/services/(config|knownkeys|secretfile|database|statement|transaction|dbqueue|delivery|"
-        r"outgoingqueue|queue|filelock|restclient|curlpool|transport|connectionprobe)\w*\.cpp"),
-         HOST_TESTS, "host/services/statement.cpp", shared_library="host/libposhost.so"),
+        r"host/(config|database|http|queue)/\w+\.cpp|"
+        r"host/services/(config|dbqueuebroker|restclient)\.cpp"),
+         HOST_TESTS, "host/database/statement.cpp", shared_library="host/libposhost.so"),
     Area("till", re.compile(
-        r"till/(amount|cashdesk|check(codec|fields|file|soundness|store)?|documentstream|"
-        r"impactapplier|ledger|pointschoice|returnlines|storedvalues)\w*\.cpp"),
-         {"test-till": "tests/till/test-till"}, "till/amount.cpp"),
+        r"till/(checks/\w+|desk/(cashdesk|impactapplier)\w*|screen/ledger)\.cpp"),
+         {"test-till": "tests/unit/till/test-till"}, "till/checks/amount.cpp"),
     Area("recording", re.compile(r"till/recording/(documentjson|valuejson|recorder|"
                                  r"recordingtransport|recordingconfig|recordingbroker)\.cpp"),
-         {"test-recording": "tests/recording/test-recording"}, "till/recording/valuejson.cpp"),
-    Area("simulator", re.compile(r"simulator/(amount|checkdesk|granting|ledger|payment|"
-                                 r"returnbooking|salebooking)\.cpp"),
-         {"simulator-test": "tests/simulator/simulator-test"}, "simulator/amount.cpp"),
+         {"test-recording": "tests/unit/till/recording/test-recording"}, "till/recording/valuejson.cpp"),
+    Area("simulator", re.compile(r"simulator/(ledger/(amount|checkdesk|ledger|payment|"
+                                 r"returnbooking|salebooking)|rules/granting)\.cpp"),
+         {"simulator-test": "tests/unit/simulator/simulator-test"}, "simulator/ledger/amount.cpp"),
 )
 
 

@@ -17,11 +17,10 @@ PROGRAMS = AREAS[0].programs
 SPENDING = ("client/response/spending.cpp", "client/response/line.cpp")
 CONCERNS = {"client-number-test": ("client/response/number.cpp",),
             "client-spending-model-test": SPENDING, "client-spending-properties-test": SPENDING,
-            "test-host-rest": tuple(f"host/services/{name}.cpp" for name in (
-                "restclient", "curlpool", "transporterror", "transportsettings",
-                "connectionprobe")),
-            "test-host-config": tuple(f"host/services/{name}.cpp" for name in (
-                "config", "configreader", "knownkeys", "secretfile"))}
+            "test-host-rest": ("host/services/restclient.cpp", *(f"host/http/{name}.cpp" for name in (
+                "curlpool", "transporterror", "transportsettings", "connectionprobe"))),
+            "test-host-config": ("host/services/config.cpp", *(f"host/config/{name}.cpp" for name in (
+                "configreader", "knownkeys", "secretfile")))}
 # Which program is tried first for the mutants of a folder or file, until more is known.
 HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
          "client/response": "client-response-test",
@@ -32,8 +31,8 @@ HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
          "client/transport.cpp": "client-exchange-test"}
 # These load the built module or start the programs, whose paths are compiled in.
 MODULE = "lib/liborva.so"
-MODULE_PROGRAMS = {"test-plugin-module": "tests/plugin/test-plugin-module",
-                   "test-e2e": "tests/e2e/test-e2e"}
+MODULE_PROGRAMS = {"test-plugin-module": "tests/unit/plugin/test-plugin-module",
+                   "test-e2e": "tests/scenario/e2e/test-e2e"}
 FLAGS = "-O0 -DNDEBUG"
 
 

@@ -82,7 +82,7 @@ class Worker:
 
     def _is_tested(self, source):
         replaced = self.build.object_of(source)
-        return source.startswith(("client/", "plugin/", "tests/client/")) or any(
+        return source.startswith(("client/", "plugin/", "tests/unit/client/")) or any(
             replaced in command for command in self.build.link_commands.values())
 
     def _in_copy(self, part):

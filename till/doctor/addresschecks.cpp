@@ -3,7 +3,7 @@
 
 #include "till/doctor/addresschecks.h"
 
-#include "host/services/serveraddress.h"
+#include "host/http/serveraddress.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -26,7 +26,7 @@ QString line(QUrl url)
 {
     url.setQuery(QString());
     url.setFragment(QString());
-    return u"[Orva] serverUrl = \"%1\""_s.arg(serveraddress::shown(url));
+    return u"[Orva] serverUrl = \"%1\""_s.arg(poshost::serveraddress::shown(url));
 }
 
 bool isHere(const QString& host)
@@ -54,7 +54,7 @@ Finding lookAtSlash(const QUrl& url)
     mended.setPath(url.path() + u'/');
     return Finding::fails(Text::tr("%1 does not end with \"/\"; what is asked for is put right "
                                    "behind it")
-                              .arg(serveraddress::shown(url)),
+                              .arg(poshost::serveraddress::shown(url)),
                           line(mended));
 }
 

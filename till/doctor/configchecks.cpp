@@ -3,8 +3,8 @@
 
 #include "till/doctor/configchecks.h"
 
-#include "host/services/knownkeys.h"
-#include "host/services/serveraddress.h"
+#include "host/config/knownkeys.h"
+#include "host/http/serveraddress.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -129,21 +129,21 @@ Finding lookAtNames(const Subject& subject)
                             Text::tr("remove the line, or write the name that is known"));
 }
 
-QString shownValue(const KnownKey& key, const Config& config)
+QString shownValue(const poshost::KnownKey& key, const Config& config)
 {
     const QString name = key.table + u':' + key.key;
-    if (key.kind == KnownKey::Kind::Secret) {
+    if (key.kind == poshost::KnownKey::Kind::Secret) {
         return Text::tr("set, not shown");
     }
-    if (key.kind == KnownKey::Kind::Number) {
+    if (key.kind == poshost::KnownKey::Kind::Number) {
         return QString::number(config.getInt(name, 0));
     }
     const QString value = config.getString(name, QString());
     switch (key.kind) {
-    case KnownKey::Kind::Address:
-        return serveraddress::shown(value);
-    case KnownKey::Kind::Proxy:
-        return serveraddress::shownProxy(value);
+    case poshost::KnownKey::Kind::Address:
+        return poshost::serveraddress::shown(value);
+    case poshost::KnownKey::Kind::Proxy:
+        return poshost::serveraddress::shownProxy(value);
     default:
         return value;
     }
@@ -162,7 +162,7 @@ Finding lookAtCertificates(const QString& fileName, const QString& mend)
     return Finding::ok(fileName);
 }
 
-Finding lookAtValue(const KnownKey& key, const KeySheet& sheet, const Subject& subject,
+Finding lookAtValue(const poshost::KnownKey& key, const KeySheet& sheet, const Subject& subject,
                     const QString& mend)
 {
     const Config& config = *subject.config;
@@ -172,7 +172,7 @@ Finding lookAtValue(const KnownKey& key, const KeySheet& sheet, const Subject& s
                                 : Finding::ok(Text::tr(sheet.absent));
     }
     const bool isEmpty =
-        key.kind != KnownKey::Kind::Number && config.getString(name, QString()).isEmpty();
+        key.kind != poshost::KnownKey::Kind::Number && config.getString(name, QString()).isEmpty();
     if (isEmpty) {
         return sheet.mayBeEmpty ? Finding::ok(Text::tr("empty"))
                                 : Finding::fails(Text::tr("empty"), mend);
@@ -183,7 +183,7 @@ Finding lookAtValue(const KnownKey& key, const KeySheet& sheet, const Subject& s
     return Finding::ok(shownValue(key, config));
 }
 
-Finding lookAtKey(const KnownKey& key, const Subject& subject)
+Finding lookAtKey(const poshost::KnownKey& key, const Subject& subject)
 {
     const KeySheet sheet = sheetOf(key.table + u'.' + key.key);
     const QString mend = u"[%1] %2 = %3"_s.arg(key.table, key.key, sheet.sample);
@@ -211,10 +211,11 @@ void checkConfig(Report& report, const Subject& subject)
                  [&] { return lookAtRights(subject); });
     report.check(u"config.names"_s, Text::tr("Names in the configuration"), {file},
                  [&] { return lookAtNames(subject); });
-    for (const QString& table : knownkeys::tables()) {
-        for (const QString& key : knownkeys::keysOf(table)) {
+    for (const QString& table : poshost::knownkeys::tables()) {
+        for (const QString& key : poshost::knownkeys::keysOf(table)) {
             report.check(u"config.%1.%2"_s.arg(table, key), Text::tr("Key %1.%2").arg(table, key),
-                         {file}, [&] { return lookAtKey(*knownkeys::find(table, key), subject); });
+                         {file},
+                         [&] { return lookAtKey(*poshost::knownkeys::find(table, key), subject); });
         }
     }
 }

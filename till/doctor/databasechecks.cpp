@@ -3,8 +3,8 @@
 
 #include "till/doctor/databasechecks.h"
 
+#include "host/database/databaseexamination.h"
 #include "host/services/currenttime.h"
-#include "host/services/databaseexamination.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace till::doctor {
 namespace {
 
-using Integrity = DatabaseExamination::Integrity;
+using Integrity = poshost::DatabaseExamination::Integrity;
 
 constexpr quint64 mebibyte = 1024 * 1024;
 /// What a day of sales may need: below it the till may stop at any moment.
@@ -82,7 +82,7 @@ Finding lookAtDisk(const QString& folder)
     return bytes < warnBytes ? Finding::warning(text, look) : Finding::ok(text);
 }
 
-Finding lookAtIntegrity(const DatabaseExamination& found, const QString& file)
+Finding lookAtIntegrity(const poshost::DatabaseExamination& found, const QString& file)
 {
     switch (found.integrity) {
     case Integrity::Sound:
@@ -99,7 +99,7 @@ Finding lookAtIntegrity(const DatabaseExamination& found, const QString& file)
                           u"sqlite3 %1 \".recover\" | sqlite3 mended.sqlite"_s.arg(file));
 }
 
-Finding lookAtSchema(const DatabaseExamination& found, const QString& file)
+Finding lookAtSchema(const poshost::DatabaseExamination& found, const QString& file)
 {
     const QString text =
         Text::tr("version %1 of %2").arg(found.schemaVersion).arg(found.newestVersion);
@@ -117,7 +117,7 @@ Finding lookAtSchema(const DatabaseExamination& found, const QString& file)
     return Finding::ok(text);
 }
 
-Finding lookAtOldest(const DatabaseExamination& found)
+Finding lookAtOldest(const poshost::DatabaseExamination& found)
 {
     if (!found.firstWaiting) {
         return Finding::ok(Text::tr("nothing waits"));
@@ -135,7 +135,7 @@ Finding lookAtOldest(const DatabaseExamination& found)
     return hours >= warnHours ? Finding::warning(text, mend) : Finding::ok(text);
 }
 
-Finding lookAtPaused(const DatabaseExamination& found)
+Finding lookAtPaused(const poshost::DatabaseExamination& found)
 {
     if (!found.firstPaused) {
         return Finding::ok(Text::tr("none"));
@@ -146,7 +146,7 @@ Finding lookAtPaused(const DatabaseExamination& found)
                           u"orva-till queue reauthorize"_s);
 }
 
-Finding lookAtParked(const DatabaseExamination& found)
+Finding lookAtParked(const poshost::DatabaseExamination& found)
 {
     if (!found.firstParked) {
         return Finding::ok(Text::tr("none"));
@@ -174,9 +174,9 @@ void databasechecks::checkFile(Report& report, const Subject& subject)
 }
 
 void databasechecks::checkContent(Report& report, const Subject& subject,
-                                  const std::optional<DatabaseExamination>& found)
+                                  const std::optional<poshost::DatabaseExamination>& found)
 {
-    using Look = Finding (*)(const DatabaseExamination&);
+    using Look = Finding (*)(const poshost::DatabaseExamination&);
     const QString file = subject.databaseFile();
     const QString integrity = u"database.integrity"_s;
     const QString schema = u"database.schema"_s;

@@ -5,7 +5,9 @@
 
 #include <optional>
 
+namespace poshost {
 struct DatabaseExamination;
+} // namespace poshost
 
 namespace till::doctor {
 
@@ -20,7 +22,7 @@ namespace databasechecks {
 void checkFile(Report& report, const Subject& subject);
 /// What is in it. @param found nothing when it was not looked at, or no end came in time
 void checkContent(Report& report, const Subject& subject,
-                  const std::optional<DatabaseExamination>& found);
+                  const std::optional<poshost::DatabaseExamination>& found);
 
 } // namespace databasechecks
 

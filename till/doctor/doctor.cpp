@@ -3,8 +3,8 @@
 
 #include "till/doctor/doctor.h"
 
-#include "host/services/connectionprobe.h"
-#include "host/services/databaseexamination.h"
+#include "host/database/databaseexamination.h"
+#include "host/http/connectionprobe.h"
 #include "till/doctor/addresschecks.h"
 #include "till/doctor/configchecks.h"
 #include "till/doctor/databasechecks.h"
@@ -43,10 +43,10 @@ QString cardOf(const Subject& subject)
     return subject.card.isEmpty() ? u"0000000000000"_s : subject.card;
 }
 
-ConnectionProbe notEnded()
+auto notEnded()
 {
-    ConnectionProbe probe;
-    probe.trouble = ConnectionProbe::Trouble::Connection;
+    poshost::ConnectionProbe probe;
+    probe.trouble = poshost::ConnectionProbe::Trouble::Connection;
     probe.text = tr::Tr(u"doctorRoad"_s, Text::tr("the way to the server does not come to an end"));
     return probe;
 }
@@ -61,11 +61,11 @@ public:
         const QString file = subject.databaseFile();
         if (report.isClear({u"database.file"_s}) && QFileInfo::exists(file)) {
             database.emplace(
-                [file] { return DatabaseExamination::of(file, databaseMilliseconds); });
+                [file] { return poshost::DatabaseExamination::of(file, databaseMilliseconds); });
         }
         if (report.isClear({u"address.scheme"_s, u"config.http.proxy"_s})) {
             const QUrl url(subject.serverAddress());
-            road.emplace([url] { return ConnectionProbe::of(url, roadMilliseconds); });
+            road.emplace([url] { return poshost::ConnectionProbe::of(url, roadMilliseconds); });
         }
         // a plug-in that hangs while it is loaded keeps everybody else from loading what they need
         const QDeadlineTimer headStart(headStartMilliseconds);
@@ -92,14 +92,14 @@ public:
         return ended;
     }
 
-    ConnectionProbe awaitRoad()
+    poshost::ConnectionProbe awaitRoad()
     {
-        return road ? road->await(roadEnd).value_or(notEnded()) : ConnectionProbe();
+        return road ? road->await(roadEnd).value_or(notEnded()) : poshost::ConnectionProbe();
     }
 
-    std::optional<DatabaseExamination> awaitDatabase()
+    std::optional<poshost::DatabaseExamination> awaitDatabase()
     {
-        std::optional<DatabaseExamination> found =
+        std::optional<poshost::DatabaseExamination> found =
             database ? database->await(databaseEnd) : std::nullopt;
         databaseHangs = database && !found;
         return found;
@@ -116,8 +116,8 @@ private:
     std::unique_ptr<Services> services;
     const QDeadlineTimer databaseEnd{longestDatabaseWait};
     const QDeadlineTimer roadEnd{roadMilliseconds + grace};
-    std::optional<Errand<ConnectionProbe>> road;
-    std::optional<Errand<DatabaseExamination>> database;
+    std::optional<Errand<poshost::ConnectionProbe>> road;
+    std::optional<Errand<poshost::DatabaseExamination>> database;
     bool databaseHangs = false;
 };
 

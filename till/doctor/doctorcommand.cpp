@@ -3,9 +3,9 @@
 
 #include "till/doctor/doctorcommand.h"
 
+#include "till/commands/options.h"
 #include "till/doctor/doctor.h"
-#include "till/options.h"
-#include "till/output.h"
+#include "till/screen/output.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -3,7 +3,7 @@
 
 #include "till/doctor/libraryconfig.h"
 
-#include "till/librarylog.h"
+#include "till/desk/librarylog.h"
 
 #include <QCoreApplication>
 #include <QFile>

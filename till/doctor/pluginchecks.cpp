@@ -4,11 +4,11 @@
 #include "till/doctor/pluginchecks.h"
 
 #include "host/loyalty/basicplugin.h"
+#include "till/desk/librarylog.h"
 #include "till/doctor/libraryconfig.h"
 #include "till/doctor/pluginvisit.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
-#include "till/librarylog.h"
 #include "till/text.h"
 
 #include <QFileInfo>

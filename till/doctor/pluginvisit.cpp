@@ -6,7 +6,7 @@
 #include "host/loyalty/basicloyaltysystem.h"
 #include "host/services/currenttime.h"
 #include "host/services/session.h"
-#include "till/check.h"
+#include "till/checks/check.h"
 #include "till/doctor/errand.h"
 #include "till/doctor/witness.h"
 #include "till/reason.h"

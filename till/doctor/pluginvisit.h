@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "till/pluginhost.h"
+#include "till/desk/pluginhost.h"
 
 #include <QDateTime>
 #include <QDeadlineTimer>

@@ -4,7 +4,7 @@
 #include "till/doctor/report.h"
 
 #include "console/printable.h"
-#include "till/table.h"
+#include "till/screen/table.h"
 #include "till/text.h"
 
 #include <QJsonArray>

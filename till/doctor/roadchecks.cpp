@@ -3,9 +3,9 @@
 
 #include "till/doctor/roadchecks.h"
 
-#include "host/services/connectionprobe.h"
+#include "host/http/connectionprobe.h"
+#include "host/http/serveraddress.h"
 #include "host/services/currenttime.h"
-#include "host/services/serveraddress.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace till::doctor {
 namespace {
 
-using Trouble = ConnectionProbe::Trouble;
+using Trouble = poshost::ConnectionProbe::Trouble;
 
 /// Time to get a new certificate made and installed.
 constexpr qint64 warnDays = 14;
@@ -26,7 +26,7 @@ constexpr qint64 warnDays = 14;
 class Road
 {
 public:
-    Road(const Subject& given, const ConnectionProbe& gone)
+    Road(const Subject& given, const poshost::ConnectionProbe& gone)
         : subject(given), probe(gone), url(given.serverAddress()),
           secure(url.scheme() == "https"_L1), proxied(!given.proxy().isEmpty()),
           port(url.port(secure ? 443 : 80))
@@ -53,10 +53,10 @@ public:
         if (probe.trouble == Trouble::Proxy) {
             return Finding::fails(
                 Text::tr("%1 does not let through (%2)")
-                    .arg(serveraddress::shownProxy(subject.proxy()), probe.text.ru()),
+                    .arg(poshost::serveraddress::shownProxy(subject.proxy()), probe.text.ru()),
                 u"[http] proxy = \"http://proxy.example.com:3128\""_s);
         }
-        return Finding::ok(serveraddress::shownProxy(subject.proxy()));
+        return Finding::ok(poshost::serveraddress::shownProxy(subject.proxy()));
     }
 
     Finding connection() const
@@ -111,7 +111,7 @@ private:
     }
 
     const Subject& subject;
-    const ConnectionProbe& probe;
+    const poshost::ConnectionProbe& probe;
     const QUrl url;
     const bool secure;
     const bool proxied;
@@ -120,7 +120,7 @@ private:
 
 } // namespace
 
-void checkRoad(Report& report, const Subject& subject, const ConnectionProbe& probe)
+void checkRoad(Report& report, const Subject& subject, const poshost::ConnectionProbe& probe)
 {
     const Road road(subject, probe);
     const QStringList start{u"config.http.proxy"_s, u"address.scheme"_s};

@@ -3,7 +3,9 @@
 
 #pragma once
 
+namespace poshost {
 struct ConnectionProbe;
+} // namespace poshost
 
 namespace till::doctor {
 
@@ -12,6 +14,6 @@ struct Subject;
 
 /// The way to the server: name, proxy, connection ("road.…") and certificates ("tls.…").
 /// @param probe only looked at where the address allows going
-void checkRoad(Report& report, const Subject& subject, const ConnectionProbe& probe);
+void checkRoad(Report& report, const Subject& subject, const poshost::ConnectionProbe& probe);
 
 } // namespace till::doctor

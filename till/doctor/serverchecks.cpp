@@ -3,7 +3,7 @@
 
 #include "till/doctor/serverchecks.h"
 
-#include "host/services/serveraddress.h"
+#include "host/http/serveraddress.h"
 #include "till/doctor/pluginvisit.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
@@ -84,7 +84,7 @@ Finding lookAtEndpoint(int status, const QUrl& url)
     root.setHost(url.host());
     root.setPort(url.port());
     root.setPath(u"/"_s);
-    const QString address = u"[Orva] serverUrl = \"%1\""_s.arg(serveraddress::shown(root));
+    const QString address = u"[Orva] serverUrl = \"%1\""_s.arg(poshost::serveraddress::shown(root));
     if (isService(status)) {
         return Finding::ok(Text::tr("the loyalty service answers"));
     }

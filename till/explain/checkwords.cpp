@@ -4,7 +4,7 @@
 #include "till/explain/checkwords.h"
 
 #include "host/document/money.h"
-#include "till/amount.h"
+#include "till/checks/amount.h"
 #include "till/text.h"
 
 #include <algorithm>
@@ -14,8 +14,8 @@ namespace till {
 namespace {
 
 using amount::moneyText;
-using wire::Finding;
-using wire::Meaning;
+using protocol::Finding;
+using protocol::Meaning;
 
 void explainChannel(ExplainedAmount::What what, const QStringList& texts, QList<Finding> left,
                     Explanation& explanation)
@@ -56,7 +56,7 @@ void checkwords::require(ExplainedAmount& amount, qint64 expected, const QString
                                        moneyText(std::abs(present - expected))));
 }
 
-void checkwords::explainBalance(const Check& check, const wire::Findings& answer,
+void checkwords::explainBalance(const Check& check, const protocol::Findings& answer,
                                 Explanation& explanation)
 {
     const auto record = check.cardRecord();
@@ -70,11 +70,11 @@ void checkwords::explainBalance(const Check& check, const wire::Findings& answer
     for (const Finding& finding : findings) {
         amount.sources.append({AmountSource::Document::Answer, finding});
     }
-    require(amount, wire::Findings::sum(findings), Text::tr("the answer says"));
+    require(amount, protocol::Findings::sum(findings), Text::tr("the answer says"));
     explanation.amounts.append(amount);
 }
 
-void checkwords::explainMessages(const Check& check, const wire::Findings& answer,
+void checkwords::explainMessages(const Check& check, const protocol::Findings& answer,
                                  Explanation& explanation)
 {
     using What = ExplainedAmount::What;

@@ -3,17 +3,17 @@
 
 #include "till/explain/exchangefinder.h"
 
-#include "host/services/outgoingqueue.h"
-#include "host/services/xmltext.h"
-#include "till/check.h"
-#include "till/checkstore.h"
+#include "host/queue/outgoingqueue.h"
+#include "host/queue/xmltext.h"
+#include "protocol/keptanswer.h"
+#include "protocol/xmldifference.h"
+#include "protocol/xmltree.h"
+#include "till/checks/check.h"
+#include "till/checks/checkstore.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/valuejson.h"
 #include "till/text.h"
-#include "wire/keptanswer.h"
-#include "wire/xmldifference.h"
-#include "wire/xmltree.h"
 
 using namespace Qt::StringLiterals;
 
@@ -88,14 +88,14 @@ void ExchangeFinder::findInRecords(const Check& check, Exchange& exchange) const
 /// another answer.
 void ExchangeFinder::compareWithKept(const Check& check, Exchange& exchange) const
 {
-    const QByteArray kept = wire::keptAnswer(*check.document);
-    if (exchange.answer.isEmpty() || !wire::XmlTree(exchange.answer).problem().isEmpty()) {
+    const QByteArray kept = protocol::keptAnswer(*check.document);
+    if (exchange.answer.isEmpty() || !protocol::XmlTree(exchange.answer).problem().isEmpty()) {
         exchange.answer = kept;
         exchange.answerOrigin = Text::tr("the answer as the check keeps it");
         exchange.recorded = false;
         return;
     }
-    const auto difference = wire::XmlDifference::between(exchange.answer, kept);
+    const auto difference = protocol::XmlDifference::between(exchange.answer, kept);
     if (!kept.isEmpty() && difference && !difference->path.isEmpty()) {
         exchange.problem = Text::tr("the recorded answer is not the one that the check keeps: %1 "
                                     "(line %2) is \"%3\" and was \"%4\"")
@@ -111,8 +111,8 @@ void ExchangeFinder::findInQueue(const Check& check, Exchange& exchange) const
     if (!message) {
         return;
     }
-    if (const auto content = OutgoingQueue(till).show(*message)) {
-        exchange.confirmation = xmltext::declaredAsUtf8(content->payload.toUtf8());
+    if (const auto content = poshost::OutgoingQueue(till).show(*message)) {
+        exchange.confirmation = poshost::xmltext::declaredAsUtf8(content->payload.toUtf8());
         exchange.confirmationOrigin = Text::tr("message %1 of the queue").arg(*message);
     }
 }

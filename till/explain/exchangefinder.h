@@ -5,7 +5,9 @@
 
 #include "till/explain/explanation.h"
 
+namespace poshost {
 class Database;
+} // namespace poshost
 
 namespace till {
 
@@ -19,7 +21,7 @@ class ExchangeFinder
 {
 public:
     /// @param records null when nothing is recorded
-    ExchangeFinder(const RecordFolder* records, CheckStore& checks, Database& database)
+    ExchangeFinder(const RecordFolder* records, CheckStore& checks, poshost::Database& database)
         : folder(records), store(checks), till(database)
     {}
 
@@ -32,7 +34,7 @@ private:
 
     const RecordFolder* folder;
     CheckStore& store;
-    Database& till;
+    poshost::Database& till;
 };
 
 } // namespace till

@@ -3,15 +3,15 @@
 
 #include "till/explain/explaincommand.h"
 
+#include "till/commands/workplace.h"
 #include "till/explain/exchangefinder.h"
 #include "till/explain/explainview.h"
 #include "till/explain/returnexplainer.h"
 #include "till/explain/saleexplainer.h"
 #include "till/failure.h"
-#include "till/output.h"
 #include "till/recording/recordfolder.h"
+#include "till/screen/output.h"
 #include "till/text.h"
-#include "till/workplace.h"
 
 namespace till {
 

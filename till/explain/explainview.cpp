@@ -4,8 +4,8 @@
 #include "till/explain/explainview.h"
 
 #include "console/printable.h"
-#include "till/amount.h"
-#include "till/checkview.h"
+#include "till/checks/amount.h"
+#include "till/screen/checkview.h"
 #include "till/text.h"
 
 #include <QJsonArray>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "till/check.h"
+#include "till/checks/check.h"
 #include "till/explain/explanation.h"
 
 #include <QString>

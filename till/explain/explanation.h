@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "wire/findings.h"
+#include "protocol/findings.h"
 
 #include <QList>
 #include <QString>
@@ -25,7 +25,7 @@ struct AmountSource
     };
 
     Document document = Document::Answer;
-    wire::Finding finding;
+    protocol::Finding finding;
 };
 
 /// An amount on a closed check, or a message, with where it comes from.

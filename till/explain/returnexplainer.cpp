@@ -3,10 +3,10 @@
 
 #include "till/explain/returnexplainer.h"
 
-#include "till/amount.h"
+#include "till/checks/amount.h"
+#include "till/checks/returnlines.h"
 #include "till/explain/checkwords.h"
 #include "till/reason.h"
-#include "till/returnlines.h"
 #include "till/text.h"
 
 using namespace Qt::StringLiterals;
@@ -15,8 +15,8 @@ namespace till {
 namespace {
 
 using amount::moneyText;
-using wire::Findings;
-using wire::Meaning;
+using protocol::Findings;
+using protocol::Meaning;
 
 } // namespace
 
@@ -91,8 +91,8 @@ void ReturnExplainer::explainShare(What what, What ofSale, const Line& line, qin
 /// The answer to a return says with negative accruals what the server will take back.
 void ReturnExplainer::compareWithAnswer(ExplainedAmount& amount) const
 {
-    const QList<wire::Finding> accruals = answer.of(Meaning::Accrual, amount.position);
-    for (const wire::Finding& finding : accruals) {
+    const QList<protocol::Finding> accruals = answer.of(Meaning::Accrual, amount.position);
+    for (const protocol::Finding& finding : accruals) {
         amount.sources.append({AmountSource::Document::Answer, finding});
     }
     if (!accruals.isEmpty()) {
@@ -105,8 +105,8 @@ void ReturnExplainer::compareWithConfirmation(ExplainedAmount& amount) const
     if (explanation.exchange.confirmation.isEmpty()) {
         return;
     }
-    const QList<wire::Finding> told = confirmation.of(Meaning::ReturnedPoints, amount.position);
-    for (const wire::Finding& finding : told) {
+    const QList<protocol::Finding> told = confirmation.of(Meaning::ReturnedPoints, amount.position);
+    for (const protocol::Finding& finding : told) {
         amount.sources.append({AmountSource::Document::Confirmation, finding});
     }
     checkwords::require(amount, Findings::sum(told), Text::tr("the confirmation says"));

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "till/check.h"
+#include "till/checks/check.h"
 #include "till/explain/explanation.h"
 
 namespace till {
@@ -34,8 +34,8 @@ private:
     const QList<Check>& before;
     const Explanation& ofSaleExplained;
     Explanation explanation;
-    const wire::Findings answer;
-    const wire::Findings confirmation;
+    const protocol::Findings answer;
+    const protocol::Findings confirmation;
 };
 
 } // namespace till

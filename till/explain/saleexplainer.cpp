@@ -5,7 +5,7 @@
 
 #include "host/document/bonusimpact.h"
 #include "host/document/money.h"
-#include "till/amount.h"
+#include "till/checks/amount.h"
 #include "till/explain/checkwords.h"
 #include "till/text.h"
 
@@ -16,15 +16,15 @@ namespace {
 
 using amount::moneyText;
 using checkwords::require;
-using wire::Findings;
+using protocol::Findings;
 
 /// What is not 0: an amount of 0 grants nothing.
 QList<AmountSource> sourcesIn(const Findings& findings, AmountSource::Document document,
-                              wire::Meaning meaning, int position)
+                              protocol::Meaning meaning, int position)
 {
     QList<AmountSource> sources;
-    const QList<wire::Finding> found = findings.of(meaning, position);
-    for (const wire::Finding& finding : found) {
+    const QList<protocol::Finding> found = findings.of(meaning, position);
+    for (const protocol::Finding& finding : found) {
         if (finding.kopecks != 0) {
             sources.append({document, finding});
         }
@@ -165,7 +165,7 @@ void SaleExplainer::compareWithConfirmation(ExplainedAmount& amount, Meaning mea
 
 void SaleExplainer::refuseOtherLines()
 {
-    for (const wire::Finding& finding : answer.all()) {
+    for (const protocol::Finding& finding : answer.all()) {
         const bool grants =
             finding.meaning == Meaning::Discount || finding.meaning == Meaning::Accrual;
         if (grants && finding.kopecks != 0 && check.line(finding.position) == nullptr) {
@@ -221,7 +221,7 @@ void SaleExplainer::explainEarnedBySystem()
         const double ratio = money::fromKopecks(discounted - spent) /
                              (money::fromKopecks(discounted - spent) + money::fromKopecks(spent));
         double sum = 0;
-        for (const wire::Finding& finding : answer.all()) {
+        for (const protocol::Finding& finding : answer.all()) {
             if (finding.meaning == Meaning::Accrual && finding.kopecks != 0) {
                 amount.sources.append({AmountSource::Document::Answer, finding});
                 sum += finding.amount * ratio;

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "till/check.h"
+#include "till/checks/check.h"
 #include "till/explain/explanation.h"
 
 namespace till {
@@ -19,7 +19,7 @@ public:
 
 private:
     using What = ExplainedAmount::What;
-    using Meaning = wire::Meaning;
+    using Meaning = protocol::Meaning;
 
     void explainLine(const Line& line);
     void explainDiscount(const Line& line);
@@ -39,8 +39,8 @@ private:
 
     const Check& check;
     Explanation explanation;
-    const wire::Findings answer;
-    const wire::Findings confirmation;
+    const protocol::Findings answer;
+    const protocol::Findings confirmation;
 };
 
 } // namespace till

@@ -4,10 +4,8 @@
 #include "till/recording/logcommands.h"
 
 #include "console/printable.h"
-#include "till/checkview.h"
+#include "till/commands/workplace.h"
 #include "till/failure.h"
-#include "till/output.h"
-#include "till/progress.h"
 #include "till/reason.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
@@ -15,8 +13,10 @@
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
 #include "till/recording/replay.h"
+#include "till/screen/checkview.h"
+#include "till/screen/output.h"
+#include "till/screen/progress.h"
 #include "till/text.h"
-#include "till/workplace.h"
 
 #include <QJsonDocument>
 

@@ -5,11 +5,11 @@
 
 #include "console/printable.h"
 #include "host/document/edocumenttype.h"
-#include "host/services/xmltext.h"
-#include "till/checkview.h"
+#include "host/queue/xmltext.h"
 #include "till/recording/sidebyside.h"
 #include "till/recording/valuejson.h"
-#include "till/table.h"
+#include "till/screen/checkview.h"
+#include "till/screen/table.h"
 #include "till/text.h"
 
 #include <QJsonDocument>
@@ -148,7 +148,7 @@ QString withoutCard(QString text, const QString& card)
 
 QString bodyText(const QJsonValue& body, const QString& card)
 {
-    return withoutCard(xmltext::decoded(valuejson::toBytes(body)), card);
+    return withoutCard(poshost::xmltext::decoded(valuejson::toBytes(body)), card);
 }
 
 QString sentText(const Sent& sent, int number, const QString& card)

@@ -3,9 +3,9 @@
 
 #include "till/recording/recordcomparison.h"
 
-#include "host/services/xmltext.h"
+#include "host/queue/xmltext.h"
+#include "protocol/xmldifference.h"
 #include "till/text.h"
-#include "wire/xmldifference.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -47,9 +47,9 @@ bool isDocument(const QJsonValue& value)
 Found documentDifference(const QJsonValue& recorded, const QJsonValue& replayed,
                          const QString& path)
 {
-    const auto found =
-        wire::XmlDifference::between(xmltext::declaredAsUtf8(recorded.toString().toUtf8()),
-                                     xmltext::declaredAsUtf8(replayed.toString().toUtf8()));
+    const auto found = protocol::XmlDifference::between(
+        poshost::xmltext::declaredAsUtf8(recorded.toString().toUtf8()),
+        poshost::xmltext::declaredAsUtf8(replayed.toString().toUtf8()));
     if (!found) {
         return std::nullopt;
     }

@@ -3,8 +3,8 @@
 
 #include "till/recording/recordedaddresses.h"
 
-#include "host/services/knownkeys.h"
-#include "host/services/serveraddress.h"
+#include "host/config/knownkeys.h"
+#include "host/http/serveraddress.h"
 
 #include <QJsonArray>
 
@@ -17,7 +17,8 @@ namespace {
 QJsonValue cleanedTexts(const QJsonValue& value)
 {
     if (!value.isObject()) {
-        return value.isString() ? QJsonValue(serveraddress::shown(value.toString())) : value;
+        return value.isString() ? QJsonValue(poshost::serveraddress::shown(value.toString()))
+                                : value;
     }
     QJsonObject object = value.toObject();
     for (auto it = object.begin(); it != object.end(); ++it) {
@@ -71,11 +72,13 @@ QJsonObject recordedaddresses::cleaned(const QJsonObject& line)
 
 QString recordedaddresses::cleanValue(const QString& key, const QString& value)
 {
-    const auto known = knownkeys::find(key.section(u':', 0, 0), key.section(u':', 1));
-    if (known && known->kind == KnownKey::Kind::Address) {
-        return serveraddress::shown(value);
+    const auto known = poshost::knownkeys::find(key.section(u':', 0, 0), key.section(u':', 1));
+    if (known && known->kind == poshost::KnownKey::Kind::Address) {
+        return poshost::serveraddress::shown(value);
     }
-    return known && known->kind == KnownKey::Kind::Proxy ? serveraddress::shownProxy(value) : value;
+    return known && known->kind == poshost::KnownKey::Kind::Proxy
+               ? poshost::serveraddress::shownProxy(value)
+               : value;
 }
 
 } // namespace till

@@ -6,7 +6,7 @@
 #include <QJsonObject>
 #include <QString>
 
-/// The addresses in records, as they are shown everywhere (host/services/serveraddress.h). They are
+/// The addresses in records, as they are shown everywhere (host/http/serveraddress.h). They are
 /// written so, and read and handed on so as well: a record may be of an older till, or of another.
 namespace till::recordedaddresses {
 

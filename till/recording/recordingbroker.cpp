@@ -3,7 +3,7 @@
 
 #include "till/recording/recordingbroker.h"
 
-#include "host/services/serveraddress.h"
+#include "host/http/serveraddress.h"
 #include "till/recording/recorder.h"
 #include "till/recording/recordingtransport.h"
 #include "till/recording/valuejson.h"
@@ -19,7 +19,7 @@ QVariantMap withoutSecrets(const QVariantMap& message)
     headers.removeIf([](const auto& header) { return RecordingTransport::isSecret(header.key()); });
     QVariantMap urls = message.value(u"urls"_s).toMap();
     for (QVariant& url : urls) {
-        url = serveraddress::shown(url.toString());
+        url = poshost::serveraddress::shown(url.toString());
     }
     QVariantMap harmless = message;
     harmless.insert(u"headers"_s, headers);

@@ -3,7 +3,7 @@
 
 #include "till/recording/recordingconfig.h"
 
-#include "host/services/knownkeys.h"
+#include "host/config/knownkeys.h"
 #include "till/recording/recordedaddresses.h"
 #include "till/recording/recorder.h"
 
@@ -15,8 +15,8 @@ namespace {
 /// Of a key that the host does not know nobody can say whether it holds a secret.
 bool mayBeShown(const QString& key)
 {
-    const auto known = knownkeys::find(key.section(u':', 0, 0), key.section(u':', 1));
-    return known && known->kind != KnownKey::Kind::Secret;
+    const auto known = poshost::knownkeys::find(key.section(u':', 0, 0), key.section(u':', 1));
+    return known && known->kind != poshost::KnownKey::Kind::Secret;
 }
 
 } // namespace

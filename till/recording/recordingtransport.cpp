@@ -3,7 +3,7 @@
 
 #include "till/recording/recordingtransport.h"
 
-#include "host/services/serveraddress.h"
+#include "host/http/serveraddress.h"
 #include "till/recording/recorder.h"
 #include "till/recording/valuejson.h"
 
@@ -72,7 +72,7 @@ void RecordingTransport::post(const QUrl& url, const QByteArray& body,
         const QJsonObject failure{{u"id"_s, client->getErrorText().id()},
                                   {u"text"_s, client->getErrorText().ru()}};
         return QJsonObject{
-            {u"exchange"_s, QJsonObject{{u"url"_s, serveraddress::shown(url)},
+            {u"exchange"_s, QJsonObject{{u"url"_s, poshost::serveraddress::shown(url)},
                                         {u"headers"_s, harmless(headers)},
                                         {u"request"_s, valuejson::ofBytes(body)},
                                         {u"status"_s, client->getHttpStatusCode()},

@@ -3,8 +3,8 @@
 
 #include "till/recording/replay.h"
 
+#include "till/desk/pluginhost.h"
 #include "till/failure.h"
-#include "till/pluginhost.h"
 #include "till/recording/documentjson.h"
 #include "till/recording/memorytarget.h"
 #include "till/recording/recording.h"

@@ -8,8 +8,8 @@
 #include "host/document/abstractdocument.h"
 #include "host/document/document.h"
 
-#include <host/services/database.h>
+#include <host/database/database.h>
 
-#include "simulator/check.h"
+#include "simulator/ledger/check.h"
 
 #include "../till/slip.h"

@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/database/database.h"
+
+#include "host/core/basicexception.h"
+#include "host/database/databaseconnection_p.h"
+#include "host/database/databaseerror_p.h"
+#include "host/database/databasefile_p.h"
+#include "host/database/databaseschema_p.h"
+#include "host/database/statement.h"
+#include "host/services/config.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QThread>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace poshost {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logDatabase, "poshost.database")
+
+constexpr size_t maxIdleStatements = 64;
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+constexpr mode_t groupAndOthers = S_IRWXG | S_IRWXO;
+
+/// Makes the entry of a new file survive a power cut.
+void syncFolderOf(const QString& file)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+    if (const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
+void createPrivately(const QString& file)
+{
+    const QByteArray name = QFile::encodeName(file);
+    const int descriptor =
+        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+        syncFolderOf(file);
+    } else if (errno != EEXIST) {
+        throw BasicException(databaseerror::fromSystem(file, errno));
+    }
+}
+
+void tightenRights(const QString& file)
+{
+    struct stat information
+    {};
+    const QByteArray name = QFile::encodeName(file);
+    if (::stat(name.constData(), &information) != 0 ||
+        (information.st_mode & groupAndOthers) == 0) {
+        return;
+    }
+    const bool tightened =
+        ::chmod(name.constData(), information.st_mode & ~groupAndOthers & 07777) == 0;
+    qCWarning(logDatabase).noquote()
+        << (tightened ? u"Файл %1 был доступен другим пользователям; доступ закрыт"_s
+                      : u"Файл %1 доступен другим пользователям; закройте доступ (chmod 600)"_s)
+               .arg(file);
+}
+
+} // namespace
+
+Database::Connection::Connection(const QString& fileName) : file(fileName) {}
+
+Database::Connection::~Connection()
+{
+    readingWatch.reset();
+    idle.clear();
+    sqlite3_close_v2(handle);
+}
+
+void Database::Connection::open(const QString& name, int flags, int busyMilliseconds)
+{
+    // only the thread that opened it uses a connection
+    if (sqlite3_open_v2(name.toUtf8().constData(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr) !=
+        SQLITE_OK) {
+        fail();
+    }
+    sqlite3_busy_timeout(handle, busyMilliseconds);
+}
+
+PreparedStatement Database::Connection::prepared(const QString& sql)
+{
+    if (const auto kept = idle.find(sql); kept != idle.end()) {
+        PreparedStatement statement = std::move(kept->second);
+        idle.erase(kept);
+        return statement;
+    }
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v3(handle, text.constData(), static_cast<int>(text.size()),
+                           SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
+        fail();
+    }
+    return PreparedStatement(statement);
+}
+
+void Database::Connection::keep(const QString& sql, PreparedStatement statement)
+{
+    if (idle.size() < maxIdleStatements) {
+        idle.emplace(sql, std::move(statement));
+    }
+}
+
+void Database::Connection::fail()
+{
+    failed = depth > 0;
+    throw BasicException(databaseerror::fromSql(file, sqlite3_errcode(handle),
+                                                QString::fromUtf8(sqlite3_errmsg(handle))));
+}
+
+void Database::Connection::fail(const QString& cause)
+{
+    failed = depth > 0;
+    throw BasicException(databaseerror::fromSql(file, SQLITE_ERROR, cause));
+}
+
+void Database::Connection::requireSound() const
+{
+    if (failed) {
+        throw BasicException(databaseerror::transactionFailed(file));
+    }
+}
+
+void Database::Connection::switchToLog(int busyMilliseconds)
+{
+    const QDeadlineTimer deadline(busyMilliseconds);
+    while (sqlite3_exec(handle, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr) !=
+           SQLITE_OK) {
+        if (sqlite3_errcode(handle) != SQLITE_BUSY || deadline.hasExpired()) {
+            fail();
+        }
+        QThread::msleep(5);
+    }
+}
+
+Database::Database(const QString& fileName, int busyMilliseconds)
+    : connection(std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath()))
+{
+    const QString& file = connection->file;
+    databasefile::requireNotEmptied(file);
+    createPrivately(file);
+    connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
+    connection->switchToLog(busyMilliseconds);
+    execute(u"PRAGMA synchronous = FULL"_s);
+    execute(u"PRAGMA foreign_keys = ON"_s);
+    // a statement that could fail in the middle would otherwise take 64 KiB for undoing it
+    execute(u"PRAGMA temp_store = MEMORY"_s);
+    // what is erased is overwritten where that costs no further page
+    execute(u"PRAGMA secure_delete = FAST"_s);
+    databaseschema::bringUpToDate(*this);
+    for (const QString& part : {file, file + u"-wal"_s, file + u"-shm"_s}) {
+        tightenRights(part); // only now: this is a till's file and no other
+    }
+}
+
+Database::~Database() = default;
+
+void Database::execute(const QString& sql)
+{
+    Statement(*this, sql).execute();
+}
+
+bool Database::isInTransaction() const
+{
+    return connection->depth > 0;
+}
+
+QString Database::fileName() const
+{
+    return connection->file;
+}
+
+QString Database::configuredFile()
+{
+    const Config* config = Singleton<Config>::instance;
+    return config == nullptr ? QString() : config->getString(u"till:database"_s, QString());
+}
+
+int Database::schemaVersion()
+{
+    return databaseschema::newestVersion();
+}
+
+} // namespace poshost

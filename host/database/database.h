@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/hostexport.h"
+
+#include <QDeadlineTimer>
+#include <QString>
+#include <memory>
+
+namespace poshost {
+
+/// A connection to the till's SQLite file, which holds its checks and its outgoing queue.
+///
+/// Belongs to the thread that opened it; other threads and processes open connections of their own
+/// to the same file. What is committed is synced to the disk (write-ahead log, synchronous=FULL),
+/// foreign keys are checked. Read and write with Statement, write several things together with
+/// Transaction.
+class HOST_EXPORT Database
+{
+public:
+    /// How long a statement waits for another connection that is writing.
+    static constexpr int defaultBusyMilliseconds = 5000;
+
+    /// Opens the file. A missing one is created, readable by its owner only. Where group or others
+    /// may read an existing one, that right is taken from them and a warning logged. A schema of an
+    /// older version is brought up to date in one transaction.
+    /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
+    /// @throws BasicException "databaseError" when the file cannot be opened, is no till's
+    /// database, was emptied or removed while its log holds what was written last, or was written
+    /// by a newer version of the program, which is named; the file stays as it was.
+    explicit Database(const QString& fileName, int busyMilliseconds = defaultBusyMilliseconds);
+    /// Opens an existing file to look at it. Nothing is written: neither the file nor its
+    /// companions nor their rights, and the schema stays whichever it is. A file that nobody has
+    /// open must stay so meanwhile: what another connection writes may be seen in part.
+    /// @param deadline what still runs then fails
+    /// @throws BasicException "databaseError" when the file cannot be opened, or was left in the
+    /// middle of writing and cannot be read without finishing that
+    static std::unique_ptr<Database> openForReading(const QString& fileName,
+                                                    QDeadlineTimer deadline);
+    /// Rolls back a transaction that is still open.
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    /// Runs one SQL statement and drops its rows.
+    /// @throws BasicException "databaseError" with file and cause
+    void execute(const QString& sql);
+    /// Whether a Transaction is open on this connection.
+    bool isInTransaction() const;
+    /// The file's absolute path.
+    QString fileName() const;
+
+    /// The file that the configuration names under "till:database", empty when it names none.
+    static QString configuredFile();
+    /// The version of the schema that this program reads and writes.
+    static int schemaVersion();
+
+private:
+    friend class Statement;
+    friend class Transaction;
+    class Connection;
+
+    explicit Database(std::unique_ptr<Connection> opened);
+
+    std::unique_ptr<Connection> connection;
+};
+
+} // namespace poshost

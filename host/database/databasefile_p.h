@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+
+/// The files that make a database, before SQLite opens them.
+namespace poshost::databasefile {
+
+/// SQLite takes an empty file for a new one and throws away the log beside it. A till that is begun
+/// writes to its log only when its file has a page on the disk, so what the log then holds was lost
+/// by others: nothing may be begun over it.
+/// @throws BasicException "databaseError" when the file is empty or missing and its log is not
+void requireNotEmptied(const QString& file);
+
+} // namespace poshost::databasefile

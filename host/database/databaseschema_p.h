@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+namespace poshost {
+
+class Database;
+
+/// The tables of the till's database. The file keeps the version of its schema; each step leads
+/// from one version to the next and is never changed once it has been released.
+namespace databaseschema {
+
+/// The version that the last step leads to.
+int newestVersion();
+/// The version that the file says it has, 0 for an empty file.
+/// @throws BasicException "databaseError" when it is newer than the newest known one, or cannot be
+/// the version of a file with such tables: a damaged file, or that of another program
+int checkedVersion(Database& database);
+/// Takes the steps that the file lacks, all in one transaction.
+/// @throws BasicException "databaseError" when a step fails, and the file stays as it was; or as
+/// checkedVersion
+void bringUpToDate(Database& database);
+
+} // namespace databaseschema
+
+} // namespace poshost

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/hostexport.h"
+
+#include <QByteArrayList>
+#include <QString>
+#include <QVariant>
+#include <memory>
+
+struct sqlite3_stmt;
+
+namespace poshost {
+
+class Database;
+
+struct FinalizeStatement
+{
+    void operator()(sqlite3_stmt* statement) const;
+};
+using PreparedStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
+
+/// One SQL statement, prepared when made, reset when this object ends. Rows are read forwards and
+/// one at a time. Must not outlive its Database. A "?" in the text always stands for a value.
+///
+///     Statement statement(database, u"SELECT data FROM checks WHERE state = ?"_s);
+///     statement.bind(u"open"_s);
+///     while (statement.next()) { ... statement.value(0) ... }
+///
+/// Every operation throws BasicException "databaseError" with file and cause when SQLite fails.
+/// Inside a Transaction such a failure, whatever it is, makes the transaction unable to commit:
+/// SQLite may have undone its earlier statements.
+class HOST_EXPORT Statement
+{
+public:
+    Statement(Database& database, const QString& sql);
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    /// Gives the next "?" its value. An invalid QVariant is NULL; null texts and byte arrays are
+    /// empty ones. Every "?" must be given its value before the statement runs; after the run,
+    /// binding begins again with the first one.
+    Statement& bind(const QVariant& value);
+    /// Runs the statement at the first call and steps to the next row at every call.
+    /// @return false: there is no (further) row
+    bool next();
+    /// Runs the statement and drops its rows, if any.
+    void execute();
+
+    /// A column, counted from 0, of the row that next stepped to.
+    QVariant value(int column) const;
+    /// The row identifier of the INSERT that was run.
+    qint64 lastInsertId() const;
+    /// How many rows the run has changed.
+    int affectedRows() const;
+
+private:
+    int bindAt(int index, const QVariant& value);
+    bool step();
+    void reset();
+    [[noreturn]] void fail();
+
+    Database& database;
+    const QString text;
+    PreparedStatement statement;
+    QByteArrayList held; ///< what SQLite reads without having copied it
+    bool sound = true;   ///< may be kept for another use
+    int bound = 0;
+    bool running = false;
+};
+
+} // namespace poshost

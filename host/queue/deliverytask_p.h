@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/queue/deliverypolicy_p.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+namespace poshost {
+
+/// One request to be sent for a queued message.
+struct DeliveryTask
+{
+    qint64 messageId = 0;
+    qint64 accountId = 0;
+    QString queue;
+    int step = 0; ///< index of the address, from 0
+    int serverErrors = 0;
+    bool attemptedBefore = false; ///< this step may have reached the server earlier
+    bool isHeld = false;          ///< its queue or its authorization was held back; this is a probe
+    QList<QUrl> addresses;        ///< of all steps
+    QByteArray payload;
+    QHash<QString, QString> headers;
+    QString damage;        ///< why it cannot be sent, for people; empty when it can
+    QString authorization; ///< as it also stands among the headers; empty for none
+
+    bool isLastStep() const { return step + 1 >= addresses.size(); }
+};
+
+/// What became of it.
+struct DeliveryResult
+{
+    deliverypolicy::Meaning meaning = deliverypolicy::Meaning::ServerAway;
+    int status = 0;
+    QString error;  ///< for people
+    QString answer; ///< beginning of the server's answer
+    qint64 retryAfterMilliseconds = 0;
+    bool sentTwice = false; ///< the transport sent it again by itself: the first may have arrived
+};
+
+} // namespace poshost

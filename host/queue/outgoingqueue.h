@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/hostexport.h"
+#include "host/queue/queueentry.h"
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+namespace poshost {
+
+class Database;
+
+/// The outgoing queue as the till and its people see and steer it. Nothing here sends anything, and
+/// nothing ever removes a message that has not been delivered.
+///
+/// Works on the caller's connection and thread and joins its open Transaction; every change is
+/// durable when the call returns, or with the outer commit. All operations throw BasicException
+/// "databaseError" when the database fails; then nothing has changed.
+class HOST_EXPORT OutgoingQueue
+{
+public:
+    /// @param database stays the caller's and must live longer
+    explicit OutgoingQueue(Database& database);
+
+    /// The message that was stored last by anybody, 0 before the first one. Inside a Transaction
+    /// that called addToQueue this is the message just added.
+    qint64 lastAddedId();
+    /// Holds a message back until another one is delivered. A return names the sale it returns.
+    /// Does nothing when the other one is not in the queue any more: it has been delivered.
+    void addDependency(qint64 messageId, qint64 dependsOn);
+
+    /// The messages in the order in which they were stored.
+    /// @param withDelivered false: only those still to be delivered
+    QList<QueueEntry> list(bool withDelivered = false);
+    /// One message with its content, or nothing. The authorization is replaced by "***"; addresses
+    /// are those of serveraddress::shown.
+    std::optional<QueueContent> show(qint64 messageId);
+    QueueCounts counts();
+
+    /// Makes a message due at once: takes it out of parking, ends its own wait, the wait of its
+    /// queue and the pause of its authorization. What was sent already is not sent again.
+    /// @return false: there is no such undelivered message
+    bool retry(qint64 messageId);
+    /// Takes a message out of the delivery until retry; the others go on.
+    /// @return false: there is no such undelivered message
+    bool park(qint64 messageId);
+    /// Takes a parked message for delivered, its steps left undone: somebody has seen that the
+    /// server has it. What waited for it goes on.
+    /// @return false: there is no such parked message
+    bool settle(qint64 messageId);
+    /// Gives every undelivered message of a queue another value of the header "Authorization" and
+    /// ends pauses for the former one.
+    /// @return how many messages there are to deliver with it
+    int reauthorize(const QString& queueName, const QString& authorization);
+    /// The names of the queues that hold undelivered messages, sorted.
+    QStringList queuesToDeliver();
+
+    /// How many messages removeDelivered removes at most.
+    static constexpr int removedAtOnce = 100;
+    /// Removes the oldest messages that were delivered longer ago than that, all of this call or
+    /// none. No more than removedAtOnce, so that who wants to write waits for a moment only; who
+    /// removes more leaves others the time to write between two calls.
+    /// @return how many were removed; removedAtOnce: there may be more
+    int removeDelivered(int olderThanDays);
+
+private:
+    Database& database;
+};
+
+} // namespace poshost

@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/queue/queuedelivery.h"
+
+#include "host/database/database.h"
+#include "host/database/filelock.h"
+#include "host/queue/deliveryjournal_p.h"
+#include "host/queue/outgoingqueue.h"
+#include "host/queue/xmltext.h"
+#include "host/services/config.h"
+#include "host/services/currenttime.h"
+#include "host/services/restclient.h"
+
+#include <QLoggingCategory>
+
+namespace poshost {
+
+using namespace Qt::StringLiterals;
+using deliverypolicy::Meaning;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
+
+constexpr int defaultTimeoutSeconds = 10;
+constexpr int defaultKeepDays = 30;
+constexpr int secondsBetweenRemovals = 3600;
+constexpr qsizetype maxKeptAnswerBytes = 4096;
+
+int configured(const QString& key, int defaultValue)
+{
+    const Config* config = Singleton<Config>::instance;
+    return config == nullptr ? defaultValue : config->getInt(key, defaultValue);
+}
+
+QDateTime now()
+{
+    return MockFactory<CurrentTime>::create()->currentDateTime();
+}
+
+bool isParking(Meaning meaning)
+{
+    return meaning == Meaning::Duplicate || meaning == Meaning::Refused;
+}
+
+QString nameOf(const DeliveryTask& task)
+{
+    return u"Очередь %1, сообщение %2, шаг %3 из %4: "_s.arg(task.queue)
+        .arg(task.messageId)
+        .arg(task.step + 1)
+        .arg(task.addresses.size());
+}
+
+void log(const DeliveryTask& task, const DeliveryResult& result)
+{
+    if (result.meaning == Meaning::StepDone) {
+        qCDebug(logDelivery).noquote() << nameOf(task) + u"HTTP %1"_s.arg(result.status);
+    } else {
+        qCWarning(logDelivery).noquote() << nameOf(task) + result.error;
+    }
+}
+
+} // namespace
+
+QueueDelivery::QueueDelivery(Database& owner, quint64 seed)
+    : database(owner), journal(std::make_unique<DeliveryJournal>(owner, seed))
+{}
+
+QueueDelivery::~QueueDelivery() = default;
+
+void QueueDelivery::onProgress(const std::function<void(const DeliveryReport&)>& listener)
+{
+    progressed = listener;
+}
+
+DeliveryReport QueueDelivery::deliverDue()
+{
+    DeliveryReport report;
+    const FileLock lock(database.fileName() + u".delivery-lock"_s);
+    if (!lock.isHeld()) {
+        report.elsewhere = true;
+        return report;
+    }
+    std::optional<DeliveryTask> task;
+    if (!isStopping()) {
+        task = journal->takeNext();
+    }
+    while (task) {
+        if (isStopping()) {
+            journal->forget(*task);
+            return report;
+        }
+        const DeliveryResult result = send(*task);
+        ++report.requests;
+        if (isStopping() && result.meaning == Meaning::ServerAway) {
+            return report; // broken off: nothing is known about the server
+        }
+        log(*task, result);
+        const bool finished = result.meaning == Meaning::StepDone && task->isLastStep();
+        report.delivered += finished ? 1 : 0;
+        report.parked += isParking(result.meaning) ? 1 : 0;
+        task = journal->recordAndTakeNext(*task, result);
+        if (progressed) {
+            progressed(report);
+        }
+    }
+    report.parked += journal->takeParkedUnsent();
+    removeOld();
+    if (const std::optional<qint64> end = journal->nextWaitEnd()) {
+        report.nextAttempt = QDateTime::fromMSecsSinceEpoch(*end);
+    }
+    return report;
+}
+
+DeliveryResult QueueDelivery::send(const DeliveryTask& task)
+{
+    const QSharedPointer<RestClient> client = MockFactory<RestClient>::create();
+    {
+        const std::lock_guard guard(mutex);
+        underWay = client.data();
+        if (stopping) {
+            client->abort();
+        }
+    }
+    client->setTimeout(configured(u"Orva:timeout"_s, defaultTimeoutSeconds));
+    // what is sent is UTF-8, whatever the text was read in before it was queued
+    client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
+    {
+        const std::lock_guard guard(mutex);
+        underWay = nullptr;
+    }
+
+    const tr::Tr error = client->getErrorText();
+    deliverypolicy::Answer answer;
+    answer.transportFailed = client->getError() > 0;
+    answer.unsendable = error.id() == "restAddressError"_L1 || error.id() == "restHeaderError"_L1;
+    answer.status = client->getHttpStatusCode();
+    DeliveryResult result;
+    result.sentTwice = client->getSendCount() > 1;
+    answer.attemptedBefore = task.attemptedBefore || result.sentTwice;
+    result.meaning = deliverypolicy::meaningOf(answer);
+    result.status = answer.status;
+    result.error = deliverypolicy::explain(result.meaning, answer.status, error.ru());
+    result.answer = xmltext::decoded(client->getResponse().left(maxKeptAnswerBytes));
+    if (result.meaning != Meaning::StepDone) {
+        result.retryAfterMilliseconds =
+            deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());
+    }
+    return result;
+}
+
+void QueueDelivery::removeOld()
+{
+    const QDateTime time = now();
+    if (lastRemoval.isValid() && lastRemoval.secsTo(time) < secondsBetweenRemovals &&
+        lastRemoval <= time) {
+        return;
+    }
+    lastRemoval = time;
+    const int removed = OutgoingQueue(database).removeDelivered(
+        configured(u"queue:keepDeliveredDays"_s, defaultKeepDays));
+    if (removed == OutgoingQueue::removedAtOnce) {
+        lastRemoval = QDateTime(); // more of them go next time: a till may be waiting to write
+    }
+}
+
+bool QueueDelivery::isStopping()
+{
+    const std::lock_guard guard(mutex);
+    return stopping;
+}
+
+void QueueDelivery::requestStop()
+{
+    const std::lock_guard guard(mutex);
+    stopping = true;
+    if (underWay != nullptr) {
+        underWay->abort();
+    }
+}
+
+} // namespace poshost

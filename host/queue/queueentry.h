@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QDateTime>
+#include <QMap>
+#include <QString>
+
+namespace poshost {
+
+/// How a message of the outgoing queue stands.
+enum class QueueState
+{
+    Waiting,   ///< is sent when its turn comes
+    Paused,    ///< waits until its authorization or address is put right
+    Parked,    ///< is left out until somebody looks at it
+    Delivered, ///< all its steps are done
+};
+
+/// A message of the outgoing queue without its content.
+struct QueueEntry
+{
+    qint64 id = 0;
+    QString queue;
+    QString extra;
+    QueueState state = QueueState::Waiting;
+    int steps = 0;           ///< addresses to post to
+    int stepsDone = 0;       ///< of these, finished
+    int attempts = 0;        ///< requests sent, or begun to be sent, over all steps
+    int lastStatus = 0;      ///< HTTP status of the last answer, 0 without one
+    QString lastError;       ///< what is in the way, for people; empty when nothing is
+    qint64 waitsFor = 0;     ///< an undelivered message that must go first, 0 for none
+    QDateTime createdAt;     ///< local time
+    QDateTime nextAttemptAt; ///< invalid: as soon as its turn comes
+    QDateTime deliveredAt;   ///< invalid: not yet
+};
+
+/// A message with its content, fit to be shown: "***" stands for secrets.
+struct QueueContent
+{
+    QueueEntry entry;
+    QString payload;
+    QMap<QString, QString> headers;
+    QStringList addresses; ///< in the order of the steps
+    QString lastAnswer;    ///< beginning of the server's last refusal
+};
+
+/// How many messages stand how.
+struct QueueCounts
+{
+    int waiting = 0;
+    int paused = 0;
+    int parked = 0;
+    int delivered = 0;
+};
+
+} // namespace poshost

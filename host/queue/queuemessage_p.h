@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QVariantMap>
+
+namespace poshost {
+
+/// A queued message in the form in which it is stored: what is posted, kept byte for byte, and the
+/// authorization apart, so that it can be replaced and erased by itself.
+struct QueueMessage
+{
+    QByteArray payload;    ///< the body, UTF-8
+    QByteArray headers;    ///< name -> value without the authorization, JSON
+    QByteArray urls;       ///< number -> address, JSON
+    QString authorization; ///< the value of that header, empty when there is none
+    int steps = 0;         ///< how many addresses are to be posted to
+
+    /// What is stored beside payload, headers and urls and tells whether they are still the same.
+    QByteArray digest() const;
+
+    /// Takes a message as a plug-in gives it: "payload" (text), "headers" and "urls" (maps of
+    /// texts). Other keys mean nothing to the queue and are not kept.
+    static QueueMessage fromMap(const QVariantMap& message);
+    /// Whether that is the JSON of an object of texts, as headers and urls are.
+    static bool isTextObject(const QByteArray& json);
+    /// The addresses in the order in which they are posted to: by ascending number. Keys that are
+    /// no numbers from 0 up name no step.
+    static QStringList addressesOf(const QByteArray& urls);
+    /// The headers to send.
+    /// @param authorization added as "Authorization" when not empty
+    static QHash<QString, QString> headersOf(const QByteArray& headers,
+                                             const QString& authorization);
+};
+
+} // namespace poshost

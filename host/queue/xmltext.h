@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/hostexport.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// What an XML text says about its own encoding, and what its bytes really are.
+///
+/// A text that was read in one encoding and is kept as characters still declares that encoding;
+/// sent as UTF-8 it would be read as something else. Nothing here judges whether a text is
+/// well-formed, and nothing looks behind its declaration.
+namespace poshost::xmltext {
+
+/// The same text with a declaration that tells the truth: where its XML declaration names an
+/// encoding other than UTF-8, the name is replaced by UTF-8. Every other byte stays as it is, a
+/// byte order mark and blanks before the declaration included, and so does a text without a
+/// declaration, with one that names no encoding, or that is no XML at all.
+/// @param text in UTF-8, whatever it declares
+HOST_EXPORT QByteArray declaredAsUtf8(const QByteArray& text);
+
+/// The characters of a text that came from outside, to be shown to people: in the encoding that its
+/// byte order mark or its declaration names, UTF-8 where neither does or nobody knows the name.
+/// What cannot be read is replaced by U+FFFD.
+HOST_EXPORT QString decoded(const QByteArray& text);
+
+} // namespace poshost::xmltext

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "simulator/documents/documentform.h"
+
+namespace simulator {
+
+/// What is wrong with the form of a request, as far as the schemas in protocol/schema say it: the
+/// elements, how many, in which order, and what their texts look like. One sentence that begins
+/// with the element's path; nothing when the request fits.
+///
+/// A reader that asks only for what it uses would not notice a till that sends too little or too
+/// much; this is for the rules' strict = true.
+/// endpoint: "precheck", "paymenttry" or "checkconfirm".
+std::optional<QString> requestObjection(const Element& request, const QString& endpoint);
+
+} // namespace simulator

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "simulator/ledger/ledger.h"
+#include "simulator/rules/rules.h"
+
+namespace simulator {
+
+/// The books as a reader sees them: every card that was seen and every card of the rules, and every
+/// confirmed check in the order of booking.
+struct LedgerView
+{
+    struct CardRow
+    {
+        Account account;
+        QString owner; ///< empty when the rules do not know the card
+    };
+
+    std::vector<CardRow> cards;
+    std::vector<Booking> checks;
+
+    /// The first card whose balance is not what its other figures give; empty when all agree.
+    [[nodiscard]] QString wrongCard() const;
+};
+
+/// Reads the books. Throws DatabaseError.
+LedgerView readLedger(Database& database, const Rules& rules);
+
+/// Two aligned tables, amounts with two decimals, cards by their last four digits.
+QString ledgerTables(const LedgerView& view);
+
+/// The checks sorted by identifier as "check,card,earned,spent,givenBack,takenBack" with a heading
+/// line, amounts with two decimals, so that a till's books can be compared line by line.
+QString ledgerCsv(const LedgerView& view);
+
+/// Everything as JSON; amounts are whole numbers of kopecks.
+QByteArray ledgerJson(const LedgerView& view);
+
+} // namespace simulator

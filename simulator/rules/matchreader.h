@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "simulator/rules/tablereader.h"
+
+namespace simulator {
+
+/// The keys that readMatch reads.
+inline QStringList matchKeys()
+{
+    return {QStringLiteral("endpoint"), QStringLiteral("card"), QStringLiteral("request"),
+            QStringLiteral("times")};
+}
+
+/// Reads which requests a fault or an answer is for. One that names a single request is for that
+/// one alone unless it says otherwise.
+template <typename Rule>
+void readMatch(const TableReader& table, Rule& rule)
+{
+    const QStringList keys = table.keys();
+    if (keys.contains(QStringLiteral("endpoint"))) {
+        rule.endpoint =
+            table.choice("endpoint", {QStringLiteral("precheck"), QStringLiteral("paymenttry"),
+                                      QStringLiteral("checkconfirm")});
+    }
+    rule.card = table.text("card");
+    rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, Rule::always));
+    const int usualTimes = keys.contains(QStringLiteral("request")) ? 1 : Rule::always;
+    rule.times = static_cast<int>(table.integer("times", usualTimes, 1, Rule::always));
+}
+
+} // namespace simulator

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/scenario/crash/flow.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Far above what a drain takes here, so that only a till that hangs meets it.
+const QString drained = QStringLiteral("wait 30");
+
+QStringList times(int repetitions, const QStringList& commands)
+{
+    QStringList all;
+    for (int i = 0; i < repetitions; ++i) {
+        all += commands;
+    }
+    return all;
+}
+
+TillRun work(const QStringList& commands)
+{
+    return {{u"work"_s}, commands + QStringList{drained, u"quit"_s}};
+}
+
+TillRun run(const QStringList& arguments)
+{
+    return {arguments, {}};
+}
+
+const QStringList sale{u"open sale1.toml"_s, u"close"_s};
+const QStringList saleWithPoints{u"open sale1.toml"_s, u"points 40.50"_s, u"close"_s};
+const QStringList returned{u"return return.toml"_s, u"request"_s, u"close"_s};
+
+Flow selling(int repetitions)
+{
+    return {
+        .name = u"sale"_s,
+        .repetitions = repetitions,
+        .runs = {work(times(
+            repetitions, sale + QStringList{u"open sale2.toml"_s, u"quantity 2 1.250"_s, u"close"_s,
+                                            u"open sale3.toml"_s, u"tender 500"_s, u"close"_s}))}};
+}
+
+Flow spending(int repetitions)
+{
+    return {.name = u"sale with points"_s,
+            .repetitions = repetitions,
+            .runs = {work(
+                times(repetitions,
+                      saleWithPoints + QStringList{u"open sale2.toml"_s, u"points all"_s,
+                                                   u"close"_s, u"open sale1.toml"_s, u"points 10"_s,
+                                                   u"points 5.55"_s, u"close"_s}))}};
+}
+
+Flow returning(int repetitions)
+{
+    QStringList sales;
+    QStringList returns;
+    for (int i = 0; i < repetitions; ++i) {
+        sales += saleWithPoints;
+        returns += QStringList{u"return return%1.toml"_s.arg(i + 1), u"request"_s, u"close"_s};
+        returns += QStringList{u"return rest%1.toml"_s.arg(i + 1), u"close"_s};
+    }
+    return {.name = u"return"_s,
+            .repetitions = repetitions,
+            .preparation = sales + QStringList{drained},
+            .runs = {work(returns)}};
+}
+
+Flow returningAtOnce(int repetitions)
+{
+    return {.name = u"return before its sale is delivered"_s,
+            .repetitions = repetitions,
+            .runs = {work(times(repetitions, saleWithPoints + returned))}};
+}
+
+Flow suspending(int repetitions)
+{
+    return {.name = u"suspend and restore"_s,
+            .repetitions = repetitions,
+            .runs = {work(times(repetitions, {u"open sale1.toml"_s, u"points 20"_s, u"suspend"_s,
+                                              u"open sale2.toml"_s, u"request"_s, u"suspend"_s,
+                                              u"restore last"_s, u"points all"_s, u"close"_s,
+                                              u"restore last"_s, u"close"_s}))}};
+}
+
+Flow rollingBack(int repetitions)
+{
+    return {.name = u"rollback"_s,
+            .repetitions = repetitions,
+            .runs = {work(times(repetitions, {u"open sale1.toml"_s, u"points all"_s, u"abandon"_s,
+                                              u"open sale2.toml"_s, u"points 20"_s, u"suspend"_s,
+                                              u"restore last"_s, u"abandon"_s, u"open sale1.toml"_s,
+                                              u"points 15"_s, u"close"_s}))}};
+}
+
+Flow delivering(int repetitions)
+{
+    return {.name = u"delivery"_s,
+            .repetitions = repetitions,
+            .preparation = times(repetitions, saleWithPoints + returned + sale),
+            .queueHeld = true,
+            .runs = {run({u"queue"_s, u"deliver"_s})}};
+}
+
+Flow reauthorizing(int repetitions)
+{
+    return {.name = u"reauthorize"_s,
+            .repetitions = repetitions,
+            .preparation = times(repetitions, sale + saleWithPoints),
+            .queueHeld = true,
+            .passwordChanges = true,
+            .runs = {run({u"queue"_s, u"reauthorize"_s}), run({u"queue"_s, u"deliver"_s})}};
+}
+
+/// The first day: the till's file and all tables are made.
+Flow starting()
+{
+    return {.name = u"first start"_s, .runs = {run({u"checks"_s}), work(saleWithPoints)}};
+}
+
+} // namespace
+
+QList<Flow> allFlows(int repetitions)
+{
+    return {selling(repetitions),         spending(repetitions),      returning(repetitions),
+            returningAtOnce(repetitions), suspending(repetitions),    rollingBack(repetitions),
+            delivering(repetitions),      reauthorizing(repetitions), starting()};
+}

@@ -1,0 +1,203 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/scenario/crash/powercut.h"
+
+#include "tests/scenario/crash/systemcalls.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr off_t sector = 512;
+
+std::string folderOf(const std::string& path)
+{
+    return path.substr(0, path.find_last_of('/'));
+}
+
+off_t lengthOf(int file)
+{
+    struct stat information
+    {};
+    return ::fstat(file, &information) == 0 ? information.st_size : 0;
+}
+
+std::uint64_t next(std::uint64_t& random)
+{
+    // splitmix64: small, and the same everywhere
+    random += 0x9e3779b97f4a7c15U;
+    std::uint64_t mixed = random;
+    mixed = (mixed ^ (mixed >> 30U)) * 0xbf58476d1ce4e5b9U;
+    mixed = (mixed ^ (mixed >> 27U)) * 0x94d049bb133111ebU;
+    return mixed ^ (mixed >> 31U);
+}
+
+bool heads(std::uint64_t& random)
+{
+    return (next(random) & 1U) != 0;
+}
+
+} // namespace
+
+PowerCut::Identity PowerCut::identityOf(int file)
+{
+    struct stat information
+    {};
+    ::fstat(file, &information);
+    return {information.st_dev, information.st_ino};
+}
+
+void PowerCut::beforeChange(int file, off_t offset, size_t length)
+{
+    Change change{offset, std::string(length, '\0'), {}, lengthOf(file), -1};
+    // the descriptor may be open for writing only
+    const int reader = system_calls::open(system_calls::pathOf(file).c_str(), O_RDONLY | O_CLOEXEC);
+    const ssize_t got = reader < 0 ? 0 : ::pread(reader, change.before.data(), length, offset);
+    if (reader >= 0) {
+        ::close(reader);
+    }
+    change.before.resize(size_t(std::max<ssize_t>(got, 0)));
+    const Identity identity = identityOf(file);
+    paths[identity] = system_calls::pathOf(file);
+    unsynced[identity].push_back(std::move(change));
+}
+
+void PowerCut::afterChange(int file, off_t offset, const void* content, size_t length)
+{
+    Change& change = unsynced[identityOf(file)].back();
+    change.offset = offset;
+    change.after.assign(static_cast<const char*>(content), length);
+}
+
+void PowerCut::afterTruncation(int file, off_t length)
+{
+    unsynced[identityOf(file)].back().lengthAfter = length;
+}
+
+void PowerCut::created(const std::string& path)
+{
+    entries.push_back({path, {}});
+}
+
+bool PowerCut::remove(const std::string& path)
+{
+    const std::string kept =
+        path + ".removed-" + std::to_string(::getpid()) + '-' + std::to_string(++removals);
+    if (::rename(path.c_str(), kept.c_str()) != 0) {
+        return false;
+    }
+    for (auto& known : paths) {
+        if (known.second == path) {
+            known.second = kept;
+        }
+    }
+    entries.push_back({path, kept});
+    return true;
+}
+
+/// Removes a kept file for good; its number may then belong to another file.
+void PowerCut::discard(const std::string& kept)
+{
+    struct stat information
+    {};
+    if (::stat(kept.c_str(), &information) == 0) {
+        unsynced.erase({information.st_dev, information.st_ino});
+    }
+    system_calls::unlink(kept.c_str());
+}
+
+void PowerCut::synced(int fileOrFolder)
+{
+    struct stat information
+    {};
+    if (::fstat(fileOrFolder, &information) != 0) {
+        return;
+    }
+    if (!S_ISDIR(information.st_mode)) {
+        unsynced.erase(identityOf(fileOrFolder));
+        return;
+    }
+    const std::string folder = system_calls::pathOf(fileOrFolder);
+    std::erase_if(entries, [this, &folder](const Entry& entry) {
+        const bool here = folderOf(entry.path) == folder;
+        if (here && !entry.kept.empty()) {
+            discard(entry.kept);
+        }
+        return here;
+    });
+}
+
+void PowerCut::undo(int file, const std::vector<Change>& changes)
+{
+    for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+        system_calls::pwrite(file, change->before.data(), change->before.size(), change->offset);
+        system_calls::ftruncate(file, change->lengthBefore);
+    }
+}
+
+void PowerCut::redoSome(int file, const std::vector<Change>& changes, std::uint64_t& random)
+{
+    for (const Change& change : changes) {
+        if (change.lengthAfter >= 0) {
+            if (heads(random)) {
+                system_calls::ftruncate(file, change.lengthAfter);
+            }
+            continue;
+        }
+        const auto end = change.offset + off_t(change.after.size());
+        for (off_t from = change.offset; from < end;) {
+            const off_t to = std::min(end, (from / sector + 1) * sector);
+            if (heads(random)) {
+                system_calls::pwrite(file, change.after.data() + (from - change.offset),
+                                     size_t(to - from), from);
+            }
+            from = to;
+        }
+    }
+}
+
+void PowerCut::happen(Left left, std::uint64_t seed)
+{
+    std::uint64_t random = seed;
+    for (const auto& [identity, changes] : unsynced) {
+        const int file = system_calls::open(paths[identity].c_str(), O_RDWR | O_CLOEXEC);
+        if (file < 0) {
+            continue; // removed for good
+        }
+        undo(file, changes);
+        if (left == Left::Some) {
+            redoSome(file, changes, random);
+        }
+        ::close(file);
+    }
+    putBackEntries(left, random);
+}
+
+void PowerCut::putBackEntries(Left left, std::uint64_t& random)
+{
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+        const bool survives = left == Left::Some && heads(random);
+        if (entry->kept.empty() && !survives) {
+            system_calls::unlink(entry->path.c_str());
+        } else if (!entry->kept.empty() && !survives) {
+            ::rename(entry->kept.c_str(), entry->path.c_str());
+        } else if (!entry->kept.empty()) {
+            system_calls::unlink(entry->kept.c_str());
+        }
+    }
+}
+
+void PowerCut::forgetRemoved()
+{
+    for (const Entry& entry : entries) {
+        if (!entry.kept.empty()) {
+            discard(entry.kept);
+        }
+    }
+    entries.clear();
+}

@@ -1,0 +1,320 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/scenario/crash/scene.h"
+
+#include "host/database/database.h"
+#include "host/database/filelock.h"
+#include "host/database/statement.h"
+#include "simulator/rules/rulesreader.h"
+#include "tests/scenario/crash/books.h"
+#include "tests/scenario/crash/cashier.h"
+#include "tests/scenario/crash/crashrecord.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+
+#include <atomic>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString tillFile = QStringLiteral("till.sqlite");
+const QString serverFile = QStringLiteral("server.sqlite");
+const QString recordFile = QStringLiteral("record");
+const QString traceFile = QStringLiteral("trace");
+
+const QString saleText = QStringLiteral(R"(type = "sale"
+card = "%1"
+[[line]]
+code = "1001"
+name = "Чай"
+price = 149.90
+quantity = 2
+minPrice = 100.00
+[[line]]
+code = "1002"
+name = "Яблоки"
+price = 89.90
+quantity = 0.765
+unit = "kg"
+)");
+
+const QString returnText = QStringLiteral(R"(type = "return"
+sale = "%1"
+[[line]]
+position = %2
+quantity = %3
+)");
+
+/// Stands for the port in what was prepared.
+constexpr int nowhere = 0;
+
+/// Below the ports that outgoing connections take, so that a server that was stopped finds its own
+/// free again.
+int nextPort()
+{
+    static std::atomic<int> port = 20000;
+    const int taken = port++;
+    return 20000 + (taken - 20000) % 12000;
+}
+
+/// A queued message knows the address of the server that it was made for; here that moves.
+void moveQueue(const QString& tillDatabase, int fromPort, int toPort)
+{
+    poshost::Database database(tillDatabase);
+    poshost::Statement move(database, u"UPDATE queue_bodies SET digest = NULL, "
+                                      "urls = replace(urls, ?, ?)"_s);
+    move.bind(u":%1/"_s.arg(fromPort)).bind(u":%1/"_s.arg(toPort)).execute();
+}
+
+void copyFolder(const QString& from, const QString& to)
+{
+    const QStringList names = QDir(from).entryList(QDir::Files | QDir::Hidden);
+    for (const QString& name : names) {
+        if (!QFile::copy(from + u'/' + name, to + u'/' + name)) {
+            throw SceneError(u"%1 cannot be copied to %2"_s.arg(name, to));
+        }
+    }
+}
+
+void readRecord(const QString& file, Outcome& outcome)
+{
+    QFile record(file);
+    if (!record.open(QFile::ReadWrite) || record.size() != qint64(sizeof(CrashRecord))) {
+        throw SceneError(u"%1 cannot be read"_s.arg(file));
+    }
+    const auto* read = reinterpret_cast<const CrashRecord*>(record.map(0, record.size()));
+    outcome.calls = read->calls;
+    outcome.stopped = read->stopped != 0;
+    outcome.at = QString::fromUtf8(read->at);
+}
+
+} // namespace
+
+Scene::Scene(const Programs& built, const QString& sceneFolder)
+    : programs(built), folder(sceneFolder)
+{
+    if (!QDir().mkpath(folder)) {
+        throw SceneError(u"%1 cannot be made"_s.arg(folder));
+    }
+}
+
+Scene::~Scene() = default;
+
+QProcessEnvironment Scene::environment(const Stop* stop) const
+{
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    if (!programs.hostFolder.isEmpty()) {
+        variables.insert(u"LD_LIBRARY_PATH"_s, programs.hostFolder);
+    }
+    if (stop != nullptr) {
+        variables.insert(u"LD_PRELOAD"_s, programs.crashPoint);
+        variables.insert(u"ORVA_CRASH_RECORD"_s, path(recordFile));
+        variables.insert(u"ORVA_CRASH_FOLDER"_s, folder);
+        variables.insert(u"ORVA_CRASH_AT"_s, QString::number(stop->call));
+        variables.insert(u"ORVA_CRASH_WAY"_s, stop->way);
+        if (stop->call == 0) {
+            variables.insert(u"ORVA_CRASH_TRACE"_s, path(traceFile));
+        }
+        variables.insert(u"ORVA_CRASH_SEED"_s, QString::number(stop->seed));
+    }
+    return variables;
+}
+
+void Scene::writeFile(const QString& name, const QString& text) const
+{
+    QFile file(path(name));
+    if (!file.open(QFile::WriteOnly | QFile::Truncate) || file.write(text.toUtf8()) < 0) {
+        throw SceneError(u"%1: %2"_s.arg(file.fileName(), file.errorString()));
+    }
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+void Scene::writeFiles(const Flow& flow) const
+{
+    const QStringList cards{u"2200000000017"_s, u"2200000000024"_s, u"2200000000031"_s};
+    for (qsizetype i = 0; i < cards.size(); ++i) {
+        writeFile(u"sale%1.toml"_s.arg(i + 1), saleText.arg(cards.at(i)));
+    }
+    writeFile(u"return.toml"_s, returnText.arg(u"last"_s, u"1"_s, u"1"_s));
+    for (int sale = 1; sale <= flow.repetitions; ++sale) {
+        const QString number = QString::number(sale);
+        writeFile(u"return%1.toml"_s.arg(sale), returnText.arg(number, u"1"_s, u"1"_s));
+        writeFile(u"rest%1.toml"_s.arg(sale), returnText.arg(number, u"2"_s, u"0.500"_s));
+    }
+}
+
+void Scene::writeConfig(const QString& password) const
+{
+    writeFile(u"orva.toml"_s, u"[Orva]\n"
+                              "serverUrl = \"http://127.0.0.1:%1/\"\n"
+                              "merchantId = \"1042\"\n"
+                              "pos = \"3\"\n"
+                              "timeout = 20\n"
+                              "user = \"till\"\n"
+                              "password = \"%2\"\n"
+                              "apikey = \"demo\"\n"
+                              "[till]\n"
+                              "database = \"%3\"\n"
+                              "plugin = \"%4\"\n"_s.arg(QString::number(port), password, tillFile,
+                                                        programs.plugin));
+}
+
+void Scene::startServer(const Stop* stop)
+{
+    QStringList arguments{u"--quiet"_s, u"--database"_s, path(serverFile)};
+    if (passwordChanged) {
+        arguments << u"--config"_s << path(u"rules.toml"_s);
+    }
+    constexpr int attempts = 50;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const int wanted = port == 0 ? nextPort() : port;
+        server = std::make_unique<Process>(
+            programs.server, arguments + QStringList{u"--port"_s, QString::number(wanted)}, folder,
+            environment(stop));
+        if (!server->waitForLine(u"Listening on "_s).isNull()) {
+            port = wanted;
+            return;
+        }
+        if (server->wasKilled()) {
+            stop = nullptr; // it was stopped before it listened
+        } else if (port != 0) {
+            break;
+        }
+    }
+    throw SceneError(u"the server does not start: %1"_s.arg(server->errors()));
+}
+
+/// Restarts a server that was stopped.
+void Scene::keepServerUp()
+{
+    constexpr int look = 2;
+    if (server->hasEnded(look)) {
+        startServer(nullptr);
+    }
+}
+
+std::unique_ptr<Process> Scene::runTill(const TillRun& run, const Stop* stop)
+{
+    const bool armed = stop != nullptr && stop->actor == Actor::Till;
+    auto till = std::make_unique<Process>(programs.till, run.arguments, folder,
+                                          environment(armed ? stop : nullptr));
+    till->feed(run.commands);
+    constexpr int look = 10;
+    const QDeadlineTimer deadline(Process::longestWait);
+    while (!till->hasEnded(look)) {
+        if (deadline.hasExpired()) {
+            throw SceneError(u"the till hangs"_s);
+        }
+        keepServerUp();
+    }
+    keepServerUp();
+    return till;
+}
+
+void Scene::prepare(const Flow& flow)
+{
+    writeFiles(flow);
+    if (flow.name == u"first start"_s) {
+        writeFile(recordFile, QString(qsizetype(sizeof(CrashRecord)), QChar(u'\0')));
+        return;
+    }
+    startServer(nullptr);
+    writeConfig(u"secret"_s);
+    std::optional<poshost::FileLock> held;
+    if (flow.queueHeld) {
+        held.emplace(path(tillFile) + u".delivery-lock"_s);
+    }
+    runTill({{u"checks"_s}, {}}, nullptr);
+    if (!flow.preparation.isEmpty()) {
+        const auto till = runTill({{u"work"_s}, flow.preparation}, nullptr);
+        if (till->exitCode() != 0 || till->output().contains(u"error: "_s)) {
+            throw SceneError(u"the preparation fails: "_s + till->output() + till->errors());
+        }
+    }
+    held.reset();
+    server->terminate();
+    if (flow.passwordChanges) {
+        writeFile(u"rules.toml"_s, QString::fromUtf8(simulator::builtInRules())
+                                       .replace(u"\"secret\""_s, u"\"new secret\""_s));
+        passwordChanged = true;
+        startServer(nullptr);
+        runTill({{u"queue"_s, u"deliver"_s}, {}}, nullptr); // refused, which pauses the queue
+        server->terminate();
+    }
+    moveQueue(path(tillFile), port, nowhere);
+    writeFile(recordFile, QString(qsizetype(sizeof(CrashRecord)), QChar(u'\0')));
+}
+
+void Scene::playRuns(const Flow& flow, const Stop& stop, Cashier& cashier)
+{
+    for (const TillRun& run : flow.runs) {
+        const auto till = runTill(run, &stop);
+        const bool killed = till->wasKilled();
+        if (!run.commands.isEmpty()) {
+            cashier.read(run.commands, till->output());
+        }
+        if (killed) {
+            return;
+        }
+    }
+}
+
+/// What people do after a crash: start again, take up what was suspended, wait for the queue.
+void Scene::recover(const Flow& flow, QStringList& problems)
+{
+    if (flow.passwordChanges) {
+        runTill({{u"queue"_s, u"reauthorize"_s}, {}}, nullptr);
+    }
+    QStringList commands;
+    for (int i = TillBooks::read(path(tillFile)).suspended; i > 0; --i) {
+        commands << u"restore last"_s << u"close"_s;
+    }
+    commands << u"wait 30"_s << u"quit"_s;
+    const auto till = runTill({{u"work"_s}, commands}, nullptr);
+    Cashier cashier;
+    cashier.read(commands, till->output());
+    problems += cashier.refusals();
+    if (till->exitCode() != 0) {
+        problems += u"the till does not start again: %1"_s.arg(till->errors());
+    }
+}
+
+Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop& stop)
+{
+    copyFolder(preparedFolder, folder);
+    passwordChanged = flow.passwordChanges;
+    startServer(stop.actor == Actor::Server ? &stop : nullptr);
+    TillBooks before;
+    if (QFile::exists(path(tillFile))) {
+        moveQueue(path(tillFile), nowhere, port);
+        before = TillBooks::read(path(tillFile));
+    }
+    writeConfig(passwordChanged ? u"new secret"_s : u"secret"_s);
+    Outcome outcome;
+    Cashier cashier;
+    playRuns(flow, stop, cashier);
+    if (stop.call == 0) {
+        outcome.problems += cashier.refusals();
+    }
+
+    const TillBooks after = TillBooks::read(path(tillFile));
+    if (const QString complaint = cashier.complaint(before, after); !complaint.isEmpty()) {
+        outcome.problems += complaint;
+    }
+    recover(flow, outcome.problems);
+    server->terminate();
+    const Difference difference = Difference::between(path(tillFile), path(serverFile));
+    if (!difference.isNone()) {
+        outcome.problems += difference.text();
+    }
+    readRecord(path(recordFile), outcome);
+    if (QFile trace(path(traceFile)); stop.call == 0 && trace.open(QFile::ReadOnly)) {
+        outcome.trace = QString::fromUtf8(trace.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    }
+    return outcome;
+}

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/scenario/month/server.h"
+
+using namespace Qt::StringLiterals;
+
+namespace month {
+
+Server::Server(const simulator::Rules& rules, const QString& database)
+    : service(rules, database),
+      faulty([this](const simulator::Request& request) { return handle(request); }, plan),
+      http(u"127.0.0.1"_s, 0,
+           [this](const simulator::Request& request) { return faulty.handle(request); })
+{}
+
+simulator::Answer Server::handle(const simulator::Request& request)
+{
+    const simulator::Answer answer = service.handle(request);
+    const std::scoped_lock lock(mutex);
+    arrivals.append(
+        {request.path.mid(request.path.lastIndexOf('/') + 1), answer.checkId, answer.status});
+    return answer;
+}
+
+void Server::setBookingAway(bool away)
+{
+    std::vector<simulator::FaultRule> rules;
+    for (const QString& endpoint : {u"paymenttry"_s, u"checkconfirm"_s}) {
+        simulator::FaultRule rule;
+        rule.fault.kind = simulator::FaultKind::RequestLost;
+        rule.endpoint = endpoint;
+        rules.push_back(rule);
+    }
+    plan.setRules(away ? rules : std::vector<simulator::FaultRule>());
+}
+
+QList<Arrival> Server::takeArrivals()
+{
+    const std::scoped_lock lock(mutex);
+    return std::exchange(arrivals, {});
+}
+
+} // namespace month

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "tests/scenario/protocol/recorder.h"
+#include "tests/support/shop.h"
+
+#include <QSqlQuery>
+
+#include <functional>
+
+namespace tests {
+
+/// A message of the till's queue as it is stored.
+struct StoredMessage
+{
+    QByteArray headers;
+    QByteArray urls;
+    QByteArray payload;
+};
+
+/// A shop whose exchanges are recorded.
+class WireShop : public Shop
+{
+protected:
+    void SetUp() override;
+
+    /// Runs a command of the till that must succeed.
+    void run(const QStringList& arguments) const;
+    /// All messages of the till's queue, delivered or not, in their order.
+    [[nodiscard]] std::vector<StoredMessage> storedMessages() const;
+    /// The columns of the queue's tables, as "queue_bodies.payload".
+    [[nodiscard]] QStringList queueColumns() const;
+
+    std::unique_ptr<Recorder> recorder;
+
+private:
+    void query(const QString& sql, const std::function<void(const QSqlQuery&)>& take) const;
+};
+
+} // namespace tests

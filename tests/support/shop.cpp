@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/support/shop.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString tillProgram = QStringLiteral(ORVA_TILL);
+const QString simulatorProgram = QStringLiteral(ORVA_SIMULATOR);
+const QString examples = QStringLiteral(ORVA_EXAMPLES);
+const QString strictRules = QStringLiteral("strict.toml");
+
+} // namespace
+
+void Shop::SetUp()
+{
+    ASSERT_TRUE(scene.isValid());
+    for (const QString& name : {u"sale.toml"_s, u"return.toml"_s}) {
+        ASSERT_TRUE(QFile::copy(examples + u'/' + name, path(name)));
+    }
+    // strict: a till that sends what does not fit the schemas fails its test
+    writeFile(strictRules,
+              u"strict = true\n"_s + runProgram(simulatorProgram, {u"rules"_s}, folder()).output);
+    startServer();
+    writeConfig();
+}
+
+void Shop::startServer(const QString& rules)
+{
+    const QStringList arguments{
+        u"--database"_s, path(u"server.sqlite"_s),
+        u"--port"_s,     QString::number(address.isEmpty() ? 0 : QUrl(address).port()),
+        u"--config"_s,   rules.isEmpty() ? path(strictRules) : rules};
+    server = std::make_unique<Program>(simulatorProgram, arguments, folder());
+    address = server->waitForLine(u"Listening on "_s);
+    ASSERT_FALSE(address.isEmpty());
+}
+
+void Shop::stopServer()
+{
+    server->terminate();
+}
+
+void Shop::writeFile(const QString& name, const QString& text) const
+{
+    QFile file(path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text.toUtf8());
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+QString Shop::readFile(const QString& name) const
+{
+    QFile file(path(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
+    return QString::fromUtf8(file.readAll());
+}
+
+void Shop::writeConfig(const QString& password, const QString& serverAddress) const
+{
+    writeFile(u"orva.toml"_s,
+              u"[Orva]\n"
+              "serverUrl = \"%1\"\n"
+              "merchantId = \"1042\"\n"
+              "pos = \"3\"\n"
+              "timeout = 5\n"
+              "user = \"till\"\n"
+              "password = \"%2\"\n"
+              "apikey = \"demo\"\n"
+              "[till]\n"
+              "database = \"till.sqlite\"\n"
+              "plugin = \"%3\"\n"_s.arg(serverAddress.isEmpty() ? address : serverAddress, password,
+                                        QStringLiteral(ORVA_PLUGIN)));
+}
+
+std::unique_ptr<Program> Shop::startTill() const
+{
+    return std::make_unique<Program>(tillProgram, QStringList{u"work"_s}, folder());
+}
+
+RunResult Shop::till(const QStringList& arguments) const
+{
+    return runProgram(tillProgram, arguments, folder());
+}
+
+QString Shop::tillBooks() const
+{
+    return till({u"ledger"_s, u"--csv"_s}).output;
+}
+
+QString Shop::serverBooks() const
+{
+    return runProgram(simulatorProgram,
+                      {u"ledger"_s, u"--csv"_s, u"--database"_s, path(u"server.sqlite"_s)},
+                      folder())
+        .output;
+}
+
+QString Shop::balance() const
+{
+    const RunResult ledger =
+        runProgram(simulatorProgram,
+                   {u"ledger"_s, u"--json"_s, u"--database"_s, path(u"server.sqlite"_s)}, folder());
+    const QJsonArray cards =
+        QJsonDocument::fromJson(ledger.output.toUtf8()).object().value(u"cards"_s).toArray();
+    for (const auto& card : cards) {
+        if (card.toObject().value(u"number"_s).toString() == u"****0017"_s) {
+            const qint64 kopecks = card.toObject().value(u"balance"_s).toInteger();
+            return QString::number(static_cast<double>(kopecks) / 100, 'f', 2);
+        }
+    }
+    ADD_FAILURE() << "no such card in:\n" << qPrintable(ledger.output);
+    return {};
+}
+
+int Shop::undelivered() const
+{
+    const RunResult list = till({u"queue"_s, u"list"_s, u"--json"_s});
+    const QJsonDocument messages = QJsonDocument::fromJson(list.output.toUtf8());
+    EXPECT_TRUE(messages.isArray()) << qPrintable(list.output);
+    return static_cast<int>(messages.array().size());
+}

@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/core/basicexception.h"
+#include "host/database/statement.h"
+#include "tests/unit/till/tilltest.h"
+#include "till/screen/ledger.h"
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+using tests::refusalOf;
+using till::Check;
+using till::PointsChoice;
+
+namespace {
+
+/// A queue whose first messages cannot be stored.
+class FailingBroker : public DBQueueBroker
+{
+public:
+    FailingBroker(const QSharedPointer<poshost::Database>& opened, int failures)
+        : DBQueueBroker(opened), left(failures)
+    {}
+
+    bool addToQueue(const QString& queueName, const QVariantMap& message,
+                    const QString& extra) override
+    {
+        tried.append(message.value(u"payload"_s).toString());
+        if (left-- > 0) {
+            throw BasicException(tr::Tr(u"queueError"_s, u"Диск переполнен"_s));
+        }
+        return DBQueueBroker::addToQueue(queueName, message, extra);
+    }
+
+    QStringList tried;
+
+private:
+    int left;
+};
+
+class ClosingTest : public tests::TillTest
+{
+protected:
+    QString stateOf(const QString& id)
+    {
+        for (const till::CheckRow& row : store.list()) {
+            if (row.id == id) {
+                return row.state;
+            }
+        }
+        return {};
+    }
+};
+
+} // namespace
+
+TEST_F(ClosingTest, theCheckAndItsMessageAreStoredTogether)
+{
+    const Check closed = sell();
+    EXPECT_EQ(stateOf(closed.id()), u"closed"_s);
+    EXPECT_EQ(payloads().size(), 1);
+    EXPECT_FALSE(store.isDelivered(closed.id()));
+    EXPECT_FALSE(desk->hasCheck());
+    EXPECT_EQ(session.getDocument(), nullptr);
+    const Check stored = store.findSale(closed.id());
+    EXPECT_EQ(stored.lines, closed.lines);
+    EXPECT_TRUE(stored.confirmed);
+}
+
+TEST_F(ClosingTest, aFailingQueueLeavesTheCheckOpenAndTheRetrySendsTheSameBytes)
+{
+    FailingBroker failing(database, 1);
+    const tests::InSingleton<DBQueueBroker> inPlace(&failing);
+    loyalty->discounts = {{1, 30.0}};
+    loyalty->spendable = 50;
+    openReady();
+    desk->choosePoints(PointsChoice::all());
+    const QString id = desk->current().id();
+
+    EXPECT_EQ(refusalOf([&] { desk->close(); }),
+              u"The check is not closed (Диск переполнен); close it again."_s);
+    EXPECT_EQ(stateOf(id), u"open"_s);
+    EXPECT_EQ(messages(), 0);
+    EXPECT_EQ(loyalty->calls.mid(loyalty->calls.size() - 3),
+              (QStringList{u"commit"_s, u"rollback"_s, u"restore"_s}));
+
+    const Check closed = desk->close();
+    EXPECT_EQ(closed.id(), id);
+    ASSERT_EQ(failing.tried.size(), 2);
+    EXPECT_EQ(failing.tried.at(1), failing.tried.at(0));
+    EXPECT_TRUE(failing.tried.at(0).contains(u"used 30.00 used 50.00 paid 150"_s))
+        << failing.tried.at(0).toStdString();
+    EXPECT_EQ(payloads(), QStringList{failing.tried.at(0)});
+    EXPECT_EQ(stateOf(id), u"closed"_s);
+}
+
+TEST_F(ClosingTest, aSystemThatDoesNotConfirmLeavesTheCheckOpen)
+{
+    openReady();
+    loyalty->commits = false;
+    EXPECT_EQ(refusalOf([&] { desk->close(); }),
+              u"The check is not closed (the loyalty system does not confirm it); close it "
+              "again."_s);
+    loyalty->commits = true;
+    EXPECT_TRUE(desk->close().confirmed);
+    EXPECT_EQ(messages(), 1);
+}
+
+TEST_F(ClosingTest, aSystemThatCannotRestoreIsAskedAgain)
+{
+    FailingBroker failing(database, 1);
+    const tests::InSingleton<DBQueueBroker> inPlace(&failing);
+    openReady();
+    loyalty->onRestore = [] { throw std::runtime_error("no state"); };
+    refusalOf([&] { desk->close(); });
+    EXPECT_EQ(desk->takeNotices(),
+              QStringList{u"The loyalty system does not restore its state (no state)."_s});
+    loyalty->calls.clear();
+    EXPECT_TRUE(desk->close().confirmed);
+    EXPECT_EQ(loyalty->calls, (QStringList{u"request"_s, u"commit"_s, u"clear"_s}));
+}
+
+TEST_F(ClosingTest, aLockedDatabaseLeavesTheCheckOpen)
+{
+    const auto impatient =
+        QSharedPointer<poshost::Database>::create(folder.path(u"till.sqlite"_s), 0);
+    DBQueueBroker impatientBroker(impatient);
+    const tests::InSingleton<DBQueueBroker> inPlace(&impatientBroker);
+    till::CheckStore impatientStore(impatient);
+    till::CashDesk other(*loyalty, impatientStore, session);
+    other.openSale(twoLines());
+    ASSERT_TRUE(other.presentCard(u"2200"_s));
+    ASSERT_TRUE(other.request());
+
+    database->execute(u"BEGIN IMMEDIATE"_s);
+    const QString refusal = refusalOf([&] { other.close(); });
+    database->execute(u"ROLLBACK"_s);
+    EXPECT_TRUE(refusal.startsWith(u"The check is not closed ("_s)) << refusal.toStdString();
+    EXPECT_EQ(messages(), 0);
+    EXPECT_TRUE(other.close().confirmed);
+    EXPECT_EQ(messages(), 1);
+}
+
+TEST_F(ClosingTest, aCheckClosedElsewhereIsNotClosedTwice)
+{
+    openReady();
+    const QString id = desk->current().id();
+    poshost::Statement(*database, u"UPDATE checks SET state = 'closed'"_s).execute();
+    const QString refusal = refusalOf([&] { desk->close(); });
+    EXPECT_EQ(refusal, u"Check %1 has been closed or abandoned by another till meanwhile; "
+                       "abandon it here and open a new one."_s.arg(id));
+    EXPECT_EQ(messages(), 0);
+}
+
+TEST_F(ClosingTest, theLedgerListsConfirmedChecksByIdentifier)
+{
+    loyalty->awards = {{1, 10.0}};
+    loyalty->spendable = 46;
+    const Check first = sell(PointsChoice::all());
+    desk->openSale(twoLines());
+    desk->close(); // without a card
+    const Check second = sell();
+
+    QStringList expected{u"%1,****0017,8.00,46.00,0.00,0.00"_s.arg(first.id()),
+                         u"%1,****0017,10.00,0.00,0.00,0.00"_s.arg(second.id())};
+    expected.sort();
+    const till::Ledger ledger(store);
+    EXPECT_EQ(ledger.csv(),
+              u"check,card,earned,spent,givenBack,takenBack\n"_s + expected.join(u'\n') + u'\n');
+    EXPECT_EQ(ledger.rows().size(), 2);
+    EXPECT_TRUE(ledger.table().contains(u"18.00  46.00"_s)) << ledger.table().toStdString();
+    EXPECT_TRUE(ledger.json().contains(u"\"earned\": \"8.00\""_s)) << ledger.json().toStdString();
+    EXPECT_FALSE(ledger.json().contains(u"2200000000017"_s));
+}

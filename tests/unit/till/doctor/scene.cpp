@@ -1,0 +1,141 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/unit/till/doctor/scene.h"
+
+#include "simulator/ledger/ledgerprinter.h"
+#include "simulator/rules/rulesreader.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace tests {
+
+Scene::Scene(Way given)
+    : way(given), rules(simulator::readRules(simulator::builtInRules(), u"built-in rules"_s)),
+      service(rules, elsewhere.file(u"server.sqlite"_s)),
+      faulty([this](const simulator::Request& request) { return service.handle(request); }, plan)
+{
+    if (way == Way::Https) {
+        authority = std::make_unique<Authority>(elsewhere.file(QString()), u"authority"_s);
+        const Authority::Certificate made = authority->certify(u"shop.orva.test"_s, 90);
+        listen({made.file, made.keyFile});
+    } else {
+        listen({});
+    }
+    keys = {{u"Orva.merchantId"_s, u"\"1042\""_s},
+            {u"Orva.pos"_s, u"\"3\""_s},
+            {u"Orva.timeout"_s, u"10"_s},
+            {u"Orva.user"_s, u"\"till\""_s},
+            {u"Orva.password"_s, u"\"secret\""_s},
+            {u"Orva.apikey"_s, u"\"demo\""_s},
+            {u"http.maxAnswerBytes"_s, u"1000000"_s},
+            {u"till.name"_s, u"\"3\""_s},
+            {u"till.database"_s, quoted(databaseFile)},
+            {u"till.plugin"_s, quoted(QStringLiteral(ORVA_PLUGIN_FILE))},
+            {u"queue.keepDeliveredDays"_s, u"30"_s}};
+    if (way == Way::Https) {
+        set(u"http.caFile"_s, quoted(authority->file()));
+    }
+    setAddress(address());
+    inDatabase([](poshost::Database&) {});
+    subject.configFile = configFile;
+    subject.card = rules.cards.front().number;
+}
+
+void Scene::set(const QString& key, const QString& toml)
+{
+    keys.insert(key, toml);
+}
+
+QString Scene::address(const QString& rest) const
+{
+    return way == Way::Https ? u"https://shop.orva.test:%1%2"_s.arg(port).arg(rest)
+                             : u"http://127.0.0.1:%1%2"_s.arg(port).arg(rest);
+}
+
+void Scene::setAddress(const QString& value)
+{
+    set(u"Orva.serverUrl"_s, quoted(value));
+}
+
+void Scene::listen(const simulator::HttpServer::Certificate& certificate)
+{
+    http.reset();
+    http = std::make_unique<simulator::HttpServer>(
+        u"127.0.0.1"_s, port,
+        [this](const simulator::Request& request) { return faulty.handle(request); },
+        simulator::HttpServer::Observer(), certificate);
+    port = http->port();
+}
+
+void Scene::strike(const simulator::Fault& fault, const QString& endpoint)
+{
+    simulator::FaultRule rule;
+    rule.fault = fault;
+    rule.endpoint = endpoint;
+    plan.setRules({rule});
+}
+
+void Scene::showCertificate(const Authority::Certificate& certificate)
+{
+    listen({certificate.file, certificate.keyFile});
+}
+
+void Scene::inDatabase(const std::function<void(poshost::Database&)>& work) const
+{
+    poshost::Database database(databaseFile);
+    work(database);
+}
+
+QString Scene::books() const
+{
+    simulator::Database opened(elsewhere.file(u"server.sqlite"_s),
+                               simulator::Database::Open::ExistingOnly);
+    return simulator::ledgerCsv(simulator::readLedger(opened, rules));
+}
+
+void Scene::write() const
+{
+    if (writtenByHand) {
+        return;
+    }
+    QString text;
+    QString table;
+    for (auto it = keys.cbegin(); it != keys.cend(); ++it) {
+        if (it.key().section(u'.', 0, 0) != table) {
+            table = it.key().section(u'.', 0, 0);
+            text += u"[%1]\n"_s.arg(table);
+        }
+        if (!it->isEmpty()) {
+            text += u"%1 = %2\n"_s.arg(it.key().section(u'.', 1), *it);
+        }
+    }
+    folder.write(u"orva.toml"_s, text.toUtf8());
+}
+
+till::doctor::Report Scene::examine()
+{
+    write();
+    till::doctor::Doctor doctor(subject);
+    till::doctor::Report report = doctor.examine();
+    EXPECT_FALSE(doctor.leftSomethingBehind());
+    return report;
+}
+
+QMap<QString, QString> Scene::marksOf(const till::doctor::Report& report)
+{
+    const auto checks =
+        QJsonDocument::fromJson(report.json().toUtf8()).object().value(u"checks"_s).toArray();
+    QMap<QString, QString> marks;
+    for (const auto& check : checks) {
+        marks.insert(check.toObject().value(u"id"_s).toString(),
+                     check.toObject().value(u"mark"_s).toString());
+    }
+    return marks;
+}
+
+} // namespace tests

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// What the server answers.
+
+#include "contract/rawserver.h"
+#include "tests/support/mocked.h"
+#include "tests/unit/till/doctor/row.h"
+
+using namespace Qt::StringLiterals;
+using simulator::Fault;
+using simulator::FaultKind;
+using tests::expectFound;
+using tests::Row;
+using tests::Scene;
+
+namespace {
+
+const QStringList behindAnswer{u"clock"_s, u"server.credentials"_s, u"server.endpoint"_s,
+                               u"server.precheck"_s};
+
+std::function<void(Scene&)> striking(FaultKind kind, int status = 500)
+{
+    return [kind, status](Scene& scene) {
+        Fault fault;
+        fault.kind = kind;
+        fault.status = status;
+        scene.strike(fault);
+    };
+}
+
+} // namespace
+
+TEST(DoctorFinds, answersThatDoNotArrive)
+{
+    expectFound({
+        {"nothing", striking(FaultKind::ReplyLost), u"server.answer fails"_s, behindAnswer},
+        {"half of it", striking(FaultKind::CutBody), u"server.answer fails"_s, behindAnswer},
+        {"no HTTP", striking(FaultKind::GarbledHeaders), u"server.answer fails"_s, behindAnswer},
+        {"too much", [](Scene& scene) { scene.set(u"http.maxAnswerBytes"_s, u"1"_s); },
+         u"server.answer fails"_s, behindAnswer},
+    });
+}
+
+TEST(DoctorFinds, credentialsThatAreRefused)
+{
+    const QStringList rest{u"server.endpoint"_s, u"server.precheck"_s};
+    QList<Row> rows{
+        {"HTTP 403", striking(FaultKind::Status, 403), u"server.credentials fails"_s, rest}};
+    for (const QString& key : {u"Orva.user"_s, u"Orva.password"_s, u"Orva.apikey"_s}) {
+        rows.append({"another value", [key](Scene& scene) { scene.set(key, u"\"another\""_s); },
+                     u"server.credentials fails"_s, rest});
+    }
+    expectFound(rows);
+}
+
+TEST(DoctorFinds, addressesWithoutTheService)
+{
+    QList<Row> rows{{"another path",
+                     [](Scene& scene) { scene.setAddress(scene.address(u"/elsewhere/"_s)); },
+                     u"server.endpoint fails"_s,
+                     {u"server.precheck"_s}}};
+    for (const int status : {302, 405, 407, 400, 500, 503}) {
+        rows.append({"a status",
+                     striking(FaultKind::Status, status),
+                     u"server.endpoint fails"_s,
+                     {u"server.precheck"_s}});
+    }
+    expectFound(rows);
+}
+
+TEST(DoctorFinds, prechecksThatAreNotGranted)
+{
+    expectFound({
+        {"an unknown card", [](Scene& scene) { scene.subject.card = u"1"_s; },
+         u"server.precheck fails"_s},
+        {"an answer of another shape",
+         [](Scene& scene) {
+             Fault fault;
+             fault.kind = FaultKind::Status;
+             fault.status = 200;
+             fault.body = "<html>Welcome to our network</html>";
+             scene.strike(fault);
+         },
+         u"server.precheck fails"_s},
+    });
+}
+
+TEST(DoctorFinds, aClockThatGoesWrong)
+{
+    for (const auto& [seconds, mark] : {std::pair(-3600, u"fails"_s),
+                                        {-100, u"warning"_s},
+                                        {100, u"warning"_s},
+                                        {86400, u"fails"_s}}) {
+        std::unique_ptr<tests::StoppedClock> clock;
+        const auto wrong = QDateTime::currentDateTime().addSecs(seconds);
+        expectFound(
+            {{"a clock", [&](Scene&) { clock = std::make_unique<tests::StoppedClock>(wrong); },
+              u"clock "_s + mark}});
+    }
+}
+
+TEST(Doctor, asksAboutNobodyWithoutACard)
+{
+    Scene scene;
+    scene.subject.card.clear();
+    const QMap<QString, QString> marks = Scene::marksOf(scene.examine());
+    EXPECT_EQ(marks.value(u"server.credentials"_s), u"ok"_s);
+    EXPECT_EQ(marks.value(u"server.endpoint"_s), u"ok"_s);
+    EXPECT_EQ(marks.value(u"server.precheck"_s), u"skipped"_s);
+}
+
+TEST(Doctor, believesAServerThatDoesNotTellItsTime)
+{
+    RawServer server(RawServer::answering(RawServer::answer("424 Failed Dependency")));
+    Scene scene;
+    scene.setAddress(u"http://127.0.0.1:%1/"_s.arg(server.port()));
+    EXPECT_EQ(Scene::marksOf(scene.examine()).value(u"clock"_s), u"skipped"_s);
+}

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/checks/check.h"
+
+#include "host/document/money.h"
+#include "host/services/currenttime.h"
+
+#include <QUuid>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+double inUnits(qint64 thousandths)
+{
+    return static_cast<double>(thousandths) / 1000.0;
+}
+
+QSharedPointer<GoodsItem> goodsItem(const Line& line, bool isReturn)
+{
+    const auto item = QSharedPointer<GoodsItem>::create();
+    item->setPosnum(line.position);
+    item->setCode(line.code);
+    item->setName(line.name);
+    item->setQuantity(inUnits(line.thousandths));
+    item->setPrice(money::fromKopecks(line.priceKopecks));
+    item->setMinPrice(money::fromKopecks(line.minPriceKopecks));
+    item->setSumb(money::fromKopecks(line.sumKopecks));
+    item->setTmcUnit(TmcUnit(line.fractional ? u"kg"_s : u"pcs"_s, line.fractional));
+    item->setBonusImpactSum(
+        money::fromKopecks(isReturn ? line.givenBackKopecks : line.spentKopecks));
+    if (isReturn) {
+        item->setQuantBack(inUnits(line.returnedThousandths));
+    }
+    return item;
+}
+
+qint64 sumOf(const QList<Line>& lines, qint64 Line::*figure)
+{
+    qint64 sum = 0;
+    for (const Line& line : lines) {
+        sum += line.*figure;
+    }
+    return sum;
+}
+
+QDateTime presentSecond()
+{
+    const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
+    return now.addMSecs(-now.time().msec());
+}
+
+} // namespace
+
+Check Check::create(EDocumentType type, int number, const QList<Line>& lines)
+{
+    Check check;
+    check.document = QSharedPointer<Document>::create();
+    check.document->setDocumentId(QUuid::createUuid().toString(QUuid::WithoutBraces));
+    check.document->setCheckNumber(number);
+    check.document->setDocumentType(type);
+    check.document->setDateTime(presentSecond());
+    check.lines = lines;
+    check.fillDocument();
+    return check;
+}
+
+QSharedPointer<DocumentCardRecord> Check::newCardRecord(const QString& cardNumber, int systemType)
+{
+    constexpr int codeOfTheOneRecord = 1;
+    return QSharedPointer<DocumentCardRecord>::create(QSharedPointer<Card>::create(cardNumber),
+                                                      systemType, codeOfTheOneRecord);
+}
+
+bool Check::isReturn() const
+{
+    return document->getDocumentType() == static_cast<int>(EDocumentType::ReturnBySale);
+}
+
+QSharedPointer<DocumentCardRecord> Check::cardRecord() const
+{
+    return document->getCardRecords().value(0);
+}
+
+QString Check::cardNumber() const
+{
+    const auto record = cardRecord();
+    return record.isNull() ? QString() : record->getNumber().toString();
+}
+
+Line* Check::line(int position)
+{
+    const auto found = std::find_if(lines.begin(), lines.end(), [position](const Line& line) {
+        return line.position == position;
+    });
+    return found == lines.end() ? nullptr : &*found;
+}
+
+const Line* Check::line(int position) const
+{
+    const auto found = std::find_if(lines.cbegin(), lines.cend(), [position](const Line& line) {
+        return line.position == position;
+    });
+    return found == lines.cend() ? nullptr : &*found;
+}
+
+void Check::fillDocument()
+{
+    QList<QSharedPointer<GoodsItem>> items;
+    for (const Line& line : std::as_const(lines)) {
+        items.append(goodsItem(line, isReturn()));
+    }
+    document->setGoodsItems(items);
+}
+
+qint64 Check::goodsKopecks() const
+{
+    return sumOf(lines, &Line::sumKopecks);
+}
+
+qint64 Check::discountKopecks() const
+{
+    return sumOf(lines, &Line::discountKopecks);
+}
+
+qint64 Check::spentKopecks() const
+{
+    return sumOf(lines, &Line::spentKopecks);
+}
+
+qint64 Check::earnedKopecks() const
+{
+    return sumOf(lines, &Line::earnedKopecks);
+}
+
+qint64 Check::givenBackKopecks() const
+{
+    return sumOf(lines, &Line::givenBackKopecks);
+}
+
+qint64 Check::takenBackKopecks() const
+{
+    return sumOf(lines, &Line::takenBackKopecks);
+}
+
+qint64 Check::moneyKopecks() const
+{
+    return goodsKopecks() - discountKopecks() - (isReturn() ? givenBackKopecks() : spentKopecks());
+}
+
+void Check::tenderToDocument(qint64 kopecks)
+{
+    document->setPaymentKopecks(kopecks);
+}
+
+} // namespace till

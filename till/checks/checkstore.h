@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "till/checks/check.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QSharedPointer>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace poshost {
+class Database;
+} // namespace poshost
+
+namespace till {
+
+/// A row of the list of checks.
+struct CheckRow
+{
+    QString id;
+    int number = 0;
+    /// open, suspended, closed or abandoned; anything else is damaged
+    QString state;
+    bool isReturn = false;
+    QDateTime updatedAt;
+};
+
+/// The till's checks in its database. Every operation throws BasicException "databaseError" when
+/// the database fails and leaves the file as it was; one that reads a check throws Failure when
+/// what is stored of it is damaged.
+class CheckStore
+{
+public:
+    explicit CheckStore(const QSharedPointer<poshost::Database>& opened) : database(opened) {}
+
+    /// Takes the next check number.
+    int takeNumber();
+    /// Notes that a check was opened. What is on it is not kept before it is suspended or closed.
+    void noteOpen(const Check& check);
+    /// Keeps the whole check for another process. It stays kept until it is closed or abandoned.
+    /// @throws Failure when it is closed or abandoned
+    void suspend(const Check& check);
+    /// @return false: it is closed or abandoned already
+    bool abandon(const Check& check);
+    /// Closes the check and does what confirms it, both or neither: what confirm puts into the
+    /// queue becomes durable together with the closed check, and a return's message waits for that
+    /// of its sale.
+    /// @throws Failure when another till has closed the check, or a return of the same sale, in the
+    /// meantime; whatever confirm throws
+    void close(const Check& check, const std::function<void()>& confirm);
+
+    /// A suspended check by its identifier, or with "last" the one suspended last.
+    /// @throws Failure when there is none
+    Check loadSuspended(const QString& which);
+    /// A closed sale by its identifier or number, or with "last" the one closed last.
+    /// @throws Failure (Usage) when there is none, or several have the number
+    Check findSale(const QString& which);
+    /// A closed check of any kind, named in the same way.
+    Check findClosed(const QString& which);
+    /// The closed returns of a sale.
+    QList<Check> returnsOf(const QString& saleId);
+    /// Whether a closed check's confirmation has been delivered.
+    bool isDelivered(const QString& id);
+
+    /// The message that confirms a check; nothing when there is none or it is removed already.
+    std::optional<qint64> messageOf(const QString& id);
+    /// The card of the check that a message confirms; empty when no closed check knows it.
+    QString cardOfMessage(qint64 messageId);
+
+    /// All checks in the order of their last changes.
+    QList<CheckRow> list();
+    /// Hands every closed check over, sorted by identifier.
+    void forEachClosed(const std::function<void(const Check&)>& take);
+
+private:
+    Check find(const QString& which, bool onlySales);
+    int behindLargestNumber();
+    void requireKnownStates(const QString& id);
+    int countReturns(const QString& saleId);
+    bool changeState(const Check& check, const QString& state, const QVariant& data,
+                     const QVariant& message);
+
+    QSharedPointer<poshost::Database> database;
+};
+
+} // namespace till

@@ -1,0 +1,295 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/commands/commandline.h"
+
+#include "console/usage.h"
+#include "till/checks/amount.h"
+#include "till/failure.h"
+#include "till/screen/output.h"
+#include "till/text.h"
+
+#include <CLI/CLI.hpp>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+/// Texts of the command line before they become options.
+struct Texts
+{
+    std::string config = "orva.toml";
+    std::string plugin;
+    std::string database;
+    std::string file;
+    std::string points = "none";
+    std::string tender;
+    std::string record;
+    std::string target;
+    std::string card;
+};
+
+std::string words(const char* text)
+{
+    return Text::tr(text).toStdString();
+}
+
+CLI::App* addCommand(CLI::App& parent, const std::string& name, const char* description,
+                     Options& options, Command command)
+{
+    CLI::App* const sub = parent.add_subcommand(name, words(description));
+    sub->fallthrough();
+    sub->callback([&options, command] { options.command = command; });
+    return sub;
+}
+
+void addGlobals(CLI::App& app, Options& options, Texts& texts)
+{
+    app.add_option("--config", texts.config, words(QT_TRANSLATE_NOOP("Till", "Configuration file")))
+        ->capture_default_str();
+    app.add_option("--plugin", texts.plugin,
+                   words(QT_TRANSLATE_NOOP("Till", "Loyalty plug-in; otherwise plugin in [till]")));
+    app.add_option("--database", texts.database,
+                   words(QT_TRANSLATE_NOOP(
+                       "Till", "Database of checks and queue; otherwise database in [till]")));
+    app.add_flag(
+        "--verbose", options.verbose,
+        words(QT_TRANSLATE_NOOP("Till", "Write the loyalty system's log to the standard error")));
+    app.add_flag(
+        "--quiet", options.quiet,
+        words(QT_TRANSLATE_NOOP("Till", "No progress, and not a word about what went well")));
+    app.set_version_flag("--version", ORVA_VERSION,
+                         words(QT_TRANSLATE_NOOP("Till", "Print the version and exit")));
+}
+
+void addJson(CLI::App* command, Options& options)
+{
+    command->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
+void addChecks(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const check =
+        addCommand(app, "check",
+                   QT_TRANSLATE_NOOP("Till", "Show what the loyalty system grants a check; close "
+                                             "nothing"),
+                   options, Command::Check);
+    check->add_option("FILE", texts.file, words(QT_TRANSLATE_NOOP("Till", "Check file")))
+        ->required();
+    addJson(check, options);
+
+    CLI::App* const sell =
+        addCommand(app, "sell", QT_TRANSLATE_NOOP("Till", "Sell a check and print its slip"),
+                   options, Command::Sell);
+    sell->add_option("FILE", texts.file, words(QT_TRANSLATE_NOOP("Till", "Check file")))
+        ->required();
+    sell->add_option("--points", texts.points,
+                     words(QT_TRANSLATE_NOOP("Till", "Pay with so many points, or with \"all\"")));
+    sell->add_option(
+        "--tender", texts.tender,
+        words(QT_TRANSLATE_NOOP("Till", "Cash handed over; otherwise the check is paid exactly")));
+    sell->add_option("--wait", options.waitSeconds,
+                     words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
+        ->check(CLI::Range(0, 3600));
+    addJson(sell, options);
+
+    CLI::App* const back =
+        addCommand(app, "return",
+                   QT_TRANSLATE_NOOP("Till", "Return goods of a closed sale and print the slip"),
+                   options, Command::Return);
+    back->add_option("FILE", texts.file,
+                     words(QT_TRANSLATE_NOOP("Till", "Check file of the return")))
+        ->required();
+    back->add_option("--wait", options.waitSeconds,
+                     words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
+        ->check(CLI::Range(0, 3600));
+    addJson(back, options);
+
+    addCommand(app, "work",
+               QT_TRANSLATE_NOOP("Till", "Read a cashier's commands from the standard input"),
+               options, Command::Work);
+    addJson(addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks"), options,
+                       Command::Checks),
+            options);
+    CLI::App* const ledger = addCommand(
+        app, "ledger", QT_TRANSLATE_NOOP("Till", "List what the closed checks did to the points"),
+        options, Command::Ledger);
+    CLI::Option* const csv = ledger->add_flag(
+        "--csv", options.csv, words(QT_TRANSLATE_NOOP("Till", "As comma-separated values")));
+    ledger->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")))
+        ->excludes(csv);
+}
+
+void addDoctor(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const doctor =
+        addCommand(app, "doctor",
+                   QT_TRANSLATE_NOOP("Till", "Check the set-up; change nothing and book nothing"),
+                   options, Command::Doctor);
+    doctor->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    doctor->add_option(
+        "--card", texts.card,
+        words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
+    doctor->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
+                "used, 5 not all\ncould be written. Ends in less than 5 seconds.")));
+}
+
+void addQueue(CLI::App& app, Options& options)
+{
+    CLI::App* const queue =
+        app.add_subcommand("queue", words(QT_TRANSLATE_NOOP("Till", "The outgoing queue")));
+    queue->fallthrough();
+    queue->require_subcommand(1);
+    const auto add = [&](const char* name, const char* description, Command command) {
+        CLI::App* const sub = addCommand(*queue, name, description, options, command);
+        addJson(sub, options);
+        return sub;
+    };
+    const auto addNumber = [&](CLI::App* sub) {
+        sub->add_option("N", options.message,
+                        words(QT_TRANSLATE_NOOP("Till", "The message's number")))
+            ->required();
+    };
+    add("list", QT_TRANSLATE_NOOP("Till", "List the messages to be delivered"), Command::QueueList)
+        ->add_flag("--all", options.all, words(QT_TRANSLATE_NOOP("Till", "Delivered ones too")));
+    addNumber(add("show", QT_TRANSLATE_NOOP("Till", "Show a message, secrets hidden"),
+                  Command::QueueShow));
+    add("deliver", QT_TRANSLATE_NOOP("Till", "Deliver what is due"), Command::QueueDeliver);
+    addNumber(
+        add("retry", QT_TRANSLATE_NOOP("Till", "Make a message due at once"), Command::QueueRetry));
+    addNumber(add("park", QT_TRANSLATE_NOOP("Till", "Leave a message out until it is retried"),
+                  Command::QueuePark));
+    addNumber(
+        add("settle",
+            QT_TRANSLATE_NOOP("Till", "Take a parked message for delivered: the server has it"),
+            Command::QueueSettle));
+    add("reauthorize",
+        QT_TRANSLATE_NOOP("Till", "Put the configured credentials into undelivered messages"),
+        Command::QueueReauthorize);
+}
+
+void addLog(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const log = app.add_subcommand(
+        "log", words(QT_TRANSLATE_NOOP("Till", "What was said to the loyalty system, recorded")));
+    log->fallthrough();
+    log->require_subcommand(1);
+    const auto add = [&](const char* name, const char* description, Command command) {
+        return addCommand(*log, name, description, options, command);
+    };
+    const auto addFrom = [&](CLI::App* sub) {
+        sub->add_option("--from", texts.file,
+                        words(QT_TRANSLATE_NOOP("Till", "A file that was exported")));
+        return sub;
+    };
+    const auto addRecord = [&](CLI::App* sub, const char* description) {
+        sub->add_option("N", texts.record, words(description))->required();
+        return sub;
+    };
+    addFrom(add("list", QT_TRANSLATE_NOOP("Till", "List what was recorded"), Command::LogList))
+        ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    addFrom(addRecord(add("show", QT_TRANSLATE_NOOP("Till", "Show requests beside their answers"),
+                          Command::LogShow),
+                      QT_TRANSLATE_NOOP("Till", "The record's number, such as 3, or 3.2 for its "
+                                                "second exchange")));
+    addRecord(
+        add("export", QT_TRANSLATE_NOOP("Till", "Write records into one file"), Command::LogExport),
+        QT_TRANSLATE_NOOP("Till", "The record's number, or \"all\""))
+        ->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")))
+        ->required();
+    addRecord(add("replay",
+                  QT_TRANSLATE_NOOP("Till", "Have the plug-in do it again, offline, and compare"),
+                  Command::LogReplay),
+              QT_TRANSLATE_NOOP("Till", "The record's number, \"all\", or an exported file"))
+        ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
+void addExplain(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const explain =
+        addCommand(app, "explain",
+                   QT_TRANSLATE_NOOP("Till", "Show where the amounts on a closed check come from"),
+                   options, Command::Explain);
+    explain
+        ->add_option(
+            "CHECK", texts.record,
+            words(QT_TRANSLATE_NOOP("Till", "The check's identifier or number, or \"last\"")))
+        ->required();
+    explain->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
+void takeOver(const CLI::App& app, const Texts& texts, Options& options)
+{
+    options.configFile = QString::fromStdString(texts.config);
+    options.configNamed = app.count("--config") > 0;
+    options.plugin = QString::fromStdString(texts.plugin);
+    options.database = QString::fromStdString(texts.database);
+    options.file = QString::fromStdString(texts.file);
+    options.record = QString::fromStdString(texts.record);
+    options.target = QString::fromStdString(texts.target);
+    options.card = QString::fromStdString(texts.card);
+    options.points = readPoints(QString::fromStdString(texts.points));
+    if (!texts.tender.empty()) {
+        options.tenderKopecks = readSum(QString::fromStdString(texts.tender));
+    }
+}
+
+} // namespace
+
+std::optional<int> readCommandLine(int argc, const char* const* argv, Options& options)
+{
+    CLI::App app(words(QT_TRANSLATE_NOOP("Till", "Reference cash desk for loyalty plug-ins")),
+                 "orva-till");
+    app.footer(words(QT_TRANSLATE_NOOP(
+        "Till",
+        "Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on\n"
+        "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
+        "explanation, 5 done, but not all could be written to the standard output.")));
+    app.require_subcommand(1);
+    console::usage::prepare(app);
+    Texts texts;
+    addGlobals(app, options, texts);
+    addChecks(app, options, texts);
+    addDoctor(app, options, texts);
+    addQueue(app, options);
+    addLog(app, options, texts);
+    addExplain(app, options, texts);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        Output out(stdout);
+        Output errors(stderr);
+        const bool isDone = console::usage::exitOf(app, error, out, errors) == 0;
+        return int(errors.tellTrouble(out, isDone ? ExitCode::Ok : ExitCode::Usage));
+    }
+    takeOver(app, texts, options);
+    return std::nullopt;
+}
+
+PointsChoice readPoints(const QString& text)
+{
+    if (text == u"all"_s) {
+        return PointsChoice::all();
+    }
+    if (text == u"none"_s) {
+        return {};
+    }
+    const qint64 kopecks = readSum(text);
+    return kopecks == 0 ? PointsChoice() : PointsChoice::sum(kopecks);
+}
+
+qint64 readSum(const QString& text)
+{
+    const auto kopecks = amount::readDecimal(text, 2);
+    if (!kopecks || *kopecks > amount::maximumKopecks) {
+        throw Failure(Text::tr("\"%1\" is not a sum from 0 with at most two decimals, such as "
+                               "49.90.")
+                          .arg(text),
+                      ExitCode::Usage);
+    }
+    return *kopecks;
+}
+
+} // namespace till

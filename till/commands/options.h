@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "till/checks/pointschoice.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace till {
+
+enum class Command
+{
+    Check,
+    Sell,
+    Return,
+    Work,
+    Checks,
+    Ledger,
+    Doctor,
+    QueueList,
+    QueueShow,
+    QueueDeliver,
+    QueueRetry,
+    QueuePark,
+    QueueSettle,
+    QueueReauthorize,
+    LogList,
+    LogShow,
+    LogExport,
+    LogReplay,
+    Explain,
+};
+
+/// What the command line says.
+struct Options
+{
+    Command command = Command::Check;
+    QString configFile;
+    /// Whether the command line names the configuration file, which then must exist.
+    bool configNamed = false;
+    QString plugin;
+    QString database;
+    bool verbose = false;
+    /// No progress, and no lines that only say that something was done.
+    bool quiet = false;
+    bool csv = false;
+    bool json = false;
+    /// With the queue's list: delivered messages too.
+    bool all = false;
+    QString file;
+    PointsChoice points;
+    std::optional<qint64> tenderKopecks;
+    int waitSeconds = 0;
+    qint64 message = 0;
+    /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
+    /// Or which check.
+    QString record;
+    /// The file to export to.
+    QString target;
+    /// With the doctor: the card that the server is asked about.
+    QString card;
+};
+
+} // namespace till

@@ -1,0 +1,278 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/commands/program.h"
+
+#include "host/core/basicexception.h"
+#include "host/http/operationbudget.h"
+#include "till/commands/queuecommands.h"
+#include "till/commands/queuewait.h"
+#include "till/commands/workplace.h"
+#include "till/commands/worksession.h"
+#include "till/doctor/doctorcommand.h"
+#include "till/explain/explaincommand.h"
+#include "till/failure.h"
+#include "till/reason.h"
+#include "till/recording/logcommands.h"
+#include "till/screen/checkjson.h"
+#include "till/screen/checkview.h"
+#include "till/screen/ledger.h"
+#include "till/screen/output.h"
+#include "till/screen/progress.h"
+#include "till/screen/table.h"
+#include "till/text.h"
+
+#include <QJsonDocument>
+
+#include <iostream>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+ExitCode exitCodeOf(const std::exception& error)
+{
+    if (const auto* failure = dynamic_cast<const Failure*>(&error)) {
+        return failure->exitCode();
+    }
+    const auto* known = dynamic_cast<const BasicException*>(&error);
+    return known != nullptr && known->tr().id() == u"configError"_s ? ExitCode::Usage
+                                                                    : ExitCode::Failed;
+}
+
+CheckFile readFile(const QString& file, CheckFile::Type type)
+{
+    CheckFile check = CheckFile::read(file);
+    if (check.type != type) {
+        throw Failure(type == CheckFile::Type::Sale
+                          ? Text::tr("%1 is a return; use the command \"return\".").arg(file)
+                          : Text::tr("%1 is a sale; use the command \"sell\".").arg(file),
+                      ExitCode::Usage);
+    }
+    return check;
+}
+
+/// These need no database.
+bool isAboutRecords(Command command)
+{
+    return command == Command::LogList || command == Command::LogShow ||
+           command == Command::LogExport || command == Command::LogReplay;
+}
+
+/// A check's state as people read it.
+QString stateText(const QString& state)
+{
+    return state == u"open"_s        ? Text::tr("open")
+           : state == u"suspended"_s ? Text::tr("suspended")
+           : state == u"closed"_s    ? Text::tr("closed")
+           : state == u"abandoned"_s ? Text::tr("abandoned")
+                                     : Text::tr("damaged");
+}
+
+ExitCode exitCodeFor(const Check& check)
+{
+    return !check.isReturn() && check.loyalty == LoyaltyState::Refused ? ExitCode::WithoutLoyalty
+                                                                       : ExitCode::Ok;
+}
+
+/// Opens a sale, presents its card and asks for the effect.
+void openWithCard(CashDesk& desk, const CheckFile& file)
+{
+    desk.openSale(file);
+    if (!file.card.isEmpty() && desk.presentCard(file.card)) {
+        desk.request();
+    }
+}
+
+} // namespace
+
+ExitCode Program::run()
+{
+    out.setQuiet(options.quiet);
+    // JSON is read by programs, which have no use for progress
+    errors.setQuiet(options.quiet || options.json);
+    const ExitCode code = doCommand();
+    return errors.tellTrouble(out, code, done);
+}
+
+ExitCode Program::doCommand()
+{
+    if (options.command == Command::Doctor) {
+        return doctor::run(options, out, errors); // opens nothing for writing, unlike a workplace
+    }
+    try {
+        if (isAboutRecords(options.command)) {
+            return LogCommands(options, out, errors).run();
+        }
+        Workplace workplace(options);
+        errors.notes(workplace.warnings());
+        return dispatch(workplace);
+    } catch (const std::exception& error) {
+        errors.failure(reasonOf(error));
+        return exitCodeOf(error);
+    }
+}
+
+ExitCode Program::dispatch(Workplace& workplace)
+{
+    switch (options.command) {
+    case Command::Check:
+        return check(workplace);
+    case Command::Sell:
+        return sell(workplace);
+    case Command::Return:
+        return takeBack(workplace);
+    case Command::Work:
+        return work(workplace);
+    case Command::Checks:
+        return checks(workplace);
+    case Command::Ledger:
+        return ledger(workplace);
+    case Command::Explain:
+        return ExplainCommand(workplace, options, out).run();
+    default:
+        return QueueCommands(workplace, options, out, errors).run();
+    }
+}
+
+ExitCode Program::check(Workplace& workplace)
+{
+    const CheckFile file = readFile(options.file, CheckFile::Type::Sale);
+    workplace.loadPlugin();
+    const poshost::OperationBudget operation(&waiting);
+    CashDesk& desk = workplace.cashDesk();
+    openWithCard(desk, file);
+    const qint64 available = desk.availablePoints();
+    const ExitCode code = exitCodeFor(desk.current());
+    show(desk.current(), checkview::forCashier(desk.current(), available), desk.takeNotices());
+    desk.abandon();
+    return code;
+}
+
+ExitCode Program::sell(Workplace& workplace)
+{
+    const CheckFile file = readFile(options.file, CheckFile::Type::Sale);
+    workplace.loadPlugin();
+    workplace.startDelivery();
+    const poshost::OperationBudget operation(&waiting);
+    CashDesk& desk = workplace.cashDesk();
+    openWithCard(desk, file);
+    if (options.points.kind != PointsChoice::Kind::None &&
+        desk.current().loyalty == LoyaltyState::Ready) {
+        desk.choosePoints(options.points);
+    }
+    if (options.tenderKopecks) {
+        desk.tender(*options.tenderKopecks);
+    }
+    if (!options.json) {
+        for (const QString& message : desk.current().cashierMessages) {
+            out.line(Text::tr("To the cashier: %1").arg(message));
+        }
+    }
+    return closeAndPrint(workplace);
+}
+
+ExitCode Program::takeBack(Workplace& workplace)
+{
+    const CheckFile file = readFile(options.file, CheckFile::Type::Return);
+    workplace.loadPlugin();
+    workplace.startDelivery();
+    const poshost::OperationBudget operation(&waiting);
+    CashDesk& desk = workplace.cashDesk();
+    desk.openReturn(file);
+    if (!desk.current().cardNumber().isEmpty()) {
+        desk.request();
+    }
+    return closeAndPrint(workplace);
+}
+
+ExitCode Program::closeAndPrint(Workplace& workplace)
+{
+    CashDesk& desk = workplace.cashDesk();
+    try {
+        const Check closed = desk.close();
+        done = Text::tr("The check is closed all the same: %1.").arg(closed.id());
+        workplace.notifyDelivery();
+        const QStringList notes = desk.takeNotices();
+        if (!options.json) {
+            out.notes(notes);
+        }
+        show(closed, checkview::slip(closed), options.json ? notes : QStringList());
+        awaitDelivery(workplace);
+        return exitCodeFor(closed);
+    } catch (const std::exception&) {
+        (options.json ? errors : out).notes(desk.takeNotices());
+        throw;
+    }
+}
+
+ExitCode Program::work(Workplace& workplace)
+{
+    workplace.loadPlugin();
+    workplace.startDelivery();
+    WorkSession session(
+        workplace.cashDesk(), workplace.database(), out,
+        [&workplace] { workplace.notifyDelivery(); }, &waiting);
+    session.run(std::cin);
+    if (!out.isWhole()) {
+        done = Text::tr("The work ends here; \"orva-till checks\" lists what is closed.");
+    }
+    return ExitCode::Ok;
+}
+
+ExitCode Program::checks(Workplace& workplace)
+{
+    if (options.json) {
+        out.write(checkjson::list(workplace.checks().list()));
+        return ExitCode::Ok;
+    }
+    Table table({{Text::tr("Check")},
+                 {Text::tr("No"), Table::Align::Right},
+                 {Text::tr("Kind")},
+                 {Text::tr("State")},
+                 {Text::tr("Changed")}});
+    for (const CheckRow& row : workplace.checks().list()) {
+        table.addRow({row.id, QString::number(row.number),
+                      row.isReturn ? Text::tr("return") : Text::tr("sale"), stateText(row.state),
+                      row.updatedAt.toString(u"yyyy-MM-dd hh:mm:ss"_s)});
+    }
+    out.write(table.text());
+    return ExitCode::Ok;
+}
+
+ExitCode Program::ledger(Workplace& workplace)
+{
+    const Ledger ledger(workplace.checks());
+    out.write(options.csv ? ledger.csv() : options.json ? ledger.json() : ledger.table());
+    return ExitCode::Ok;
+}
+
+void Program::show(const Check& check, const QString& text, const QStringList& notes)
+{
+    if (options.json) {
+        const QJsonDocument document(checkjson::object(check, notes));
+        out.write(QString::fromUtf8(document.toJson()));
+    } else {
+        out.write(text);
+        out.notes(notes);
+    }
+}
+
+void Program::awaitDelivery(Workplace& workplace)
+{
+    if (options.waitSeconds <= 0) {
+        return;
+    }
+    const poshost::QueueCounts counts = [&] {
+        Progress progress(errors, Text::tr("Delivering"));
+        return QueueWait::untilDelivered(
+            workplace.database(), options.waitSeconds,
+            [&progress](qint64 delivered, qint64 all) { progress.show(delivered, all); });
+    }();
+    if (!options.json) {
+        out.done(QueueWait::text(counts));
+    }
+}
+
+} // namespace till

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/commands/workplace.h"
+
+#include "host/database/database.h"
+#include "host/queue/deliverythread.h"
+#include "host/services/sessioncontext.h"
+#include "till/desk/installedplugin.h"
+#include "till/desk/pluginhost.h"
+#include "till/failure.h"
+#include "till/recording/recordfolder.h"
+#include "till/recording/recording.h"
+#include "till/text.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+QSharedPointer<poshost::Database> openDatabase(const Options& options, const Config& config)
+{
+    const QString file = options.database.isEmpty()
+                             ? config.getString(u"till:database"_s, QString())
+                             : options.database;
+    if (file.isEmpty()) {
+        throw Failure(Text::tr("%1 names no database; write database in [till] or use --database.")
+                          .arg(options.configFile),
+                      ExitCode::Usage);
+    }
+    return QSharedPointer<poshost::Database>::create(file);
+}
+
+} // namespace
+
+Config loadConfig(const Options& options)
+{
+    Config config;
+    if (options.configNamed || QFile::exists(options.configFile)) {
+        config.load(options.configFile);
+    }
+    return config;
+}
+
+QString pluginFile(const Options& options, const Config& config)
+{
+    QString file =
+        options.plugin.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : options.plugin;
+    if (file.isEmpty()) {
+        file = installedPlugin();
+    }
+    if (file.isEmpty()) {
+        throw Failure(Text::tr("%1 names no plug-in; write plugin in [till] or use --plugin.")
+                          .arg(options.configFile),
+                      ExitCode::Usage);
+    }
+    return file;
+}
+
+Workplace::Workplace(const Options& given)
+    : options(given), config(loadConfig(given)), opened(openDatabase(given, config)),
+      broker(opened), store(opened)
+{
+    session.setSessionContext(
+        QSharedPointer<SessionContext>::create(config.getString(u"till:name"_s, u"till"_s)));
+    Singleton<Config>::instance = &config;
+    Singleton<Session>::instance = &session;
+    Singleton<DBQueueBroker>::instance = &broker;
+}
+
+Workplace::~Workplace()
+{
+    delivery.reset();
+    desk.reset();
+    plugin.reset();
+    recording.reset();
+    Singleton<DBQueueBroker>::instance = nullptr;
+    Singleton<Session>::instance = nullptr;
+    Singleton<Config>::instance = nullptr;
+}
+
+void Workplace::loadPlugin()
+{
+    const QString file = pluginFile(options, config);
+    records = RecordFolder::configured(config);
+    if (records != nullptr) {
+        recording = std::make_unique<Recording>(
+            *records, file, session.getSessionContext()->getContextValue().toString());
+    }
+    plugin = std::make_unique<PluginHost>(file);
+    desk = std::make_unique<CashDesk>(
+        recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
+        store, session);
+}
+
+BasicLoyaltySystem& Workplace::loyaltySystem()
+{
+    return plugin->loyaltySystem();
+}
+
+void Workplace::startDelivery()
+{
+    delivery = std::make_unique<poshost::DeliveryThread>(opened->fileName());
+    delivery->start();
+}
+
+void Workplace::notifyDelivery()
+{
+    if (delivery) {
+        delivery->notify();
+    }
+}
+
+} // namespace till

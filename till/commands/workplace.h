@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/services/config.h"
+#include "host/services/dbqueuebroker.h"
+#include "host/services/session.h"
+#include "till/checks/checkstore.h"
+#include "till/commands/options.h"
+#include "till/desk/cashdesk.h"
+
+#include <QSharedPointer>
+#include <QString>
+
+#include <memory>
+
+namespace poshost {
+class Database;
+class DeliveryThread;
+} // namespace poshost
+
+namespace till {
+
+class PluginHost;
+class RecordFolder;
+class Recording;
+
+/// The configuration that the command line names; an empty one where it names none and the default
+/// file is missing. @throws BasicException "configError"
+Config loadConfig(const Options& options);
+/// @throws Failure (Usage) when neither names a plug-in
+QString pluginFile(const Options& options, const Config& config);
+
+/// Everything around a cashier: configuration, database, session, queue, plug-in and delivery. Puts
+/// the host's services in place for the plug-in and takes them out again.
+class Workplace
+{
+public:
+    /// Reads the configuration and opens the database; loads no plug-in yet.
+    /// @throws Failure or BasicException with what is wrong
+    explicit Workplace(const Options& options);
+    ~Workplace();
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+    poshost::Database& database() { return *opened; }
+    CheckStore& checks() { return store; }
+    /// Sentences about the configuration that the cashier should see.
+    QStringList warnings() const { return config.warnings(); }
+
+    /// Loads the plug-in. @throws Failure
+    void loadPlugin();
+    /// After loadPlugin only.
+    BasicLoyaltySystem& loyaltySystem();
+    CashDesk& cashDesk() { return *desk; }
+
+    /// Delivers the queue from now on, on a thread of its own.
+    void startDelivery();
+    /// Says that a check has been closed, so that its confirmation is sent at once.
+    void notifyDelivery();
+
+private:
+    Options options;
+    Config config;
+    Session session;
+    QSharedPointer<poshost::Database> opened;
+    DBQueueBroker broker;
+    CheckStore store;
+    std::unique_ptr<RecordFolder> records;
+    std::unique_ptr<Recording> recording;
+    std::unique_ptr<PluginHost> plugin;
+    std::unique_ptr<CashDesk> desk;
+    std::unique_ptr<poshost::DeliveryThread> delivery;
+};
+
+} // namespace till

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "till/checks/check.h"
+
+#include <QString>
+
+/// A check as people read it: lines, sums, messages.
+namespace till::checkview {
+
+/// The open check for the cashier.
+/// @param availableKopecks points that may be spent
+QString forCashier(const Check& check, qint64 availableKopecks);
+
+/// How a message with line breaks stands on a slip.
+enum class Messages
+{
+    InOneLine, ///< where each line has a meaning of its own
+    Wrapped,
+};
+
+/// The slip of a closed check for the customer. Messages are indented: no line of theirs looks like
+/// one of the till's.
+QString slip(const Check& check, Messages form = Messages::Wrapped);
+
+/// A card's number as lists and slips show it: its last four digits, "****0017".
+QString shortCard(const QString& number);
+
+} // namespace till::checkview

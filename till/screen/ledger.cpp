@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/screen/ledger.h"
+
+#include "console/printable.h"
+#include "till/checks/amount.h"
+#include "till/checks/checkstore.h"
+#include "till/screen/checkview.h"
+#include "till/screen/table.h"
+#include "till/text.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+QStringList fieldNames()
+{
+    return {u"check"_s, u"card"_s, u"earned"_s, u"spent"_s, u"givenBack"_s, u"takenBack"_s};
+}
+
+QStringList texts(const LedgerRow& row)
+{
+    return {row.check,
+            row.card,
+            amount::moneyText(row.earned),
+            amount::moneyText(row.spent),
+            amount::moneyText(row.givenBack),
+            amount::moneyText(row.takenBack)};
+}
+
+} // namespace
+
+Ledger::Ledger(CheckStore& store)
+{
+    store.forEachClosed([this](const Check& check) {
+        if (check.confirmed) {
+            checks.append({check.id(), checkview::shortCard(check.cardNumber()),
+                           check.earnedKopecks(), check.spentKopecks(), check.givenBackKopecks(),
+                           check.takenBackKopecks()});
+        }
+    });
+}
+
+QString Ledger::table() const
+{
+    using Align = Table::Align;
+    Table table({{Text::tr("Check")},
+                 {Text::tr("Card")},
+                 {Text::tr("Earned"), Align::Right},
+                 {Text::tr("Spent"), Align::Right},
+                 {Text::tr("Given back"), Align::Right},
+                 {Text::tr("Taken back"), Align::Right}});
+    LedgerRow total;
+    total.check = Text::tr("Total");
+    for (const LedgerRow& row : checks) {
+        table.addRow(texts(row));
+        total.earned += row.earned;
+        total.spent += row.spent;
+        total.givenBack += row.givenBack;
+        total.takenBack += row.takenBack;
+    }
+    table.addRow(texts(total));
+    return table.text();
+}
+
+QString Ledger::csv() const
+{
+    QString text = fieldNames().join(u',') + u'\n';
+    for (const LedgerRow& row : checks) {
+        QStringList values = texts(row);
+        for (QString& value : values) {
+            value = console::printable::csv(value);
+        }
+        text += values.join(u',') + u'\n';
+    }
+    return text;
+}
+
+QString Ledger::json() const
+{
+    const QStringList names = fieldNames();
+    QJsonArray array;
+    for (const LedgerRow& row : checks) {
+        QJsonObject object;
+        const QStringList values = texts(row);
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            object.insert(names.at(i), values.at(i));
+        }
+        array.append(object);
+    }
+    return QString::fromUtf8(QJsonDocument(array).toJson());
+}
+
+} // namespace till

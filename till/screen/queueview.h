@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "host/queue/queueentry.h"
+
+#include <QList>
+#include <QString>
+
+/// The outgoing queue as people and scripts read it.
+namespace till::queueview {
+
+QString table(const QList<poshost::QueueEntry>& entries);
+QString json(const QList<poshost::QueueEntry>& entries);
+/// One message; its secrets have been hidden already.
+QString text(const poshost::QueueContent& content);
+QString json(const poshost::QueueContent& content);
+
+} // namespace till::queueview
