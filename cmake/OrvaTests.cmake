@@ -66,8 +66,9 @@ endfunction()
 # A GoogleTest program. Every test in it runs twice: under the C locale and under a Russian one,
 # whose decimal comma must change nothing. TIMEOUT is for one test. SERIAL: it measures time-outs, so
 # ctest runs nothing beside one of its tests; WAITS: it mostly waits for others and leaves its core to
-# them. ONE_LOCALE names tests (as --gtest_filter does) that only wait for time-outs, which no locale
-# changes: where whole programs run, the Russian run leaves them out.
+# them. ONE_LOCALE names tests (as --gtest_filter does) that wait or compute for long about something
+# that no locale changes: where whole programs run, the Russian run leaves them to a program of its own,
+# which is long.
 function(orva_test target)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WAITS;OPTIMIZED" "TIMEOUT;ONE_LOCALE"
         "SOURCES;LIBRARIES;DEFINITIONS")
@@ -120,21 +121,39 @@ function(_orva_write_entries file target timeout serial waits each_test one_loca
         string(APPEND includes "    include([==[${include}]==])\n")
     endforeach()
     set(whole "")
-    foreach(prefix "" "ru.")
+    set(russian "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1")
+    set(names ${target})
+    set(filter_of_${target} "")
+    if(NOT one_locale STREQUAL "*")
+        list(APPEND names ru.${target})
+        set(filter_of_ru.${target} "")
+    endif()
+    if(one_locale)
+        set(filter_of_ru.${target} " [==[--gtest_filter=-${one_locale}]==]")
+        list(APPEND names long.ru.${target})
+        set(filter_of_long.ru.${target} " [==[--gtest_filter=${one_locale}]==]")
+    endif()
+    foreach(name IN LISTS names)
         set(environment "LC_ALL=C.UTF-8")
-        set(filter "")
-        if(prefix)
-            set(environment "LC_ALL=ru_RU.UTF-8;ORVA_EXPECT_DECIMAL_COMMA=1")
-            if(one_locale)
-                set(filter " [==[--gtest_filter=-${one_locale}]==]")
-            endif()
+        if(name MATCHES "^(long\\.)?ru\\.")
+            set(environment "${russian}")
+        endif()
+        set(labels "")
+        if(name MATCHES "^long\\.")
+            set(labels " LABELS long")
         endif()
         string(APPEND whole
-            "    add_test([==[${prefix}${target}]==] [==[$<TARGET_FILE:${target}>]==]${filter})\n"
-            "    set_tests_properties([==[${prefix}${target}]==] PROPERTIES TIMEOUT 1800\n"
-            "        PROCESSORS ${places}\n"
+            "    add_test([==[${name}]==] [==[$<TARGET_FILE:${target}>]==]${filter_of_${name}})\n"
+            "    set_tests_properties([==[${name}]==] PROPERTIES TIMEOUT 1800\n"
+            "        PROCESSORS ${places}${labels}\n"
             "        ENVIRONMENT [==[${environment};ORVA_CASE_SECONDS=${timeout}]==])\n")
     endforeach()
     file(GENERATE OUTPUT ${file} CONTENT
         "if(\"\$ENV{ORVA_TESTS}\" STREQUAL \"programs\")\n${whole}else()\n${includes}endif()\n")
+endfunction()
+
+# orva_long_tests(NAMES...): ./test leaves these out when it runs everything, since they take more of its
+# time than what they find is likely to break; "scripts/prove rest" runs them.
+function(orva_long_tests)
+    set_property(TEST ${ARGN} APPEND PROPERTY LABELS long)
 endfunction()

@@ -7,11 +7,11 @@
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
 #include "host/queue/deliveredaddresses_p.h"
+#include "host/queue/deliverylog_p.h"
 #include "host/queue/queuedamage_p.h"
 #include "host/queue/queuemessage_p.h"
 #include "host/services/currenttime.h"
 
-#include <QLoggingCategory>
 #include <algorithm>
 #include <utility>
 
@@ -21,8 +21,6 @@ using namespace Qt::StringLiterals;
 using deliverypolicy::Meaning;
 
 namespace {
-
-Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
 
 /// The oldest message that is due, for each account by itself so that many paused ones cost
 /// nothing. A wait that began in the future, or ends later than any wait may, is over: the clock

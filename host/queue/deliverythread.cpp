@@ -4,22 +4,16 @@
 #include "host/queue/deliverythread.h"
 
 #include "host/database/database.h"
+#include "host/queue/deliverylog_p.h"
 #include "host/queue/queuedelivery.h"
 #include "host/services/currenttime.h"
 
-#include <QLoggingCategory>
 #include <algorithm>
 #include <exception>
 
 namespace poshost {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
-
-} // namespace
 
 /// Lets stop reach the delivery for as long as there is one.
 class DeliveryThread::Current

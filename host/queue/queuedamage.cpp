@@ -6,10 +6,10 @@
 #include "host/database/database.h"
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
+#include "host/queue/deliverylog_p.h"
 #include "host/queue/queuemessage_p.h"
 
 #include <QList>
-#include <QLoggingCategory>
 #include <limits>
 
 namespace poshost {
@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 namespace queuedamage {
 
 namespace {
-
-Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
 
 QString compareAndSettle(const QString& what)
 {

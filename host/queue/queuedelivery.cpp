@@ -6,13 +6,12 @@
 #include "host/database/database.h"
 #include "host/database/filelock.h"
 #include "host/queue/deliveryjournal_p.h"
+#include "host/queue/deliverylog_p.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/xmltext.h"
 #include "host/services/config.h"
 #include "host/services/currenttime.h"
 #include "host/services/restclient.h"
-
-#include <QLoggingCategory>
 
 namespace poshost {
 
@@ -20,8 +19,6 @@ using namespace Qt::StringLiterals;
 using deliverypolicy::Meaning;
 
 namespace {
-
-Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
 
 constexpr int defaultTimeoutSeconds = 10;
 constexpr int defaultKeepDays = 30;

@@ -39,7 +39,7 @@ void requireSome(const QList<Record>& records)
 }
 
 /// A record as it is handed on: its whole lines, with addresses fit to be shown.
-QByteArray contentOf(const QString& fileName)
+QByteArray wholeLinesOf(const QString& fileName)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -232,7 +232,7 @@ ExitCode LogCommands::exportTo()
     const QList<RecordFile> files = requireFolder().records();
     for (const RecordFile& file : files) {
         if (options.record == u"all"_s || file.number == wanted) {
-            const QByteArray record = contentOf(file.path);
+            const QByteArray record = wholeLinesOf(file.path);
             content += record;
             count += record.isEmpty() ? 0 : 1;
         }

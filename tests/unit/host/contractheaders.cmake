@@ -45,17 +45,9 @@ set(contract_headers
     xml/xmlutils.h
     xml/xmlwrapper.h)
 
-# One source a header. No library but Qt Core and Qt Xml is in reach beyond what the compiler finds
-# by itself; the second check is for that.
-set(sources "")
-foreach(header IN LISTS contract_headers)
-    string(REGEX REPLACE "[/.]" "_" name ${header})
-    set(source ${CMAKE_CURRENT_BINARY_DIR}/contractheaders/${name}.cpp)
-    file(CONFIGURE OUTPUT ${source} CONTENT "#include \"host/@header@\"\n#include \"host/@header@\"\n"
-        @ONLY)
-    list(APPEND sources ${source})
-endforeach()
-add_library(test-contract-headers OBJECT ${sources})
+# What each header is compiled with: nothing but Qt Core and Qt Xml is in reach beyond what the compiler
+# finds by itself; the second check is for that.
+add_library(test-contract-headers OBJECT EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp)
 _orva_settings(test-contract-headers)
 set_target_properties(test-contract-headers PROPERTIES AUTOMOC OFF)
 target_link_libraries(test-contract-headers PRIVATE Qt6::Core Qt6::Xml)
@@ -75,6 +67,24 @@ set(leaks_test ${CMAKE_COMMAND}
 add_test(NAME host.contract-headers-pull-in-qt-core-and-xml-only
     COMMAND ${leaks_test} -D SOURCE=${everything}
         -P ${CMAKE_CURRENT_SOURCE_DIR}/checkleaks.cmake)
+list(JOIN contract_headers "," headers)
+set(alone_test ${CMAKE_COMMAND}
+    -D COMPILER=${CMAKE_CXX_COMPILER}
+    -D "INCLUDES=${include_directories}"
+    -D "DEFINITIONS=$<TARGET_PROPERTY:test-contract-headers,COMPILE_DEFINITIONS>"
+    -D WORK_DIR=${CMAKE_CURRENT_BINARY_DIR}/contractheaders)
+add_test(NAME host.each-contract-header-compiles-by-itself
+    COMMAND ${alone_test} -D HEADERS=${headers} -P ${CMAKE_CURRENT_SOURCE_DIR}/checkalone.cmake)
+set_tests_properties(host.each-contract-header-compiles-by-itself PROPERTIES TIMEOUT 600)
+orva_long_tests(host.each-contract-header-compiles-by-itself)
+# The check itself must see a header that leans on another.
+file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/contractheaders/host/leaning.h
+    CONTENT "#pragma once\nclass Leaning : public BasicException {};\n" @ONLY)
+add_test(NAME host.a-header-that-needs-another-is-seen
+    COMMAND ${alone_test} "-DINCLUDES=${include_directories};${CMAKE_CURRENT_BINARY_DIR}/contractheaders"
+        -D HEADERS=core/tr.h,leaning.h -P ${CMAKE_CURRENT_SOURCE_DIR}/checkalone.cmake)
+set_tests_properties(host.a-header-that-needs-another-is-seen PROPERTIES
+    PASS_REGULAR_EXPRESSION "leaning.h does not compile by itself")
 # The check itself must see a leak where there is one.
 file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/leakyheader.cpp
     CONTENT "#include \"host/services/session.h\"\n#include <QSqlQuery>\n" @ONLY)
