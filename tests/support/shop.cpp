@@ -35,12 +35,8 @@ void Shop::SetUp()
 
 void Shop::startServer(const QString& rules)
 {
-    const QStringList arguments{
-        u"--database"_s, path(u"server.sqlite"_s),
-        u"--port"_s,     QString::number(address.isEmpty() ? 0 : QUrl(address).port()),
-        u"--config"_s,   rules.isEmpty() ? path(strictRules) : rules};
-    server = std::make_unique<Program>(simulatorProgram, arguments, folder());
-    address = server->waitForLine(u"Listening on "_s);
+    address = startServerWith(rules.isEmpty() ? path(strictRules) : rules,
+                              address.isEmpty() ? 0 : QUrl(address).port());
     ASSERT_FALSE(address.isEmpty());
 }
 
@@ -49,15 +45,15 @@ void Shop::stopServer()
     server->terminate();
 }
 
-void Shop::writeFile(const QString& name, const QString& text) const
+void ShopFolder::writeFile(const QString& name, const QString& text) const
 {
     QFile file(path(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << qPrintable(name);
     file.write(text.toUtf8());
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 }
 
-QString Shop::readFile(const QString& name) const
+QString ShopFolder::readFile(const QString& name) const
 {
     QFile file(path(name));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
@@ -81,27 +77,53 @@ void Shop::writeConfig(const QString& password, const QString& serverAddress) co
                                         QStringLiteral(ORVA_PLUGIN)));
 }
 
-std::unique_ptr<Program> Shop::startTill() const
+std::unique_ptr<Program> ShopFolder::startTill() const
 {
-    return std::make_unique<Program>(tillProgram, QStringList{u"work"_s}, folder());
+    return std::make_unique<Program>(tillProgram, tillArguments() << u"work"_s, folder());
 }
 
-RunResult Shop::till(const QStringList& arguments) const
+RunResult ShopFolder::till(const QStringList& arguments) const
 {
-    return runProgram(tillProgram, arguments, folder());
+    return runProgram(tillProgram, tillArguments() + arguments, folder());
 }
 
-QString Shop::tillBooks() const
+QString ShopFolder::done(const QStringList& arguments) const
 {
-    return till({u"ledger"_s, u"--csv"_s}).output;
+    const RunResult run = till(arguments);
+    EXPECT_EQ(run.exitCode, 0) << qPrintable(arguments.join(u' ')) << "\n"
+                               << qPrintable(run.output);
+    return run.output;
 }
 
-QString Shop::serverBooks() const
+QJsonArray ShopFolder::list(const QStringList& arguments) const
 {
-    return runProgram(simulatorProgram,
-                      {u"ledger"_s, u"--csv"_s, u"--database"_s, path(u"server.sqlite"_s)},
-                      folder())
-        .output;
+    const QString output = done(arguments + QStringList{u"--json"_s});
+    const QJsonDocument document = QJsonDocument::fromJson(output.toUtf8());
+    EXPECT_TRUE(document.isArray()) << qPrintable(output);
+    return document.array();
+}
+
+QString ShopFolder::startServerWith(const QString& rules, int port)
+{
+    const QStringList arguments{u"--database"_s, path(u"server.sqlite"_s),
+                                u"--port"_s,     QString::number(port),
+                                u"--config"_s,   rules};
+    server = std::make_unique<Program>(simulatorProgram, arguments, folder());
+    return server->waitForLine(u"Listening on "_s);
+}
+
+QString ShopFolder::tillBooks() const
+{
+    return done({u"ledger"_s, u"--csv"_s});
+}
+
+QString ShopFolder::serverBooks() const
+{
+    const RunResult run =
+        runProgram(simulatorProgram,
+                   {u"ledger"_s, u"--csv"_s, u"--database"_s, path(u"server.sqlite"_s)}, folder());
+    EXPECT_EQ(run.exitCode, 0) << qPrintable(run.output);
+    return run.output;
 }
 
 QString Shop::balance() const
@@ -123,8 +145,5 @@ QString Shop::balance() const
 
 int Shop::undelivered() const
 {
-    const RunResult list = till({u"queue"_s, u"list"_s, u"--json"_s});
-    const QJsonDocument messages = QJsonDocument::fromJson(list.output.toUtf8());
-    EXPECT_TRUE(messages.isArray()) << qPrintable(list.output);
-    return static_cast<int>(messages.array().size());
+    return static_cast<int>(list({u"queue"_s, u"list"_s}).size());
 }

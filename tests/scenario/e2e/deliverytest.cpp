@@ -4,7 +4,7 @@
 // Whatever fails between closing and booking, the books agree in the end and nothing is booked
 // twice.
 
-#include "tests/scenario/e2e/gate.h"
+#include "tests/support/gate.h"
 #include "tests/support/shop.h"
 
 #include <QRegularExpression>

@@ -71,10 +71,10 @@ protected:
 
 TEST_F(WireFlow, ofSalesAndReturnsWithPointsFitsTheSchemas)
 {
-    run({u"check"_s, u"sale.toml"_s});
-    run({u"sell"_s, u"sale.toml"_s, u"--points"_s, u"all"_s, u"--wait"_s, u"60"_s});
-    run({u"return"_s, u"return.toml"_s, u"--wait"_s, u"60"_s});
-    run({u"sell"_s, u"sale.toml"_s, u"--wait"_s, u"60"_s});
+    done({u"check"_s, u"sale.toml"_s});
+    done({u"sell"_s, u"sale.toml"_s, u"--points"_s, u"all"_s, u"--wait"_s, u"60"_s});
+    done({u"return"_s, u"return.toml"_s, u"--wait"_s, u"60"_s});
+    done({u"sell"_s, u"sale.toml"_s, u"--wait"_s, u"60"_s});
 
     const QMap<QString, int> counts = expectAllToFit();
 

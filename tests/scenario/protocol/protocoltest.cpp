@@ -96,8 +96,8 @@ protected:
 
     QMap<QString, QString> examples()
     {
-        run({u"sell"_s, u"sale.toml"_s, u"--points"_s, u"50"_s, u"--wait"_s, u"60"_s});
-        run({u"return"_s, u"return.toml"_s, u"--wait"_s, u"60"_s});
+        done({u"sell"_s, u"sale.toml"_s, u"--points"_s, u"50"_s, u"--wait"_s, u"60"_s});
+        done({u"return"_s, u"return.toml"_s, u"--wait"_s, u"60"_s});
         const Exchange asked = exchange(u"precheck"_s, u"sale-request"_s);
         const Exchange confirmed = exchange(u"checkconfirm"_s, u"sale-confirmation"_s);
         const Exchange returned = exchange(u"precheck"_s, u"return-request"_s);
@@ -153,7 +153,7 @@ TEST_F(Protocol, documentHoldsTheSchemasTablesAndWhatTheProgramsSend)
 
 TEST_F(Protocol, columnsOfTheQueueThatTheDocumentNamesAreThere)
 {
-    run({u"sell"_s, u"sale.toml"_s});
+    done({u"sell"_s, u"sale.toml"_s});
     QFile file(protocolFile);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString document = QString::fromUtf8(file.readAll());

@@ -3,43 +3,37 @@
 
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "tests/support/gate.h"
 
-#include <memory>
+#include <mutex>
 #include <vector>
 
 namespace tests {
 
-/// What went over the wire once.
-struct Exchange
-{
-    QString endpoint; ///< the address's last segment
-    QByteArray contentType;
-    QByteArray accept;
-    QByteArray authorization;
-    QByteArray request;
-    int status = 0;
-    QByteArray answer;
-};
-
-/// Stands between till and server, passes every request on and keeps both documents.
+/// Stands between till and server, passes every request on and keeps what was said.
 class Recorder
 {
 public:
-    /// server: address of the server, ending with "/"
-    explicit Recorder(const QString& server);
-    ~Recorder();
-    Recorder(const Recorder&) = delete;
-    Recorder& operator=(const Recorder&) = delete;
+    /// @param server address of the server, ending with "/"
+    explicit Recorder(const QString& server)
+        : gate(server, {}, [this](const Exchange& exchange) {
+              const std::scoped_lock lock(keeping);
+              kept.push_back(exchange);
+          })
+    {}
 
-    [[nodiscard]] QString address() const;
+    [[nodiscard]] QString address() const { return gate.address(); }
     /// All exchanges so far, in their order.
-    [[nodiscard]] std::vector<Exchange> exchanges() const;
+    [[nodiscard]] std::vector<Exchange> exchanges() const
+    {
+        const std::scoped_lock lock(keeping);
+        return kept;
+    }
 
 private:
-    struct Implementation;
-    std::unique_ptr<Implementation> self;
+    mutable std::mutex keeping;
+    std::vector<Exchange> kept;
+    Gate gate; // last: it calls into the others from its thread
 };
 
 } // namespace tests

@@ -17,13 +17,6 @@ void WireShop::SetUp()
     writeConfig(u"secret"_s, recorder->address());
 }
 
-void WireShop::run(const QStringList& arguments) const
-{
-    const RunResult result = till(arguments);
-    EXPECT_EQ(result.exitCode, 0) << qPrintable(arguments.join(u' ')) << '\n'
-                                  << qPrintable(result.output);
-}
-
 void WireShop::query(const QString& sql, const std::function<void(const QSqlQuery&)>& take) const
 {
     const QString connection = u"stored"_s;

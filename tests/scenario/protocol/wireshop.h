@@ -26,8 +26,6 @@ class WireShop : public Shop
 protected:
     void SetUp() override;
 
-    /// Runs a command of the till that must succeed.
-    void run(const QStringList& arguments) const;
     /// All messages of the till's queue, delivered or not, in their order.
     [[nodiscard]] std::vector<StoredMessage> storedMessages() const;
     /// The columns of the queue's tables, as "queue_bodies.payload".
