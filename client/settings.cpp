@@ -3,6 +3,7 @@
 
 // Construction, the settings and the last response.
 
+#include "client/defaulttimeout.h"
 #include "client/interface.h"
 #include "host/xml/xmlwrapper.h"
 
@@ -16,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace orva {
 
 Interface::Interface()
-    : timeout(10), xmlWrapper(QSharedPointer<XmlWrapper>::create()),
+    : timeout(defaultTimeoutSeconds), xmlWrapper(QSharedPointer<XmlWrapper>::create()),
       logger(Log4Qt::LogManager::logger(u"orva"_s))
 {
     headers.insert(u"Content-Type"_s, u"application/xml"_s);

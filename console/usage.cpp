@@ -4,10 +4,10 @@
 #include "console/usage.h"
 
 #include "console/helptext.h"
-#include "console/nearestname.h"
 #include "console/output.h"
 #include "console/printable.h"
 #include "console/text.h"
+#include "input/nearestname.h"
 
 #include <QRegularExpression>
 
@@ -54,7 +54,7 @@ QStringList optionsOf(const CLI::App& app)
 /// The one known name that was meant, or an empty text.
 QString meant(const QString& word, const QStringList& known)
 {
-    const QString nearest = nearestName(word, known);
+    const QString nearest = input::nearestName(word, known);
     if (!nearest.isEmpty()) {
         return nearest;
     }

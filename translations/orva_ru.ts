@@ -1454,28 +1454,12 @@ The server&apos;s last refusal:
         <translation>Время ожидания</translation>
     </message>
     <message>
-        <source>not set: 10 seconds</source>
-        <translation>не задано: 10 секунд</translation>
-    </message>
-    <message>
         <source>not set: no proxy</source>
         <translation>не задан: без прокси</translation>
     </message>
     <message>
         <source>not set: the system&apos;s certificates</source>
         <translation>не задан: сертификаты системы</translation>
-    </message>
-    <message>
-        <source>not set: 8388608 bytes</source>
-        <translation>не задано: 8388608 байт</translation>
-    </message>
-    <message>
-        <source>not set: till</source>
-        <translation>не задано: till</translation>
-    </message>
-    <message>
-        <source>not set: 30 days</source>
-        <translation>не задано: 30 дней</translation>
     </message>
     <message>
         <source>%1 is not there</source>
@@ -2368,10 +2352,6 @@ The server&apos;s last refusal:
         <translation>не задано: ничего не записывается</translation>
     </message>
     <message>
-        <source>not set: 50 megabytes</source>
-        <translation>не задано: 50 мегабайт</translation>
-    </message>
-    <message>
         <source>Replaying</source>
         <translation>Повтор</translation>
     </message>
@@ -2448,6 +2428,30 @@ explanation, 5 done, but not all could be written to the standard output.</sourc
     <message>
         <source>%1 is no regular file of at most %2 bytes; name an exported recording.</source>
         <translation>%1 не обычный файл или больше %2 байт; укажите выгруженную запись.</translation>
+    </message>
+    <message>
+        <source>not set: %1 seconds</source>
+        <translation>не задано: %1 секунд</translation>
+    </message>
+    <message>
+        <source>not set: %1 days</source>
+        <translation>не задано: %1 дней</translation>
+    </message>
+    <message>
+        <source>not set: %1 megabytes</source>
+        <translation>не задано: %1 мегабайт</translation>
+    </message>
+    <message>
+        <source>not set: %1 bytes</source>
+        <translation>не задано: %1 байт</translation>
+    </message>
+    <message>
+        <source>not set: %1</source>
+        <translation>не задано: %1</translation>
+    </message>
+    <message>
+        <source>no key sheet beside the plug-in says which key this is</source>
+        <translation>рядом с плагином нет описания ключей, где сказано, какой это ключ</translation>
     </message>
 </context>
 </TS>

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLibrary>
 #include <QPluginLoader>
 
 #include <cstdio>
@@ -22,6 +23,9 @@ int main(int argc, char** argv)
     Singleton<Config>::instance = &config;
     int working = 0;
     for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files)) {
+        if (!QLibrary::isLibrary(file.fileName())) {
+            continue; // what a plug-in brings along
+        }
         QPluginLoader loader(file.filePath());
         auto* const plugin = qobject_cast<BasicPlugin*>(loader.instance());
         auto* const system = qobject_cast<BasicLoyaltySystem*>(loader.instance());

@@ -3,9 +3,11 @@
 
 #include "host/config/configreader_p.h"
 
+#include "host/config/keysheet.h"
 #include "host/config/knownkeys.h"
 #include "host/config/secretfile_p.h"
 #include "host/http/serveraddress.h"
+#include "input/nearestname.h"
 #include "input/readfile.h"
 #include "input/tomlguard.h"
 
@@ -81,8 +83,7 @@ public:
             const bool known = knownkeys::tables().contains(table);
             if (const toml::table* content = node.as_table()) {
                 if (!known) {
-                    warn(key, table, {}, u"таблица %1 неизвестна"_s.arg(table),
-                         knownkeys::nearest(table, knownkeys::tables()));
+                    warnOfTable(key, table);
                 }
                 readTable(table, known, *content);
             } else if (known) {
@@ -102,10 +103,10 @@ private:
     {
         for (const auto& [tomlKey, node] : content) {
             const QString key = toQString(tomlKey.str());
-            const std::optional<KnownKey> known = knownkeys::find(table, key);
+            const std::optional<ConfigKey> known = knownkeys::find(table, key);
             if (!known && tableIsKnown) {
                 warn(tomlKey, table, key, u"ключ %1.%2 неизвестен"_s.arg(table, key),
-                     knownkeys::nearest(key, knownkeys::keysOf(table)));
+                     input::nearestName(key, knownkeys::keysOf(table)));
             }
             const QVariant value = known ? checked(*known, node) : valueOf(node);
             if (value.isValid()) {
@@ -115,13 +116,13 @@ private:
     }
 
     /// The value of a known key; invalid, and a finding, when it is not one that it may hold.
-    QVariant checked(const KnownKey& known, const toml::node& node)
+    QVariant checked(const ConfigKey& known, const toml::node& node)
     {
-        if (known.kind == KnownKey::Kind::Number) {
+        if (known.kind == ConfigKey::Kind::Number) {
             return number(known, node);
         }
         const QVariant value = valueOf(node);
-        if (known.kind == KnownKey::Kind::Secret) {
+        if (known.kind == ConfigKey::Kind::Secret) {
             if (const toml::table* table = node.as_table()) {
                 return secretIn(*table, known);
             }
@@ -132,15 +133,15 @@ private:
                 node.source(), known.table, known.key,
                 u"ожидается строка, а здесь %1; возьмите значение в кавычки"_s.arg(typeName(node)));
         }
-        if (known.kind == KnownKey::Kind::Address) {
+        if (known.kind == ConfigKey::Kind::Address) {
             const QString complaint = serveraddress::complaintAbout(value.toString());
             return complaint.isEmpty() ? value
                                        : fail(node.source(), known.table, known.key, complaint);
         }
-        return known.kind == KnownKey::Kind::Path ? absolutePath(value.toString()) : value;
+        return known.kind == ConfigKey::Kind::Path ? absolutePath(value.toString()) : value;
     }
 
-    QVariant number(const KnownKey& known, const toml::node& node)
+    QVariant number(const ConfigKey& known, const toml::node& node)
     {
         if (!node.is_integer()) {
             return fail(node.source(), known.table, known.key,
@@ -156,7 +157,7 @@ private:
         return value;
     }
 
-    QVariant secretIn(const toml::table& table, const KnownKey& known)
+    QVariant secretIn(const toml::table& table, const ConfigKey& known)
     {
         const std::optional<std::string> file = table["file"].value_exact<std::string>();
         if (!file || table.size() != 1) {
@@ -190,6 +191,16 @@ private:
     QString absolutePath(const QString& path) const
     {
         return path.isEmpty() ? path : QFileInfo(fileName).absoluteDir().absoluteFilePath(path);
+    }
+
+    /// A table that nobody has registered may be that of a plug-in without a key sheet, unless it
+    /// looks like another one.
+    void warnOfTable(const toml::key& where, const QString& table)
+    {
+        const QString nearest = input::nearestName(table, knownkeys::tables());
+        if (!nearest.isEmpty() || !knownkeys::of(keysheet::owner()).isEmpty()) {
+            warn(where, table, {}, u"таблица %1 неизвестна"_s.arg(table), nearest);
+        }
     }
 
     void warn(const toml::key& where, const QString& table, const QString& key, const QString& what,

@@ -3,10 +3,11 @@
 
 #include "host/config/knownkeys.h"
 
-#include <QList>
+#include "host/config/hostkeys_p.h"
+#include "host/config/keysheet.h"
+
 #include <algorithm>
-#include <numeric>
-#include <vector>
+#include <mutex>
 
 namespace poshost {
 
@@ -16,64 +17,85 @@ namespace knownkeys {
 
 namespace {
 
-const QList<KnownKey>& all()
+struct Owner
 {
-    using Kind = KnownKey::Kind;
-    static const QList<KnownKey> keys{
-        {u"Orva"_s, u"serverUrl"_s, Kind::Address},
-        {u"Orva"_s, u"merchantId"_s},
-        {u"Orva"_s, u"pos"_s},
-        {u"Orva"_s, u"timeout"_s, Kind::Number},
-        {u"Orva"_s, u"user"_s},
-        {u"Orva"_s, u"password"_s, Kind::Secret},
-        {u"Orva"_s, u"apikey"_s, Kind::Secret},
-        {u"http"_s, u"proxy"_s, Kind::Proxy},
-        {u"http"_s, u"caFile"_s, Kind::Path},
-        {u"http"_s, u"maxAnswerBytes"_s, Kind::Number, 1},
-        {u"till"_s, u"database"_s, Kind::Path},
-        {u"till"_s, u"plugin"_s, Kind::Path},
-        {u"till"_s, u"name"_s},
-        {u"queue"_s, u"keepDeliveredDays"_s, Kind::Number, 0},
-        {u"recording"_s, u"folder"_s, Kind::Path},
-        {u"recording"_s, u"maxMegabytes"_s, Kind::Number, 1},
-        {u"recording"_s, u"maxDays"_s, Kind::Number, 1},
-    };
-    return keys;
+    QString name;
+    QList<ConfigKey> keys;
+};
+
+/// A plug-in's keys come first: of all they are the ones that a shop writes.
+struct Registry
+{
+    std::mutex mutex; // guards what follows
+    QList<Owner> owners{{keysheet::owner(), {}}, {u"host"_s, hostKeys()}};
+};
+
+Registry& registry()
+{
+    static Registry all;
+    return all;
 }
 
-/// Levenshtein's distance, row by row.
-int distance(const QString& left, const QString& right)
+template <typename Condition>
+std::optional<ConfigKey> firstOf(const QList<ConfigKey>& keys, Condition fits)
 {
-    std::vector<int> row(static_cast<size_t>(right.size()) + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (qsizetype i = 0; i < left.size(); ++i) {
-        int diagonal = row[0]++;
-        for (qsizetype j = 0; j < right.size(); ++j) {
-            const auto at = static_cast<size_t>(j);
-            const int changed = diagonal + (left[i] == right[j] ? 0 : 1);
-            diagonal = row[at + 1];
-            row[at + 1] = std::min({changed, row[at] + 1, row[at + 1] + 1});
-        }
-    }
-    return row.back();
+    const auto found = std::find_if(keys.cbegin(), keys.cend(), fits);
+    return found == keys.cend() ? std::nullopt : std::optional(*found);
 }
 
 } // namespace
 
-std::optional<KnownKey> find(const QString& table, const QString& key)
+void registerKeys(const QString& owner, const QList<ConfigKey>& keys)
 {
-    for (const KnownKey& known : all()) {
-        if (known.table == table && known.key == key) {
-            return known;
+    Registry& known = registry();
+    const std::lock_guard guard(known.mutex);
+    const auto before = std::find_if(known.owners.begin(), known.owners.end(),
+                                     [&owner](const Owner& each) { return each.name == owner; });
+    if (before == known.owners.end()) {
+        known.owners.append({owner, keys});
+    } else {
+        before->keys = keys;
+    }
+}
+
+QList<ConfigKey> all()
+{
+    Registry& known = registry();
+    const std::lock_guard guard(known.mutex);
+    QList<ConfigKey> keys;
+    for (const Owner& owner : std::as_const(known.owners)) {
+        keys.append(owner.keys);
+    }
+    return keys;
+}
+
+QList<ConfigKey> of(const QString& owner)
+{
+    Registry& known = registry();
+    const std::lock_guard guard(known.mutex);
+    for (const Owner& each : std::as_const(known.owners)) {
+        if (each.name == owner) {
+            return each.keys;
         }
     }
-    return std::nullopt;
+    return {};
+}
+
+std::optional<ConfigKey> find(const QString& table, const QString& key)
+{
+    return firstOf(
+        all(), [&](const ConfigKey& known) { return known.table == table && known.key == key; });
+}
+
+std::optional<ConfigKey> find(ConfigKey::Use use)
+{
+    return firstOf(all(), [use](const ConfigKey& known) { return known.use == use; });
 }
 
 QStringList tables()
 {
     QStringList names;
-    for (const KnownKey& known : all()) {
+    for (const ConfigKey& known : all()) {
         names.append(known.table);
     }
     names.removeDuplicates();
@@ -83,22 +105,12 @@ QStringList tables()
 QStringList keysOf(const QString& table)
 {
     QStringList names;
-    for (const KnownKey& known : all()) {
+    for (const ConfigKey& known : all()) {
         if (known.table == table) {
             names.append(known.key);
         }
     }
     return names;
-}
-
-QString nearest(const QString& name, const QStringList& candidates)
-{
-    const QString wanted = name.toLower();
-    const auto best = std::min_element(
-        candidates.begin(), candidates.end(), [&wanted](const QString& left, const QString& right) {
-            return distance(wanted, left.toLower()) < distance(wanted, right.toLower());
-        });
-    return best == candidates.end() ? QString() : *best;
 }
 
 } // namespace knownkeys

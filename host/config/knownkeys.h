@@ -3,43 +3,36 @@
 
 #pragma once
 
+#include "host/config/configkey.h"
 #include "host/hostexport.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
-#include <limits>
 #include <optional>
 
 namespace poshost {
 
-/// A key of the configuration that the system knows, and what it may hold.
-struct KnownKey
-{
-    enum class Kind
-    {
-        Text,
-        Path,    ///< a text; a relative one starts at the configuration's own folder
-        Address, ///< a text, the address of a server that is good to be shown (serveraddress.h)
-        Proxy,   ///< a text, an address that may name user and password
-        Secret,  ///< a text, or a table whose one key "file" names the file that holds it
-        Number,  ///< a whole number that fits an int
-    };
-
-    QString table;
-    QString key;
-    Kind kind = Kind::Text;
-    int minimum = std::numeric_limits<int>::min(); ///< of a Number
-};
-
-/// The one list of what may stand in the configuration.
+/// What may stand in the configuration: the host's own keys and those that their owners have
+/// registered. Any thread.
 namespace knownkeys {
 
+/// Makes the keys of an owner known to every configuration that is loaded from now on; those that
+/// it registered before are forgotten. The keys of a table have one owner.
+/// @param owner a name of its own, such as "till"; a plug-in's keys are those of keysheet.h
+/// @param keys none: the owner is forgotten
+HOST_EXPORT void registerKeys(const QString& owner, const QList<ConfigKey>& keys);
+/// All keys: the plug-in's, the host's, then the others' in the order of their owners'
+/// registration.
+HOST_EXPORT QList<ConfigKey> all();
+/// The keys of one owner.
+HOST_EXPORT QList<ConfigKey> of(const QString& owner);
 /// The known key, or nothing.
-HOST_EXPORT std::optional<KnownKey> find(const QString& table, const QString& key);
+HOST_EXPORT std::optional<ConfigKey> find(const QString& table, const QString& key);
+/// The first key with that use, or nothing.
+HOST_EXPORT std::optional<ConfigKey> find(ConfigKey::Use use);
 HOST_EXPORT QStringList tables();
 HOST_EXPORT QStringList keysOf(const QString& table);
-/// The candidate with the fewest letters to add, drop or change, case aside; the first of equals.
-QString nearest(const QString& name, const QStringList& candidates);
 
 } // namespace knownkeys
 

@@ -3,6 +3,7 @@
 
 #include "host/database/database.h"
 
+#include "host/config/knownkeys.h"
 #include "host/core/basicexception.h"
 #include "host/database/databaseconnection_p.h"
 #include "host/database/databaseerror_p.h"
@@ -190,7 +191,8 @@ QString Database::fileName() const
 QString Database::configuredFile()
 {
     const Config* config = Singleton<Config>::instance;
-    return config == nullptr ? QString() : config->getString(u"till:database"_s, QString());
+    const auto key = knownkeys::find(ConfigKey::Use::Database);
+    return config == nullptr || !key ? QString() : config->getString(key->name(), QString());
 }
 
 int Database::schemaVersion()

@@ -11,7 +11,8 @@
 
 namespace poshost {
 
-/// A connection to the till's SQLite file, which holds its checks and its outgoing queue.
+/// A connection to the till's SQLite file, which holds the outgoing queue and what else has
+/// registered its tables (schemastep.h).
 ///
 /// Belongs to the thread that opened it; other threads and processes open connections of their own
 /// to the same file. What is committed is synced to the disk (write-ahead log, synchronous=FULL),
@@ -24,8 +25,8 @@ public:
     static constexpr int defaultBusyMilliseconds = 5000;
 
     /// Opens the file. A missing one is created, readable by its owner only. Where group or others
-    /// may read an existing one, that right is taken from them and a warning logged. A schema of an
-    /// older version is brought up to date in one transaction.
+    /// may read an existing one, that right is taken from them and a warning logged. An older
+    /// schema is brought up to date in one transaction (schemastep.h).
     /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
     /// @throws BasicException "databaseError" when the file cannot be opened, is no till's
     /// database, was emptied or removed while its log holds what was written last, or was written
@@ -52,9 +53,10 @@ public:
     /// The file's absolute path.
     QString fileName() const;
 
-    /// The file that the configuration names under "till:database", empty when it names none.
+    /// The file that the configuration names under the key with ConfigKey::Use::Database; empty
+    /// when it names none, or nobody has registered such a key.
     static QString configuredFile();
-    /// The version of the schema that this program reads and writes.
+    /// The version that a file has after all registered steps (schemastep.h).
     static int schemaVersion();
 
 private:

@@ -6,6 +6,7 @@
 #include "host/core/basicexception.h"
 #include "host/database/database.h"
 #include "host/database/databaseerror_p.h"
+#include "host/database/schemaregistry_p.h"
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
 
@@ -21,122 +22,57 @@ namespace databaseschema {
 
 namespace {
 
-/// Version 1: the outgoing queue. Times are milliseconds since 1970 in UTC.
-QStringList queueTables()
+/// Whether an owner's tables and indices are those of a file of that version: its last mark up to
+/// there is in the file, and none of the later ones.
+bool fits(const OwnedSteps& owned, int version, const QStringList& names)
 {
-    return {
-        // who a queue's messages are sent as; the secret stands here once and goes with the last
-        // message that needs it
-        u"CREATE TABLE queue_accounts ("
-        "id INTEGER PRIMARY KEY, queue TEXT NOT NULL, authorization TEXT NOT NULL, "
-        "paused_status INTEGER, paused_at INTEGER, probe_at INTEGER)"_s,
-        // Small rows that change often, apart from the bodies, which never change. For an IN with
-        // three values SQLite would build a temporary table each time it checks a row.
-        u"CREATE TABLE queue_messages ("
-        "id INTEGER PRIMARY KEY AUTOINCREMENT, queue TEXT NOT NULL, "
-        "account_id INTEGER REFERENCES queue_accounts(id), extra TEXT NOT NULL, "
-        "state TEXT NOT NULL "
-        "CHECK (state = 'waiting' OR state = 'parked' OR state = 'delivered'), "
-        "steps INTEGER NOT NULL, steps_done INTEGER NOT NULL DEFAULT 0, "
-        "step_attempts INTEGER NOT NULL DEFAULT 0, attempts INTEGER NOT NULL DEFAULT 0, "
-        "server_errors INTEGER NOT NULL DEFAULT 0, "
-        "attempted_at INTEGER, next_attempt_at INTEGER, "
-        "last_status INTEGER, last_error TEXT, last_answer TEXT, "
-        "created_at INTEGER NOT NULL, delivered_at INTEGER, "
-        "CHECK ((state = 'delivered') = (account_id IS NULL)))"_s,
-        u"CREATE INDEX queue_undelivered ON queue_messages(account_id, id) "
-        "WHERE account_id IS NOT NULL"_s,
-        u"CREATE TABLE queue_bodies ("
-        "message_id INTEGER PRIMARY KEY REFERENCES queue_messages(id) ON DELETE CASCADE, "
-        "headers TEXT NOT NULL, urls TEXT NOT NULL, payload BLOB NOT NULL)"_s,
-        u"CREATE TABLE queue_dependencies ("
-        "message_id INTEGER NOT NULL REFERENCES queue_messages(id) ON DELETE CASCADE, "
-        "depends_on INTEGER NOT NULL REFERENCES queue_messages(id) ON DELETE CASCADE, "
-        "PRIMARY KEY (message_id, depends_on)) WITHOUT ROWID"_s,
-        u"CREATE INDEX queue_dependents ON queue_dependencies(depends_on)"_s,
-        // a queue that waits as a whole
-        u"CREATE TABLE queue_holds ("
-        "queue TEXT PRIMARY KEY, reason TEXT NOT NULL CHECK (reason IN ('server', 'address')), "
-        "failures INTEGER NOT NULL, since INTEGER NOT NULL, until INTEGER NOT NULL) "
-        "WITHOUT ROWID"_s,
-    };
+    QString due;
+    for (const SchemaStep& step : owned.steps) {
+        if (step.version > version && names.contains(step.mark)) {
+            return false;
+        }
+        if (step.version <= version && !step.mark.isEmpty()) {
+            due = step.mark;
+        }
+    }
+    return due.isEmpty() || names.contains(due);
 }
 
-/// Version 2: the till's checks and settings.
-QStringList tillTables()
-{
-    return {
-        u"CREATE TABLE checks ("
-        "id TEXT PRIMARY KEY, number INTEGER, "
-        "state TEXT NOT NULL CHECK (state = 'open' OR state = 'suspended' OR state = 'closed' "
-        "OR state = 'abandoned'), "
-        "type INTEGER, sale_id TEXT, data BLOB, "
-        "message_id INTEGER REFERENCES queue_messages(id) ON DELETE SET NULL, "
-        "updated_at INTEGER)"_s,
-        u"CREATE INDEX checks_sale ON checks(sale_id) WHERE sale_id IS NOT NULL"_s,
-        u"CREATE INDEX checks_message ON checks(message_id) WHERE message_id IS NOT NULL"_s,
-        u"CREATE TABLE settings (key TEXT PRIMARY KEY, value) WITHOUT ROWID"_s,
-    };
-}
-
-/// Version 3: the last of tens of thousands of checks is found without reading all of them. When a
-/// check was changed stands behind its content, so that only looking there reads everything.
-QStringList checkIndex()
-{
-    return {u"CREATE INDEX checks_recent ON checks(state, type, updated_at)"_s};
-}
-
-/// Version 4: which check was changed last is told by a number that counts the changes, whatever
-/// the clock said meanwhile; checks of older versions get theirs in the order of their times. And a
-/// message's content is followed by what tells whether it is still the one that was stored.
-QStringList changeNumbers()
-{
-    return {
-        u"ALTER TABLE checks ADD COLUMN change_number INTEGER"_s,
-        u"UPDATE checks SET change_number = counted.number FROM "
-        "(SELECT rowid AS counted_row, row_number() OVER (ORDER BY updated_at, rowid) AS number "
-        "FROM checks) AS counted WHERE checks.rowid = counted.counted_row"_s,
-        u"DROP INDEX checks_recent"_s,
-        u"CREATE INDEX checks_changes ON checks(change_number)"_s,
-        u"CREATE INDEX checks_last ON checks(state, change_number, type)"_s,
-        u"ALTER TABLE queue_bodies ADD COLUMN digest BLOB"_s,
-    };
-}
-
-/// A step to the next version, and a table or an index that only files from that version on have,
-/// or those up to the one behind it.
-struct Step
-{
-    QString mark;
-    QStringList statements;
-};
-
-const QList<Step>& steps()
-{
-    static const QList<Step> all{{u"queue_messages"_s, queueTables()},
-                                 {u"checks"_s, tillTables()},
-                                 {u"checks_recent"_s, checkIndex()},
-                                 {u"checks_last"_s, changeNumbers()}};
-    return all;
-}
-
-/// Whether a file of that version has these tables and indices.
 bool fits(int version, const QStringList& names)
 {
     if (version <= 0) {
         return version == 0 && names.isEmpty();
     }
-    const auto later = steps().cbegin() + version;
-    return names.contains(steps().at(version - 1).mark) &&
-           std::none_of(later, steps().cend(),
-                        [&](const Step& step) { return names.contains(step.mark); });
+    const QList<OwnedSteps> owners = registeredSchema();
+    return std::all_of(owners.cbegin(), owners.cend(),
+                       [&](const OwnedSteps& owned) { return fits(owned, version, names); });
+}
+
+/// What all owners do to a file of the version before.
+QStringList statementsTo(int version)
+{
+    QStringList statements;
+    for (const OwnedSteps& owned : registeredSchema()) {
+        for (const SchemaStep& step : owned.steps) {
+            if (step.version == version) {
+                statements.append(step.statements);
+            }
+        }
+    }
+    return statements;
 }
 
 } // namespace
 
 int newestVersion()
 {
-    return static_cast<int>(steps().size());
+    int newest = 0;
+    for (const OwnedSteps& owned : registeredSchema()) {
+        for (const SchemaStep& step : owned.steps) {
+            newest = std::max(newest, step.version);
+        }
+    }
+    return newest;
 }
 
 int checkedVersion(Database& database)
@@ -146,8 +82,8 @@ int checkedVersion(Database& database)
                                   "FROM sqlite_schema) FROM pragma_user_version"_s);
     statement.next();
     const int version = statement.value(0).toInt();
-    if (version > newestVersion()) {
-        throw BasicException(databaseerror::tooNew(database.fileName(), version, newestVersion()));
+    if (const int newest = newestVersion(); version > newest) {
+        throw BasicException(databaseerror::tooNew(database.fileName(), version, newest));
     }
     if (!fits(version, statement.value(1).toString().split(u',', Qt::SkipEmptyParts))) {
         throw BasicException(databaseerror::wrongVersion(database.fileName(), version));
@@ -163,7 +99,7 @@ void bringUpToDate(Database& database)
     Transaction transaction(database);
     // another process may have been quicker
     for (int version = checkedVersion(database); version < newestVersion(); ++version) {
-        for (const QString& sql : steps().at(version).statements) {
+        for (const QString& sql : statementsTo(version + 1)) {
             database.execute(sql);
         }
     }

@@ -7,11 +7,10 @@ namespace poshost {
 
 class Database;
 
-/// The tables of the till's database. The file keeps the version of its schema; each step leads
-/// from one version to the next and is never changed once it has been released.
+/// The version of a file's tables, and the registered steps (schemastep.h) that it lacks.
 namespace databaseschema {
 
-/// The version that the last step leads to.
+/// The version that the last registered step leads to.
 int newestVersion();
 /// The version that the file says it has, 0 for an empty file.
 /// @throws BasicException "databaseError" when it is newer than the newest known one, or cannot be

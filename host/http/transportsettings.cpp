@@ -3,17 +3,12 @@
 
 #include "host/http/transportsettings_p.h"
 
+#include "host/config/hostkeys_p.h"
 #include "host/services/config.h"
 
 namespace poshost {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr int defaultMaxAnswerBytes = 8 * 1024 * 1024;
-
-} // namespace
 
 TransportSettings TransportSettings::read()
 {

@@ -3,6 +3,8 @@
 
 #include "host/queue/queuedelivery.h"
 
+#include "host/config/hostkeys_p.h"
+#include "host/config/knownkeys.h"
 #include "host/database/database.h"
 #include "host/database/filelock.h"
 #include "host/queue/deliveryjournal_p.h"
@@ -20,8 +22,6 @@ using deliverypolicy::Meaning;
 
 namespace {
 
-constexpr int defaultTimeoutSeconds = 10;
-constexpr int defaultKeepDays = 30;
 constexpr int secondsBetweenRemovals = 3600;
 constexpr qsizetype maxKeptAnswerBytes = 4096;
 
@@ -29,6 +29,13 @@ int configured(const QString& key, int defaultValue)
 {
     const Config* config = Singleton<Config>::instance;
     return config == nullptr ? defaultValue : config->getInt(key, defaultValue);
+}
+
+/// 0, which leaves it to the client, where no plug-in says how long its server is waited for.
+int exchangeSeconds()
+{
+    const std::optional<ConfigKey> key = knownkeys::find(ConfigKey::Use::Timeout);
+    return key ? configured(key->name(), key->defaultValue.toInt()) : 0;
 }
 
 QDateTime now()
@@ -120,7 +127,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
             client->abort();
         }
     }
-    client->setTimeout(configured(u"Orva:timeout"_s, defaultTimeoutSeconds));
+    client->setTimeout(exchangeSeconds());
     // what is sent is UTF-8, whatever the text was read in before it was queued
     client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
     {

@@ -14,21 +14,15 @@
 #include <QVariant>
 
 /// The host's configuration: one TOML file. A key is written "Table:key", so the value of
-/// serverUrl in the table [Orva] is "Orva:serverUrl". Not changed after loading, so safe to read
+/// proxy in the table [http] is "http:proxy". Not changed after loading, so safe to read
 /// from any thread.
 ///
-/// Known keys, all texts unless said otherwise (* a path: a relative one starts at the folder of
-/// the configuration file and is handed out absolute):
-///
-///     [Orva]  serverUrl (an address of http or https without "@"), merchantId pos user, password
-///             and apikey (secrets), timeout (whole seconds, 0 or less: 10)
-///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 8 MiB)
-///     [till]  database*, plugin*, name
-///     [queue] keepDeliveredDays (whole number from 0, default 30)
-///     [recording] folder*, maxMegabytes and maxDays (whole numbers from 1, default 50 and 30)
-///
-/// A secret is a text, or { file = "..."* }: the first line of that file, so that the configuration
-/// can be shown to others.
+/// Which keys are known, and what they may hold, say those who read them: their sheets are
+/// registered before a file is loaded (host/config/knownkeys.h, keysheet.h). Of known keys the type
+/// is checked; a path that is relative starts at the folder of the configuration file and is handed
+/// out absolute; an address is one of http or https without "@". A secret is a text, or
+/// { file = "..." }: the only line of that file, so that the configuration can be shown to others.
+/// A key that nobody has registered has the value that the file gives it.
 class HOST_EXPORT Config
 {
 public:

@@ -3,6 +3,7 @@
 
 #include "host/services/dbqueuebroker.h"
 
+#include "host/config/knownkeys.h"
 #include "host/core/basicexception.h"
 #include "host/database/database.h"
 #include "host/database/statement.h"
@@ -25,7 +26,10 @@ QSharedPointer<poshost::Database> openConfigured()
 {
     const QString file = poshost::Database::configuredFile();
     if (file.isEmpty()) {
-        throw queueError(u"в настройках нет файла базы данных, добавьте database в [till]"_s);
+        const auto key = poshost::knownkeys::find(poshost::ConfigKey::Use::Database);
+        throw queueError(key ? u"в настройках нет файла базы данных, добавьте %1 в [%2]"_s.arg(
+                                   key->key, key->table)
+                             : u"ключ с файлом базы данных не зарегистрирован"_s);
     }
     return QSharedPointer<poshost::Database>::create(file);
 }

@@ -18,8 +18,8 @@ class Database;
 class HOST_EXPORT DBQueueBroker
 {
 public:
-    /// Opens nothing yet: the first use opens the file that the configuration names under
-    /// "till:database".
+    /// Opens nothing yet: the first use opens the file that the configuration names
+    /// (poshost::Database::configuredFile).
     DBQueueBroker();
     /// Uses a database that is already open, which is shared.
     explicit DBQueueBroker(const QSharedPointer<poshost::Database>& database);

@@ -3,7 +3,7 @@
 
 #include "simulator/rules/tablereader.h"
 
-#include "console/nearestname.h"
+#include "input/nearestname.h"
 #include "input/readfile.h"
 #include "input/tomlguard.h"
 #include "simulator/text.h"
@@ -100,7 +100,7 @@ void TableReader::allowOnly(const QStringList& known) const
         if (known.contains(name)) {
             continue;
         }
-        const QString nearest = console::nearestName(name, known);
+        const QString nearest = input::nearestName(name, known);
         throw error(key.source(), name,
                     nearest.isEmpty()
                         ? Text::tr("is unknown: known here are %1").arg(known.join(u", "_s))
@@ -188,7 +188,7 @@ QString TableReader::choice(const char* key, const QStringList& known) const
     if (known.contains(value)) {
         return value;
     }
-    const QString nearest = console::nearestName(value, known);
+    const QString nearest = input::nearestName(value, known);
     if (!nearest.isEmpty()) {
         refuse(key, Text::tr("is \"%1\": did you mean \"%2\"?").arg(value, nearest));
     }

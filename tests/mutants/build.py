@@ -20,7 +20,7 @@ CONCERNS = {"client-number-test": ("client/response/number.cpp",),
             "test-host-rest": ("host/services/restclient.cpp", *(f"host/http/{name}.cpp" for name in (
                 "curlpool", "transporterror", "transportsettings", "connectionprobe"))),
             "test-host-config": ("host/services/config.cpp", *(f"host/config/{name}.cpp" for name in (
-                "configreader", "knownkeys", "secretfile")))}
+                "configreader", "hostkeys", "keysheet", "knownkeys", "secretfile")))}
 # Which program is tried first for the mutants of a folder or file, until more is known.
 HINTS = {"plugin": "test-plugin", "client/request": "client-request-test",
          "client/response": "client-response-test",

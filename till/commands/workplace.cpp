@@ -3,12 +3,14 @@
 
 #include "till/commands/workplace.h"
 
+#include "host/config/keysheet.h"
 #include "host/database/database.h"
 #include "host/queue/deliverythread.h"
 #include "host/services/sessioncontext.h"
 #include "till/desk/installedplugin.h"
 #include "till/desk/pluginhost.h"
 #include "till/failure.h"
+#include "till/keys.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
 #include "till/text.h"
@@ -37,8 +39,14 @@ QSharedPointer<poshost::Database> openDatabase(const Options& options, const Con
 
 Config loadConfig(const Options& options)
 {
+    const bool isThere = options.configNamed || QFile::exists(options.configFile);
     Config config;
-    if (options.configNamed || QFile::exists(options.configFile)) {
+    if (isThere) {
+        // whose keys the rest is written in shows the file itself
+        static_cast<void>(config.examine(options.configFile));
+    }
+    poshost::keysheet::registerPlugin(chosenPlugin(options.plugin, config));
+    if (isThere) {
         config.load(options.configFile);
     }
     return config;
@@ -46,11 +54,7 @@ Config loadConfig(const Options& options)
 
 QString pluginFile(const Options& options, const Config& config)
 {
-    QString file =
-        options.plugin.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : options.plugin;
-    if (file.isEmpty()) {
-        file = installedPlugin();
-    }
+    const QString file = chosenPlugin(options.plugin, config);
     if (file.isEmpty()) {
         throw Failure(Text::tr("%1 names no plug-in; write plugin in [till] or use --plugin.")
                           .arg(options.configFile),
@@ -63,8 +67,8 @@ Workplace::Workplace(const Options& given)
     : options(given), config(loadConfig(given)), opened(openDatabase(given, config)),
       broker(opened), store(opened)
 {
-    session.setSessionContext(
-        QSharedPointer<SessionContext>::create(config.getString(u"till:name"_s, u"till"_s)));
+    session.setSessionContext(QSharedPointer<SessionContext>::create(
+        config.getString(u"till:name"_s, QString::fromUtf16(defaultTillName))));
     Singleton<Config>::instance = &config;
     Singleton<Session>::instance = &session;
     Singleton<DBQueueBroker>::instance = &broker;

@@ -27,7 +27,8 @@ class RecordFolder;
 class Recording;
 
 /// The configuration that the command line names; an empty one where it names none and the default
-/// file is missing. @throws BasicException "configError"
+/// file is missing. What is known of the plug-in's keys is registered on the way.
+/// @throws BasicException "configError"
 Config loadConfig(const Options& options);
 /// @throws Failure (Usage) when neither names a plug-in
 QString pluginFile(const Options& options, const Config& config);

@@ -3,9 +3,9 @@
 
 #include "till/commands/worksession.h"
 
-#include "console/nearestname.h"
 #include "host/http/operationbudget.h"
 #include "host/queue/outgoingqueue.h"
+#include "input/nearestname.h"
 #include "till/checks/amount.h"
 #include "till/commands/commandline.h"
 #include "till/commands/queuewait.h"
@@ -116,7 +116,7 @@ QString WorkSession::nearestCommand(const QString& name)
     for (const Entry& entry : entries()) {
         names.append(entry.name);
     }
-    return console::nearestName(name, names);
+    return input::nearestName(name, names);
 }
 
 void WorkSession::execute(const QString& name, const QString& rest)

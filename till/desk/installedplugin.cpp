@@ -3,6 +3,8 @@
 
 #include "till/desk/installedplugin.h"
 
+#include "host/services/config.h"
+
 #include <QCoreApplication>
 #include <QDir>
 
@@ -16,6 +18,12 @@ QString installedPlugin()
                                       QStringLiteral(ORVA_PLUGINS_FROM_PROGRAM)));
     const QStringList plugins = folder.entryList({u"*.so"_s}, QDir::Files);
     return plugins.size() == 1 ? folder.filePath(plugins.first()) : QString();
+}
+
+QString chosenPlugin(const QString& named, const Config& config)
+{
+    const QString file = named.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : named;
+    return file.isEmpty() ? installedPlugin() : file;
 }
 
 } // namespace till

@@ -40,7 +40,7 @@ PluginHost::~PluginHost()
 
 QString PluginHost::requiredIid()
 {
-    return u"Orva"_s;
+    return QStringLiteral(ORVA_PLUGIN_IID);
 }
 
 void PluginHost::checkMetadata() const

@@ -3,7 +3,9 @@
 
 #include "till/doctor/addresschecks.h"
 
+#include "host/config/knownkeys.h"
 #include "host/http/serveraddress.h"
+#include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -15,18 +17,19 @@ using namespace Qt::StringLiterals;
 namespace till::doctor {
 namespace {
 
-constexpr int defaultSeconds = 10;
+using Use = poshost::ConfigKey::Use;
+
 /// A server far away needs more than that now and then.
 constexpr int shortestSensible = 2;
 /// Longer than that no customer waits.
 constexpr int longestSensible = 30;
 
 /// The line with the address as it should be, without what must not be shown.
-QString line(QUrl url)
+QString line(const poshost::ConfigKey& key, QUrl url)
 {
     url.setQuery(QString());
     url.setFragment(QString());
-    return u"[Orva] serverUrl = \"%1\""_s.arg(poshost::serveraddress::shown(url));
+    return keylines::line(key, u"\"%1\""_s.arg(poshost::serveraddress::shown(url)));
 }
 
 bool isHere(const QString& host)
@@ -34,18 +37,18 @@ bool isHere(const QString& host)
     return host == "localhost"_L1 || host.startsWith("127."_L1) || host == "::1"_L1;
 }
 
-Finding lookAtScheme(const QUrl& url)
+Finding lookAtScheme(const poshost::ConfigKey& key, const QUrl& url)
 {
     if (url.scheme() == "http"_L1 && !isHere(url.host())) {
         QUrl secure = url;
         secure.setScheme(u"https"_s);
         return Finding::warning(Text::tr("http: everybody on the way can read the credentials"),
-                                line(secure));
+                                line(key, secure));
     }
     return Finding::ok(url.scheme());
 }
 
-Finding lookAtSlash(const QUrl& url)
+Finding lookAtSlash(const poshost::ConfigKey& key, const QUrl& url)
 {
     if (url.path().endsWith(u'/')) {
         return Finding::ok(Text::tr("ends with \"/\""));
@@ -55,21 +58,23 @@ Finding lookAtSlash(const QUrl& url)
     return Finding::fails(Text::tr("%1 does not end with \"/\"; what is asked for is put right "
                                    "behind it")
                               .arg(poshost::serveraddress::shown(url)),
-                          line(mended));
+                          line(key, mended));
 }
 
-Finding lookAtQuery(const QUrl& url)
+Finding lookAtQuery(const poshost::ConfigKey& key, const QUrl& url)
 {
     return url.hasQuery() || url.hasFragment()
                ? Finding::warning(Text::tr("something stands behind \"?\" or \"#\" and goes out "
                                            "with every request"),
-                                  line(url))
+                                  line(key, url))
                : Finding::ok(Text::tr("none"));
 }
 
-Finding lookAtTimeout(int seconds)
+Finding lookAtTimeout(const poshost::ConfigKey& key, const Config& config)
 {
-    const QString mend = u"[Orva] timeout = %1"_s.arg(defaultSeconds);
+    const int defaultSeconds = key.defaultValue.toInt();
+    const int seconds = config.getInt(key.name(), defaultSeconds);
+    const QString mend = keylines::sampleLine(key);
     if (seconds <= 0) {
         return Finding::warning(
             Text::tr("%1 stands for %2 seconds").arg(seconds).arg(defaultSeconds), mend);
@@ -90,14 +95,20 @@ void checkAddress(Report& report, const Subject& subject)
 {
     const QUrl url(subject.serverAddress());
     const QString scheme = u"address.scheme"_s;
-    report.check(scheme, Text::tr("Server address"), {u"config.Orva.serverUrl"_s},
-                 [&] { return lookAtScheme(url); });
+    const auto address = poshost::knownkeys::find(Use::ServerAddress);
+    const auto look = [&](Finding (*at)(const poshost::ConfigKey&, const QUrl&)) {
+        return address ? at(*address, url) : Finding::notNeeded(keylines::nobodyKnows());
+    };
+    report.check(scheme, Text::tr("Server address"), keylines::needed(Use::ServerAddress),
+                 [&] { return look(lookAtScheme); });
     report.check(u"address.slash"_s, Text::tr("Server address, its end"), {scheme},
-                 [&] { return lookAtSlash(url); });
+                 [&] { return look(lookAtSlash); });
     report.check(u"address.query"_s, Text::tr("Server address, query"), {scheme},
-                 [&] { return lookAtQuery(url); });
-    report.check(u"timeout"_s, Text::tr("Time-out"), {u"config.Orva.timeout"_s}, [&] {
-        return lookAtTimeout(subject.config->getInt(u"Orva:timeout"_s, defaultSeconds));
+                 [&] { return look(lookAtQuery); });
+    const auto timeout = poshost::knownkeys::find(Use::Timeout);
+    report.check(u"timeout"_s, Text::tr("Time-out"), keylines::needed(Use::Timeout), [&] {
+        return timeout ? lookAtTimeout(*timeout, *subject.config)
+                       : Finding::notNeeded(keylines::nobodyKnows());
     });
 }
 

@@ -5,13 +5,13 @@
 
 #include "host/config/knownkeys.h"
 #include "host/http/serveraddress.h"
+#include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 
 #include <algorithm>
 #include <functional>
@@ -22,51 +22,6 @@ namespace till::doctor {
 namespace {
 
 using Kind = ConfigFinding::Kind;
-
-/// What the list of known keys does not say about a key.
-struct KeySheet
-{
-    QString sample;               ///< a value as it may stand in the file
-    bool isRequired = false;      ///< the till or the plug-in cannot work without it
-    bool mayBeEmpty = false;      ///< if it is written out
-    const char* absent = nullptr; ///< what holds without it
-};
-
-KeySheet sheetOf(const QString& name)
-{
-    static const QHash<QString, KeySheet> sheets{
-        {u"Orva.serverUrl"_s, {u"\"https://loyalty.example.com/\""_s, true, false, nullptr}},
-        {u"Orva.merchantId"_s, {u"\"1042\""_s, true, false, nullptr}},
-        {u"Orva.pos"_s, {u"\"3\""_s, true, false, nullptr}},
-        {u"Orva.timeout"_s,
-         {u"10"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 10 seconds")}},
-        {u"Orva.user"_s, {u"\"till\""_s, true, false, nullptr}},
-        {u"Orva.password"_s, {u"{ file = \"password\" }"_s, true, false, nullptr}},
-        // a server without keys is told so in writing
-        {u"Orva.apikey"_s, {u"{ file = \"apikey\" }"_s, true, true, nullptr}},
-        {u"http.proxy"_s,
-         {u"\"http://proxy.example.com:3128\""_s, false, true,
-          QT_TRANSLATE_NOOP("Till", "not set: no proxy")}},
-        {u"http.caFile"_s,
-         {u"\"/etc/ssl/certs/ca-certificates.crt\""_s, false, true,
-          QT_TRANSLATE_NOOP("Till", "not set: the system's certificates")}},
-        {u"http.maxAnswerBytes"_s,
-         {u"8388608"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 8388608 bytes")}},
-        {u"till.database"_s, {u"\"till.sqlite\""_s, true, false, nullptr}},
-        {u"till.plugin"_s, {u"\"/usr/lib/orva/liborva.so\""_s, true, false, nullptr}},
-        {u"till.name"_s, {u"\"3\""_s, false, true, QT_TRANSLATE_NOOP("Till", "not set: till")}},
-        {u"queue.keepDeliveredDays"_s,
-         {u"30"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
-        {u"recording.folder"_s,
-         {u"\"records\""_s, false, true,
-          QT_TRANSLATE_NOOP("Till", "not set: nothing is recorded")}},
-        {u"recording.maxMegabytes"_s,
-         {u"50"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 50 megabytes")}},
-        {u"recording.maxDays"_s,
-         {u"30"_s, false, false, QT_TRANSLATE_NOOP("Till", "not set: 30 days")}},
-    };
-    return sheets.value(name);
-}
 
 const ConfigFinding* findingOf(const Subject& subject,
                                const std::function<bool(const ConfigFinding&)>& matches)
@@ -80,6 +35,14 @@ bool concernsFile(const ConfigFinding& finding)
 {
     return finding.kind == Kind::Unreadable || finding.kind == Kind::Syntax ||
            (finding.kind == Kind::WrongValue && finding.key.isEmpty());
+}
+
+/// For whoever has to see how a line is written.
+QString lineAsItShouldBe()
+{
+    const auto own = poshost::knownkeys::find(poshost::ConfigKey::Use::Credential);
+    const auto key = own ? own : poshost::knownkeys::find(poshost::ConfigKey::Use::Database);
+    return key ? keylines::sampleLine(*key) : QString();
 }
 
 Finding lookAtFile(const Subject& subject)
@@ -99,8 +62,8 @@ Finding lookAtFile(const Subject& subject)
         return Finding::ok(file);
     }
     return Finding::fails(wrong->text, wrong->kind == Kind::Unreadable
-                                           ? u"ls -lL %1"_s.arg(file)
-                                           : u"[Orva] user = \"till\""_s);
+                                           ? u"ls -lL %1"_s.arg(wrong->file)
+                                           : lineAsItShouldBe());
 }
 
 Finding lookAtRights(const Subject& subject)
@@ -129,20 +92,20 @@ Finding lookAtNames(const Subject& subject)
                             Text::tr("remove the line, or write the name that is known"));
 }
 
-QString shownValue(const poshost::KnownKey& key, const Config& config)
+QString shownValue(const poshost::ConfigKey& key, const Config& config)
 {
-    const QString name = key.table + u':' + key.key;
-    if (key.kind == poshost::KnownKey::Kind::Secret) {
+    const QString name = key.name();
+    if (key.kind == poshost::ConfigKey::Kind::Secret) {
         return Text::tr("set, not shown");
     }
-    if (key.kind == poshost::KnownKey::Kind::Number) {
+    if (key.kind == poshost::ConfigKey::Kind::Number) {
         return QString::number(config.getInt(name, 0));
     }
     const QString value = config.getString(name, QString());
     switch (key.kind) {
-    case poshost::KnownKey::Kind::Address:
+    case poshost::ConfigKey::Kind::Address:
         return poshost::serveraddress::shown(value);
-    case poshost::KnownKey::Kind::Proxy:
+    case poshost::ConfigKey::Kind::Proxy:
         return poshost::serveraddress::shownProxy(value);
     default:
         return value;
@@ -162,20 +125,19 @@ Finding lookAtCertificates(const QString& fileName, const QString& mend)
     return Finding::ok(fileName);
 }
 
-Finding lookAtValue(const poshost::KnownKey& key, const KeySheet& sheet, const Subject& subject,
-                    const QString& mend)
+Finding lookAtValue(const poshost::ConfigKey& key, const Subject& subject, const QString& mend)
 {
     const Config& config = *subject.config;
-    const QString name = key.table + u':' + key.key;
+    const QString name = key.name();
     if (!config.contains(name)) {
-        return sheet.isRequired ? Finding::fails(Text::tr("not set"), mend)
-                                : Finding::ok(Text::tr(sheet.absent));
+        return key.isRequired ? Finding::fails(Text::tr("not set"), mend)
+                              : Finding::ok(keylines::notSet(key));
     }
     const bool isEmpty =
-        key.kind != poshost::KnownKey::Kind::Number && config.getString(name, QString()).isEmpty();
+        key.kind != poshost::ConfigKey::Kind::Number && config.getString(name, QString()).isEmpty();
     if (isEmpty) {
-        return sheet.mayBeEmpty ? Finding::ok(Text::tr("empty"))
-                                : Finding::fails(Text::tr("empty"), mend);
+        return key.mayBeEmpty ? Finding::ok(Text::tr("empty"))
+                              : Finding::fails(Text::tr("empty"), mend);
     }
     if (name == "http:caFile"_L1) {
         return lookAtCertificates(config.getString(name, QString()), mend);
@@ -183,10 +145,9 @@ Finding lookAtValue(const poshost::KnownKey& key, const KeySheet& sheet, const S
     return Finding::ok(shownValue(key, config));
 }
 
-Finding lookAtKey(const poshost::KnownKey& key, const Subject& subject)
+Finding lookAtKey(const poshost::ConfigKey& key, const Subject& subject)
 {
-    const KeySheet sheet = sheetOf(key.table + u'.' + key.key);
-    const QString mend = u"[%1] %2 = %3"_s.arg(key.table, key.key, sheet.sample);
+    const QString mend = keylines::sampleLine(key);
     for (const ConfigFinding& finding : subject.findings) {
         if (finding.kind == Kind::WrongValue && finding.table == key.table &&
             finding.key == key.key) {
@@ -197,7 +158,7 @@ Finding lookAtKey(const poshost::KnownKey& key, const Subject& subject)
                           : key.key == "plugin"_L1   ? subject.plugin
                           : key.key == "database"_L1 ? subject.database
                                                      : QString();
-    return given.isEmpty() ? lookAtValue(key, sheet, subject, mend)
+    return given.isEmpty() ? lookAtValue(key, subject, mend)
                            : Finding::ok(Text::tr("%1, from the command line").arg(given));
 }
 
@@ -211,12 +172,9 @@ void checkConfig(Report& report, const Subject& subject)
                  [&] { return lookAtRights(subject); });
     report.check(u"config.names"_s, Text::tr("Names in the configuration"), {file},
                  [&] { return lookAtNames(subject); });
-    for (const QString& table : poshost::knownkeys::tables()) {
-        for (const QString& key : poshost::knownkeys::keysOf(table)) {
-            report.check(u"config.%1.%2"_s.arg(table, key), Text::tr("Key %1.%2").arg(table, key),
-                         {file},
-                         [&] { return lookAtKey(*poshost::knownkeys::find(table, key), subject); });
-        }
+    for (const poshost::ConfigKey& key : poshost::knownkeys::all()) {
+        report.check(keylines::idOf(key), Text::tr("Key %1.%2").arg(key.table, key.key), {file},
+                     [&] { return lookAtKey(key, subject); });
     }
 }
 

@@ -63,8 +63,8 @@ public:
             database.emplace(
                 [file] { return poshost::DatabaseExamination::of(file, databaseMilliseconds); });
         }
-        if (report.isClear({u"address.scheme"_s, u"config.http.proxy"_s})) {
-            const QUrl url(subject.serverAddress());
+        const QUrl url(subject.serverAddress());
+        if (report.isClear({u"address.scheme"_s, u"config.http.proxy"_s}) && !url.isEmpty()) {
             road.emplace([url] { return poshost::ConnectionProbe::of(url, roadMilliseconds); });
         }
         // a plug-in that hangs while it is loaded keeps everybody else from loading what they need

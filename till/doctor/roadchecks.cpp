@@ -6,6 +6,7 @@
 #include "host/http/connectionprobe.h"
 #include "host/http/serveraddress.h"
 #include "host/services/currenttime.h"
+#include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -123,23 +124,28 @@ private:
 void checkRoad(Report& report, const Subject& subject, const poshost::ConnectionProbe& probe)
 {
     const Road road(subject, probe);
+    const auto look = [&](Finding (Road::*at)() const) {
+        return subject.serverAddress().isEmpty() ? Finding::notNeeded(keylines::nobodyKnows())
+                                                 : (road.*at)();
+    };
     const QStringList start{u"config.http.proxy"_s, u"address.scheme"_s};
     const QString name = u"road.name"_s;
     const QString proxy = u"road.proxy"_s;
     const QString connection = u"road.connection"_s;
     const QString trust = u"tls.trust"_s;
-    report.check(proxy, Text::tr("Proxy"), start, [&] { return road.proxy(); });
+    report.check(proxy, Text::tr("Proxy"), start, [&] { return look(&Road::proxy); });
     report.check(name, Text::tr("Server's name"), start + QStringList{proxy},
-                 [&] { return road.name(); });
+                 [&] { return look(&Road::name); });
     report.check(connection, Text::tr("Connection"), {proxy, name},
-                 [&] { return road.connection(); });
+                 [&] { return look(&Road::connection); });
     QStringList trusting{connection};
     if (road.isSecure()) {
         trusting.append(u"config.http.caFile"_s);
     }
-    report.check(trust, Text::tr("Server's certificate"), trusting, [&] { return road.trust(); });
+    report.check(trust, Text::tr("Server's certificate"), trusting,
+                 [&] { return look(&Road::trust); });
     report.check(u"tls.expiry"_s, Text::tr("Certificate's end"), {trust},
-                 [&] { return road.expiry(); });
+                 [&] { return look(&Road::expiry); });
 }
 
 } // namespace till::doctor

@@ -3,6 +3,10 @@
 
 #include "till/doctor/subject.h"
 
+#include "host/config/keysheet.h"
+#include "host/config/knownkeys.h"
+#include "host/core/basicexception.h"
+#include "till/desk/installedplugin.h"
 #include "till/doctor/errand.h"
 
 using namespace Qt::StringLiterals;
@@ -16,9 +20,18 @@ void Subject::read(int milliseconds)
         QSharedPointer<Config> config = QSharedPointer<Config>::create();
         QList<ConfigFinding> findings;
     };
-    Errand<Result> reading([file = configFile] {
+    Errand<Result> reading([file = configFile, named = plugin] {
         Result result;
-        result.findings = result.config->examine(file);
+        // whose keys the rest is written in shows the file itself
+        static_cast<void>(result.config->examine(file));
+        const QString loaded = chosenPlugin(named, *result.config);
+        try {
+            poshost::keysheet::registerPlugin(loaded);
+        } catch (const BasicException& error) {
+            result.findings.append({ConfigFinding::Kind::Unreadable, QString(), QString(),
+                                    poshost::keysheet::fileOf(loaded), error.tr().ru()});
+        }
+        result.findings.append(result.config->examine(file));
         return result;
     });
     if (const auto result = reading.await(QDeadlineTimer(milliseconds))) {
@@ -40,7 +53,8 @@ QString Subject::databaseFile() const
 
 QString Subject::serverAddress() const
 {
-    return config->getString(u"Orva:serverUrl"_s, QString());
+    const auto key = poshost::knownkeys::find(poshost::ConfigKey::Use::ServerAddress);
+    return key ? config->getString(key->name(), QString()) : QString();
 }
 
 QString Subject::proxy() const

@@ -31,6 +31,7 @@ struct Subject
 
     QString pluginFile() const;
     QString databaseFile() const;
+    /// Empty when the plug-in does not say which key holds it.
     QString serverAddress() const;
     QString proxy() const;
 };

@@ -73,12 +73,19 @@ QJsonObject recordedaddresses::cleaned(const QJsonObject& line)
 QString recordedaddresses::cleanValue(const QString& key, const QString& value)
 {
     const auto known = poshost::knownkeys::find(key.section(u':', 0, 0), key.section(u':', 1));
-    if (known && known->kind == poshost::KnownKey::Kind::Address) {
-        return poshost::serveraddress::shown(value);
+    if (!known) { // nobody can say whether it is an address
+        return value.contains("://"_L1) || value.contains(u'@')
+                   ? poshost::serveraddress::shown(value)
+                   : value;
     }
-    return known && known->kind == poshost::KnownKey::Kind::Proxy
-               ? poshost::serveraddress::shownProxy(value)
-               : value;
+    switch (known->kind) {
+    case poshost::ConfigKey::Kind::Address:
+        return poshost::serveraddress::shown(value);
+    case poshost::ConfigKey::Kind::Proxy:
+        return poshost::serveraddress::shownProxy(value);
+    default:
+        return value;
+    }
 }
 
 } // namespace till

@@ -50,9 +50,8 @@ std::unique_ptr<RecordFolder> RecordFolder::configured(const Config& config)
         return nullptr;
     }
     Bounds bounds;
-    bounds.bytes = config.getInt(u"recording:maxMegabytes"_s, int(bounds.bytes / bytesOfMegabyte)) *
-                   bytesOfMegabyte;
-    bounds.days = config.getInt(u"recording:maxDays"_s, bounds.days);
+    bounds.bytes = config.getInt(u"recording:maxMegabytes"_s, defaultMegabytes) * bytesOfMegabyte;
+    bounds.days = config.getInt(u"recording:maxDays"_s, defaultDays);
     return std::make_unique<RecordFolder>(folder, bounds);
 }
 

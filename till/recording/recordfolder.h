@@ -46,10 +46,13 @@ struct RecordFile
 class RecordFolder : public RecordTarget
 {
 public:
+    static constexpr int defaultMegabytes = 50;
+    static constexpr int defaultDays = 30;
+
     struct Bounds
     {
-        qint64 bytes = 50LL * 1024 * 1024;
-        int days = 30;
+        qint64 bytes = defaultMegabytes * 1024LL * 1024;
+        int days = defaultDays;
     };
 
     /// The folder that the configuration names under "recording:folder"; null when it names none.

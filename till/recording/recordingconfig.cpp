@@ -12,11 +12,11 @@ using namespace Qt::StringLiterals;
 namespace till {
 namespace {
 
-/// Of a key that the host does not know nobody can say whether it holds a secret.
+/// Of a key that nobody has registered nobody can say whether it holds a secret.
 bool mayBeShown(const QString& key)
 {
     const auto known = poshost::knownkeys::find(key.section(u':', 0, 0), key.section(u':', 1));
-    return known && known->kind != poshost::KnownKey::Kind::Secret;
+    return known && known->kind != poshost::ConfigKey::Kind::Secret;
 }
 
 } // namespace

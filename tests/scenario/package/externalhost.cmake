@@ -19,10 +19,13 @@ endif()
 expect("${output}" CONTAINS "Host: PosHost ${VERSION} from ${PREFIX}/")
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build --parallel 2)
 
-file(REMOVE ${PREFIX}/${LIBDIR}/poshost/plugins/liborva.so)
+file(REMOVE_RECURSE ${PREFIX}/${LIBDIR}/poshost/plugins)
 run(${CMAKE_COMMAND} --install ${WORK_DIR}/build --prefix ${PREFIX})
 run(${CMAKE_CURRENT_LIST_DIR}/sale.bash ${PREFIX} ${WORK_DIR}/shop)
 expect("${printed}" CONTAINS "The books agree.")
+if(NOT EXISTS ${PREFIX}/${LIBDIR}/poshost/plugins/liborva.keys.toml)
+    message(FATAL_ERROR "The plug-in was installed without its key sheet.")
+endif()
 
 # The same for a host that promises no more than it must. Only compiled: there is no such library.
 include(${CMAKE_CURRENT_LIST_DIR}/leasthost.cmake)

@@ -11,6 +11,14 @@ file(RENAME ${PREFIX} ${moved})
 run(${CMAKE_CURRENT_LIST_DIR}/sale.bash ${moved} ${WORK_DIR}/shop)
 expect("${printed}" CONTAINS "The books agree.")
 
+# Its keys are known from the sheet that is installed beside it.
+file(WRITE ${WORK_DIR}/mistyped.toml
+    "[Orva]\ntime_out = 5\n[till]\ndatabase = \"mistyped.sqlite\"\n")
+execute_process(COMMAND ${moved}/bin/orva-till --config ${WORK_DIR}/mistyped.toml checks
+    ERROR_VARIABLE errors COMMAND_ERROR_IS_FATAL ANY)
+expect("${errors}" CONTAINS "Orva.time_out")
+expect("${errors}" CONTAINS "timeout")
+
 set(plugins ${moved}/${LIBDIR}/poshost/plugins)
 file(COPY_FILE ${plugins}/liborva.so ${plugins}/libother.so)
 execute_process(COMMAND ${moved}/bin/orva-till --database ${WORK_DIR}/two.sqlite

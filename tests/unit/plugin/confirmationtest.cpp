@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "host/config/knownkeys.h"
 #include "tests/unit/plugin/orvatest.h"
 
 #include <QFile>
@@ -163,8 +164,12 @@ TEST_F(ConfirmationTest, MakesTheQueueWhereTheHostHasNone)
     ASSERT_TRUE(folder.isValid());
     QFile file(folder.filePath(u"till.toml"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[till]\ndatabase = \"till.db\"\n");
+    file.write("[books]\nfile = \"till.db\"\n");
     file.close();
+    poshost::knownkeys::registerKeys(u"books"_s, {{.table = u"books"_s,
+                                                   .key = u"file"_s,
+                                                   .kind = poshost::ConfigKey::Kind::Path,
+                                                   .use = poshost::ConfigKey::Use::Database}});
     Config config;
     config.load(file.fileName());
     const InSingleton<Config> configInPlace(&config);
@@ -179,6 +184,7 @@ TEST_F(ConfirmationTest, MakesTheQueueWhereTheHostHasNone)
     const DBQueueBroker* const made = Singleton<DBQueueBroker>::instance;
     EXPECT_TRUE(commit());
     EXPECT_EQ(Singleton<DBQueueBroker>::instance, made) << "made once";
+    poshost::knownkeys::registerKeys(u"books"_s, {});
 }
 
 /// Notes that it was cleared.

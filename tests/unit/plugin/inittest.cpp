@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "host/config/keysheet.h"
 #include "host/loyalty/loyaltysystems.h"
 #include "tests/unit/plugin/orvatest.h"
 
@@ -71,6 +72,21 @@ TEST_F(InitTest, WithoutAnyKeyHandsOnTheDefaults)
         journal.entries().filter(u"interface."_s),
         (QStringList{u"interface.setUrl(\"\")"_s, u"interface.setCashData(\"\", \"\")"_s,
                      u"interface.setTimeout(10)"_s, u"interface.setAuthData(\"\", \"\", \"\")"_s}));
+}
+
+/// What a host is told of the plug-in's keys is what the plug-in does.
+TEST_F(InitTest, AsksForTheKeysOfItsSheetWithTheirDefaults)
+{
+    QStringList expected;
+    for (const poshost::ConfigKey& key : poshost::keysheet::read(QStringLiteral(ORVA_KEY_SHEET))) {
+        const bool isNumber = key.kind == poshost::ConfigKey::Kind::Number;
+        const QString otherwise = key.defaultValue.toString();
+        expected.append((isNumber ? u"config.getInt(%1, %2)"_s : u"config.getString(%1, \"%2\")"_s)
+                            .arg(key.name(), otherwise));
+    }
+    EXPECT_EQ(expected.size(), 7);
+    EXPECT_TRUE(orva.init());
+    EXPECT_EQ(journal.entries().filter(u"config."_s), expected);
 }
 
 TEST_F(InitTest, AnswersWhatTheRegistrationAnswers)

@@ -3,6 +3,7 @@
 
 #include "host/services/config.h"
 #include "host/core/basicexception.h"
+#include "tests/support/pluginkeys.h"
 #include "tests/support/testfolder.h"
 #include "tests/unit/input/hostiletoml.h"
 
@@ -40,6 +41,7 @@ protected:
         return text.remove(folder.file(QString()) + u'/').toStdString();
     }
 
+    const PluginKeys keys{QStringLiteral(ORVA_PLUGIN_SOURCE)};
     TestFolder folder;
     Config config;
 };
@@ -223,6 +225,12 @@ TEST_F(ConfigFile, UnknownNamesAreWarnedAboutWithTheNearestKnownOne)
                                      "используется; возможно, имелось в виду caFile"},
         {"[orva]\n", "orva.toml, строка 1: таблица orva неизвестна и не используется; возможно, "
                      "имелось в виду Orva"},
+        {"[records]\nfolder = \"a\"\n",
+         "orva.toml, строка 1: таблица records неизвестна и не используется"},
+        {"[recordin]\n", "orva.toml, строка 1: таблица recordin неизвестна и не используется; "
+                         "возможно, имелось в виду recording"},
+        {"[http]\ncolour = 1\n",
+         "orva.toml, строка 2: ключ http.colour неизвестен и не используется"},
         {"serverUrl = \"a\"\n",
          "orva.toml, строка 1: ключ serverUrl стоит вне таблицы и не используется"},
     };

@@ -115,7 +115,8 @@ TEST_F(ProgramTest, unusableFilesEndWith2)
     config = u"missing-orva.toml"_s;
     EXPECT_EQ(run(Command::Checks), ExitCode::Usage);
     config = u"broken.toml"_s;
-    folder.write(config, u"[Orva]\ntimeout = \"soon\"\n"_s);
+    folder.write(config, u"[Orva]\ntimeout = \"soon\"\n[till]\nplugin = \"%1\"\n"_s.arg(
+                             QStringLiteral(ORVA_PLUGIN_FILE)));
     EXPECT_EQ(run(Command::Checks), ExitCode::Usage);
     EXPECT_TRUE(errors.written.contains(u"Orva.timeout"_s)) << said().toStdString();
     folder.write(config, u"[till]\nname = \"3\"\n"_s);

@@ -118,7 +118,10 @@ TEST(DoctorInTime, everythingAtOnce)
     RawServer silent([](RawServer::Connection& connection) { connection.hang(); });
     Scene scene(Scene::Way::Https);
     scene.set(u"http.proxy"_s, u"\"http://127.0.0.1:%1\""_s.arg(silent.port()));
-    scene.set(u"till.plugin"_s, Scene::quoted(QStringLiteral(ORVA_HANGS_ON_LOAD)));
+    const QString plugin = scene.folder.file(u"liborva.so"_s);
+    ASSERT_TRUE(QFile::link(QStringLiteral(ORVA_HANGS_ON_LOAD), plugin));
+    scene.giveKeySheet();
+    scene.set(u"till.plugin"_s, Scene::quoted(plugin));
     const RunResult result = programInTime(scene);
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(failingLines(result.output).size(), 2) << result.output.toStdString();

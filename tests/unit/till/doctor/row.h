@@ -29,6 +29,9 @@ QStringList server();
 /// The same with the way to it.
 QStringList way();
 
+/// The same with what is said of the plug-in's keys, where there is no sheet beside it.
+QStringList behindTheSheet();
+
 /// Breaks a fresh scene for each row and compares what the doctor says before and after.
 void expectFound(const QList<Row>& rows, Scene::Way way = Scene::Way::Http);
 

@@ -3,9 +3,11 @@
 
 #include "tests/unit/till/doctor/scene.h"
 
+#include "host/config/keysheet.h"
 #include "simulator/ledger/ledgerprinter.h"
 #include "simulator/rules/rulesreader.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -89,6 +91,12 @@ void Scene::inDatabase(const std::function<void(poshost::Database&)>& work) cons
 {
     poshost::Database database(databaseFile);
     work(database);
+}
+
+void Scene::giveKeySheet() const
+{
+    EXPECT_TRUE(QFile::copy(poshost::keysheet::fileOf(QStringLiteral(ORVA_PLUGIN_FILE)),
+                            folder.file(u"liborva.keys.toml"_s)));
 }
 
 QString Scene::books() const

@@ -45,6 +45,8 @@ public:
     /// Lets the server show another certificate from now on.
     void showCertificate(const Authority::Certificate& certificate);
     void stopServer() { http.reset(); }
+    /// Puts the real plug-in's key sheet beside a "liborva.so" in the till's folder.
+    void giveKeySheet() const;
     /// The opened database, closed again afterwards.
     void inDatabase(const std::function<void(poshost::Database&)>& work) const;
 

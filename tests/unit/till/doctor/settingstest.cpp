@@ -4,6 +4,7 @@
 // The configuration and what is taken from the environment.
 
 #include "host/config/knownkeys.h"
+#include "tests/support/pluginkeys.h"
 #include "tests/unit/till/doctor/row.h"
 
 #include <QFile>
@@ -39,32 +40,22 @@ QStringList behind(const QString& key)
         {u"Orva.apikey"_s, tests::server()},
         {u"http.proxy"_s, tests::way()},
         {u"till.database"_s, {u"database."_s, u"disk"_s, u"queue."_s}},
-        {u"till.plugin"_s, QStringList{u"plugin."_s, u"logging"_s} + tests::server()},
+        {u"till.plugin"_s, QStringList{u"plugin."_s, u"logging"_s} + tests::behindTheSheet()},
     };
     return groups.value(key);
 }
 
-QString named(const poshost::KnownKey& key)
+QString named(const poshost::ConfigKey& key)
 {
     return key.table + u'.' + key.key;
 }
 
-QList<poshost::KnownKey> allKeys()
-{
-    QList<poshost::KnownKey> keys;
-    for (const QString& table : poshost::knownkeys::tables()) {
-        for (const QString& key : poshost::knownkeys::keysOf(table)) {
-            keys.append(*poshost::knownkeys::find(table, key));
-        }
-    }
-    return keys;
-}
-
 /// Breaks every key of a sort in the same way.
-QList<Row> brokenKeys(const std::function<QString(const poshost::KnownKey&)>& value)
+QList<Row> brokenKeys(const std::function<QString(const poshost::ConfigKey&)>& value)
 {
     QList<Row> rows;
-    for (const poshost::KnownKey& key : allKeys()) {
+    const PluginKeys plugin(QStringLiteral(ORVA_PLUGIN_FILE));
+    for (const poshost::ConfigKey& key : poshost::knownkeys::all()) {
         const QString toml = value(key);
         if (!toml.isNull()) {
             rows.append({"a key",
@@ -90,9 +81,40 @@ TEST(DoctorFinds, aConfigurationThatCannotBeRead)
          u"config.file fails"_s, everything},
         {"no TOML", [](Scene& scene) { writeByHand(scene, "[Orva]\nuser = till\n"); },
          u"config.file fails"_s, everything},
-        {"a table that is none", [](Scene& scene) { writeByHand(scene, "Orva = 5\n"); },
+        {"a table that is none", [](Scene& scene) { writeByHand(scene, "http = 5\n"); },
          u"config.file fails"_s, everything},
     });
+}
+
+TEST(DoctorFinds, aKeySheetThatIsDamaged)
+{
+    Scene scene;
+    const QString plugin = scene.folder.file(u"liborva.so"_s);
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVA_PLUGIN_FILE), plugin));
+    const QString sheet = scene.folder.write(u"liborva.keys.toml"_s, "table = ");
+    scene.set(u"till.plugin"_s, Scene::quoted(plugin));
+    const till::doctor::Report report = scene.examine();
+    EXPECT_EQ(Scene::marksOf(report).value(u"config.file"_s), u"fails"_s);
+    EXPECT_TRUE(report.text().contains(u"ls -lL "_s + sheet)) << report.text().toStdString();
+}
+
+TEST(Doctor, asksTheServerThroughAPluginWithoutAKeySheet)
+{
+    Scene scene;
+    const QString plugin = scene.folder.file(u"liborva.so"_s);
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVA_PLUGIN_FILE), plugin));
+    scene.set(u"till.plugin"_s, Scene::quoted(plugin));
+    const till::doctor::Report report = scene.examine();
+    EXPECT_EQ(report.count(till::doctor::Mark::Fails), 0) << report.text().toStdString();
+    EXPECT_EQ(report.count(till::doctor::Mark::Warning), 0) << report.text().toStdString();
+    const QMap<QString, QString> marks = Scene::marksOf(report);
+    EXPECT_FALSE(marks.contains(u"config.Orva.serverUrl"_s));
+    EXPECT_TRUE(marks.contains(u"config.http.proxy"_s));
+    for (const QString& id : {u"address.scheme"_s, u"address.slash"_s, u"address.query"_s,
+                              u"timeout"_s, u"road.name"_s, u"road.connection"_s}) {
+        EXPECT_EQ(marks.value(id), u"skipped"_s) << id.toStdString();
+    }
+    EXPECT_EQ(marks.value(u"server.precheck"_s), u"ok"_s) << report.text().toStdString();
 }
 
 TEST(DoctorFinds, secretsThatOthersMayRead)
@@ -127,7 +149,7 @@ TEST(DoctorFinds, namesThatNobodyReads)
 
 TEST(DoctorFinds, everyMissingKeyThatIsNeeded)
 {
-    const QList<Row> rows = brokenKeys([](const poshost::KnownKey& key) {
+    const QList<Row> rows = brokenKeys([](const poshost::ConfigKey& key) {
         const bool isOptional = key.table == u"queue"_s || key.table == u"http"_s ||
                                 key.table == u"recording"_s || key.key == u"timeout"_s ||
                                 key.key == u"name"_s;
@@ -139,8 +161,8 @@ TEST(DoctorFinds, everyMissingKeyThatIsNeeded)
 
 TEST(DoctorFinds, everyKeyOfAWrongType)
 {
-    const QList<Row> rows = brokenKeys([](const poshost::KnownKey& key) {
-        return key.kind == poshost::KnownKey::Kind::Number ? u"\"5\""_s : u"5"_s;
+    const QList<Row> rows = brokenKeys([](const poshost::ConfigKey& key) {
+        return key.kind == poshost::ConfigKey::Kind::Number ? u"\"5\""_s : u"5"_s;
     });
     EXPECT_EQ(rows.size(), 17);
     expectFound(rows);

@@ -6,6 +6,7 @@
 
 #include "host/core/basicexception.h"
 #include "host/services/config.h"
+#include "tests/support/pluginkeys.h"
 #include "tests/unit/till/fakeserver.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/desk/pluginhost.h"
@@ -134,6 +135,7 @@ protected:
         return all;
     }
 
+    const PluginKeys keys{pluginFile};
     PluginConfig config;
     tests::InSingleton<Config> configInPlace;
     OddServer server;

@@ -5,6 +5,7 @@
 
 #include "till/recording/recordfolder.h"
 
+#include "tests/support/pluginkeys.h"
 #include "till/failure.h"
 
 #include <QDir>
@@ -272,6 +273,10 @@ TEST(RecordAddresses, areFitToBeShownWhoeverHasWrittenThem)
         "{\"map\":{\"1\":\"http:/till:canary@h\",\"2\":\"http://h/x\"}}},\"name\":\"orva\"}},"
         "{\"clock\":\"x@y\"}]}\n"
         "{\"config\":{\"Orva:serverUrl\":\"shop:canary@h\"}}\n";
+    EXPECT_EQ(Record::parse(old, u"old.jsonl"_s).value(0).config().value(u"Orva:serverUrl"_s),
+              u"***"_s)
+        << "an address in a key that nobody knows";
+    const PluginKeys keys(QStringLiteral(ORVA_PLUGIN));
     const QList<Record> records = Record::parse(old, u"old.jsonl"_s);
     ASSERT_EQ(records.size(), 1);
     const Record& record = records.first();

@@ -5,11 +5,11 @@
 
 #include <QStringList>
 
-namespace console {
+namespace input {
 
 /// The known name that takes the fewest changes to reach from the given one, case aside: a
 /// character inserted, deleted or replaced, or two neighbours swapped. An empty text when none is
 /// near (more than a third of the name would have to change).
 QString nearestName(const QString& name, const QStringList& known);
 
-} // namespace console
+} // namespace input

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "console/nearestname.h"
+#include "input/nearestname.h"
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
-using console::nearestName;
+using input::nearestName;
 
 TEST(NearestName, isTheOneWithTheFewestChanges)
 {

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "console/nearestname.h"
+#include "input/nearestname.h"
 
 #include <algorithm>
 #include <numeric>
 #include <vector>
 
-namespace console {
+namespace input {
 namespace {
 
 /// The number of changes to make b of a.
@@ -49,4 +49,4 @@ QString nearestName(const QString& name, const QStringList& known)
     return nearest;
 }
 
-} // namespace console
+} // namespace input

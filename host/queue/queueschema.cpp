@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/queue/queueschema_p.h"
+
+namespace poshost {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList queueTables()
+{
+    return {
+        // who a queue's messages are sent as; the secret stands here once and goes with the last
+        // message that needs it
+        u"CREATE TABLE queue_accounts ("
+        "id INTEGER PRIMARY KEY, queue TEXT NOT NULL, authorization TEXT NOT NULL, "
+        "paused_status INTEGER, paused_at INTEGER, probe_at INTEGER)"_s,
+        // Small rows that change often, apart from the bodies, which never change. For an IN with
+        // three values SQLite would build a temporary table each time it checks a row.
+        u"CREATE TABLE queue_messages ("
+        "id INTEGER PRIMARY KEY AUTOINCREMENT, queue TEXT NOT NULL, "
+        "account_id INTEGER REFERENCES queue_accounts(id), extra TEXT NOT NULL, "
+        "state TEXT NOT NULL "
+        "CHECK (state = 'waiting' OR state = 'parked' OR state = 'delivered'), "
+        "steps INTEGER NOT NULL, steps_done INTEGER NOT NULL DEFAULT 0, "
+        "step_attempts INTEGER NOT NULL DEFAULT 0, attempts INTEGER NOT NULL DEFAULT 0, "
+        "server_errors INTEGER NOT NULL DEFAULT 0, "
+        "attempted_at INTEGER, next_attempt_at INTEGER, "
+        "last_status INTEGER, last_error TEXT, last_answer TEXT, "
+        "created_at INTEGER NOT NULL, delivered_at INTEGER, "
+        "CHECK ((state = 'delivered') = (account_id IS NULL)))"_s,
+        u"CREATE INDEX queue_undelivered ON queue_messages(account_id, id) "
+        "WHERE account_id IS NOT NULL"_s,
+        u"CREATE TABLE queue_bodies ("
+        "message_id INTEGER PRIMARY KEY REFERENCES queue_messages(id) ON DELETE CASCADE, "
+        "headers TEXT NOT NULL, urls TEXT NOT NULL, payload BLOB NOT NULL)"_s,
+        u"CREATE TABLE queue_dependencies ("
+        "message_id INTEGER NOT NULL REFERENCES queue_messages(id) ON DELETE CASCADE, "
+        "depends_on INTEGER NOT NULL REFERENCES queue_messages(id) ON DELETE CASCADE, "
+        "PRIMARY KEY (message_id, depends_on)) WITHOUT ROWID"_s,
+        u"CREATE INDEX queue_dependents ON queue_dependencies(depends_on)"_s,
+        // a queue that waits as a whole
+        u"CREATE TABLE queue_holds ("
+        "queue TEXT PRIMARY KEY, reason TEXT NOT NULL CHECK (reason IN ('server', 'address')), "
+        "failures INTEGER NOT NULL, since INTEGER NOT NULL, until INTEGER NOT NULL) "
+        "WITHOUT ROWID"_s,
+    };
+}
+
+/// A message's content is followed by what tells whether it is still the one that was stored.
+QStringList digests()
+{
+    return {u"ALTER TABLE queue_bodies ADD COLUMN digest BLOB"_s};
+}
+
+} // namespace
+
+QList<SchemaStep> queueSchema()
+{
+    return {{1, u"queue_messages"_s, queueTables()}, {4, {}, digests()}};
+}
+
+} // namespace poshost

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/checks/checkschema.h"
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+/// Version 2: the till's checks and settings.
+QStringList tillTables()
+{
+    return {
+        u"CREATE TABLE checks ("
+        "id TEXT PRIMARY KEY, number INTEGER, "
+        "state TEXT NOT NULL CHECK (state = 'open' OR state = 'suspended' OR state = 'closed' "
+        "OR state = 'abandoned'), "
+        "type INTEGER, sale_id TEXT, data BLOB, "
+        "message_id INTEGER REFERENCES queue_messages(id) ON DELETE SET NULL, "
+        "updated_at INTEGER)"_s,
+        u"CREATE INDEX checks_sale ON checks(sale_id) WHERE sale_id IS NOT NULL"_s,
+        u"CREATE INDEX checks_message ON checks(message_id) WHERE message_id IS NOT NULL"_s,
+        u"CREATE TABLE settings (key TEXT PRIMARY KEY, value) WITHOUT ROWID"_s,
+    };
+}
+
+/// Version 3: the last of tens of thousands of checks is found without reading all of them. When a
+/// check was changed stands behind its content, so that only looking there reads everything.
+QStringList checkIndex()
+{
+    return {u"CREATE INDEX checks_recent ON checks(state, type, updated_at)"_s};
+}
+
+/// Version 4: which check was changed last is told by a number that counts the changes, whatever
+/// the clock said meanwhile; checks of older versions get theirs in the order of their times.
+QStringList changeNumbers()
+{
+    return {
+        u"ALTER TABLE checks ADD COLUMN change_number INTEGER"_s,
+        u"UPDATE checks SET change_number = counted.number FROM "
+        "(SELECT rowid AS counted_row, row_number() OVER (ORDER BY updated_at, rowid) AS number "
+        "FROM checks) AS counted WHERE checks.rowid = counted.counted_row"_s,
+        u"DROP INDEX checks_recent"_s,
+        u"CREATE INDEX checks_changes ON checks(change_number)"_s,
+        u"CREATE INDEX checks_last ON checks(state, change_number, type)"_s,
+    };
+}
+
+} // namespace
+
+QList<poshost::SchemaStep> checkSchema()
+{
+    return {{2, u"checks"_s, tillTables()},
+            {3, u"checks_recent"_s, checkIndex()},
+            {4, u"checks_last"_s, changeNumbers()}};
+}
+
+} // namespace till

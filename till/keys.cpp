@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/keys.h"
+
+#include "till/recording/recordfolder.h"
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+using poshost::ConfigKey;
+using Kind = ConfigKey::Kind;
+
+QList<ConfigKey> keysOfTill()
+{
+    return {
+        {.table = u"till"_s,
+         .key = u"database"_s,
+         .kind = Kind::Path,
+         .about = u"SQLite file with checks and queue, made with mode 0600"_s,
+         .sample = u"\"till.sqlite\""_s,
+         .isRequired = true,
+         .use = ConfigKey::Use::Database},
+        {.table = u"till"_s,
+         .key = u"plugin"_s,
+         .kind = Kind::Path,
+         .about = u"the plug-in's file"_s,
+         .sample = u"\"/usr/lib/orva/liborva.so\""_s,
+         .without = u"the installed one, if it is the only one"_s,
+         .isRequired = true},
+        {.table = u"till"_s,
+         .key = u"name"_s,
+         .about = u"the till's name, kept with every accrual"_s,
+         .sample = u"\"3\""_s,
+         .defaultValue = QString::fromUtf16(defaultTillName),
+         .mayBeEmpty = true},
+    };
+}
+
+QList<ConfigKey> keysOfRecording()
+{
+    return {
+        {.table = u"recording"_s,
+         .key = u"folder"_s,
+         .kind = Kind::Path,
+         .about = u"folder for records of what is said to the loyalty system"_s,
+         .sample = u"\"records\""_s,
+         .without = u"nothing is recorded"_s,
+         .mayBeEmpty = true},
+        {.table = u"recording"_s,
+         .key = u"maxMegabytes"_s,
+         .kind = Kind::Number,
+         .about = u"how much all records together may take"_s,
+         .sample = QString::number(RecordFolder::defaultMegabytes),
+         .defaultValue = RecordFolder::defaultMegabytes,
+         .unit = u"megabytes"_s,
+         .minimum = 1},
+        {.table = u"recording"_s,
+         .key = u"maxDays"_s,
+         .kind = Kind::Number,
+         .about = u"how long a record is kept"_s,
+         .sample = QString::number(RecordFolder::defaultDays),
+         .defaultValue = RecordFolder::defaultDays,
+         .unit = u"days"_s,
+         .minimum = 1},
+    };
+}
+
+} // namespace
+
+QList<ConfigKey> tillKeys()
+{
+    return keysOfTill() + keysOfRecording();
+}
+
+} // namespace till

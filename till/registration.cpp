@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// Tells the host library what the till owns: its tables and its configuration keys. Every program
+// that links the till's core gets this file as an object of its own (till/CMakeLists.txt), so that
+// none can open a till's file without its tables.
+
+#include "host/config/knownkeys.h"
+#include "till/checks/checkschema.h"
+#include "till/keys.h"
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+bool registerAll()
+{
+    poshost::registerSchema(u"checks"_s, checkSchema());
+    poshost::knownkeys::registerKeys(u"till"_s, tillKeys());
+    return true;
+}
+
+[[maybe_unused]] const bool isRegistered = registerAll();
+
+} // namespace
+} // namespace till
