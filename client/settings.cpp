@@ -4,6 +4,7 @@
 // Construction, the settings and the last response.
 
 #include "client/interface.h"
+#include "host/services/restclient.h"
 #include "host/xml/xmlwrapper.h"
 
 #include <QCryptographicHash>
@@ -16,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace orva {
 
 Interface::Interface()
-    : timeout(10), xmlWrapper(QSharedPointer<XmlWrapper>::create()),
+    : timeout(RestClient::defaultTimeoutSeconds), xmlWrapper(QSharedPointer<XmlWrapper>::create()),
       logger(Log4Qt::LogManager::logger(u"orva"_s))
 {
     headers.insert(u"Content-Type"_s, u"application/xml"_s);

@@ -10,6 +10,7 @@
 #include "client/service.h"
 #include "host/services/config.h"
 #include "host/services/dbqueuebroker.h"
+#include "host/services/restclient.h"
 #include "host/services/session.h"
 #include "plugin/loggerlookup.h"
 
@@ -33,7 +34,7 @@ bool Orva::init()
     const QString merchantId = config->getString(u"Orva:merchantId"_s, QString());
     const QString pos = config->getString(u"Orva:pos"_s, QString());
     interface->setCashData(merchantId, pos);
-    interface->setTimeout(config->getInt(u"Orva:timeout"_s, 10));
+    interface->setTimeout(config->getInt(u"Orva:timeout"_s, RestClient::defaultTimeoutSeconds));
     const QString user = config->getString(u"Orva:user"_s, QString());
     const QString password = config->getString(u"Orva:password"_s, QString());
     const QString apiKey = config->getString(u"Orva:apikey"_s, QString());

@@ -23,7 +23,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
 
-constexpr int defaultTimeoutSeconds = 10;
 constexpr int defaultKeepDays = 30;
 constexpr int secondsBetweenRemovals = 3600;
 constexpr qsizetype maxKeptAnswerBytes = 4096;
@@ -123,7 +122,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
             client->abort();
         }
     }
-    client->setTimeout(configured(u"Orva:timeout"_s, defaultTimeoutSeconds));
+    client->setTimeout(configured(u"Orva:timeout"_s, RestClient::defaultTimeoutSeconds));
     // what is sent is UTF-8, whatever the text was read in before it was queued
     client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
     {

@@ -53,7 +53,8 @@ public:
     QueueDelivery& operator=(const QueueDelivery&) = delete;
 
     /// Sends until nothing is due any more. Blocks for every request up to the time-out configured
-    /// under "Orva:timeout" (10 s), never for a back-off. Memory does not grow with the queue.
+    /// under "Orva:timeout" (RestClient::defaultTimeoutSeconds), never for a back-off. Memory does
+    /// not grow with the queue.
     /// @throws BasicException "databaseError" when the queue cannot be read or written. What was
     /// sent just then counts as attempted, and the next call goes on from there.
     DeliveryReport deliverDue();

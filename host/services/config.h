@@ -21,7 +21,7 @@
 /// the configuration file and is handed out absolute):
 ///
 ///     [Orva]  serverUrl (an address of http or https without "@"), merchantId pos user, password
-///             and apikey (secrets), timeout (whole seconds, 0 or less: 10)
+///             and apikey (secrets), timeout (whole seconds, as RestClient::setTimeout)
 ///     [http]  proxy, caFile*, maxAnswerBytes (whole number from 1, default 8 MiB)
 ///     [till]  database*, plugin*, name
 ///     [queue] keepDeliveredDays (whole number from 0, default 30)

@@ -4,6 +4,7 @@
 #include "till/doctor/addresschecks.h"
 
 #include "host/http/serveraddress.h"
+#include "host/services/restclient.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
@@ -15,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace till::doctor {
 namespace {
 
-constexpr int defaultSeconds = 10;
+constexpr int defaultSeconds = RestClient::defaultTimeoutSeconds;
 /// A server far away needs more than that now and then.
 constexpr int shortestSensible = 2;
 /// Longer than that no customer waits.
