@@ -5,7 +5,8 @@
 
 #include <QString>
 
-/// The server's element names, each spelled here and nowhere else in the client.
+/// The server's element names, each spelled here and nowhere else in the client. Who looks at what
+/// the client writes has a list of his own (protocol/names.h), so that a misspelt name is noticed.
 namespace orva::element {
 
 using namespace Qt::StringLiterals;

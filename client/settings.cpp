@@ -5,6 +5,7 @@
 
 #include "client/defaulttimeout.h"
 #include "client/interface.h"
+#include "host/services/restclient.h"
 #include "host/xml/xmlwrapper.h"
 
 #include <QCryptographicHash>

@@ -11,6 +11,7 @@
 #include "client/service.h"
 #include "host/services/config.h"
 #include "host/services/dbqueuebroker.h"
+#include "host/services/restclient.h"
 #include "host/services/session.h"
 #include "plugin/loggerlookup.h"
 

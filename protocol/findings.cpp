@@ -12,12 +12,10 @@
 namespace protocol {
 namespace {
 
-constexpr double halfKopeck = 0.005;
-
 qint64 counted(Meaning meaning, double amount)
 {
-    const bool nothing =
-        meaning == Meaning::Discount ? amount <= halfKopeck : std::abs(amount) < halfKopeck;
+    const bool nothing = meaning == Meaning::Discount ? amount <= money::halfKopeck
+                                                      : std::abs(amount) < money::halfKopeck;
     return nothing ? 0 : money::toKopecks(amount).value_or(0);
 }
 
@@ -30,50 +28,49 @@ public:
 
     void collect()
     {
-        for (const qsizetype items : tree.children(0, names::items())) {
-            for (const qsizetype line : tree.children(items, names::rawItem())) {
+        for (const qsizetype items : tree.children(0, names::items)) {
+            for (const qsizetype line : tree.children(items, names::rawItem)) {
                 collectLine(line);
             }
         }
-        const QList<QString> awards{names::awards(), names::rawCheckAwards()};
-        add(Meaning::CheckAccrual, 0, 0, awards + QList{names::awardBonus()});
-        add(Meaning::CheckSpendingLimit, 0, 0, awards + QList{names::allowBonus()});
+        const QList<QString> awards{names::awards, names::rawCheckAwards};
+        add(Meaning::CheckAccrual, 0, 0, awards + QList<QString>{names::awardBonus});
+        add(Meaning::CheckSpendingLimit, 0, 0, awards + QList<QString>{names::allowBonus});
         add(Meaning::Balance, 0, 0,
-            {names::client(), names::rawCheckClient(), names::account(), names::rawCheckAccount(),
-             names::balance()});
+            {names::client, names::rawCheckClient, names::account, names::rawCheckAccount,
+             names::balance});
         collectMessages();
-        addEach(Meaning::Payment, 0, 0, {names::payments(), names::rawCheckPayment()},
-                names::amount());
+        addEach(Meaning::Payment, 0, 0, {names::payments, names::rawCheckPayment}, names::amount);
     }
 
 private:
     void collectLine(qsizetype line)
     {
-        const qsizetype id = tree.find(line, {names::id()});
+        const qsizetype id = tree.find(line, {names::id});
         const int position = id < 0 ? 0 : tree.wholeText(id).toInt();
-        const QList<QString> awards{names::awards(), names::rawItemAwards()};
-        add(Meaning::Discount, position, line, awards + QList{names::discount()});
-        add(Meaning::Discount, position, line, awards + QList{names::discountOnChange()});
-        add(Meaning::Accrual, position, line, awards + QList{names::awardBonus()});
-        add(Meaning::SpendingLimit, position, line, awards + QList{names::allowBonusInCurrency()});
-        const QList<QString> used{names::usedAwards(), names::rawItemUsedAwards()};
-        addEach(Meaning::UsedDiscount, position, line, used, names::usedDiscount());
-        addEach(Meaning::UsedPoints, position, line, used, names::usedBonusInCurrency());
+        const QList<QString> awards{names::awards, names::rawItemAwards};
+        add(Meaning::Discount, position, line, awards + QList<QString>{names::discount});
+        add(Meaning::Discount, position, line, awards + QList<QString>{names::discountOnChange});
+        add(Meaning::Accrual, position, line, awards + QList<QString>{names::awardBonus});
+        add(Meaning::SpendingLimit, position, line,
+            awards + QList<QString>{names::allowBonusInCurrency});
+        const QList<QString> used{names::usedAwards, names::rawItemUsedAwards};
+        addEach(Meaning::UsedDiscount, position, line, used, names::usedDiscount);
+        addEach(Meaning::UsedPoints, position, line, used, names::usedBonusInCurrency);
         addEach(Meaning::ReturnedPoints, position, line,
-                {names::returnedAwards(), names::rawItemReturnedAwards()},
-                names::usedBonusInCurrency());
+                {names::returnedAwards, names::rawItemReturnedAwards}, names::usedBonusInCurrency);
     }
 
     void collectMessages()
     {
-        for (const qsizetype informing : tree.children(0, names::informing())) {
-            for (const qsizetype message : tree.children(informing, names::rawCheckInforming())) {
-                const qsizetype channel = tree.find(message, {names::communicationChannel()});
+        for (const qsizetype informing : tree.children(0, names::informing)) {
+            for (const qsizetype message : tree.children(informing, names::rawCheckInforming)) {
+                const qsizetype channel = tree.find(message, {names::communicationChannel});
                 const QString name = channel < 0 ? QString() : tree.wholeText(channel);
                 if (name == QLatin1StringView("pos")) {
-                    add(Meaning::MessageToCashier, 0, message, {names::info()});
+                    add(Meaning::MessageToCashier, 0, message, {names::info});
                 } else if (name == QLatin1StringView("check")) {
-                    add(Meaning::MessageToCustomer, 0, message, {names::info()});
+                    add(Meaning::MessageToCustomer, 0, message, {names::info});
                 }
             }
         }

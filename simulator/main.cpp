@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "console/exitcode.h"
 #include "console/language.h"
 #include "console/streams.h"
 #include "console/usage.h"
@@ -18,8 +19,7 @@ using simulator::Text;
 
 namespace {
 
-constexpr int failure = 1;
-constexpr int usageError = 2;
+namespace exitcode = console::exitcode;
 
 /// Tells of what could not be printed. @return the exit code that follows from it
 int end(simulator::Outputs& print, int exitCode)
@@ -31,7 +31,7 @@ int end(simulator::Outputs& print, int exitCode)
     if (!print.out.isUnread()) {
         print.failure(Text::tr("what is shown is not whole: %1").arg(print.out.trouble()));
     }
-    return exitCode == 0 ? failure : exitCode;
+    return exitCode == exitcode::ok ? exitcode::failed : exitCode;
 }
 
 /// Runs what the command line asks for and returns the exit code.
@@ -40,19 +40,19 @@ int run(const simulator::Options& options, bool ledger, bool rules, simulator::O
     try {
         if (rules) {
             print.out.write(QString::fromUtf8(simulator::builtInRules()));
-            return 0;
+            return exitcode::ok;
         }
         if (ledger) {
             return simulator::printLedger(options, print);
         }
         simulator::serve(options, print);
-        return 0;
+        return exitcode::ok;
     } catch (const simulator::ConfigError& error) {
         print.failure(QString::fromUtf8(error.what()));
-        return usageError;
+        return exitcode::usage;
     } catch (const std::exception& error) {
         print.failure(QString::fromUtf8(error.what()));
-        return failure;
+        return exitcode::failed;
     }
 }
 
@@ -124,7 +124,7 @@ int main(int argc, char** argv)
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         const bool isDone = console::usage::exitOf(app, error, print.out, print.errors) == 0;
-        return end(print, isDone ? 0 : usageError);
+        return end(print, isDone ? exitcode::ok : exitcode::usage);
     }
     options.config = QFile::decodeName(texts.config.c_str());
     options.database = QFile::decodeName(texts.database.c_str());

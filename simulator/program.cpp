@@ -3,7 +3,9 @@
 
 #include "simulator/program.h"
 
+#include "console/exitcode.h"
 #include "console/printable.h"
+#include "simulator/documents/endpoints.h"
 #include "simulator/faults/faultplan.h"
 #include "simulator/faults/faultyservice.h"
 #include "simulator/http/admindesk.h"
@@ -87,9 +89,10 @@ QString lineToPaste(const Options& options, const Rules& rules, const QString& u
            u"'<RawCheck><id>try-1</id><chType>1</chType>"
            "<total>100.00</total><items><RawItem><quantity>1.000</quantity><id>1</id>"
            "<sku>1001</sku><total>100.00</total></RawItem></items><cardNumber>%2</cardNumber>"
-           "</RawCheck>' %3api/1.x/precheck"_s.arg(
+           "</RawCheck>' %3%4"_s.arg(
                QString::fromLatin1(authorizationValue(rules.user, rules.password, rules.apiKey)),
-               rules.cards.front().number, url);
+               rules.cards.front().number, url,
+               QString::fromLatin1(endpoints::pathOf(endpoints::precheck).sliced(1)));
 }
 
 /// The first lines, which scripts wait for, and what people want to know.
@@ -192,9 +195,9 @@ int printLedger(const Options& options, Outputs& print)
         print.failure(Text::tr("the balance of card %1 is not its opening balance and its "
                                "movements: the database was changed from outside")
                           .arg(wrong));
-        return 1;
+        return console::exitcode::failed;
     }
-    return 0;
+    return console::exitcode::ok;
 }
 
 QString defaultDatabase()

@@ -38,7 +38,7 @@ struct Outputs
 /// where. Throws ConfigError, DatabaseError or ListenError.
 void serve(const Options& options, Outputs& print);
 
-/// Prints the books; returns the exit code, 1 when they do not add up.
+/// Prints the books; returns the exit code, failed when they do not add up.
 /// Throws ConfigError or DatabaseError.
 int printLedger(const Options& options, Outputs& print);
 

@@ -4,6 +4,7 @@
 #include "simulator/service.h"
 
 #include "simulator/documents/checkreader.h"
+#include "simulator/documents/endpoints.h"
 #include "simulator/documents/names.h"
 #include "simulator/documents/rejection.h"
 #include "simulator/documents/requestfacts.h"
@@ -19,9 +20,9 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr char precheckPath[] = "/api/1.x/precheck";
-constexpr char paymentTryPath[] = "/api/1.x/paymenttry";
-constexpr char checkConfirmPath[] = "/api/1.x/checkconfirm";
+const QByteArray precheckPath = endpoints::pathOf(endpoints::precheck);
+const QByteArray paymentTryPath = endpoints::pathOf(endpoints::paymentTry);
+const QByteArray checkConfirmPath = endpoints::pathOf(endpoints::checkConfirm);
 
 bool isKnownPath(const QByteArray& path)
 {

@@ -3,16 +3,18 @@
 
 #pragma once
 
+#include "console/exitcode.h"
+
 namespace till {
 
 /// What the program tells the shell.
 enum class ExitCode : int
 {
-    Ok = 0,
+    Ok = console::exitcode::ok,
     /// The operation failed.
-    Failed = 1,
+    Failed = console::exitcode::failed,
     /// The command line, the configuration or a check file cannot be used.
-    Usage = 2,
+    Usage = console::exitcode::usage,
     /// The sale was closed, but without the loyalty system.
     WithoutLoyalty = 3,
     /// What was compared differs: a replay from its record, a check from what explains it.

@@ -1284,8 +1284,8 @@ The server&apos;s last refusal:
         <translation>показать недоставленные сообщения</translation>
     </message>
     <message>
-        <source>wait until the queue is delivered, 30 s at most</source>
-        <translation>ждать доставки очереди, не дольше 30 с</translation>
+        <source>wait until the queue is delivered, %1 s at most</source>
+        <translation>ждать доставки очереди, не дольше %1 с</translation>
     </message>
     <message>
         <source>list the commands</source>

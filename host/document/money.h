@@ -19,4 +19,8 @@ HOST_EXPORT std::optional<qint64> toKopecks(double amount);
 /// The amount in currency units nearest to a number of kopecks.
 HOST_EXPORT double fromKopecks(qint64 kopecks);
 
+/// Half a kopeck in currency units: an amount below it counts as nothing. Whether the amount itself
+/// or its size is compared differs and is said at each place.
+inline constexpr double halfKopeck = 0.005;
+
 } // namespace money

@@ -4,6 +4,7 @@
 #include "host/http/connectionprobe.h"
 
 #include "host/http/curlpool_p.h"
+#include "host/http/httpstatus_p.h"
 #include "host/http/sigpipeguard_p.h"
 #include "host/http/transporterror_p.h"
 #include "host/http/transportsettings_p.h"
@@ -28,7 +29,6 @@ using Trouble = ConnectionProbe::Trouble;
 constexpr long certificateNotYetValid = 9;
 constexpr long certificateHasExpired = 10;
 constexpr long proxyRefusesAuthorization = 407;
-constexpr long firstRefusal = 400;
 
 long numberOf(CURL* handle, CURLINFO what)
 {
@@ -73,7 +73,7 @@ Trouble slowStep(CURL* handle, bool throughProxy, bool wasConnected)
 Trouble behindProxy(CURL* handle)
 {
     const long answer = numberOf(handle, CURLINFO_HTTP_CONNECTCODE);
-    if (answer < firstRefusal) {
+    if (answer < httpstatus::firstError) {
         return answer == 0 ? Trouble::Proxy : Trouble::Tls;
     }
     return answer == proxyRefusesAuthorization ? Trouble::Proxy : Trouble::Connection;

@@ -3,6 +3,8 @@
 
 #include "host/queue/deliverypolicy_p.h"
 
+#include "host/http/httpstatus_p.h"
+
 #include <QLocale>
 #include <QTimeZone>
 #include <algorithm>
@@ -40,7 +42,6 @@ constexpr std::array table{
     Row{500, 599, Meaning::ServerError, Meaning::ServerError},
 };
 
-constexpr int firstErrorStatus = 400;
 constexpr qint64 firstBackOff = 1000;
 /// With the largest jitter this makes 5 minutes.
 constexpr qint64 lastBackOff = 4 * 60 * 1000;
@@ -54,7 +55,7 @@ Meaning meaningOf(const Answer& answer)
         return Meaning::Refused;
     }
     // an error status tells its story even when its body was cut
-    if (answer.transportFailed && answer.status < firstErrorStatus) {
+    if (answer.transportFailed && answer.status < httpstatus::firstError) {
         return Meaning::ServerAway;
     }
     for (const Row& row : table) {
@@ -80,7 +81,7 @@ QString explain(Meaning meaning, int status, const QString& transportText)
         return u"HTTP %1: по этому адресу сервер не отвечает на запросы; проверьте serverUrl"_s.arg(
             status);
     case Meaning::Refused:
-        return status < firstErrorStatus
+        return status < httpstatus::firstError
                    ? transportText
                    : u"HTTP %1: сервер отказал; посмотрите его ответ (queue show)"_s.arg(status);
     case Meaning::ServerAway:

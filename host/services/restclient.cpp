@@ -4,6 +4,7 @@
 #include "host/services/restclient.h"
 
 #include "host/http/curlpool_p.h"
+#include "host/http/httpstatus_p.h"
 #include "host/http/operationbudget.h"
 #include "host/http/sigpipeguard_p.h"
 #include "host/http/transporterror_p.h"
@@ -22,12 +23,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int defaultTimeoutSeconds = 10;
 constexpr int maxTimeoutSeconds = std::numeric_limits<int>::max() / 1000;
 constexpr qsizetype maxHeaderBytes = 256 * 1024;
 constexpr int switchingProtocols = 101;
-constexpr int firstFinalStatus = 200;
-constexpr int firstErrorStatus = 400;
 
 /// What libcurl's callbacks gather during one exchange.
 struct Exchange
@@ -194,7 +192,7 @@ tr::Tr troubleOf(CURL* handle, CURLcode code, const QString& host, const Exchang
     }
     long proxyStatus = 0;
     curl_easy_getinfo(handle, CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
-    if (proxyStatus >= firstErrorStatus) {
+    if (proxyStatus >= poshost::httpstatus::firstError) {
         return poshost::transporterror::fromProxy(static_cast<int>(proxyStatus), host);
     }
     long osError = 0;
@@ -280,7 +278,7 @@ void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
 
     long httpStatus = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &httpStatus);
-    status = httpStatus < firstFinalStatus ? 0 : static_cast<int>(httpStatus);
+    status = httpStatus < poshost::httpstatus::firstFinal ? 0 : static_cast<int>(httpStatus);
     sendCount = exchange.sendCount;
     responseHeaders = exchange.headers;
     if (code != CURLE_OK) {
@@ -291,7 +289,7 @@ void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,
              poshost::transporterror::notFinal(static_cast<int>(httpStatus), url.host()));
     } else {
         response = exchange.body;
-        if (status >= firstErrorStatus) {
+        if (status >= poshost::httpstatus::firstError) {
             fail(status, poshost::transporterror::fromStatus(status, url.host()));
         }
     }

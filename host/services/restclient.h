@@ -28,6 +28,10 @@ class HOST_EXPORT RestClient : public QObject
 {
     Q_OBJECT
 public:
+    /// The limit of an exchange where nobody has set one, in seconds. Who reads one from a
+    /// configuration takes it for the key that is not there.
+    static constexpr int defaultTimeoutSeconds = 10;
+
     RestClient();
     ~RestClient() override;
 
@@ -48,8 +52,8 @@ public:
     /// The answer's body, also that of an error status; empty after a transport failure.
     virtual QByteArray getResponse();
     /// @param seconds limit of the whole exchange: name resolution, connecting, sending and
-    /// receiving. 0 or less means 10. That several requests share one limit is told with an
-    /// OperationBudget.
+    /// receiving. 0 or less means defaultTimeoutSeconds. That several requests share one limit is
+    /// told with an OperationBudget.
     virtual void setTimeout(int seconds);
     /// The value of an answer header by its case-insensitive name, the last one where it is
     /// repeated; empty when the answer has none.

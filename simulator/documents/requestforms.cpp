@@ -3,6 +3,7 @@
 
 #include "simulator/documents/requestforms.h"
 
+#include "simulator/documents/endpoints.h"
 #include "simulator/documents/names.h"
 
 using namespace Qt::StringLiterals;
@@ -170,7 +171,7 @@ const Form& formOf(const Element& request, const QString& endpoint)
         request.child(names::originalId) != nullptr) {
         return returnRequest;
     }
-    return endpoint == "precheck"_L1 ? saleRequest : saleConfirmation;
+    return endpoint == endpoints::precheck ? saleRequest : saleConfirmation;
 }
 
 } // namespace

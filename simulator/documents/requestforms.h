@@ -13,7 +13,7 @@ namespace simulator {
 ///
 /// A reader that asks only for what it uses would not notice a till that sends too little or too
 /// much; this is for the rules' strict = true.
-/// endpoint: "precheck", "paymenttry" or "checkconfirm".
+/// endpoint: one of endpoints.
 std::optional<QString> requestObjection(const Element& request, const QString& endpoint);
 
 } // namespace simulator

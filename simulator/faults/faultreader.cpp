@@ -3,6 +3,7 @@
 
 #include "simulator/faults/faultreader.h"
 
+#include "simulator/http/status.h"
 #include "simulator/rules/jsontable.h"
 #include "simulator/rules/matchreader.h"
 #include "simulator/text.h"
@@ -12,8 +13,6 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr int firstStatus = 200;
-constexpr int lastStatus = 599;
 constexpr double longestSeconds = 3600;
 
 /// What can be done about a fault that is no single request's.
@@ -56,7 +55,8 @@ Fault readParameters(const TableReader& table)
     requireMeaning(table, "status", about.hasStatus, fault.name());
     requireMeaning(table, "body", about.hasStatus, fault.name());
     requireMeaning(table, "seconds", about.hasSeconds, fault.name());
-    fault.status = static_cast<int>(table.integer("status", fault.status, firstStatus, lastStatus));
+    fault.status =
+        static_cast<int>(table.integer("status", fault.status, status::first, status::last));
     fault.body = table.text("body").toUtf8();
     constexpr double inSecond = 1000;
     fault.duration = std::chrono::milliseconds(

@@ -4,6 +4,7 @@
 #include "simulator/faults/faultyservice.h"
 
 #include "simulator/faults/faultplan.h"
+#include "simulator/http/status.h"
 
 #include <random>
 #include <utility>
@@ -13,16 +14,13 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr int firstMovedStatus = 300;
-constexpr int firstRefusal = 400;
-
 Answer answerOf(const Request& request, const Fault& fault)
 {
     Answer answer;
     answer.status = fault.status;
     answer.contentType = "text/plain; charset=utf-8";
     answer.body = fault.body;
-    if (fault.status >= firstMovedStatus && fault.status < firstRefusal) {
+    if (fault.status >= status::firstMoved && fault.status < status::firstRefusal) {
         answer.location = request.path.toPercentEncoding("/") + "/moved"; // where nothing is
     }
     return answer;

@@ -46,6 +46,8 @@ QString table(std::vector<QStringList> rows, qsizetype leftColumns)
     return out;
 }
 
+/// As the till writes it in its own ledger, with which this one is compared line by line: the
+/// simulator knows nothing of the till.
 QString shortCard(const QString& number)
 {
     return u"****"_s + number.right(4);

@@ -4,6 +4,7 @@
 #include "simulator/rules/answerreader.h"
 
 #include "input/readfile.h"
+#include "simulator/http/status.h"
 #include "simulator/rules/matchreader.h"
 #include "simulator/text.h"
 
@@ -11,9 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace simulator {
 namespace {
-
-constexpr int firstStatus = 200;
-constexpr int lastStatus = 599;
 
 [[noreturn]] void refuseFile(const TableReader& table, const QString& file,
                              const input::FileError& error)
@@ -38,7 +36,7 @@ CannedAnswer readAnswer(const TableReader& table, const QDir& folder, QStringLis
     CannedAnswer answer;
     readMatch(table, answer);
     answer.status =
-        static_cast<int>(table.integer("status", answer.status, firstStatus, lastStatus));
+        static_cast<int>(table.integer("status", answer.status, status::first, status::last));
     const QStringList keys = table.keys();
     if (!keys.contains(u"file"_s)) {
         answer.body = table.text("body").toUtf8();

@@ -3,10 +3,9 @@
 
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "simulator/rules/requestmatch.h"
 
-#include <limits>
+#include <QByteArray>
 
 namespace simulator {
 
@@ -15,14 +14,8 @@ namespace simulator {
 inline constexpr qint64 maximumAnswerFile = 64 * 1024 * 1024;
 
 /// A finished answer and the requests that get it: those that match all that is said here.
-struct CannedAnswer
+struct CannedAnswer : RequestMatch
 {
-    static constexpr int always = std::numeric_limits<int>::max();
-
-    QString endpoint;     ///< "precheck", "paymenttry" or "checkconfirm"; empty: any
-    QString card;         ///< the check's card; empty: any
-    int firstRequest = 1; ///< the first request that gets it, counted among the matching ones
-    int times = always;   ///< how many requests get it at most
     int status = 200;
     QByteArray body; ///< sent as it stands
 };

@@ -4,6 +4,7 @@
 #include "simulator/rules/cannedanswers.h"
 
 #include "simulator/documents/names.h"
+#include "simulator/http/status.h"
 #include "simulator/ledger/check.h"
 
 #include <QStringList>
@@ -13,14 +14,12 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr int firstRefusal = 400;
-
 Answer made(const CannedAnswer& canned, qsizetype number)
 {
     Answer answer;
     answer.status = canned.status;
-    answer.contentType = canned.status < firstRefusal ? "application/xml; charset=utf-8"
-                                                      : "text/plain; charset=utf-8";
+    answer.contentType = canned.status < status::firstRefusal ? "application/xml; charset=utf-8"
+                                                              : "text/plain; charset=utf-8";
     answer.body = canned.body;
     answer.reason = u"[answer %1]"_s.arg(number); // for the log, whatever the status
     return answer;

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "simulator/documents/endpoints.h"
+#include "simulator/rules/requestmatch.h"
 #include "simulator/rules/tablereader.h"
 
 namespace simulator {
@@ -16,19 +18,16 @@ inline QStringList matchKeys()
 
 /// Reads which requests a fault or an answer is for. One that names a single request is for that
 /// one alone unless it says otherwise.
-template <typename Rule>
-void readMatch(const TableReader& table, Rule& rule)
+inline void readMatch(const TableReader& table, RequestMatch& rule)
 {
     const QStringList keys = table.keys();
     if (keys.contains(QStringLiteral("endpoint"))) {
-        rule.endpoint =
-            table.choice("endpoint", {QStringLiteral("precheck"), QStringLiteral("paymenttry"),
-                                      QStringLiteral("checkconfirm")});
+        rule.endpoint = table.choice("endpoint", endpoints::all());
     }
     rule.card = table.text("card");
-    rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, Rule::always));
-    const int usualTimes = keys.contains(QStringLiteral("request")) ? 1 : Rule::always;
-    rule.times = static_cast<int>(table.integer("times", usualTimes, 1, Rule::always));
+    rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, RequestMatch::always));
+    const int usualTimes = keys.contains(QStringLiteral("request")) ? 1 : RequestMatch::always;
+    rule.times = static_cast<int>(table.integer("times", usualTimes, 1, RequestMatch::always));
 }
 
 } // namespace simulator

@@ -40,7 +40,7 @@ void use(const till::Check& check)
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size)
 {
     QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
-    if (bytes.size() > versionAt && bytes.at(versionAt) == 2) {
+    if (bytes.size() > versionAt && bytes.at(versionAt) >= 2) {
         bytes += QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
     }
     try {

@@ -3,41 +3,15 @@
 
 #include "till/checks/check.h"
 
-#include "host/document/money.h"
 #include "host/services/currenttime.h"
+#include "till/checks/linefields.h"
 
 #include <QUuid>
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace till {
 namespace {
-
-double inUnits(qint64 thousandths)
-{
-    return static_cast<double>(thousandths) / 1000.0;
-}
-
-QSharedPointer<GoodsItem> goodsItem(const Line& line, bool isReturn)
-{
-    const auto item = QSharedPointer<GoodsItem>::create();
-    item->setPosnum(line.position);
-    item->setCode(line.code);
-    item->setName(line.name);
-    item->setQuantity(inUnits(line.thousandths));
-    item->setPrice(money::fromKopecks(line.priceKopecks));
-    item->setMinPrice(money::fromKopecks(line.minPriceKopecks));
-    item->setSumb(money::fromKopecks(line.sumKopecks));
-    item->setTmcUnit(TmcUnit(line.fractional ? u"kg"_s : u"pcs"_s, line.fractional));
-    item->setBonusImpactSum(
-        money::fromKopecks(isReturn ? line.givenBackKopecks : line.spentKopecks));
-    if (isReturn) {
-        item->setQuantBack(inUnits(line.returnedThousandths));
-    }
-    return item;
-}
 
 qint64 sumOf(const QList<Line>& lines, qint64 Line::*figure)
 {
@@ -112,7 +86,7 @@ void Check::fillDocument()
 {
     QList<QSharedPointer<GoodsItem>> items;
     for (const Line& line : std::as_const(lines)) {
-        items.append(goodsItem(line, isReturn()));
+        items.append(linefields::itemOf(line, isReturn()));
     }
     document->setGoodsItems(items);
 }

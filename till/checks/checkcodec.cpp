@@ -3,11 +3,10 @@
 
 #include "till/checks/checkcodec.h"
 
-#include "host/document/discountimpact.h"
-#include "host/document/money.h"
 #include "till/checks/checksoundness.h"
 #include "till/checks/documentstream.h"
-#include "till/checks/storedvalues.h"
+#include "till/checks/fieldstream.h"
+#include "till/checks/linefields.h"
 #include "till/failure.h"
 #include "till/text.h"
 
@@ -15,66 +14,83 @@
 #include <QDataStream>
 #include <QIODevice>
 
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
 namespace till {
 namespace {
 
+using CheckField = FieldOf<Check, int, bool, qint64, QString, QStringList, std::optional<qint64>>;
+
 constexpr quint32 magic = 0x4f435031; // "OCP1"
-/// Version 2 ends with a digest of all that stands before it.
-constexpr quint32 formatVersion = 2;
-constexpr quint32 firstVersionWithDigest = 2;
+/// From this version on a stored check ends with a digest of all that stands before it.
+constexpr int firstVersionWithDigest = 2;
 constexpr auto digestKind = QCryptographicHash::Sha1;
 
-template <typename T>
-void writeOptional(QDataStream& stream, const std::optional<T>& value)
+template <typename Value>
+CheckField member(const QString& name, Value Check::*member, int since = 1)
 {
-    stream << value.has_value() << value.value_or(T());
+    return {
+        name,
+        Access<Check, Value>{[member](const Check& check) { return check.*member; },
+                             [member](Check& check, const Value& value) { check.*member = value; }},
+        since};
 }
 
-template <typename T>
-void readOptional(QDataStream& stream, std::optional<T>& value)
+/// What a check has beside its document and its lines, in the order in which it is stored.
+const QList<CheckField>& ownFields()
 {
-    bool present = false;
-    T content{};
-    stream >> present >> content;
-    value = present ? std::optional(content) : std::nullopt;
+    static const QList<CheckField> fields{
+        {u"loyalty"_s,
+         Access<Check, int>{
+             [](const Check& check) { return static_cast<int>(check.loyalty); },
+             [](Check& check, int state) { check.loyalty = static_cast<LoyaltyState>(state); }}},
+        member(u"refusal"_s, &Check::refusal),
+        {u"points"_s,
+         Access<Check, int>{[](const Check& check) { return static_cast<int>(check.points.kind); },
+                            [](Check& check, int kind) {
+                                check.points.kind = static_cast<PointsChoice::Kind>(kind);
+                            }}},
+        {u"pointsSum"_s, Access<Check, qint64>{
+                             [](const Check& check) { return check.points.kopecks; },
+                             [](Check& check, qint64 kopecks) { check.points.kopecks = kopecks; }}},
+        member(u"pointsTouched"_s, &Check::pointsTouched),
+        member(u"systemEarn"_s, &Check::systemEarnKopecks),
+        member(u"toCashier"_s, &Check::cashierMessages),
+        member(u"toCustomer"_s, &Check::clientMessages),
+        member(u"tendered"_s, &Check::tenderedKopecks),
+        member(u"confirmed"_s, &Check::confirmed),
+        member(u"returnsBefore"_s, &Check::returnsBefore),
+    };
+    return fields;
 }
 
-void writeLine(QDataStream& stream, const Line& line)
+/// What this till writes: the version that its newest field came with.
+int presentVersion()
 {
-    stream << qint32(line.position) << line.code << line.name << line.fractional
-           << line.priceKopecks << line.minPriceKopecks << line.thousandths
-           << line.returnedThousandths << line.sumKopecks << line.discountKopecks
-           << line.spentKopecks << line.awardedKopecks << line.earnedKopecks
-           << line.givenBackKopecks << line.takenBackKopecks;
-}
-
-Line readLine(QDataStream& stream)
-{
-    Line line;
-    qint32 position = 0;
-    stream >> position >> line.code >> line.name >> line.fractional >> line.priceKopecks >>
-        line.minPriceKopecks >> line.thousandths >> line.returnedThousandths >> line.sumKopecks >>
-        line.discountKopecks >> line.spentKopecks >> line.awardedKopecks >> line.earnedKopecks >>
-        line.givenBackKopecks >> line.takenBackKopecks;
-    line.position = position;
-    return line;
+    static const int version = std::max({firstVersionWithDigest, documentstream::version(),
+                                         fieldstream::versionOf(linefields::stored()),
+                                         fieldstream::versionOf(ownFields())});
+    return version;
 }
 
 void writeLines(QDataStream& stream, const QList<Line>& lines)
 {
     stream << qint32(lines.size());
     for (const Line& line : lines) {
-        writeLine(stream, line);
+        fieldstream::write(stream, line, linefields::stored());
     }
 }
 
-QList<Line> readLines(QDataStream& stream)
+QList<Line> readLines(QDataStream& stream, int version)
 {
     qint32 count = 0;
     stream >> count;
     QList<Line> lines;
     for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
-        lines.append(readLine(stream));
+        lines.append(Line());
+        fieldstream::read(stream, lines.last(), linefields::stored(), version);
     }
     return lines;
 }
@@ -84,7 +100,7 @@ qsizetype digestBytes()
     return QCryptographicHash::hashLength(digestKind);
 }
 
-bool isWhole(const QByteArray& bytes, quint32 version)
+bool isWhole(const QByteArray& bytes, int version)
 {
     return version < firstVersionWithDigest ||
            (bytes.size() > digestBytes() &&
@@ -93,26 +109,15 @@ bool isWhole(const QByteArray& bytes, quint32 version)
 }
 
 /// Nothing when the stream ends too early or holds what cannot be.
-std::optional<Check> read(QDataStream& stream)
+std::optional<Check> read(QDataStream& stream, int version)
 {
     Check check;
-    check.document = documentstream::read(stream);
-    check.lines = readLines(stream);
-    qint32 loyalty = 0;
-    qint32 kind = 0;
-    qint32 returnsBefore = 0;
-    stream >> loyalty >> check.refusal >> kind >> check.points.kopecks >> check.pointsTouched;
-    readOptional(stream, check.systemEarnKopecks);
-    check.cashierMessages = storedvalues::readTexts(stream);
-    check.clientMessages = storedvalues::readTexts(stream);
-    readOptional(stream, check.tenderedKopecks);
-    stream >> check.confirmed >> returnsBefore;
+    check.document = documentstream::read(stream, version);
+    check.lines = readLines(stream, version);
+    fieldstream::read(stream, check, ownFields(), version);
     if (stream.status() != QDataStream::Ok) {
         return std::nullopt;
     }
-    check.loyalty = LoyaltyState(loyalty);
-    check.points.kind = PointsChoice::Kind(kind);
-    check.returnsBefore = returnsBefore;
     check.fillDocument();
     return check;
 }
@@ -124,15 +129,10 @@ QByteArray checkcodec::encode(const Check& check)
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_6_4);
-    stream << magic << formatVersion;
+    stream << magic << qint32(presentVersion());
     documentstream::write(stream, *check.document);
     writeLines(stream, check.lines);
-    stream << qint32(check.loyalty) << check.refusal << qint32(check.points.kind)
-           << check.points.kopecks << check.pointsTouched;
-    writeOptional(stream, check.systemEarnKopecks);
-    stream << check.cashierMessages << check.clientMessages;
-    writeOptional(stream, check.tenderedKopecks);
-    stream << check.confirmed << qint32(check.returnsBefore);
+    fieldstream::write(stream, check, ownFields());
     return bytes + QCryptographicHash::hash(bytes, digestKind);
 }
 
@@ -141,14 +141,15 @@ Check checkcodec::decode(const QByteArray& bytes, const QString& name)
     QDataStream stream(bytes);
     stream.setVersion(QDataStream::Qt_6_4);
     quint32 readMagic = 0;
-    quint32 version = 0;
-    stream >> readMagic >> version;
-    if (readMagic == magic && version > formatVersion) {
+    quint32 readVersion = 0;
+    stream >> readMagic >> readVersion;
+    if (readMagic == magic && readVersion > quint32(presentVersion())) {
         throw Failure(
             Text::tr("The stored check %1 was written by a newer till; use that one.").arg(name));
     }
+    const int version = readMagic == magic ? int(readVersion) : 0;
     const auto check =
-        readMagic == magic && version > 0 && isWhole(bytes, version) ? read(stream) : std::nullopt;
+        version > 0 && isWhole(bytes, version) ? read(stream, version) : std::nullopt;
     const qsizetype behind = version < firstVersionWithDigest ? 0 : digestBytes();
     if (!check || stream.device()->bytesAvailable() != behind || !isSound(*check)) {
         throw Failure(damagedText(name));

@@ -9,6 +9,10 @@
 
 /// A whole check as bytes for the till's database: fields, lines, card records, impacts with every
 /// field and position sum, plug-in data, the cashier's choices.
+///
+/// What is written bears the version that its newest field came with (FieldOf::since). Checks of
+/// every older version are read: the fields that it did not have stay as in a new check, or are put
+/// right as they say (FieldOf::fromOlder). Those of a newer version are refused with a sentence.
 namespace till::checkcodec {
 
 QByteArray encode(const Check& check);

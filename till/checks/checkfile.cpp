@@ -6,6 +6,7 @@
 #include "input/readfile.h"
 #include "input/tomlguard.h"
 #include "till/checks/checkfields.h"
+#include "till/checks/linefields.h"
 #include "till/failure.h"
 #include "till/text.h"
 
@@ -95,39 +96,84 @@ QList<const toml::table*> lineTables(const CheckFields& root, const toml::table&
     return tables;
 }
 
-qint64 readQuantity(const CheckFields& fields, bool fractional)
+qint64 readQuantity(const CheckFields& fields, const QString& name, bool fractional)
 {
-    const qint64 thousandths = fields.quantity(u"quantity"_s);
+    const qint64 thousandths = fields.quantity(name);
     if (thousandths == 0) {
-        fields.fail(u"quantity"_s, Text::tr("nothing is 0 of something; write a quantity above 0"));
+        fields.fail(name, Text::tr("nothing is 0 of something; write a quantity above 0"));
     }
     if (!fractional && thousandths % 1000 != 0) {
-        fields.fail(u"quantity"_s,
-                    Text::tr("pieces are counted in whole numbers; for a weight write unit = "
-                             "\"kg\""));
+        fields.fail(name, Text::tr("pieces are counted in whole numbers; for a weight write unit = "
+                                   "\"kg\""));
     }
     return thousandths;
 }
 
-Line readSaleLine(const CheckFields& fields, int position)
+/// Whether the line is weighed, which decides how its quantity may look.
+bool readUnit(const CheckFields& fields)
 {
-    fields.allowOnly(
-        {u"code"_s, u"name"_s, u"price"_s, u"quantity"_s, u"unit"_s, u"minPrice"_s, u"sum"_s});
-    Line line;
-    line.position = position;
-    line.code = fields.text(u"code"_s);
-    line.name = fields.text(u"name"_s);
-    const QString unit = fields.has(u"unit"_s) ? fields.text(u"unit"_s) : u"pcs"_s;
-    if (unit != u"pcs"_s && unit != u"kg"_s) {
-        fields.fail(u"unit"_s,
+    const QString name = u"unit"_s;
+    const QString unit = fields.has(name) ? fields.text(name) : linefields::unitName(false);
+    if (unit != linefields::unitName(false) && unit != linefields::unitName(true)) {
+        fields.fail(name,
                     Text::tr("the unit \"%1\" is not known; write \"pcs\" or \"kg\"").arg(unit));
     }
-    line.fractional = unit == u"kg"_s;
-    line.priceKopecks = fields.money(u"price"_s);
-    line.thousandths = readQuantity(fields, line.fractional);
-    line.minPriceKopecks = fields.has(u"minPrice"_s) ? fields.money(u"minPrice"_s) : 0;
-    line.sumKopecks = fields.has(u"sum"_s) ? fields.money(u"sum"_s)
-                                           : amount::lineSum(line.priceKopecks, line.thousandths);
+    return unit == linefields::unitName(true);
+}
+
+void readField(const CheckFields& fields, const LineField& field, Line& line)
+{
+    switch (field.kind) {
+    case LineField::Kind::Number:
+        field.valueIn<int>(line) = fields.number(field.name);
+        break;
+    case LineField::Kind::Text:
+        field.valueIn<QString>(line) = fields.text(field.name);
+        break;
+    case LineField::Kind::Unit:
+        break;
+    case LineField::Kind::Money:
+    case LineField::Kind::Share:
+        field.valueIn<qint64>(line) = fields.money(field.name);
+        break;
+    case LineField::Kind::Quantity:
+        field.valueIn<qint64>(line) = readQuantity(fields, field.name, line.fractional);
+        break;
+    }
+}
+
+/// What a line of a sale may have in a file: first what it must have.
+QList<LineField> fileFields()
+{
+    QList<LineField> fields;
+    for (const LineField::InFile use : {LineField::InFile::Required, LineField::InFile::Optional}) {
+        for (const LineField& field : linefields::all()) {
+            if (field.fileUse == use) {
+                fields.append(field);
+            }
+        }
+    }
+    return fields;
+}
+
+Line readSaleLine(const CheckFields& fields, const QList<LineField>& known, int position)
+{
+    QStringList names;
+    for (const LineField& field : known) {
+        names.append(field.name);
+    }
+    fields.allowOnly(names);
+    Line line;
+    line.position = position;
+    line.fractional = readUnit(fields);
+    for (const LineField& field : known) {
+        if (field.fileUse == LineField::InFile::Required || fields.has(field.name)) {
+            readField(fields, field, line);
+        }
+    }
+    if (!fields.has(u"sum"_s)) {
+        line.sumKopecks = amount::lineSum(line.priceKopecks, line.thousandths);
+    }
     if (line.sumKopecks > amount::maximumKopecks) {
         fields.fail(u"price"_s, Text::tr("price times quantity is more than a check can hold"));
     }
@@ -137,11 +183,12 @@ Line readSaleLine(const CheckFields& fields, int position)
 void readSale(CheckFile& check, const CheckFields& root, const toml::table& table)
 {
     root.allowOnly({u"type"_s, u"number"_s, u"card"_s, u"line"_s});
+    const QList<LineField> known = fileFields();
     check.card = root.has(u"card"_s) ? root.text(u"card"_s) : QString();
     qint64 sum = 0;
     for (const toml::table* lineTable : lineTables(root, table)) {
         const CheckFields fields(root.fileName(), *lineTable);
-        check.lines.append(readSaleLine(fields, int(check.lines.size()) + 1));
+        check.lines.append(readSaleLine(fields, known, int(check.lines.size()) + 1));
         sum += check.lines.last().sumKopecks;
         if (sum > amount::maximumKopecks) {
             fields.fail(u"sum"_s, Text::tr("up to this line the sum is more than a check can "
@@ -161,7 +208,7 @@ void readReturn(CheckFile& check, const CheckFields& root, const toml::table& ta
         Line line;
         line.position = fields.number(u"position"_s);
         // whether the line is counted in pieces is known only once the sale has been found
-        line.returnedThousandths = readQuantity(fields, true);
+        line.returnedThousandths = readQuantity(fields, u"quantity"_s, true);
         if (seen.contains(line.position)) {
             fields.fail(u"position"_s,
                         Text::tr("position %1 stands here twice; write it once with the whole "

@@ -15,11 +15,10 @@ namespace till {
 /// A check as a person writes it down, in TOML.
 ///
 /// A sale: type = "sale"; number (optional, from 1), card (optional); for every line a [[line]]
-/// with code, name, price, quantity, unit ("pcs", the default, or "kg"), minPrice (default 0) and
-/// sum (default: price times quantity, rounded half up). A return: type = "return"; sale, the
-/// returned sale's identifier or number, or "last"; number (optional); for every line a [[line]]
-/// with the position of the sale's line and the returned quantity. Amounts and quantities are
-/// numbers or texts.
+/// with the fields that linefields says a file has (till/README.md shows them). A return: type =
+/// "return"; sale, the returned sale's identifier or number, or "last"; number (optional); for
+/// every line a [[line]] with the position of the sale's line and the returned quantity. Amounts
+/// and quantities are numbers or texts.
 struct CheckFile
 {
     enum class Type

@@ -6,8 +6,11 @@
 #include "host/document/money.h"
 #include "till/checks/amount.h"
 #include "till/checks/check.h"
+#include "till/checks/linefields.h"
 
 #include <QSet>
+
+#include <algorithm>
 
 namespace till {
 namespace {
@@ -31,14 +34,30 @@ bool isShare(qint64 kopecks)
     return isWithin(kopecks, -amount::maximumKopecks, amount::maximumKopecks);
 }
 
+bool isSound(const LineField& field, const Line& line)
+{
+    switch (field.kind) {
+    case LineField::Kind::Number:
+        return field.valueIn<int>(line) >= 0;
+    case LineField::Kind::Text:
+    case LineField::Kind::Unit:
+        return true;
+    case LineField::Kind::Money:
+        return isAmount(field.valueIn<qint64>(line));
+    case LineField::Kind::Share:
+        return isShare(field.valueIn<qint64>(line));
+    case LineField::Kind::Quantity:
+        return isWithin(field.valueIn<qint64>(line), 0, amount::maximumThousandths);
+    }
+    return false;
+}
+
 bool isSound(const Line& line)
 {
-    return line.position >= 1 && isAmount(line.priceKopecks) && isAmount(line.minPriceKopecks) &&
-           isAmount(line.sumKopecks) && isWithin(line.thousandths, 0, amount::maximumThousandths) &&
-           isWithin(line.returnedThousandths, 0, line.thousandths) &&
-           isShare(line.discountKopecks) && isShare(line.spentKopecks) &&
-           isShare(line.awardedKopecks) && isShare(line.earnedKopecks) &&
-           isShare(line.givenBackKopecks) && isShare(line.takenBackKopecks);
+    const auto& fields = linefields::all();
+    return line.position >= 1 && line.returnedThousandths <= line.thousandths &&
+           std::all_of(fields.cbegin(), fields.cend(),
+                       [&line](const LineField& field) { return isSound(field, line); });
 }
 
 bool areSound(const QList<Line>& lines)

@@ -12,8 +12,11 @@
 namespace till::documentstream {
 
 void write(QDataStream& stream, const Document& document);
+/// The version of stored checks that write needs, for its fields' sake.
+int version();
 
+/// @param version of the stored check
 /// What cannot be read leaves the stream's status other than Ok.
-QSharedPointer<Document> read(QDataStream& stream);
+QSharedPointer<Document> read(QDataStream& stream, int version);
 
 } // namespace till::documentstream

@@ -5,6 +5,7 @@
 
 #include "console/usage.h"
 #include "till/checks/amount.h"
+#include "till/commands/queuewait.h"
 #include "till/failure.h"
 #include "till/screen/output.h"
 #include "till/text.h"
@@ -91,7 +92,7 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
         words(QT_TRANSLATE_NOOP("Till", "Cash handed over; otherwise the check is paid exactly")));
     sell->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
-        ->check(CLI::Range(0, 3600));
+        ->check(CLI::Range(0, QueueWait::longestSeconds));
     addJson(sell, options);
 
     CLI::App* const back =
@@ -103,7 +104,7 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
         ->required();
     back->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
-        ->check(CLI::Range(0, 3600));
+        ->check(CLI::Range(0, QueueWait::longestSeconds));
     addJson(back, options);
 
     addCommand(app, "work",

@@ -20,6 +20,10 @@ namespace till {
 class QueueWait
 {
 public:
+    /// How long a cashier waits who names no number of seconds, and the most that may be named.
+    static constexpr int usualSeconds = 30;
+    static constexpr int longestSeconds = 3600;
+
     /// Waits until nothing is left that is sent by itself, at most so many seconds.
     /// @param look is told now and then how many are delivered of those that were left at first
     static poshost::QueueCounts

@@ -65,7 +65,8 @@ const QList<WorkSession::Entry>& WorkSession::entries()
          &WorkSession::openReturn, true},
         {u"show"_s, {}, Text::tr("show the check"), &WorkSession::show, false},
         {u"queue"_s, {}, Text::tr("list the messages to be delivered"), &WorkSession::queue, false},
-        {u"wait"_s, u"[SECONDS]"_s, Text::tr("wait until the queue is delivered, 30 s at most"),
+        {u"wait"_s, u"[SECONDS]"_s,
+         Text::tr("wait until the queue is delivered, %1 s at most").arg(QueueWait::usualSeconds),
          &WorkSession::wait, false},
         {u"help"_s, {}, Text::tr("list the commands"), &WorkSession::help, false},
     };
@@ -244,12 +245,12 @@ void WorkSession::queue(const QString&)
 
 void WorkSession::wait(const QString& seconds)
 {
-    constexpr int longest = 3600;
     bool isNumber = true;
-    const int limit = seconds.isEmpty() ? 30 : seconds.toInt(&isNumber);
-    if (!isNumber || limit < 0 || limit > longest) {
-        throw Failure(
-            Text::tr("\"%1\" is not a number of seconds up to %2.").arg(seconds).arg(longest));
+    const int limit = seconds.isEmpty() ? QueueWait::usualSeconds : seconds.toInt(&isNumber);
+    if (!isNumber || limit < 0 || limit > QueueWait::longestSeconds) {
+        throw Failure(Text::tr("\"%1\" is not a number of seconds up to %2.")
+                          .arg(seconds)
+                          .arg(QueueWait::longestSeconds));
     }
     const poshost::QueueCounts counts = QueueWait::untilDelivered(database, limit);
     const QString text = QueueWait::text(counts);

@@ -5,7 +5,9 @@
 
 #include "host/document/bonusimpact.h"
 #include "host/document/discountimpact.h"
-#include "host/document/money.h"
+#include "till/checks/documentfields.h"
+#include "till/checks/linefields.h"
+#include "till/recording/fieldjson.h"
 #include "till/recording/valuejson.h"
 
 #include <algorithm>
@@ -22,38 +24,6 @@ using valuejson::toNumber;
 using valuejson::toTime;
 using valuejson::toVariant;
 using CardRecords = QList<QSharedPointer<DocumentCardRecord>>;
-
-QJsonObject ofItem(GoodsItem& item)
-{
-    return {{u"position"_s, item.getPosnum()},
-            {u"code"_s, item.getCode()},
-            {u"name"_s, item.getName()},
-            {u"quantity"_s, ofNumber(item.getQuantity())},
-            {u"quantityBack"_s, ofVariant(item.getQuantBack())},
-            {u"price"_s, ofNumber(item.getPrice())},
-            {u"minPrice"_s, ofNumber(item.getMinPrice())},
-            {u"sum"_s, ofNumber(item.getSumb())},
-            {u"bonusSum"_s, ofNumber(item.getBonusImpactSum())},
-            {u"unit"_s, item.getTmcUnit()->getName()},
-            {u"fractional"_s, item.getTmcUnit()->isFractional()}};
-}
-
-QSharedPointer<GoodsItem> toItem(const QJsonObject& object)
-{
-    const auto item = QSharedPointer<GoodsItem>::create();
-    item->setPosnum(object.value(u"position"_s).toInt());
-    item->setCode(object.value(u"code"_s).toString());
-    item->setName(object.value(u"name"_s).toString());
-    item->setQuantity(toNumber(object.value(u"quantity"_s)));
-    item->setQuantBack(toVariant(object.value(u"quantityBack"_s)));
-    item->setPrice(toNumber(object.value(u"price"_s)));
-    item->setMinPrice(toNumber(object.value(u"minPrice"_s)));
-    item->setSumb(toNumber(object.value(u"sum"_s)));
-    item->setBonusImpactSum(toNumber(object.value(u"bonusSum"_s)));
-    item->setTmcUnit(
-        TmcUnit(object.value(u"unit"_s).toString(), object.value(u"fractional"_s).toBool()));
-    return item;
-}
 
 QJsonValue cardNumberOf(const QSharedPointer<DocumentCardRecord>& record)
 {
@@ -73,17 +43,7 @@ QSharedPointer<DocumentImpact> toImpact(const QJsonObject& object, const CardRec
 {
     const auto detail = QSharedPointer<DocumentImpactDetail>::create();
     detail->setCardRecord(cardOfNumber(object.value(u"card"_s), cards));
-    detail->setCardIndex(toVariant(object.value(u"cardIndex"_s)));
-    detail->setDateTime(toTime(object.value(u"time"_s).toString()));
-    detail->setDiscountType(EDiscountType::type(object.value(u"type"_s).toInt()));
-    detail->setDiscountMode(EDiscountMode::type(object.value(u"mode"_s).toInt()));
-    detail->setDiscountName(object.value(u"name"_s).toString());
-    detail->setDiscountObject(EDiscountObject::type(object.value(u"object"_s).toInt()));
-    detail->setPosition(object.value(u"position"_s).toInt());
-    detail->setDiscountRate(toVariant(object.value(u"rate"_s)));
-    detail->setDiscountSum(toNumber(object.value(u"sum"_s)));
-    detail->setImpactSource(EImpactSource::source(object.value(u"source"_s).toInt()));
-    detail->setMinPriceIgnored(object.value(u"minPriceIgnored"_s).toBool());
+    fieldjson::read(object, *detail, documentfields::ofImpactDetail());
     QSharedPointer<DocumentImpact> impact;
     if (object.value(u"bonus"_s).toBool()) {
         impact = QSharedPointer<BonusImpact>::create(detail);
@@ -113,11 +73,9 @@ QMap<QString, QVariantMap> toPluginData(const QJsonObject& object)
 
 QJsonObject documentjson::ofCard(const DocumentCardRecord& record)
 {
-    QJsonObject object{{u"systemType"_s, record.getLoyaltySystemType()},
-                       {u"codeInternal"_s, record.getCodeInternal()},
-                       {u"pointsForSpend"_s, ofNumber(record.getPointsForSpend())},
-                       {u"pointsForEarn"_s, ofVariant(record.getPointsForEarn())},
-                       {u"balance"_s, ofVariant(record.getBonusBalance())}};
+    QJsonObject object = fieldjson::write(record, documentfields::ofCardRecord());
+    object.insert(u"systemType"_s, record.getLoyaltySystemType());
+    object.insert(u"codeInternal"_s, record.getCodeInternal());
     if (const auto card = record.getCard(); !card.isNull()) {
         object.insert(u"number"_s, card->getNumber());
         if (const auto client = card->getClient(); !client.isNull()) {
@@ -151,9 +109,7 @@ QSharedPointer<DocumentCardRecord> documentjson::toCard(const QJsonObject& objec
     const auto record = QSharedPointer<DocumentCardRecord>::create(
         cardIn(object), object.value(u"systemType"_s).toInt(),
         object.value(u"codeInternal"_s).toInt());
-    record->setPointsForSpend(toNumber(object.value(u"pointsForSpend"_s)));
-    record->setPointsForEarn(toVariant(object.value(u"pointsForEarn"_s)));
-    record->setBonusBalance(toVariant(object.value(u"balance"_s)));
+    fieldjson::read(object, *record, documentfields::ofCardRecord());
     return record;
 }
 
@@ -165,20 +121,11 @@ QJsonObject documentjson::ofImpact(const DocumentImpact& impact)
     for (auto it = positionSums.cbegin(); it != positionSums.cend(); ++it) {
         sums.insert(QString::number(it.key()), ofNumber(it.value()));
     }
-    return {{u"bonus"_s, dynamic_cast<const BonusImpact*>(&impact) != nullptr},
-            {u"card"_s, cardNumberOf(totals->getCardRecord())},
-            {u"cardIndex"_s, ofVariant(totals->getCardIndex())},
-            {u"time"_s, ofTime(totals->getDateTime())},
-            {u"type"_s, int(totals->getDiscountType())},
-            {u"mode"_s, int(totals->getDiscountMode())},
-            {u"name"_s, totals->getDiscountName()},
-            {u"object"_s, int(totals->getDiscountObject())},
-            {u"position"_s, totals->getPosition()},
-            {u"rate"_s, ofVariant(totals->getDiscountRate())},
-            {u"sum"_s, ofNumber(totals->getDiscountSum())},
-            {u"source"_s, int(totals->getImpactSource())},
-            {u"minPriceIgnored"_s, totals->isMinPriceIgnored()},
-            {u"positions"_s, sums}};
+    QJsonObject object = fieldjson::write(*totals, documentfields::ofImpactDetail());
+    object.insert(u"bonus"_s, dynamic_cast<const BonusImpact*>(&impact) != nullptr);
+    object.insert(u"card"_s, cardNumberOf(totals->getCardRecord()));
+    object.insert(u"positions"_s, sums);
+    return object;
 }
 
 QJsonObject documentjson::ofBonusRecord(const DocumentBonusRecord& record)
@@ -198,7 +145,7 @@ QJsonObject documentjson::of(const Document& document)
     QJsonArray items;
     const auto goods = document.getGoodsItems();
     for (const auto& item : goods) {
-        items.append(ofItem(*item));
+        items.append(fieldjson::write(*item, linefields::ofItem()));
     }
     QJsonArray cardArray;
     for (const auto& card : cards) {
@@ -209,15 +156,11 @@ QJsonObject documentjson::of(const Document& document)
     for (const auto& impact : impacts) {
         impactArray.append(ofImpact(*impact));
     }
-    return {{u"id"_s, document.getDocumentId()},
-            {u"number"_s, document.getCheckNumber()},
-            {u"type"_s, document.getDocumentType()},
-            {u"time"_s, ofTime(document.getDateTime())},
-            {u"sale"_s, document.getSaleDocumentId()},
-            {u"payment"_s, ofNumber(document.getPaymentSum())},
-            {u"goods"_s, items},
-            {u"cards"_s, cardArray},
-            {u"impacts"_s, impactArray}};
+    QJsonObject object = fieldjson::write(document, documentfields::ofDocument());
+    object.insert(u"goods"_s, items);
+    object.insert(u"cards"_s, cardArray);
+    object.insert(u"impacts"_s, impactArray);
+    return object;
 }
 
 QJsonObject documentjson::ofPluginData(const QMap<QString, QVariantMap>& owners)
@@ -232,16 +175,12 @@ QJsonObject documentjson::ofPluginData(const QMap<QString, QVariantMap>& owners)
 QSharedPointer<Document> documentjson::toDocument(const QJsonObject& object)
 {
     const auto document = QSharedPointer<Document>::create();
-    document->setDocumentId(object.value(u"id"_s).toString());
-    document->setCheckNumber(object.value(u"number"_s).toInt());
-    document->setDocumentType(object.value(u"type"_s).toInt());
-    document->setDateTime(toTime(object.value(u"time"_s).toString()));
-    document->setSaleDocumentId(object.value(u"sale"_s).toString());
-    document->setPaymentKopecks(money::toKopecks(toNumber(object.value(u"payment"_s))).value_or(0));
+    fieldjson::read(object, *document, documentfields::ofDocument());
     QList<QSharedPointer<GoodsItem>> goods;
     const QJsonArray items = object.value(u"goods"_s).toArray();
     for (const auto& item : items) {
-        goods.append(toItem(item.toObject()));
+        goods.append(QSharedPointer<GoodsItem>::create());
+        fieldjson::read(item.toObject(), *goods.last(), linefields::ofItem());
     }
     document->setGoodsItems(goods);
     const QJsonArray cards = object.value(u"cards"_s).toArray();

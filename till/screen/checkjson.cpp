@@ -5,6 +5,7 @@
 
 #include "till/checks/amount.h"
 #include "till/checks/checkstore.h"
+#include "till/checks/linefields.h"
 #include "till/desk/cashdesk.h"
 #include "till/screen/checkview.h"
 
@@ -38,24 +39,33 @@ QString kindName(bool isReturn)
     return isReturn ? u"return"_s : u"sale"_s;
 }
 
+QJsonValue valueOf(const LineField& field, const Line& line)
+{
+    switch (field.kind) {
+    case LineField::Kind::Number:
+        return field.valueIn<int>(line);
+    case LineField::Kind::Text:
+        return field.valueIn<QString>(line);
+    case LineField::Kind::Unit:
+        return linefields::unitName(field.valueIn<bool>(line));
+    case LineField::Kind::Money:
+    case LineField::Kind::Share:
+        return moneyText(field.valueIn<qint64>(line));
+    case LineField::Kind::Quantity:
+        return amount::quantityText(field.valueIn<qint64>(line), line.fractional);
+    }
+    return {};
+}
+
 QJsonObject lineObject(const Line& line, bool isReturn)
 {
-    QJsonObject object{{u"position"_s, line.position},
-                       {u"code"_s, line.code},
-                       {u"name"_s, line.name},
-                       {u"unit"_s, line.fractional ? u"kg"_s : u"pcs"_s},
-                       {u"quantity"_s, amount::quantityText(line.thousandths, line.fractional)},
-                       {u"price"_s, moneyText(line.priceKopecks)},
-                       {u"sum"_s, moneyText(line.sumKopecks)},
-                       {u"discount"_s, moneyText(line.discountKopecks)}};
-    if (isReturn) {
-        object.insert(u"returned"_s,
-                      amount::quantityText(line.returnedThousandths, line.fractional));
-        object.insert(u"givenBack"_s, moneyText(line.givenBackKopecks));
-        object.insert(u"takenBack"_s, moneyText(line.takenBackKopecks));
-    } else {
-        object.insert(u"spent"_s, moneyText(line.spentKopecks));
-        object.insert(u"earned"_s, moneyText(line.earnedKopecks));
+    const LineField::Shown here =
+        isReturn ? LineField::Shown::OnReturns : LineField::Shown::OnSales;
+    QJsonObject object;
+    for (const LineField& field : linefields::all()) {
+        if (field.jsonUse == LineField::Shown::Always || field.jsonUse == here) {
+            object.insert(field.name, valueOf(field, line));
+        }
     }
     return object;
 }

@@ -45,7 +45,8 @@ QString documentation(const QDomElement& element)
 }
 
 /// Lists the elements of a schema. The order of attributes and types is as protocol/schema has
-/// them: named types at the top, elements in one list (sequence, all or choice) of their type.
+/// them: named types and groups at the top, elements and groups in one list (sequence, all or
+/// choice) of their type.
 class Lister
 {
 public:
@@ -76,9 +77,18 @@ private:
     {
         for (const QString& kind : {u"xs:sequence"_s, u"xs:all"_s, u"xs:choice"_s}) {
             const QDomElement list = typeOf(element).firstChildElement(kind);
-            const bool isRepeated = list.attribute(u"maxOccurs"_s) == u"unbounded"_s;
-            for (QDomElement child = list.firstChildElement(u"xs:element"_s); !child.isNull();
-                 child = child.nextSiblingElement(u"xs:element"_s)) {
+            addList(list, path, list.attribute(u"maxOccurs"_s) == u"unbounded"_s);
+        }
+    }
+
+    void addList(const QDomElement& list, const QString& path, bool isRepeated)
+    {
+        for (QDomElement child = list.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            if (child.tagName() == u"xs:group"_s) {
+                addList(types.value(child.attribute(u"ref"_s)).firstChildElement(), path,
+                        isRepeated);
+            } else if (child.tagName() == u"xs:element"_s) {
                 addElement(child, path + child.attribute(u"name"_s), isRepeated);
             }
         }
