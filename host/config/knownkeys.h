@@ -15,6 +15,7 @@ namespace poshost {
 /// A key of the configuration that the system knows, and what it may hold.
 struct KnownKey
 {
+    /// What a key may hold.
     enum class Kind
     {
         Text,
@@ -25,8 +26,9 @@ struct KnownKey
         Number,  ///< a whole number that fits an int
     };
 
-    QString table;
-    QString key;
+    QString table; ///< the table's name
+    QString key;   ///< the key's name in it
+    /// What it may hold.
     Kind kind = Kind::Text;
     int minimum = std::numeric_limits<int>::min(); ///< of a Number
 };
@@ -34,11 +36,22 @@ struct KnownKey
 /// The one list of what may stand in the configuration.
 namespace knownkeys {
 
-/// The known key, or nothing.
+/// Looks a key up. Any thread, as all of these.
+/// @param table name of the table, in its own case
+/// @param key name of the key in it
+/// @return what the key may hold; nothing for one that nobody reads
 HOST_EXPORT std::optional<KnownKey> find(const QString& table, const QString& key);
+/// @return the names of all tables, in the order in which they are documented
 HOST_EXPORT QStringList tables();
+/// @param table name of a table
+/// @return the names of its keys, in the order in which they are documented; none for an unknown
+/// table
 HOST_EXPORT QStringList keysOf(const QString& table);
-/// The candidate with the fewest letters to add, drop or change, case aside; the first of equals.
+/// Finds what a mistyped name was meant to be.
+/// @param name as somebody has written it
+/// @param candidates the names that there are
+/// @return the candidate with the fewest letters to add, drop or change, case aside; the first of
+/// equals; empty when there are no candidates
 QString nearest(const QString& name, const QStringList& candidates);
 
 } // namespace knownkeys
