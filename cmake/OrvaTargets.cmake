@@ -10,7 +10,7 @@ set(ORVA_INCLUDE_ROOT ${PROJECT_SOURCE_DIR})
 function(_orva_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     target_compile_options(${target} PRIVATE
-        -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+        -Wall -Wextra -Wpedantic -Wconversion -Wshadow
         # Points are spread over the lines in doubles: a fused multiply-add would round elsewhere.
         -ffp-contract=off
         # GCC 12 reports these for lists of shared pointers and for strings put together, where

@@ -5,7 +5,7 @@
 
 #include "client/elements.h"
 #include "client/interface.h"
-#include "host/document/money.h"
+#include "client/zerothreshold.h"
 #include "host/xml/xmlutils.h"
 #include "host/xml/xmlwrapper.h"
 
@@ -50,7 +50,7 @@ QDomElement Interface::getRequestItems(const QList<QSharedPointer<GoodsItem>>& g
         if (type == EDocumentType::ReturnBySale) {
             append(element::returnedQuantity(), quantityText(returnedQuantity(*item)));
             const double points = item->getBonusImpactSum();
-            if (points > money::halfKopeck) {
+            if (points > zeroThreshold) {
                 xmlWrapper->insertElement(line, returnedPointsPath,
                                           scratch.createTextNode(moneyText(points)),
                                           XmlWrapper::Operation::Award);

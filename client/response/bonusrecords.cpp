@@ -8,7 +8,7 @@
 #include "client/required.h"
 #include "client/response/line.h"
 #include "client/service.h"
-#include "host/document/money.h"
+#include "client/zerothreshold.h"
 #include "host/services/currenttime.h"
 #include "host/services/session.h"
 #include "host/xml/xmlwrapper.h"
@@ -48,7 +48,7 @@ Interface::getBonusRecords(const QSharedPointer<DocumentCardRecord>& cardRecord,
         const int position = linePosition(xmlWrapper, line);
         const double bonus = lineAmount(xmlWrapper, line, bonusPath);
         // By its size, unlike a discount: a negative accrual makes a record as well.
-        if (std::abs(bonus) < money::halfKopeck) {
+        if (std::abs(bonus) < zeroThreshold) {
             continue;
         }
         records.append(makeRecord(requireCardRecord(cardRecord), position, bonus));

@@ -6,8 +6,8 @@
 #include "client/elements.h"
 #include "client/interface.h"
 #include "client/response/line.h"
+#include "client/zerothreshold.h"
 #include "host/document/discountimpact.h"
-#include "host/document/money.h"
 #include "host/services/currenttime.h"
 #include "host/xml/xmlwrapper.h"
 
@@ -48,11 +48,11 @@ Interface::getDiscountImpacts(const QSharedPointer<DocumentCardRecord>& cardReco
         const double discount = lineAmount(xmlWrapper, line, discountPath);
         const double onChange = lineAmount(xmlWrapper, line, onChangePath);
         // By the signed value: a negative amount is no discount.
-        if (discount > money::halfKopeck) {
+        if (discount > zeroThreshold) {
             impacts.append(makeDiscount(cardRecord, u"Скидка Orva"_s,
                                         linePosition(xmlWrapper, line), discount));
         }
-        if (onChange > money::halfKopeck) {
+        if (onChange > zeroThreshold) {
             impacts.append(makeDiscount(cardRecord, u"Скидка на мелочь Orva"_s,
                                         linePosition(xmlWrapper, line), onChange));
         }

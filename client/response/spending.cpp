@@ -7,7 +7,7 @@
 #include "client/interface.h"
 #include "client/required.h"
 #include "client/response/line.h"
-#include "host/document/money.h"
+#include "client/zerothreshold.h"
 #include "host/services/currenttime.h"
 #include "host/xml/xmlwrapper.h"
 
@@ -25,7 +25,7 @@ namespace {
 
 bool isZero(double amount)
 {
-    return std::abs(amount) < money::halfKopeck;
+    return std::abs(amount) < zeroThreshold;
 }
 
 /// Cuts off the fraction. What does not fit 64 bits becomes the nearest limit and what is not a
@@ -56,7 +56,7 @@ double roundedShare(double x)
     } else if (x < 0) {
         sign = -1.0;
     }
-    const double hundredths = (x + sign * money::halfKopeck) * 100.0 + sign * 0.001;
+    const double hundredths = (x + sign * 0.005) * 100.0 + sign * 0.001;
     return static_cast<double>(truncated(hundredths)) / 100.0;
 }
 
@@ -96,7 +96,7 @@ struct Spending
             return 0.0;
         }
         double share = roundedShare(ratio * allowance);
-        if (amount > money::halfKopeck && isZero(share)) {
+        if (amount > zeroThreshold && isZero(share)) {
             share = std::min(amount, allowance);
         }
         const double spend = std::min(share, amount);

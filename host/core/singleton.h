@@ -8,6 +8,7 @@
 /// The pointers are instantiated in the host library and exported from it, so that the till and
 /// every plug-in it loads see the same object. The service's own header announces that
 /// instantiation; it must be included wherever the pointer is used.
+/// @tparam T a service of the host that can be made without arguments
 template <typename T>
 class Singleton
 {

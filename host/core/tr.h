@@ -22,10 +22,14 @@ public:
     Tr& operator=(const Tr&) = default;
     virtual ~Tr();
 
+    /// @return the stable identifier
     QString id() const { return identifier; }
+    /// @return the Russian wording, plain text of any length
     QString ru() const { return russian; }
+    /// @return whether there is neither an identifier nor a wording: nothing happened
     bool isEmpty() const { return identifier.isEmpty() && russian.isEmpty(); }
 
+    /// Two texts are equal when identifier and wording are.
     friend bool operator==(const Tr& left, const Tr& right)
     {
         return left.identifier == right.identifier && left.russian == right.russian;

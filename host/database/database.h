@@ -27,6 +27,7 @@ public:
     /// Opens the file. A missing one is created, readable by its owner only. Where group or others
     /// may read an existing one, that right is taken from them and a warning logged. An older
     /// schema is brought up to date in one transaction (schemastep.h).
+    /// @param fileName its path; a relative one starts at the current folder
     /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
     /// @throws BasicException "databaseError" when the file cannot be opened, is no till's
     /// database, was emptied or removed while its log holds what was written last, or was written
@@ -35,7 +36,9 @@ public:
     /// Opens an existing file to look at it. Nothing is written: neither the file nor its
     /// companions nor their rights, and the schema stays whichever it is. A file that nobody has
     /// open must stay so meanwhile: what another connection writes may be seen in part.
+    /// @param fileName its path
     /// @param deadline what still runs then fails
+    /// @return the connection; what writes on it throws
     /// @throws BasicException "databaseError" when the file cannot be opened, or was left in the
     /// middle of writing and cannot be read without finishing that
     static std::unique_ptr<Database> openForReading(const QString& fileName,
@@ -45,18 +48,20 @@ public:
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    /// Runs one SQL statement and drops its rows.
+    /// Runs one SQL statement and drops its rows. Waits for the disk where it writes, and for
+    /// another connection up to the busy time-out.
+    /// @param sql its text, without values from outside: these are for Statement
     /// @throws BasicException "databaseError" with file and cause
     void execute(const QString& sql);
     /// Whether a Transaction is open on this connection.
     bool isInTransaction() const;
-    /// The file's absolute path.
+    /// @return the file's absolute path
     QString fileName() const;
 
-    /// The file that the configuration names under the key with ConfigKey::Use::Database; empty
-    /// when it names none, or nobody has registered such a key.
+    /// @return the file that the configuration names under the key with ConfigKey::Use::Database;
+    /// empty when it names none, or nobody has registered such a key
     static QString configuredFile();
-    /// The version that a file has after all registered steps (schemastep.h).
+    /// @return the version that a file has after all registered steps (schemastep.h)
     static int schemaVersion();
 
 private:

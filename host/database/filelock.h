@@ -16,9 +16,11 @@ class HOST_EXPORT FileLock
 public:
     /// Tries to take the lock without waiting. Makes the file, readable by its owner only, when it
     /// is missing; the file stays.
+    /// @param fileName path of the file to lock; what is in it does not matter
     /// @throws BasicException "databaseError" when the file cannot be made or locked for another
     /// reason than that somebody holds it
     explicit FileLock(const QString& fileName);
+    /// Frees the lock if it is held.
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

@@ -16,10 +16,13 @@ namespace poshost {
 
 class Database;
 
+/// Gives a prepared statement back to SQLite.
 struct FinalizeStatement
 {
+    /// @param statement is of no use afterwards
     void operator()(sqlite3_stmt* statement) const;
 };
+/// A prepared statement that is given back when its owner ends.
 using PreparedStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
 /// One SQL statement, prepared when made, reset when this object ends. Rows are read forwards and
@@ -35,7 +38,11 @@ using PreparedStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 class HOST_EXPORT Statement
 {
 public:
+    /// Prepares the statement, or takes one with the same text that the connection has kept.
+    /// @param database the connection; must live longer
+    /// @param sql one statement
     Statement(Database& database, const QString& sql);
+    /// Resets the statement, so that it holds no lock. Never throws.
     ~Statement();
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
@@ -43,6 +50,8 @@ public:
     /// Gives the next "?" its value. An invalid QVariant is NULL; null texts and byte arrays are
     /// empty ones. Every "?" must be given its value before the statement runs; after the run,
     /// binding begins again with the first one.
+    /// @param value a text, number, byte array or nothing
+    /// @return this statement
     Statement& bind(const QVariant& value);
     /// Runs the statement at the first call and steps to the next row at every call.
     /// @return false: there is no (further) row
@@ -50,11 +59,13 @@ public:
     /// Runs the statement and drops its rows, if any.
     void execute();
 
-    /// A column, counted from 0, of the row that next stepped to.
+    /// Reads from the row that next stepped to.
+    /// @param column counted from 0
+    /// @return a number, text or byte array, whichever is stored; invalid for NULL
     QVariant value(int column) const;
-    /// The row identifier of the INSERT that was run.
+    /// @return the row identifier of the INSERT that was run
     qint64 lastInsertId() const;
-    /// How many rows the run has changed.
+    /// @return how many rows the run has changed
     int affectedRows() const;
 
 private:

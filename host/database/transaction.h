@@ -20,6 +20,7 @@ class HOST_EXPORT Transaction
 public:
     /// Begins. The right to write is taken at once and not at the first write, so that nobody else
     /// can get in between a read and the write that follows from it.
+    /// @param database the connection; must live longer
     /// @throws BasicException "databaseError" when another connection keeps writing for longer than
     /// the busy time-out, or the joined transaction has failed; then nothing has begun.
     explicit Transaction(Database& database);

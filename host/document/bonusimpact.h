@@ -9,6 +9,7 @@
 class HOST_EXPORT BonusImpact : public DocumentImpact
 {
 public:
+    /// @param detail shared with the impact; not null, with BonusPayment as its discount type
     explicit BonusImpact(const QSharedPointer<DocumentImpactDetail>& detail);
     ~BonusImpact() override;
 };

@@ -16,7 +16,10 @@ public:
     Client();
     ~Client() override;
 
+    /// The whole name as it is shown to the cashier; may be empty. Its characters are a server's
+    /// and not fit for a terminal as they are.
     QString getName() const { return name; }
+    /// Sets the name.
     /// @param value the whole display name, stored as it is
     void setName(const QString& value) { name = value; }
 

@@ -9,6 +9,7 @@
 class HOST_EXPORT DiscountImpact : public DocumentImpact
 {
 public:
+    /// @param detail shared with the impact; not null, with LoyaltyDiscount as its discount type
     explicit DiscountImpact(const QSharedPointer<DocumentImpactDetail>& detail);
     ~DiscountImpact() override;
 };

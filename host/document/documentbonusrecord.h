@@ -23,6 +23,7 @@ class HOST_EXPORT DocumentBonusRecord
     Q_PROPERTY(double bonusAmount MEMBER bonusAmount)
     /// The kind of points, by the host's table of currencies.
     Q_PROPERTY(int valutCode MEMBER valutCode)
+    /// When the record was made, local time.
     Q_PROPERTY(QDateTime dateTime MEMBER dateTime)
     /// What the session was about when the record was made (Session::getSessionContext).
     Q_PROPERTY(QString sessionContext MEMBER sessionContext)
@@ -38,6 +39,8 @@ public:
     QString sessionContext;
     bool accrual = false;
 
-    /// Equal when every field is.
+    /// Compares field by field.
+    /// @param other the record to compare with
+    /// @return whether every field is equal, amounts to the last bit
     bool operator==(const DocumentBonusRecord& other) const;
 };

@@ -9,23 +9,27 @@
 #include <QMap>
 #include <QSharedPointer>
 
-/// An impact on a document, made of one detail.
+/// An impact on a document, made of one detail. A loyalty system makes it and hands it to the host,
+/// who checks and applies it; both share it from then on.
 class HOST_EXPORT DocumentImpact
 {
 public:
+    /// An impact without amounts by position.
     /// @param detail shared with the impact; not null
     explicit DocumentImpact(const QSharedPointer<DocumentImpactDetail>& detail);
     DocumentImpact(const DocumentImpact&) = delete;
     DocumentImpact& operator=(const DocumentImpact&) = delete;
     virtual ~DocumentImpact();
 
-    /// The detail that the impact was made from, which amounts added for positions do not change.
+    /// The detail that the impact was made from, which amounts added for positions do not change;
+    /// never null, and shared.
     QSharedPointer<DocumentImpactDetail> getTotals() const { return totals; }
 
-    /// Records an amount, in currency units, for a goods position; a second amount for the same
-    /// position adds to the first.
+    /// Records an amount for a goods line; a second amount for the same line adds to the first.
+    /// @param position position number of the line; need not be the detail's
+    /// @param sum in currency units
     void addDetailForPosition(int position, double sum);
-    /// The recorded amounts by position.
+    /// The recorded amounts: position number to currency units.
     QMap<int, double> getPositionSums() const { return positionSums; }
 
 private:

@@ -15,12 +15,15 @@
 #include <QString>
 #include <QVariant>
 
-/// One impact on a goods line: what was granted or spent, by whom and why.
+/// One impact on a goods line: what was granted or spent, by whom and why. Holds what it is given;
+/// nothing is checked.
 class HOST_EXPORT DocumentImpactDetail
 {
 public:
+    /// A detail in which nothing is set: no card, position 0, sum 0, kinds that are none.
     DocumentImpactDetail();
 
+    /// The record of the card that it happened for, shared; null for none.
     QSharedPointer<DocumentCardRecord> getCardRecord() const { return cardRecord; }
     void setCardRecord(const QSharedPointer<DocumentCardRecord>& value) { cardRecord = value; }
 
@@ -31,12 +34,15 @@ public:
     QVariant getCardIndex() const { return cardIndex; }
     void setCardIndex(const QVariant& value) { cardIndex = value; }
 
+    /// When it was granted, local time.
     QDateTime getDateTime() const { return dateTime; }
     void setDateTime(const QDateTime& value) { dateTime = value; }
 
+    /// Whether it is a discount or points spent.
     EDiscountType::type getDiscountType() const { return discountType; }
     void setDiscountType(EDiscountType::type value) { discountType = value; }
 
+    /// Whether a rate or a sum was granted.
     EDiscountMode::type getDiscountMode() const { return discountMode; }
     void setDiscountMode(EDiscountMode::type value) { discountMode = value; }
 
@@ -44,6 +50,7 @@ public:
     QString getDiscountName() const { return discountName; }
     void setDiscountName(const QString& value) { discountName = value; }
 
+    /// Whether it is about one line or the whole check.
     EDiscountObject::type getDiscountObject() const { return discountObject; }
     void setDiscountObject(EDiscountObject::type value) { discountObject = value; }
 
@@ -51,14 +58,15 @@ public:
     int getPosition() const { return position; }
     void setPosition(int value) { position = value; }
 
-    /// Rate of the discount; null when not set.
+    /// The size as the mode counts it, percent or currency units; null when not set.
     QVariant getDiscountRate() const { return discountRate; }
     void setDiscountRate(const QVariant& value) { discountRate = value; }
 
-    /// Sum in currency units.
+    /// What it takes off the line, in currency units.
     double getDiscountSum() const { return discountSum; }
     void setDiscountSum(double value) { discountSum = value; }
 
+    /// Who has granted it.
     EImpactSource::source getImpactSource() const { return impactSource; }
     void setImpactSource(EImpactSource::source value) { impactSource = value; }
 

@@ -3,8 +3,10 @@
 
 #pragma once
 
+/// How the size of a discount is given.
 struct EDiscountMode
 {
+    /// The kinds; the numbers are the host's.
     enum type
     {
         /// Percentage of the line's sum.

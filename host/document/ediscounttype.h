@@ -3,8 +3,10 @@
 
 #pragma once
 
+/// What takes something off a line.
 struct EDiscountType
 {
+    /// The kinds, as far as loyalty systems use them; the numbers are the host's.
     enum type
     {
         /// Granted by a loyalty system.

@@ -3,11 +3,13 @@
 
 #pragma once
 
+/// Who grants an impact.
 struct EImpactSource
 {
+    /// The sources; the numbers are the host's.
     enum source
     {
-        Cashier = 1,
-        LoyaltySystem = 2,
+        Cashier = 1,       ///< by hand
+        LoyaltySystem = 2, ///< by its answer
     };
 };

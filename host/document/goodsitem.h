@@ -9,20 +9,24 @@
 #include <QString>
 #include <QVariant>
 
-/// One goods line of a document. Money is in currency units, quantities in the line's unit.
+/// One goods line of a document. Money is in currency units, quantities in the line's unit. Holds
+/// what the host gives it and computes nothing: quantity, price and sums agree because the host
+/// says so.
 class HOST_EXPORT GoodsItem
 {
 public:
+    /// A line in which every number is 0 and every text empty, of a unit in pieces.
     GoodsItem();
 
     /// Position number in the document, unique in it.
     int getPosnum() const { return posnum; }
     void setPosnum(int value) { posnum = value; }
 
-    /// The goods code.
+    /// The code by which the shop and the loyalty server know the goods.
     QString getCode() const { return code; }
     void setCode(const QString& value) { code = value; }
 
+    /// The name printed on the check.
     QString getName() const { return name; }
     void setName(const QString& value) { name = value; }
 
@@ -34,11 +38,11 @@ public:
     QVariant getQuantBack() const { return quantBack; }
     void setQuantBack(const QVariant& value) { quantBack = value; }
 
-    /// Price of one unit.
+    /// Price of one unit before any impact, 0 or more.
     double getPrice() const { return price; }
     void setPrice(double value) { price = value; }
 
-    /// The lowest price of one unit that a discount may lead to.
+    /// The lowest price of one unit that a discount may lead to; 0 for none.
     double getMinPrice() const { return minPrice; }
     void setMinPrice(double value) { minPrice = value; }
 
@@ -53,6 +57,8 @@ public:
 
     /// The line's unit, never null, owned by the line.
     TmcUnit* getTmcUnit() { return &unit; }
+    /// Gives the line another unit.
+    /// @param value is copied; pointers from getTmcUnit stay good and see it
     void setTmcUnit(const TmcUnit& value) { unit = value; }
 
 private:

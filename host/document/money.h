@@ -13,10 +13,14 @@
 namespace money {
 
 /// The amount in whole kopecks, rounded as QString::number(amount, 'f', 2) rounds it, so that what
-/// is counted is what is sent. Nothing when the amount is not finite or does not fit.
+/// is counted is what is sent.
+/// @param amount in currency units
+/// @return kopecks; nothing when the amount is not finite or does not fit
 HOST_EXPORT std::optional<qint64> toKopecks(double amount);
 
 /// The amount in currency units nearest to a number of kopecks.
+/// @param kopecks a whole number of them
+/// @return currency units
 HOST_EXPORT double fromKopecks(qint64 kopecks);
 
 /// Half a kopeck in currency units: an amount below it counts as nothing. Whether the amount itself

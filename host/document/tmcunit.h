@@ -11,6 +11,9 @@
 class HOST_EXPORT TmcUnit
 {
 public:
+    /// A unit; by default pieces without a name.
+    /// @param name the short name printed beside a quantity
+    /// @param fractional whether parts of it can be sold
     explicit TmcUnit(const QString& name = QString(), bool fractional = false);
 
     /// The short name printed beside a quantity.

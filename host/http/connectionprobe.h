@@ -29,14 +29,18 @@ struct HOST_EXPORT ConnectionProbe
         Tls,         ///< no secure connection comes about
     };
 
+    /// Where the way ended; None: it leads there.
     Trouble trouble = Trouble::None;
     tr::Tr text;          ///< of the trouble, for people; empty without
     QString peer;         ///< the address that was connected to, empty without a connection
     QDateTime validUntil; ///< when the first of the certificates ends; invalid without TLS
     int milliseconds = 0; ///< how long it took
 
-    /// Goes the way with the process's configuration. Never throws; any thread may ask.
+    /// Goes the way with the process's configuration. Blocks for the limit at most. Never throws;
+    /// any thread may ask.
+    /// @param url an address of the server; nothing of its path is asked for
     /// @param limitMilliseconds of the whole
+    /// @return what was found
     static ConnectionProbe of(const QUrl& url, int limitMilliseconds);
 };
 

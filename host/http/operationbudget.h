@@ -67,6 +67,7 @@ class HOST_EXPORT BudgetedRequest
 {
 public:
     /// The request begins.
+    /// @param url where it goes; servers are told apart by scheme, name and port
     /// @param ownLimit its own time-out
     BudgetedRequest(const QUrl& url, std::chrono::milliseconds ownLimit);
     /// It has ended.
@@ -74,7 +75,7 @@ public:
     BudgetedRequest(const BudgetedRequest&) = delete;
     BudgetedRequest& operator=(const BudgetedRequest&) = delete;
 
-    /// How long it may take; 0: it is not to be sent.
+    /// @return how long it may take; 0: it is not to be sent
     std::chrono::milliseconds allowed() const { return time; }
     /// To be called when the time-out has ended it.
     void timedOut();

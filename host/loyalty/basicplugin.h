@@ -28,18 +28,35 @@ public:
     BasicPlugin& operator=(const BasicPlugin&) = delete;
     virtual ~BasicPlugin();
 
-    /// Makes the plug-in ready. @return false when it cannot work; the host then drops it.
+    /// Makes the plug-in ready. Called once, after the host's services were put in place. By
+    /// default there is nothing to do.
+    /// @return false when it cannot work; the host then drops it
     virtual bool init();
-    /// Undoes init. @return true when nothing was left behind.
+    /// Undoes init. Called once before the object is deleted, while the services are still there.
+    /// By default there is nothing to do.
+    /// @return true when nothing was left behind
     virtual bool deinit();
 
-    /// Whether a feature of the host has been switched on for this plug-in.
+    /// Whether a feature of the host has been switched on for this plug-in with setFeature.
+    /// @param feature its name, as the host spells it
+    /// @return false as well for one that nobody knows
     virtual bool isFeatureMatched(const QString& feature) const;
+    /// Switches a feature on, for the life of the object. Called before init by a host that has
+    /// such features; orva-till has none.
+    /// @param feature its name, as the host spells it
     virtual void setFeature(const QString& feature);
+    /// Offers to take an action of the host over. Called by the plug-in in init. This class only
+    /// keeps the offer: the host library has no such actions of its own.
+    /// @param handler is copied
     virtual void addHandler(const ActionHandler& handler);
+    /// Asks to be told of an action, in the same way as addHandler.
+    /// @param trigger is copied
     virtual void addTrigger(const ActionTrigger& trigger);
-    /// Disables triggers by their identifiers until enableTriggers.
+    /// Has the host leave triggers out until enableTriggers, while the plug-in itself does what
+    /// they wait for. Adds to those that are left out already.
+    /// @param identifiers of the triggers; one that nobody knows is no error
     virtual void disableTriggers(const QSet<int>& identifiers);
+    /// Ends what disableTriggers began, for all triggers.
     virtual void enableTriggers();
 
 private:

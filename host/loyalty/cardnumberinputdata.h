@@ -12,7 +12,9 @@ namespace loyalty {
 /// What the cashier's keyboard, scanner or reader delivered as a card's number.
 struct CardNumberInputData
 {
+    /// The whole input, of a stripe with its separators; nothing is cut off.
     QString text;
+    /// How it came, as far as the host knows.
     ECardNumberType type = ECardNumberType::Undefined;
 };
 

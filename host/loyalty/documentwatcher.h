@@ -18,9 +18,13 @@ public:
     DocumentWatcher& operator=(const DocumentWatcher&) = delete;
     virtual ~DocumentWatcher();
 
-    /// Called by the host when it takes up, or with null when it lays down, a document.
+    /// Called by the host when it takes up, or with null when it lays down, a document. Only the
+    /// pointer changes: what a loyalty system holds of the former document stays until it is
+    /// cleared.
+    /// @param value shared with the host until the next call
     void setDocument(const QSharedPointer<AbstractDocument>& value) { document = value; }
 
 protected:
+    /// The document of the last setDocument; null between documents.
     QSharedPointer<AbstractDocument> document;
 };

@@ -6,6 +6,6 @@
 /// Whether a loyalty system works with cards that the host keeps or with cards of its own.
 enum class ECardMode : int
 {
-    Internal = 0,
-    External = 1,
+    Internal = 0, ///< cards of the host
+    External = 1, ///< the system's own, known to its server
 };

@@ -6,9 +6,9 @@
 /// How a card's number reached the till.
 enum class ECardNumberType : int
 {
-    Undefined = 0,
-    Barcode = 1,
-    MagneticStripe = 2,
-    Manual = 3,
-    Phone = 4,
+    Undefined = 0,      ///< the host does not know
+    Barcode = 1,        ///< scanned
+    MagneticStripe = 2, ///< swiped
+    Manual = 3,         ///< typed by the cashier
+    Phone = 4,          ///< a telephone number that stands for the card
 };

@@ -13,11 +13,18 @@ class BasicLoyaltySystem;
 class HOST_EXPORT LoyaltySystems
 {
 public:
+    /// Makes a system known.
+    /// @param system stays its owner's, and is taken out again before it is deleted; its destructor
+    /// does so
     /// @return false when another system is registered under the same type code; registering the
     /// same object again is no error.
     static bool add(BasicLoyaltySystem* system);
+    /// Takes a system out.
+    /// @param system only compared, never called
     /// @return false when the system was not registered.
     static bool remove(BasicLoyaltySystem* system);
-    /// The system with that type code, or null.
+    /// Looks a system up.
+    /// @param loyaltySystemType its type code
+    /// @return the system, or null; not owned
     static BasicLoyaltySystem* find(int loyaltySystemType);
 };

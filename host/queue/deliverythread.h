@@ -23,11 +23,12 @@ class HOST_EXPORT DeliveryThread
 {
 public:
     /// Does nothing yet.
+    /// @param databaseFile path of the file whose queue it is; opened on the thread that delivers
     /// @param poll how often the queue is looked at for messages that came without notify, from
     /// another process for instance
     explicit DeliveryThread(const QString& databaseFile,
                             std::chrono::milliseconds poll = std::chrono::seconds(1));
-    /// Stops.
+    /// Stops, and so waits for the thread.
     ~DeliveryThread();
     DeliveryThread(const DeliveryThread&) = delete;
     DeliveryThread& operator=(const DeliveryThread&) = delete;

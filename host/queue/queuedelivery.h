@@ -45,6 +45,7 @@ struct DeliveryReport
 class HOST_EXPORT QueueDelivery
 {
 public:
+    /// Sends nothing yet.
     /// @param database stays the caller's, must live longer, and belongs to the same thread
     /// @param seed of the jitter in the waits
     explicit QueueDelivery(Database& database, quint64 seed = std::random_device()());
@@ -55,11 +56,13 @@ public:
     /// Sends until nothing is due any more. Blocks for every request up to the time-out that is
     /// configured for the plug-in (ConfigKey::Use::Timeout; 10 s without such a key), never for a
     /// back-off. Memory does not grow with the queue.
+    /// @return what this call did; nothing when another one is delivering
     /// @throws BasicException "databaseError" when the queue cannot be read or written. What was
     /// sent just then counts as attempted, and the next call goes on from there.
     DeliveryReport deliverDue();
 
     /// Has deliverDue tell after each request what it has done so far, on its thread.
+    /// @param listener replaces the former one; empty: nobody is told
     void onProgress(const std::function<void(const DeliveryReport&)>& listener);
 
     /// Makes deliverDue, now and from now on, return as soon as it can: a request under way is

@@ -21,9 +21,10 @@ enum class QueueState
 /// A message of the outgoing queue without its content.
 struct QueueEntry
 {
-    qint64 id = 0;
-    QString queue;
-    QString extra;
+    qint64 id = 0; ///< number by which it is called, larger for those stored later
+    QString queue; ///< name of its queue
+    QString extra; ///< as addToQueue was given it
+    /// How it stands.
     QueueState state = QueueState::Waiting;
     int steps = 0;           ///< addresses to post to
     int stepsDone = 0;       ///< of these, finished
@@ -39,20 +40,20 @@ struct QueueEntry
 /// A message with its content, fit to be shown: "***" stands for secrets.
 struct QueueContent
 {
-    QueueEntry entry;
-    QString payload;
-    QMap<QString, QString> headers;
-    QStringList addresses; ///< in the order of the steps
-    QString lastAnswer;    ///< beginning of the server's last refusal
+    QueueEntry entry;               ///< the message
+    QString payload;                ///< the body that is posted
+    QMap<QString, QString> headers; ///< by their names
+    QStringList addresses;          ///< in the order of the steps
+    QString lastAnswer;             ///< beginning of the server's last refusal
 };
 
 /// How many messages stand how.
 struct QueueCounts
 {
-    int waiting = 0;
-    int paused = 0;
-    int parked = 0;
-    int delivered = 0;
+    int waiting = 0;   ///< for their turn
+    int paused = 0;    ///< until authorization or address is put right
+    int parked = 0;    ///< left out
+    int delivered = 0; ///< done, and not removed yet
 };
 
 } // namespace poshost

@@ -20,11 +20,14 @@ namespace poshost::xmltext {
 /// byte order mark and blanks before the declaration included, and so does a text without a
 /// declaration, with one that names no encoding, or that is no XML at all.
 /// @param text in UTF-8, whatever it declares
+/// @return the text, in UTF-8
 HOST_EXPORT QByteArray declaredAsUtf8(const QByteArray& text);
 
 /// The characters of a text that came from outside, to be shown to people: in the encoding that its
 /// byte order mark or its declaration names, UTF-8 where neither does or nobody knows the name.
 /// What cannot be read is replaced by U+FFFD.
+/// @param text the bytes as they came
+/// @return the characters
 HOST_EXPORT QString decoded(const QByteArray& text);
 
 } // namespace poshost::xmltext

@@ -31,6 +31,7 @@ public:
     virtual ~Config();
 
     /// Reads a file and replaces what was held.
+    /// @param fileName its path; relative paths in it start at its folder
     /// @throws BasicException "configError" naming file, line and key when the file cannot be read,
     /// is not TOML, or a known key has the wrong type or is no address; what was held before stays.
     /// The text never repeats a value.
@@ -38,22 +39,32 @@ public:
 
     /// Reads what can be read of a file, however wrong the rest is, and replaces what was held: for
     /// finding out all that is wrong at once. Keys with an error are absent. Never throws.
+    /// @param fileName its path
     /// @return all errors, and what load would let pass, in the order of tables and keys
     QList<ConfigFinding> examine(const QString& fileName);
 
-    /// The value of a key as text, or the default when the key is absent or not a text.
+    /// The value of a text; never throws.
+    /// @param key "Table:key"
+    /// @param defaultValue returned when the key is absent or not a text
+    /// @return the text as it was written; of a path the absolute one, of a secret the secret
+    /// itself
     virtual QString getString(const QString& key, const QString& defaultValue) const;
-    /// The value of a key as a number, or the default when the key is absent, not a whole number
-    /// or outside the range of int.
+    /// The value of a whole number; never throws.
+    /// @param key "Table:key"
+    /// @param defaultValue returned when the key is absent, not a whole number or outside the range
+    /// of int
+    /// @return the number as it was written, in the unit that the key has
     virtual int getInt(const QString& key, int defaultValue) const;
 
     /// Whether the key has a value, of whatever type.
+    /// @param key "Table:key"
+    /// @return false as well for a key that examine found an error in
     bool contains(const QString& key) const;
 
-    /// What load noticed and let pass, a sentence each: unknown keys with the nearest known name,
-    /// files with a secret in them that others may read.
+    /// @return what load noticed and let pass, a sentence each: unknown keys with the nearest known
+    /// name, files with a secret in them that others may read.
     QStringList warnings() const { return loadWarnings; }
-    /// The loaded file's path, empty when none was loaded.
+    /// @return the loaded file's path as it was given, empty when none was loaded
     QString fileName() const { return loadedFile; }
 
 private:

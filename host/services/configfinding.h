@@ -8,6 +8,7 @@
 /// Something about a configuration file that is not as it should be.
 struct ConfigFinding
 {
+    /// What is the matter.
     enum class Kind
     {
         Unreadable,  ///< the file cannot be read
@@ -17,6 +18,7 @@ struct ConfigFinding
         OpenRights,  ///< others may read a file with a secret in it
     };
 
+    /// What is the matter; says also whether it is an error.
     Kind kind = Kind::Unreadable;
     QString table; ///< empty where the finding is about none
     QString key;   ///< the same

@@ -21,14 +21,22 @@ public:
     /// Opens nothing yet: the first use opens the file that the configuration names
     /// (poshost::Database::configuredFile).
     DBQueueBroker();
-    /// Uses a database that is already open, which is shared.
+    /// Uses a database that is already open.
+    /// @param database shared; belongs to the thread that queues
     explicit DBQueueBroker(const QSharedPointer<poshost::Database>& database);
     virtual ~DBQueueBroker();
 
     /// Stores a message behind all others of the named queue.
     ///
+    /// Called by a loyalty system's commit, on the host thread, in the transaction that closes the
+    /// check. Waits for the disk, and for another program that writes up to Database's busy
+    /// time-out; asks no server. The delivery takes it from there (QueueDelivery).
+    ///
     /// Inside an open Transaction of this thread's database the message becomes durable with the
     /// outer commit; outside one it is durable when this returns.
+    /// @param queueName of the system that queues; each queue is delivered in its own order
+    /// @param message "payload" (the body, a text), "headers" (a map of texts) and "urls" (a map: a
+    /// number as a text to an address; they are posted to in ascending order)
     /// @param extra kept with the message, not interpreted
     /// @return true
     /// @throws BasicException "queueError" when the message cannot be stored (disk full, locked,

@@ -32,6 +32,7 @@ public:
     /// configuration takes it for the key that is not there.
     static constexpr int defaultTimeoutSeconds = 10;
 
+    /// A client that has sent nothing; opens no connection.
     RestClient();
     ~RestClient() override;
 
@@ -40,6 +41,9 @@ public:
     /// OperationBudget that its thread is in; what happened is read with the getters. When nothing
     /// is left of it, or the server has been silent in it before, nothing is sent and it fails at
     /// once as it does without an answer.
+    /// @param url an address of http or https
+    /// @param body sent as it is
+    /// @param headers by their names; those of the transport (length, host) are made here
     virtual void post(const QUrl& url, const QByteArray& body,
                       const QHash<QString, QString>& headers);
     /// 0: an answer with a status below 400 has come whole. Above 0: the transport failed, or the
@@ -55,8 +59,9 @@ public:
     /// receiving. 0 or less means defaultTimeoutSeconds. That several requests share one limit is
     /// told with an OperationBudget.
     virtual void setTimeout(int seconds);
-    /// The value of an answer header by its case-insensitive name, the last one where it is
-    /// repeated; empty when the answer has none.
+    /// Looks a header of the answer up.
+    /// @param name its name, in whatever case
+    /// @return its value, the last one where it is repeated; empty when the answer has none
     virtual QString getResponseHeader(const QString& name);
     /// How often the last post put its request on the wire: 0 when no connection came about, 2 when
     /// a kept connection turned out to be closed and the request was sent again on a new one.

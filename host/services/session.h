@@ -18,12 +18,18 @@ public:
     Session();
     virtual ~Session();
 
-    /// The document that the host is working on; null between documents.
+    /// The document that the host is working on, shared; null between documents. A loyalty system
+    /// identifies cards and keeps its state on this one.
     virtual QSharedPointer<AbstractDocument> getDocument();
+    /// Called by the host when it takes a document up or, with null, lays it down, together with
+    /// BasicLoyaltySystem::setDocument.
+    /// @param value shared until the next call
     void setDocument(const QSharedPointer<AbstractDocument>& value) { document = value; }
 
-    /// Never null.
+    /// What the session is about; never null.
     virtual QSharedPointer<SessionContext> getSessionContext();
+    /// Called by the host before the first document of a session.
+    /// @param value shared until the next call, not null
     void setSessionContext(const QSharedPointer<SessionContext>& value) { context = value; }
 
 private:

@@ -11,6 +11,8 @@
 class HOST_EXPORT SessionContext
 {
 public:
+    /// A context that never changes.
+    /// @param contextValue something whose text tells this session from others; invalid: nothing
     explicit SessionContext(const QVariant& contextValue = QVariant());
 
     /// The value that records keep as text, for instance the shift's number.

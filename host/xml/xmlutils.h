@@ -11,8 +11,12 @@
 
 namespace xmlutils {
 
-/// Returns a new element of that name, owned by the document and not yet attached, holding one text
-/// node; an empty text gives a text node that is empty.
+/// Makes an element that holds a text.
+/// @param document owns the new element
+/// @param name the element's name, not checked
+/// @param text what it holds, without escapes: they are made when the document is written. An empty
+/// text gives a text node that is empty
+/// @return the element, not yet attached
 HOST_EXPORT QDomElement createTextElement(QDomDocument& document, const QString& name,
                                           const QString& text);
 

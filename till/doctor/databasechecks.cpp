@@ -3,7 +3,7 @@
 
 #include "till/doctor/databasechecks.h"
 
-#include "host/database/databaseexamination.h"
+#include "host/queue/databaseexamination.h"
 #include "host/services/currenttime.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"

@@ -3,8 +3,8 @@
 
 #include "till/doctor/doctor.h"
 
-#include "host/database/databaseexamination.h"
 #include "host/http/connectionprobe.h"
+#include "host/queue/databaseexamination.h"
 #include "till/doctor/addresschecks.h"
 #include "till/doctor/configchecks.h"
 #include "till/doctor/databasechecks.h"

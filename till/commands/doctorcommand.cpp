@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "till/doctor/doctorcommand.h"
+#include "till/commands/doctorcommand.h"
 
 #include "till/commands/options.h"
 #include "till/doctor/doctor.h"

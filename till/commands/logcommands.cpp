@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "till/recording/logcommands.h"
+#include "till/commands/logcommands.h"
 
 #include "console/printable.h"
 #include "till/commands/workplace.h"

@@ -14,14 +14,16 @@ namespace poshost {
 /// How a till's database stands, found out without changing anything about it.
 struct HOST_EXPORT DatabaseExamination
 {
+    /// What the file is good for.
     enum class Integrity
     {
-        Sound,
-        Damaged,
+        Sound,      ///< checked from end to end
+        Damaged,    ///< SQLite says so
         Unfinished, ///< the file is too large to be checked in the time given
         Unreadable, ///< the file cannot be opened
     };
 
+    /// What the file is good for.
     Integrity integrity = Integrity::Unreadable;
     QString trouble;         ///< what is wrong, a sentence; empty when the file is sound
     int schemaVersion = 0;   ///< as the file says
@@ -30,11 +32,13 @@ struct HOST_EXPORT DatabaseExamination
 
     QueueCounts counts;                     ///< empty unless the schema is the newest
     std::optional<QueueEntry> firstWaiting; ///< the one that was stored first, and so below
-    std::optional<QueueEntry> firstPaused;
-    std::optional<QueueEntry> firstParked;
+    std::optional<QueueEntry> firstPaused;  ///< for its authorization or address
+    std::optional<QueueEntry> firstParked;  ///< left out until somebody looks at it
 
-    /// Looks at an existing file. Never throws.
+    /// Looks at an existing file. Blocks for the limit at most. Never throws.
+    /// @param fileName its path
     /// @param milliseconds limit of the whole
+    /// @return what was found
     static DatabaseExamination of(const QString& fileName, int milliseconds);
 };
 

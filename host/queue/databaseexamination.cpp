@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "host/database/databaseexamination.h"
+#include "host/queue/databaseexamination.h"
 
 #include "host/core/basicexception.h"
 #include "host/database/database.h"

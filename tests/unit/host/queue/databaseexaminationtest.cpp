@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "host/database/databaseexamination.h"
+#include "host/queue/databaseexamination.h"
 
-#include "databasefixture.h"
+#include "tests/unit/host/database/databasefixture.h"
 
 #include <gmock/gmock.h>
 

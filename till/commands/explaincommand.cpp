@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "till/explain/explaincommand.h"
+#include "till/commands/explaincommand.h"
 
 #include "till/commands/workplace.h"
 #include "till/explain/exchangefinder.h"
