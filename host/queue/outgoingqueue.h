@@ -56,8 +56,6 @@ public:
     /// ends pauses for the former one.
     /// @return how many messages there are to deliver with it
     int reauthorize(const QString& queueName, const QString& authorization);
-    /// The names of the queues that hold undelivered messages, sorted.
-    QStringList queuesToDeliver();
 
     /// How many messages removeDelivered removes at most.
     static constexpr int removedAtOnce = 100;
