@@ -3,6 +3,7 @@
 
 #include "simulator/service.h"
 
+#include "host/database/databasefailure.h"
 #include "simulator/documents/checkreader.h"
 #include "simulator/documents/endpoints.h"
 #include "simulator/documents/names.h"
@@ -136,6 +137,8 @@ Answer Service::handle(const Request& request)
         answer = refusal(rejection.status, rejection.reason);
     } catch (const std::overflow_error&) {
         answer = refusal(424, u"The amounts of the check are too large"_s);
+    } catch (const poshost::DatabaseFailure& failure) {
+        answer = refusal(500, QString::fromUtf8(DatabaseError(failure).what()));
     } catch (const std::exception& error) {
         answer = refusal(500, QString::fromUtf8(error.what()));
     }

@@ -7,6 +7,7 @@
 #include "host/core/basicexception.h"
 #include "host/database/databaseconnection_p.h"
 #include "host/database/databaseerror_p.h"
+#include "host/database/databasefailure.h"
 #include "host/database/databasefile_p.h"
 #include "host/database/databaseschema_p.h"
 #include "host/database/statement.h"
@@ -18,6 +19,7 @@
 #include <QLoggingCategory>
 #include <QThread>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -54,7 +56,9 @@ void createPrivately(const QString& file)
         ::close(descriptor);
         syncFolderOf(file);
     } else if (errno != EEXIST) {
-        throw BasicException(databaseerror::fromSystem(file, errno));
+        const int error = errno;
+        throw DatabaseFailure(databaseerror::fromSystem(file, error), file,
+                              QString::fromLocal8Bit(std::strerror(error)));
     }
 }
 
@@ -122,14 +126,15 @@ void Database::Connection::keep(const QString& sql, PreparedStatement statement)
 void Database::Connection::fail()
 {
     failed = depth > 0;
-    throw BasicException(databaseerror::fromSql(file, sqlite3_errcode(handle),
-                                                QString::fromUtf8(sqlite3_errmsg(handle))));
+    const QString cause = QString::fromUtf8(sqlite3_errmsg(handle));
+    throw DatabaseFailure(databaseerror::fromSql(file, sqlite3_errcode(handle), cause), file,
+                          cause);
 }
 
 void Database::Connection::fail(const QString& cause)
 {
     failed = depth > 0;
-    throw BasicException(databaseerror::fromSql(file, SQLITE_ERROR, cause));
+    throw DatabaseFailure(databaseerror::fromSql(file, SQLITE_ERROR, cause), file, cause);
 }
 
 void Database::Connection::requireSound() const
@@ -152,6 +157,11 @@ void Database::Connection::switchToLog(int busyMilliseconds)
 }
 
 Database::Database(const QString& fileName, int busyMilliseconds)
+    : Database(fileName, databaseschema::bringUpToDate, busyMilliseconds)
+{}
+
+Database::Database(const QString& fileName, const std::function<void(Database&)>& prepareTables,
+                   int busyMilliseconds)
     : connection(std::make_unique<Connection>(QFileInfo(fileName).absoluteFilePath()))
 {
     const QString& file = connection->file;
@@ -165,9 +175,9 @@ Database::Database(const QString& fileName, int busyMilliseconds)
     execute(u"PRAGMA temp_store = MEMORY"_s);
     // what is erased is overwritten where that costs no further page
     execute(u"PRAGMA secure_delete = FAST"_s);
-    databaseschema::bringUpToDate(*this);
+    prepareTables(*this);
     for (const QString& part : {file, file + u"-wal"_s, file + u"-shm"_s}) {
-        tightenRights(part); // only now: this is a till's file and no other
+        tightenRights(part); // only now: this is the right file and no other
     }
 }
 

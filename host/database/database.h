@@ -7,6 +7,7 @@
 
 #include <QDeadlineTimer>
 #include <QString>
+#include <functional>
 #include <memory>
 
 namespace poshost {
@@ -29,10 +30,17 @@ public:
     /// schema is brought up to date in one transaction (schemastep.h).
     /// @param fileName its path; a relative one starts at the current folder
     /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
-    /// @throws BasicException "databaseError" when the file cannot be opened, is no till's
+    /// @throws BasicException "databaseError", as DatabaseFailure where the system or SQLite has
+    /// said why, when the file cannot be opened, is no till's
     /// database, was emptied or removed while its log holds what was written last, or was written
     /// by a newer version of the program, which is named; the file stays as it was.
     explicit Database(const QString& fileName, int busyMilliseconds = defaultBusyMilliseconds);
+    /// The same for a file that holds other tables than a till's.
+    /// @param prepareTables called once with the new connection, to look whether the file is the
+    /// right one and to make its tables or bring them up to date, in a transaction of its own; what
+    /// it throws leaves the constructor, and the file as it was
+    Database(const QString& fileName, const std::function<void(Database&)>& prepareTables,
+             int busyMilliseconds);
     /// Opens an existing file to look at it. Nothing is written: neither the file nor its
     /// companions nor their rights, and the schema stays whichever it is. A file that nobody has
     /// open must stay so meanwhile: what another connection writes may be seen in part.

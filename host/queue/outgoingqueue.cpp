@@ -226,16 +226,6 @@ int OutgoingQueue::reauthorize(const QString& queueName, const QString& authoriz
     return affected;
 }
 
-QStringList OutgoingQueue::queuesToDeliver()
-{
-    QStringList names;
-    Statement statement(database, u"SELECT DISTINCT queue FROM queue_accounts ORDER BY queue"_s);
-    while (statement.next()) {
-        names.append(statement.value(0).toString());
-    }
-    return names;
-}
-
 int OutgoingQueue::removeDelivered(int olderThanDays)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();

@@ -68,8 +68,6 @@ public:
     /// @param authorization the header's new value, whole; a secret that stays in the file
     /// @return how many messages there are to deliver with it
     int reauthorize(const QString& queueName, const QString& authorization);
-    /// @return the names of the queues that hold undelivered messages, sorted
-    QStringList queuesToDeliver();
 
     /// How many messages removeDelivered removes at most.
     static constexpr int removedAtOnce = 100;

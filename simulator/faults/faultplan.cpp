@@ -88,14 +88,4 @@ bool FaultPlan::wouldStrike(Rule& state)
     return byChance && state.matched >= rule.firstRequest && state.struck < rule.times;
 }
 
-int FaultPlan::struck() const
-{
-    const std::scoped_lock lock(mutex);
-    int sum = 0;
-    for (const Rule& state : rows) {
-        sum += state.struck;
-    }
-    return sum;
-}
-
 } // namespace simulator

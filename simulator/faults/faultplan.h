@@ -48,9 +48,6 @@ public:
     /// All rules in the order in which they strike.
     [[nodiscard]] std::vector<State> states() const;
 
-    /// How many requests were struck by the rules that there are.
-    [[nodiscard]] int struck() const;
-
 private:
     struct Rule : State
     {

@@ -116,23 +116,4 @@ Answer FaultyService::spoiled(const Request& request, const Fault& fault) const
     }
 }
 
-bool arrivesWhole(const Answer& answer)
-{
-    if (!answer.fault) {
-        return true;
-    }
-    switch (answer.fault->kind) {
-    case FaultKind::Status:
-    case FaultKind::StatusAfterBooking:
-    case FaultKind::Delay:
-    case FaultKind::GarbledBody:
-    case FaultKind::WrongEncoding:
-    case FaultKind::DuplicatedDelivery:
-    case FaultKind::ResentByProxy:
-        return true;
-    default:
-        return false;
-    }
-}
-
 } // namespace simulator

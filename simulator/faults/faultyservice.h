@@ -32,8 +32,4 @@ private:
     FaultPlan& plan;
 };
 
-/// Whether a client gets a whole answer of HTTP: false when none comes, one that is cut or one that
-/// comes too late for any client.
-bool arrivesWhole(const Answer& answer);
-
 } // namespace simulator

@@ -52,7 +52,7 @@ CheckDesk::CheckDesk(std::shared_ptr<const Rules> deskRules, Database& database)
 
 Element CheckDesk::precheck(const Check& check, const Element& request)
 {
-    Database::Transaction transaction(db);
+    Transaction transaction(db);
     rejectBooked(check);
     Element answer = check.type == Check::Type::Sale ? precheckSale(check, request)
                                                      : precheckReturn(check, request);
@@ -63,7 +63,7 @@ Element CheckDesk::precheck(const Check& check, const Element& request)
 
 void CheckDesk::paymentTry(const Check& check, const Element& request)
 {
-    Database::Transaction transaction(db);
+    Transaction transaction(db);
     if (ledger.isBooked(check.id)) {
         if (store.isSameTry(check.id, request).value_or(false)) {
             return;
@@ -77,7 +77,7 @@ void CheckDesk::paymentTry(const Check& check, const Element& request)
 
 void CheckDesk::confirm(const Check& check, const Element& request)
 {
-    Database::Transaction transaction(db);
+    Transaction transaction(db);
     rejectBooked(check);
     const Booking booking = bookingOf(check, request);
     const std::optional<bool> same = store.isSameTry(check.id, request);

@@ -18,8 +18,8 @@ namespace simulator {
 /// nothing.
 ///
 /// All operations throw Rejection (409 for a check that is booked already, 424 for one whose data
-/// do not agree with what is known) and DatabaseError. An object may be used only in the thread
-/// that made its database.
+/// do not agree with what is known) and poshost::DatabaseFailure. An object may be used only in the
+/// thread that made its database.
 class CheckDesk
 {
 public:

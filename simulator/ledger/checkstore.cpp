@@ -15,24 +15,25 @@ void CheckStore::rememberAnswer(const QString& checkId, const Element& answer)
 {
     const QByteArray digest = xmlDigest(answer);
     {
-        QSqlQuery last = db.run(u"SELECT digest FROM prechecks WHERE check_id=? "
-                                "ORDER BY sequence DESC LIMIT 1"_s,
-                                {checkId});
-        if (last.next() && last.value(0).toByteArray() == digest) {
+        Statement last(db, u"SELECT digest FROM prechecks WHERE check_id=? "
+                           "ORDER BY sequence DESC LIMIT 1"_s);
+        if (last.bind(checkId).next() && last.value(0).toByteArray() == digest) {
             return;
         }
     }
-    db.run(u"INSERT OR REPLACE INTO prechecks(check_id, digest, answer) VALUES(?,?,?)"_s,
-           {checkId, digest, QString::fromUtf8(writeXml(answer))});
+    Statement(db, u"INSERT OR REPLACE INTO prechecks(check_id, digest, answer) VALUES(?,?,?)"_s)
+        .bind(checkId)
+        .bind(digest)
+        .bind(QString::fromUtf8(writeXml(answer)))
+        .execute();
 }
 
 std::optional<Element> CheckStore::answerFor(const QString& checkId,
                                              const Element& confirmation) const
 {
-    QSqlQuery query = db.run(u"SELECT answer FROM prechecks WHERE check_id=? "
-                             "ORDER BY digest=? DESC, sequence DESC LIMIT 1"_s,
-                             {checkId, xmlDigest(withoutUsed(confirmation))});
-    if (!query.next()) {
+    Statement query(db, u"SELECT answer FROM prechecks WHERE check_id=? "
+                        "ORDER BY digest=? DESC, sequence DESC LIMIT 1"_s);
+    if (!query.bind(checkId).bind(xmlDigest(withoutUsed(confirmation))).next()) {
         return std::nullopt;
     }
     return readXml(query.value(0).toString().toUtf8());
@@ -40,14 +41,16 @@ std::optional<Element> CheckStore::answerFor(const QString& checkId,
 
 void CheckStore::rememberTry(const QString& checkId, const Element& confirmation)
 {
-    db.run(u"INSERT OR REPLACE INTO payment_tries(check_id, digest) VALUES(?,?)"_s,
-           {checkId, xmlDigest(confirmation)});
+    Statement(db, u"INSERT OR REPLACE INTO payment_tries(check_id, digest) VALUES(?,?)"_s)
+        .bind(checkId)
+        .bind(xmlDigest(confirmation))
+        .execute();
 }
 
 std::optional<bool> CheckStore::isSameTry(const QString& checkId, const Element& confirmation) const
 {
-    QSqlQuery query = db.run(u"SELECT digest FROM payment_tries WHERE check_id=?"_s, {checkId});
-    if (!query.next()) {
+    Statement query(db, u"SELECT digest FROM payment_tries WHERE check_id=?"_s);
+    if (!query.bind(checkId).next()) {
         return std::nullopt;
     }
     return query.value(0).toByteArray() == xmlDigest(confirmation);
@@ -55,7 +58,7 @@ std::optional<bool> CheckStore::isSameTry(const QString& checkId, const Element&
 
 void CheckStore::forgetAnswers(const QString& checkId)
 {
-    db.run(u"DELETE FROM prechecks WHERE check_id=?"_s, {checkId});
+    Statement(db, u"DELETE FROM prechecks WHERE check_id=?"_s).bind(checkId).execute();
 }
 
 } // namespace simulator

@@ -11,7 +11,8 @@
 namespace simulator {
 
 /// The checks that are on their way: what was answered to their pre-checks and which payment was
-/// tried. Every operation throws DatabaseError. Writers are called inside a transaction.
+/// tried. Every operation throws
+/// poshost::DatabaseFailure. Writers are called inside a transaction.
 class CheckStore
 {
 public:

@@ -14,11 +14,21 @@ constexpr int saleType = static_cast<int>(Check::Type::Sale);
 
 void insertLine(Database& db, const QString& checkId, size_t position, const BookedLine& line)
 {
-    db.run(u"INSERT INTO ledger_lines(check_id, position, line_id, sku, quantity, total, discount, "
-           "spent, earned, given_back, taken_back) VALUES(?,?,?,?,?,?,?,?,?,?,?)"_s,
-           {checkId, static_cast<qint64>(position), line.id, line.sku.isNull() ? u""_s : line.sku,
-            line.quantity, line.total, line.discount, line.spent, line.earned, line.givenBack,
-            line.takenBack});
+    Statement(db,
+              u"INSERT INTO ledger_lines(check_id, position, line_id, sku, quantity, total, "
+              "discount, spent, earned, given_back, taken_back) VALUES(?,?,?,?,?,?,?,?,?,?,?)"_s)
+        .bind(checkId)
+        .bind(static_cast<qint64>(position))
+        .bind(line.id)
+        .bind(line.sku)
+        .bind(line.quantity)
+        .bind(line.total)
+        .bind(line.discount)
+        .bind(line.spent)
+        .bind(line.earned)
+        .bind(line.givenBack)
+        .bind(line.takenBack)
+        .execute();
 }
 
 } // namespace
@@ -26,26 +36,28 @@ void insertLine(Database& db, const QString& checkId, size_t position, const Boo
 Kopecks Ledger::balance(const QString& card, Kopecks opening)
 {
     {
-        QSqlQuery query = db.run(u"SELECT balance FROM cards WHERE number=?"_s, {card});
-        if (query.next()) {
+        Statement query(db, u"SELECT balance FROM cards WHERE number=?"_s);
+        if (query.bind(card).next()) {
             return query.value(0).toLongLong();
         }
     }
-    db.run(u"INSERT INTO cards(number, opening, balance) VALUES(?,?,?)"_s,
-           {card, opening, opening});
+    Statement(db, u"INSERT INTO cards(number, opening, balance) VALUES(?,?,?)"_s)
+        .bind(card)
+        .bind(opening)
+        .bind(opening)
+        .execute();
     return opening;
 }
 
 bool Ledger::isBooked(const QString& checkId) const
 {
-    return db.run(u"SELECT 1 FROM ledger WHERE check_id=?"_s, {checkId}).next();
+    return Statement(db, u"SELECT 1 FROM ledger WHERE check_id=?"_s).bind(checkId).next();
 }
 
 std::optional<QString> Ledger::cardOfSale(const QString& checkId) const
 {
-    QSqlQuery query =
-        db.run(u"SELECT card FROM ledger WHERE check_id=? AND type=?"_s, {checkId, saleType});
-    if (!query.next()) {
+    Statement query(db, u"SELECT card FROM ledger WHERE check_id=? AND type=?"_s);
+    if (!query.bind(checkId).bind(saleType).next()) {
         return std::nullopt;
     }
     return query.value(0).toString();
@@ -55,9 +67,9 @@ std::vector<SoldLine> Ledger::soldLines(const QString& checkId) const
 {
     std::vector<SoldLine> lines;
     QHash<int, size_t> byId;
-    QSqlQuery sold = db.run(u"SELECT line_id, sku, quantity, total, discount, spent, earned "
-                            "FROM ledger_lines WHERE check_id=? ORDER BY position"_s,
-                            {checkId});
+    Statement sold(db, u"SELECT line_id, sku, quantity, total, discount, spent, earned "
+                       "FROM ledger_lines WHERE check_id=? ORDER BY position"_s);
+    sold.bind(checkId);
     while (sold.next()) {
         SoldLine line;
         line.sold.id = sold.value(0).toInt();
@@ -70,11 +82,10 @@ std::vector<SoldLine> Ledger::soldLines(const QString& checkId) const
         byId.insert(line.sold.id, lines.size());
         lines.push_back(line);
     }
-    QSqlQuery returned =
-        db.run(u"SELECT line_id, sum(l.quantity), sum(l.total), sum(l.given_back), "
-               "sum(l.taken_back) FROM ledger JOIN ledger_lines l USING(check_id) "
-               "WHERE original_id=? GROUP BY line_id"_s,
-               {checkId});
+    Statement returned(db, u"SELECT line_id, sum(l.quantity), sum(l.total), sum(l.given_back), "
+                           "sum(l.taken_back) FROM ledger JOIN ledger_lines l USING(check_id) "
+                           "WHERE original_id=? GROUP BY line_id"_s);
+    returned.bind(checkId);
     while (returned.next()) {
         BookedLine& line = lines.at(byId.value(returned.value(0).toInt())).returned;
         line.quantity = returned.value(1).toLongLong();
@@ -87,27 +98,39 @@ std::vector<SoldLine> Ledger::soldLines(const QString& checkId) const
 
 void Ledger::book(const Booking& booking)
 {
-    const auto text = [](const QString& value) { return value.isNull() ? u""_s : value; };
-    db.run(u"INSERT INTO ledger(check_id, type, card, original_id, number, date, total, discount, "
-           "paid, spent, earned, given_back, taken_back) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?)"_s,
-           {booking.checkId, static_cast<int>(booking.type), booking.cardNumber,
-            booking.originalId.isEmpty() ? QVariant() : booking.originalId, text(booking.number),
-            text(booking.date), booking.total, booking.discount, booking.paid, booking.spent,
-            booking.earned, booking.givenBack, booking.takenBack});
+    Statement(db, u"INSERT INTO ledger(check_id, type, card, original_id, number, date, total, "
+                  "discount, paid, spent, earned, given_back, taken_back) "
+                  "VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?)"_s)
+        .bind(booking.checkId)
+        .bind(static_cast<int>(booking.type))
+        .bind(booking.cardNumber)
+        .bind(booking.originalId.isEmpty() ? QVariant() : booking.originalId)
+        .bind(booking.number)
+        .bind(booking.date)
+        .bind(booking.total)
+        .bind(booking.discount)
+        .bind(booking.paid)
+        .bind(booking.spent)
+        .bind(booking.earned)
+        .bind(booking.givenBack)
+        .bind(booking.takenBack)
+        .execute();
     for (size_t i = 0; i < booking.lines.size(); ++i) {
         insertLine(db, booking.checkId, i, booking.lines[i]);
     }
-    db.run(u"UPDATE cards SET balance=balance+? WHERE number=?"_s,
-           {booking.change(), booking.cardNumber});
+    Statement(db, u"UPDATE cards SET balance=balance+? WHERE number=?"_s)
+        .bind(booking.change())
+        .bind(booking.cardNumber)
+        .execute();
 }
 
 std::vector<Account> Ledger::accounts() const
 {
     std::vector<Account> accounts;
-    QSqlQuery query =
-        db.run(u"SELECT cards.number, opening, sum(earned), sum(spent), sum(given_back), "
-               "sum(taken_back), balance FROM cards LEFT JOIN ledger ON ledger.card=cards.number "
-               "GROUP BY cards.number ORDER BY cards.number"_s);
+    Statement query(
+        db, u"SELECT cards.number, opening, sum(earned), sum(spent), sum(given_back), "
+            "sum(taken_back), balance FROM cards LEFT JOIN ledger ON ledger.card=cards.number "
+            "GROUP BY cards.number ORDER BY cards.number"_s);
     while (query.next()) {
         accounts.push_back({query.value(0).toString(), query.value(1).toLongLong(),
                             query.value(2).toLongLong(), query.value(3).toLongLong(),
@@ -120,9 +143,9 @@ std::vector<Account> Ledger::accounts() const
 std::vector<Booking> Ledger::bookings() const
 {
     std::vector<Booking> bookings;
-    QSqlQuery query = db.run(u"SELECT check_id, type, card, original_id, number, date, total, "
-                             "discount, paid, spent, earned, given_back, taken_back FROM ledger "
-                             "ORDER BY sequence"_s);
+    Statement query(db, u"SELECT check_id, type, card, original_id, number, date, total, "
+                        "discount, paid, spent, earned, given_back, taken_back FROM ledger "
+                        "ORDER BY sequence"_s);
     while (query.next()) {
         Booking booking;
         booking.checkId = query.value(0).toString();

@@ -29,7 +29,7 @@ struct Account
 };
 
 /// The books: cards with their balances and what every confirmed check did to them.
-/// Every operation throws DatabaseError. Writers are called inside a transaction.
+/// Every operation throws poshost::DatabaseFailure. Writers are called inside a transaction.
 class Ledger
 {
 public:

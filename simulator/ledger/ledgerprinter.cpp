@@ -4,6 +4,7 @@
 #include "simulator/ledger/ledgerprinter.h"
 
 #include "console/printable.h"
+#include "host/database/databasefailure.h"
 #include "simulator/text.h"
 
 #include <QJsonArray>
@@ -142,11 +143,18 @@ QString LedgerView::wrongCard() const
 
 LedgerView readLedger(Database& database, const Rules& rules)
 {
-    // one transaction, so that cards and checks are of the same moment
-    Database::Transaction transaction(database);
-    const Ledger ledger(database);
     LedgerView view;
-    for (const Account& account : ledger.accounts()) {
+    std::vector<Account> accounts;
+    try {
+        // one transaction, so that cards and checks are of the same moment
+        const Transaction transaction(database);
+        const Ledger ledger(database);
+        accounts = ledger.accounts();
+        view.checks = ledger.bookings();
+    } catch (const poshost::DatabaseFailure& failure) {
+        throw DatabaseError(failure);
+    }
+    for (const Account& account : accounts) {
         const Card* card = rules.card(account.card);
         view.cards.push_back(
             {account, card == nullptr ? QString() : (card->name + u' ' + card->surname).trimmed()});
@@ -163,7 +171,6 @@ LedgerView readLedger(Database& database, const Rules& rules)
     }
     std::sort(view.cards.begin(), view.cards.end(),
               [](const auto& a, const auto& b) { return a.account.card < b.account.card; });
-    view.checks = ledger.bookings();
     return view;
 }
 

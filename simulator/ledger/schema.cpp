@@ -3,9 +3,13 @@
 
 #include "simulator/ledger/schema.h"
 
+#include "simulator/ledger/database.h"
+#include "simulator/text.h"
+
 using namespace Qt::StringLiterals;
 
 namespace simulator {
+namespace {
 
 QStringList schemaStatements()
 {
@@ -40,6 +44,36 @@ QStringList schemaStatements()
         u"PRAGMA application_id=%1"_s.arg(applicationId),
         u"PRAGMA user_version=%1"_s.arg(schemaVersion),
     };
+}
+
+} // namespace
+
+void prepareBooks(poshost::Database& database)
+{
+    Transaction transaction(database);
+    const auto number = [&database](const QString& sql) {
+        Statement statement(database, sql);
+        return statement.next() ? statement.value(0).toInt() : 0;
+    };
+    const int version = number(u"PRAGMA user_version"_s);
+    const bool isEmpty = number(u"SELECT count(*) FROM sqlite_master"_s) == 0;
+    if (isEmpty && version == 0) {
+        for (const QString& statement : schemaStatements()) {
+            database.execute(statement);
+        }
+    } else if (number(u"PRAGMA application_id"_s) != applicationId) {
+        throw DatabaseError(Text::tr("The database %1 is not a database of orva-simulator: name "
+                                     "another file with --database")
+                                .arg(database.fileName()));
+    } else if (version > schemaVersion) {
+        throw DatabaseError(
+            Text::tr("The database %1 was written by a newer orva-simulator: it has schema version "
+                     "%2, this program knows %3; use the newer program or name another file with "
+                     "--database")
+                .arg(database.fileName(), QString::number(version),
+                     QString::number(schemaVersion)));
+    }
+    transaction.commit();
 }
 
 } // namespace simulator

@@ -139,7 +139,7 @@ Difference Difference::between(const QString& tillDatabase, const QString& serve
     compareCards(closed, ledger, difference);
 
     poshost::Statement sound(*database, u"PRAGMA integrity_check"_s);
-    QSqlQuery serverSound = server.run(u"PRAGMA integrity_check"_s);
+    poshost::Statement serverSound(server, u"PRAGMA integrity_check"_s);
     for (const QString& result :
          {sound.next() ? sound.value(0).toString() : QString(),
           serverSound.next() ? serverSound.value(0).toString() : QString()}) {

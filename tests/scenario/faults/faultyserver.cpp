@@ -7,6 +7,7 @@
 #include "simulator/rules/rulesreader.h"
 #include "tests/scenario/faults/busyconnection.h"
 #include "tests/support/resolver.h"
+#include "tests/support/struck.h"
 
 #include <QTemporaryDir>
 
@@ -130,7 +131,7 @@ void FaultyServer::keepBusy()
     rule.times = 1;
     plan.setRules({rule});
     busy = std::make_unique<BusyConnection>(QUrl(address() + u"api/1.x/precheck"_s),
-                                            [this] { return plan.struck() > 0; });
+                                            [this] { return struckBy(plan) > 0; });
 }
 
 void FaultyServer::failOnce(const QString& endpoint, int status)
@@ -155,7 +156,7 @@ void FaultyServer::end()
 
 int FaultyServer::struck() const
 {
-    return fault.kind == FaultKind::HangingResolution ? resolver::waiting() : plan.struck();
+    return fault.kind == FaultKind::HangingResolution ? resolver::waiting() : struckBy(plan);
 }
 
 QString FaultyServer::books() const

@@ -3,8 +3,8 @@
 
 #include "tests/scenario/protocol/wireshop.h"
 
-#include <QSqlDatabase>
-#include <QSqlError>
+#include "host/database/database.h"
+#include "host/database/statement.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,27 +17,21 @@ void WireShop::SetUp()
     writeConfig(u"secret"_s, recorder->address());
 }
 
-void WireShop::query(const QString& sql, const std::function<void(const QSqlQuery&)>& take) const
+void WireShop::query(const QString& sql,
+                     const std::function<void(const poshost::Statement&)>& take) const
 {
-    const QString connection = u"stored"_s;
-    {
-        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection);
-        database.setDatabaseName(path(u"till.sqlite"_s));
-        EXPECT_TRUE(database.open()) << qPrintable(database.lastError().text());
-        QSqlQuery rows(database);
-        EXPECT_TRUE(rows.exec(sql)) << qPrintable(rows.lastError().text());
-        while (rows.next()) {
-            take(rows);
-        }
+    poshost::Database database(path(u"till.sqlite"_s));
+    poshost::Statement rows(database, sql);
+    while (rows.next()) {
+        take(rows);
     }
-    QSqlDatabase::removeDatabase(connection);
 }
 
 std::vector<StoredMessage> WireShop::storedMessages() const
 {
     std::vector<StoredMessage> messages;
     query(u"SELECT headers, urls, payload FROM queue_bodies ORDER BY message_id"_s,
-          [&](const QSqlQuery& row) {
+          [&](const poshost::Statement& row) {
               messages.push_back({row.value(0).toByteArray(), row.value(1).toByteArray(),
                                   row.value(2).toByteArray()});
           });
@@ -49,7 +43,7 @@ QStringList WireShop::queueColumns() const
     QStringList columns;
     query(u"SELECT tables.name || '.' || columns.name FROM sqlite_schema AS tables, "
           "pragma_table_info(tables.name) AS columns WHERE tables.name LIKE 'queue_%'"_s,
-          [&](const QSqlQuery& row) { columns.append(row.value(0).toString()); });
+          [&](const poshost::Statement& row) { columns.append(row.value(0).toString()); });
     return columns;
 }
 

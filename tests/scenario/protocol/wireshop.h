@@ -6,9 +6,11 @@
 #include "tests/scenario/protocol/recorder.h"
 #include "tests/support/shop.h"
 
-#include <QSqlQuery>
-
 #include <functional>
+
+namespace poshost {
+class Statement;
+}
 
 namespace tests {
 
@@ -34,7 +36,8 @@ protected:
     std::unique_ptr<Recorder> recorder;
 
 private:
-    void query(const QString& sql, const std::function<void(const QSqlQuery&)>& take) const;
+    void query(const QString& sql,
+               const std::function<void(const poshost::Statement&)>& take) const;
 };
 
 } // namespace tests

@@ -51,9 +51,10 @@ void Auditor::check()
 
 void Auditor::takeBookings()
 {
-    QSqlQuery rows = server.run(u"SELECT sequence, check_id, card, earned, spent, given_back, "
-                                "taken_back FROM ledger WHERE sequence > ? ORDER BY sequence"_s,
-                                {lastSequence});
+    poshost::Statement rows(server,
+                            u"SELECT sequence, check_id, card, earned, spent, given_back, "
+                            "taken_back FROM ledger WHERE sequence > ? ORDER BY sequence"_s);
+    rows.bind(lastSequence);
     while (rows.next()) {
         lastSequence = rows.value(0).toLongLong();
         const QString check = rows.value(1).toString();
@@ -95,7 +96,7 @@ void Auditor::takeDeliveries()
 
 void Auditor::checkBalances()
 {
-    QSqlQuery rows = server.run(u"SELECT number, opening, balance FROM cards"_s);
+    poshost::Statement rows(server, u"SELECT number, opening, balance FROM cards"_s);
     while (rows.next()) {
         const QString card = rows.value(0).toString();
         if (rows.value(1).toLongLong() != books.opening(card)) {

@@ -35,6 +35,24 @@ bool hasHeaders(FaultKind kind)
            kind == FaultKind::LengthTooSmall;
 }
 
+/// Whether a client gets a whole answer of HTTP: not when none comes, one that is cut or one that
+/// comes too late for any client.
+bool arrivesWhole(FaultKind kind)
+{
+    switch (kind) {
+    case FaultKind::Status:
+    case FaultKind::StatusAfterBooking:
+    case FaultKind::Delay:
+    case FaultKind::GarbledBody:
+    case FaultKind::WrongEncoding:
+    case FaultKind::DuplicatedDelivery:
+    case FaultKind::ResentByProxy:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void addRules(std::vector<simulator::FaultRule>& rules, const simulator::FaultDescription& about,
               double probability, quint64 seed)
 {
@@ -131,7 +149,7 @@ void Network::receive(const simulator::Answer& answer)
         note(answer.fault->kind);
         pass(*answer.fault);
     }
-    if (simulator::arrivesWhole(answer)) {
+    if (!answer.fault || arrivesWhole(answer.fault->kind)) {
         return;
     }
     if (answer.fault->kind == FaultKind::LengthTooSmall) {

@@ -36,7 +36,7 @@ simulator::Answer Saboteur::handle(const simulator::Request& request)
 void Saboteur::bookTwin(const QString& checkId) const
 {
     simulator::Database books(database, simulator::Database::Open::ExistingOnly);
-    simulator::Database::Transaction transaction(books);
+    poshost::Transaction transaction(books);
     simulator::Ledger ledger(books);
     for (simulator::Booking booking : ledger.bookings()) {
         if (booking.checkId == checkId) {
@@ -50,7 +50,9 @@ void Saboteur::bookTwin(const QString& checkId) const
 void Saboteur::takeKopeck(const QString& card) const
 {
     simulator::Database books(database, simulator::Database::Open::ExistingOnly);
-    books.run(u"UPDATE cards SET balance = balance - 1 WHERE number = ?"_s, {card});
+    poshost::Statement(books, u"UPDATE cards SET balance = balance - 1 WHERE number = ?"_s)
+        .bind(card)
+        .execute();
 }
 
 } // namespace year

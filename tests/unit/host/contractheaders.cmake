@@ -87,10 +87,10 @@ set_tests_properties(host.a-header-that-needs-another-is-seen PROPERTIES
     PASS_REGULAR_EXPRESSION "leaning.h does not compile by itself")
 # The check itself must see a leak where there is one.
 file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/leakyheader.cpp
-    CONTENT "#include \"host/services/session.h\"\n#include <QSqlQuery>\n" @ONLY)
+    CONTENT "#include \"host/services/session.h\"\n#include <QtSql/QSqlQuery>\n" @ONLY)
 add_test(NAME host.a-leaking-header-is-seen
     COMMAND ${leaks_test} -D SOURCE=${CMAKE_CURRENT_BINARY_DIR}/leakyheader.cpp
-        "-DINCLUDES=${include_directories};$<TARGET_PROPERTY:Qt6::Sql,INTERFACE_INCLUDE_DIRECTORIES>"
+        "-DINCLUDES=${include_directories}"
         -P ${CMAKE_CURRENT_SOURCE_DIR}/checkleaks.cmake)
 set_tests_properties(host.a-leaking-header-is-seen PROPERTIES
     PASS_REGULAR_EXPRESSION "pulled in from elsewhere:[^\n]*QtSql")

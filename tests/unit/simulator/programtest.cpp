@@ -249,7 +249,7 @@ TEST_F(Program, failsOnBooksThatDoNotAddUp)
     ASSERT_EQ(statusOf(send(port, "precheck", goldenFile(u"precheck-request.xml"_s))), 200);
     process.terminate();
     ASSERT_TRUE(process.waitForFinished(patience));
-    Database(folder.filePath(u"orva/simulator.sqlite"_s)).run(u"UPDATE cards SET balance=1"_s);
+    Database(folder.filePath(u"orva/simulator.sqlite"_s)).execute(u"UPDATE cards SET balance=1"_s);
     const Outcome outcome = run({u"ledger"_s});
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_TRUE(outcome.errors.startsWith(

@@ -3,6 +3,8 @@
 
 #include "databasefixture.h"
 
+#include "host/database/databasefailure.h"
+
 #include <atomic>
 #include <cstring>
 #include <gmock/gmock.h>
@@ -63,6 +65,36 @@ TEST_F(DatabaseFile, SyncsEveryCommitAndChecksForeignKeys)
                                      "VALUES ('a', 'closed', 77)"_s);
                 }),
                 HasSubstr("FOREIGN KEY"));
+}
+
+TEST_F(DatabaseFile, OfOtherTablesHasThoseThatItsOwnerMakes)
+{
+    const auto prepare = [](poshost::Database& opened) {
+        opened.execute(u"CREATE TABLE IF NOT EXISTS cards(number TEXT)"_s);
+    };
+    {
+        poshost::Database database(file, prepare, 100);
+        EXPECT_EQ(single(database, u"SELECT group_concat(name) FROM sqlite_schema"_s).toString(),
+                  u"cards"_s);
+        EXPECT_EQ(single(database, u"PRAGMA synchronous"_s).toInt(), 2);
+    }
+    EXPECT_THAT(databaseErrorOf([&] { poshost::Database(file, 100); }), HasSubstr("номер схемы 0"))
+        << "it is no till's";
+    const auto refuse = [](poshost::Database&) { throw std::runtime_error("not mine"); };
+    EXPECT_THROW(poshost::Database(file, refuse, 100), std::runtime_error);
+}
+
+TEST_F(DatabaseFile, AFailureNamesTheFileAndTheCauseApart)
+{
+    poshost::Database database(file);
+    try {
+        database.execute(u"SELECT unknown"_s);
+        ADD_FAILURE() << "must be refused";
+    } catch (const poshost::DatabaseFailure& failure) {
+        EXPECT_EQ(failure.file(), file);
+        EXPECT_EQ(failure.cause(), u"no such column: unknown"_s);
+        EXPECT_EQ(failure.tr().id(), u"databaseError"_s);
+    }
 }
 
 TEST_F(DatabaseFile, ACheckHasOneOfFourStates)

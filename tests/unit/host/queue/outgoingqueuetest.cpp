@@ -165,7 +165,6 @@ TEST_F(Outgoing, ReauthorizeGivesEveryUndeliveredMessageTheNewValue)
     add(u"<c/>"_s, QString());
     add(u"<d/>"_s, u"Basic other"_s, u"other"_s);
     queue.park(2);
-    EXPECT_EQ(queue.queuesToDeliver(), QStringList({u"orva"_s, u"other"_s}));
     EXPECT_EQ(queue.reauthorize(u"orva"_s, u"Basic new"_s), 3);
     queue.retry(2);
     delivery.deliverDue();

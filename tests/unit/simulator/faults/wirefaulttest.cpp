@@ -6,6 +6,7 @@
 #include "simulator/faults/faultplan.h"
 #include "simulator/faults/faultyservice.h"
 #include "simulator/http/httpserver.h"
+#include "tests/support/struck.h"
 #include "tests/unit/simulator/wire.h"
 
 #include <chrono>
@@ -163,7 +164,7 @@ TEST_F(WireFault, hangingEndsWithTheServerOrTheClient)
     }
     wire.send();
     const auto giveUp = std::chrono::steady_clock::now() + milliseconds(faultPatience);
-    while (plan.struck() <= moreThanThereAreThreads) {
+    while (struckBy(plan) <= moreThanThereAreThreads) {
         ASSERT_LT(std::chrono::steady_clock::now(), giveUp);
         std::this_thread::yield();
     }

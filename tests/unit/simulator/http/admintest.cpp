@@ -7,6 +7,7 @@
 #include "simulator/faults/faultyservice.h"
 #include "simulator/http/admindesk.h"
 #include "simulator/rules/rulesreader.h"
+#include "tests/support/struck.h"
 #include "tests/unit/simulator/servicefixture.h"
 
 #include <QJsonArray>
@@ -79,7 +80,7 @@ TEST_F(Admin, armedFaultStrikesFirstAndSurvivesOtherRules)
     plan.setRules({});
     EXPECT_EQ(faults(), QStringList{u"reply-lost* 1/2"_s});
     EXPECT_EQ(ask("DELETE", "/faults").body.trimmed(), QByteArray("[\n]"));
-    EXPECT_EQ(plan.struck(), 0);
+    EXPECT_EQ(struckBy(plan), 0);
 }
 
 TEST_F(Admin, clearedFaultsStrikeNoMore)

@@ -3,6 +3,7 @@
 
 #include "simulator/ledger/database.h"
 
+#include "host/database/databasefailure.h"
 #include "simulator/ledger/schema.h"
 #include "tests/unit/simulator/testchecks.h"
 
@@ -38,14 +39,14 @@ protected:
 
 int number(Database& database, const QString& statement)
 {
-    QSqlQuery query = database.run(statement);
+    Statement query(database, statement);
     return query.next() ? query.value(0).toInt() : -1;
 }
 
 TEST_F(DatabaseTest, isMadeForItsOwnerOnly)
 {
     Database database(path());
-    database.run(u"INSERT INTO cards VALUES('1', 0, 0)"_s);
+    database.execute(u"INSERT INTO cards VALUES('1', 0, 0)"_s);
     for (const QString& suffix : {u""_s, u"-wal"_s, u"-shm"_s}) {
         struct stat status
         {};
@@ -58,7 +59,7 @@ TEST_F(DatabaseTest, isMadeForItsOwnerOnly)
 TEST_F(DatabaseTest, writesAheadSynchronouslyWithForeignKeys)
 {
     Database database(path());
-    QSqlQuery mode = database.run(u"PRAGMA journal_mode"_s);
+    Statement mode(database, u"PRAGMA journal_mode"_s);
     ASSERT_TRUE(mode.next());
     EXPECT_EQ(mode.value(0).toString(), u"wal"_s);
     EXPECT_EQ(number(database, u"PRAGMA synchronous"_s), 2); // FULL
@@ -69,7 +70,7 @@ TEST_F(DatabaseTest, writesAheadSynchronouslyWithForeignKeys)
 
 TEST_F(DatabaseTest, ofANewerVersionIsRefused)
 {
-    Database(path()).run(u"PRAGMA user_version=2"_s);
+    Database(path()).execute(u"PRAGMA user_version=2"_s);
     EXPECT_EQ(
         complaint(),
         u"The database %1 was written by a newer orva-simulator: it has schema version 2, this "
@@ -79,7 +80,7 @@ TEST_F(DatabaseTest, ofANewerVersionIsRefused)
 
 TEST_F(DatabaseTest, ofAnotherProgramIsRefused)
 {
-    Database(path()).run(u"PRAGMA application_id=1"_s);
+    Database(path()).execute(u"PRAGMA application_id=1"_s);
     EXPECT_EQ(complaint(),
               u"The database %1 is not a database of orva-simulator: name another file "
               "with --database"_s.arg(path()));
@@ -93,7 +94,7 @@ TEST_F(DatabaseTest, thatIsNoDatabaseIsRefused)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray("text").repeated(5000));
     file.close();
-    EXPECT_TRUE(complaint().startsWith(u"The database %1 refused a statement: "_s.arg(path())))
+    EXPECT_TRUE(complaint().startsWith(u"The database %1 cannot be opened: "_s.arg(path())))
         << complaint().toStdString();
 }
 
@@ -117,13 +118,13 @@ TEST_F(DatabaseTest, forgetsATransactionThatIsNotCommitted)
 {
     Database database(path());
     {
-        const Database::Transaction transaction(database);
-        database.run(u"INSERT INTO cards VALUES('1', 0, 0)"_s);
+        const Transaction transaction(database);
+        database.execute(u"INSERT INTO cards VALUES('1', 0, 0)"_s);
     }
     EXPECT_EQ(number(database, u"SELECT count(*) FROM cards"_s), 0);
     {
-        Database::Transaction transaction(database);
-        database.run(u"INSERT INTO cards VALUES('1', 0, 0)"_s);
+        Transaction transaction(database);
+        database.execute(u"INSERT INTO cards VALUES('1', 0, 0)"_s);
         transaction.commit();
     }
     EXPECT_EQ(number(database, u"SELECT count(*) FROM cards"_s), 1);
@@ -132,11 +133,33 @@ TEST_F(DatabaseTest, forgetsATransactionThatIsNotCommitted)
 TEST_F(DatabaseTest, saysWhyAStatementFails)
 {
     Database database(path());
-    EXPECT_THROW(database.run(u"SELECT nothing"_s), DatabaseError);
-    EXPECT_THROW(database.run(u"INSERT INTO payment_tries VALUES('x', NULL)"_s), DatabaseError);
-    EXPECT_THROW(
-        database.run(u"INSERT INTO ledger_lines VALUES('none', 0, 1, '', 0, 0, 0, 0, 0, 0, 0)"_s),
-        DatabaseError);
+    const auto complaintAbout = [&database](const QString& sql) {
+        try {
+            database.execute(sql);
+        } catch (const poshost::DatabaseFailure& failure) {
+            return QString::fromUtf8(DatabaseError(failure).what());
+        }
+        return QString();
+    };
+    const QString refused = u"The database %1 refused a statement: "_s.arg(path());
+    EXPECT_EQ(complaintAbout(u"SELECT unknown"_s), refused + u"no such column: unknown"_s);
+    EXPECT_EQ(complaintAbout(u"INSERT INTO payment_tries VALUES('x', NULL)"_s),
+              refused + u"NOT NULL constraint failed: payment_tries.digest"_s);
+    EXPECT_EQ(
+        complaintAbout(u"INSERT INTO ledger_lines VALUES('none', 0, 1, '', 0, 0, 0, 0, 0, 0, 0)"_s),
+        refused + u"FOREIGN KEY constraint failed"_s);
+}
+
+TEST_F(DatabaseTest, whoseLogIsLeftAloneIsRefused)
+{
+    static_cast<void>(complaint());
+    QFile::remove(path());
+    QFile log(path() + u"-wal"_s);
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+    log.write(QByteArray("frames").repeated(100));
+    log.close();
+    EXPECT_TRUE(complaint().contains(path())) << complaint().toStdString();
+    EXPECT_FALSE(QFileInfo::exists(path()));
 }
 
 } // namespace

@@ -114,7 +114,7 @@ TEST_F(LedgerOutput, namesACardWhoseBalanceDoesNotAddUp)
 {
     fill();
     EXPECT_EQ(ledger().wrongCard(), QString());
-    Database(databasePath()).run(u"UPDATE cards SET balance=balance+1"_s);
+    Database(databasePath()).execute(u"UPDATE cards SET balance=balance+1"_s);
     EXPECT_EQ(ledger().wrongCard(), u"****0017"_s);
 }
 
