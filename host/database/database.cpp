@@ -16,10 +16,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QThread>
-#include <cerrno>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace poshost {
 
@@ -30,32 +27,7 @@ namespace {
 Q_LOGGING_CATEGORY(logDatabase, "poshost.database")
 
 constexpr size_t maxIdleStatements = 64;
-constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t groupAndOthers = S_IRWXG | S_IRWXO;
-
-/// Makes the entry of a new file survive a power cut.
-void syncFolderOf(const QString& file)
-{
-    const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
-    if (const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
-}
-
-void createPrivately(const QString& file)
-{
-    const QByteArray name = QFile::encodeName(file);
-    const int descriptor =
-        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
-    if (descriptor >= 0) {
-        ::close(descriptor);
-        syncFolderOf(file);
-    } else if (errno != EEXIST) {
-        throw BasicException(databaseerror::fromSystem(file, errno));
-    }
-}
 
 void tightenRights(const QString& file)
 {
@@ -155,7 +127,7 @@ Database::Database(const QString& fileName, int busyMilliseconds)
 {
     const QString& file = connection->file;
     databasefile::requireNotEmptied(file);
-    createPrivately(file);
+    databasefile::createBeside(file);
     connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
     connection->switchToLog(busyMilliseconds);
     execute(u"PRAGMA synchronous = FULL"_s);

@@ -6,13 +6,51 @@
 #include "host/core/basicexception.h"
 #include "host/database/databaseerror_p.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace poshost {
 
 using namespace Qt::StringLiterals;
 
 namespace databasefile {
+
+namespace {
+
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+
+/// Makes the entry of a new file survive a power cut.
+void syncFolderOf(const QString& file)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+    if (const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
+} // namespace
+
+bool createBeside(const QString& file)
+{
+    const QByteArray name = QFile::encodeName(file);
+    const int descriptor =
+        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+        syncFolderOf(file);
+        return true;
+    }
+    if (errno != EEXIST) {
+        throw BasicException(databaseerror::fromSystem(file, errno));
+    }
+    return false;
+}
 
 void requireNotEmptied(const QString& file)
 {

@@ -4,6 +4,7 @@
 #include "host/queue/deliverythread.h"
 
 #include "host/database/database.h"
+#include "host/queue/queuebell.h"
 #include "host/queue/queuedelivery.h"
 #include "host/services/currenttime.h"
 
@@ -47,7 +48,9 @@ private:
 
 DeliveryThread::DeliveryThread(const QString& file, std::chrono::milliseconds interval)
     : databaseFile(file), poll(interval)
-{}
+{
+    giveSignOfLife();
+}
 
 DeliveryThread::~DeliveryThread()
 {
@@ -96,9 +99,11 @@ void DeliveryThread::run()
                 qCWarning(logDelivery).noquote() << problem;
             }
             lastProblem = problem;
+            giveSignOfLife();
             waitFor(poll);
         }
     }
+    QueueBell::ring(databaseFile);
 }
 
 void DeliveryThread::deliverUntilStopped()
@@ -106,7 +111,9 @@ void DeliveryThread::deliverUntilStopped()
     Database database(databaseFile);
     QueueDelivery delivery(database);
     const Current announced(*this, delivery);
+    delivery.onProgress([this](const DeliveryReport&) { giveSignOfLife(); });
     while (!isStopping()) {
+        giveSignOfLife();
         waitFor(deliver(delivery));
     }
 }
@@ -128,6 +135,17 @@ void DeliveryThread::waitFor(std::chrono::milliseconds time)
     std::unique_lock lock(mutex);
     wake.wait_for(lock, time, [this] { return stopping || notified; });
     notified = false;
+}
+
+void DeliveryThread::giveSignOfLife()
+{
+    signOfLife = std::chrono::steady_clock::now();
+}
+
+std::chrono::milliseconds DeliveryThread::sinceSignOfLife() const
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                                 signOfLife.load());
 }
 
 bool DeliveryThread::isStopping()
