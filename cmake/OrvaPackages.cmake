@@ -89,8 +89,12 @@ set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})${logging
 orva_package(tools orva-tools misc "reference cash desk and loyalty server"
 "orva-till is a cash desk that works with loyalty plug-ins, orva-simulator a
 loyalty server with a ledger, for trying and testing them.")
-# Qt's driver for SQLite is loaded by name, so no tool finds it.
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version}), libqt6sql6-sqlite${logging_depends}")
+# Qt's driver for SQLite is loaded by name, so no tool finds it. adduser makes the service's account.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
+    "${host_package} (= ${version}), adduser, libqt6sql6-sqlite${logging_depends}")
+set(scripts ${PROJECT_SOURCE_DIR}/packaging)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA
+    "${scripts}/postinst;${scripts}/prerm;${scripts}/postrm")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
 
 orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"
