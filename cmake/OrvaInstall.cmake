@@ -50,6 +50,8 @@ foreach(program orva-till orva-simulator)
     install(FILES docs/completion/orva.bash RENAME ${program} COMPONENT tools
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 endforeach()
+# Where the service manager looks below /usr. Elsewhere the file serves as a pattern: it names /usr/bin.
+install(FILES packaging/orva-delivery.service DESTINATION lib/systemd/system COMPONENT tools)
 # Installed, the till finds its plug-in by itself; the example's path leads into this tree.
 file(READ till/examples/orva.toml settings)
 string(REGEX REPLACE "\nplugin = [^\n]*" "" settings "${settings}")

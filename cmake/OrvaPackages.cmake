@@ -89,7 +89,11 @@ set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})${logging
 orva_package(tools orva-tools misc "reference cash desk and loyalty server"
 "orva-till is a cash desk that works with loyalty plug-ins, orva-simulator a
 loyalty server with a ledger, for trying and testing them.")
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version})${logging_depends}")
+# adduser makes the service's account.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${host_package} (= ${version}), adduser${logging_depends}")
+set(scripts ${PROJECT_SOURCE_DIR}/packaging)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA
+    "${scripts}/postinst;${scripts}/prerm;${scripts}/postrm")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
 
 orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"

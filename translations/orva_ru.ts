@@ -2453,5 +2453,17 @@ explanation, 5 done, but not all could be written to the standard output.</sourc
         <source>no key sheet beside the plug-in says which key this is</source>
         <translation>рядом с плагином нет описания ключей, где сказано, какой это ключ</translation>
     </message>
+    <message>
+        <source>Go on delivering whatever comes, until stopped; for a service</source>
+        <translation>Доставлять всё, что появится, пока не остановят; для службы</translation>
+    </message>
+    <message>
+        <source>Delivering the queue of %1 until stopped.</source>
+        <translation>Очередь %1 доставляется, пока программу не остановят.</translation>
+    </message>
+    <message>
+        <source>Signals cannot be waited for (%1); try again.</source>
+        <translation>Нельзя ждать сигналов (%1); попробуйте ещё раз.</translation>
+    </message>
 </context>
 </TS>

@@ -18,11 +18,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QThread>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace poshost {
 
@@ -33,34 +29,7 @@ namespace {
 Q_LOGGING_CATEGORY(logDatabase, "poshost.database")
 
 constexpr size_t maxIdleStatements = 64;
-constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t groupAndOthers = S_IRWXG | S_IRWXO;
-
-/// Makes the entry of a new file survive a power cut.
-void syncFolderOf(const QString& file)
-{
-    const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
-    if (const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
-}
-
-void createPrivately(const QString& file)
-{
-    const QByteArray name = QFile::encodeName(file);
-    const int descriptor =
-        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
-    if (descriptor >= 0) {
-        ::close(descriptor);
-        syncFolderOf(file);
-    } else if (errno != EEXIST) {
-        const int error = errno;
-        throw DatabaseFailure(databaseerror::fromSystem(file, error), file,
-                              QString::fromLocal8Bit(std::strerror(error)));
-    }
-}
 
 void tightenRights(const QString& file)
 {
@@ -166,7 +135,7 @@ Database::Database(const QString& fileName, const std::function<void(Database&)>
 {
     const QString& file = connection->file;
     databasefile::requireNotEmptied(file);
-    createPrivately(file);
+    databasefile::createBeside(file);
     connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
     connection->switchToLog(busyMilliseconds);
     execute(u"PRAGMA synchronous = FULL"_s);

@@ -5,14 +5,55 @@
 
 #include "host/core/basicexception.h"
 #include "host/database/databaseerror_p.h"
+#include "host/database/databasefailure.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace poshost {
 
 using namespace Qt::StringLiterals;
 
 namespace databasefile {
+
+namespace {
+
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+
+/// Makes the entry of a new file survive a power cut.
+void syncFolderOf(const QString& file)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+    if (const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
+} // namespace
+
+bool createBeside(const QString& file)
+{
+    const QByteArray name = QFile::encodeName(file);
+    const int descriptor =
+        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+        syncFolderOf(file);
+        return true;
+    }
+    if (const int error = errno; error != EEXIST) {
+        throw DatabaseFailure(databaseerror::fromSystem(file, error), file,
+                              QString::fromLocal8Bit(std::strerror(error)));
+    }
+    return false;
+}
 
 void requireNotEmptied(const QString& file)
 {

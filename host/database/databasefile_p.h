@@ -14,4 +14,10 @@ namespace poshost::databasefile {
 /// @throws BasicException "databaseError" when the file is empty or missing and its log is not
 void requireNotEmptied(const QString& file);
 
+/// Makes a file of the database or one beside it, unless it is there already, and makes its name
+/// survive a power cut.
+/// @return whether it was missing
+/// @throws BasicException "databaseError"
+bool createBeside(const QString& file);
+
 } // namespace poshost::databasefile

@@ -5,6 +5,7 @@
 
 #include "host/database/database.h"
 #include "host/queue/deliverylog_p.h"
+#include "host/queue/queuebell.h"
 #include "host/queue/queuedelivery.h"
 #include "host/services/currenttime.h"
 
@@ -41,7 +42,9 @@ private:
 
 DeliveryThread::DeliveryThread(const QString& file, std::chrono::milliseconds interval)
     : databaseFile(file), poll(interval)
-{}
+{
+    giveSignOfLife();
+}
 
 DeliveryThread::~DeliveryThread()
 {
@@ -90,9 +93,11 @@ void DeliveryThread::run()
                 qCWarning(logDelivery).noquote() << problem;
             }
             lastProblem = problem;
+            giveSignOfLife();
             waitFor(poll);
         }
     }
+    QueueBell::ring(databaseFile);
 }
 
 void DeliveryThread::deliverUntilStopped()
@@ -100,7 +105,9 @@ void DeliveryThread::deliverUntilStopped()
     Database database(databaseFile);
     QueueDelivery delivery(database);
     const Current announced(*this, delivery);
+    delivery.onProgress([this](const DeliveryReport&) { giveSignOfLife(); });
     while (!isStopping()) {
+        giveSignOfLife();
         waitFor(deliver(delivery));
     }
 }
@@ -122,6 +129,17 @@ void DeliveryThread::waitFor(std::chrono::milliseconds time)
     std::unique_lock lock(mutex);
     wake.wait_for(lock, time, [this] { return stopping || notified; });
     notified = false;
+}
+
+void DeliveryThread::giveSignOfLife()
+{
+    signOfLife = std::chrono::steady_clock::now();
+}
+
+std::chrono::milliseconds DeliveryThread::sinceSignOfLife() const
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                                 signOfLife.load());
 }
 
 bool DeliveryThread::isStopping()

@@ -6,6 +6,7 @@
 #include "host/hostexport.h"
 
 #include <QString>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -16,7 +17,8 @@ namespace poshost {
 class QueueDelivery;
 
 /// Delivers the outgoing queue of a database while the till runs: on a thread and a connection of
-/// its own, never the cashier's. A failing database is logged and tried again.
+/// its own, never the cashier's. A failing database is logged and tried again. When the thread ends
+/// it rings the queue's bell (queuebell.h), so that another process goes on where it leaves off.
 ///
 /// start, stop and notify do not block, except that stop waits for the thread.
 class HOST_EXPORT DeliveryThread
@@ -40,6 +42,9 @@ public:
     /// Ends the thread and waits for it. A request under way is broken off within about a second;
     /// its message stays in the queue. May be started again.
     void stop();
+    /// How long ago it last came through the queue or through a request; far above the interval of
+    /// its looks and the time-out of a request, something holds it up for ever. Any thread.
+    std::chrono::milliseconds sinceSignOfLife() const;
 
 private:
     class Current;
@@ -49,10 +54,12 @@ private:
     bool isStopping();
     std::chrono::milliseconds deliver(QueueDelivery& delivery) const;
     void waitFor(std::chrono::milliseconds time);
+    void giveSignOfLife();
 
     const QString databaseFile;
     const std::chrono::milliseconds poll;
     std::thread thread;
+    std::atomic<std::chrono::steady_clock::time_point> signOfLife;
 
     std::mutex mutex; ///< guards what follows
     std::condition_variable wake;

@@ -127,7 +127,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
             client->abort();
         }
     }
-    client->setTimeout(exchangeSeconds());
+    client->setTimeout(int(requestTimeout().count()));
     // what is sent is UTF-8, whatever the text was read in before it was queued
     client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
     {
@@ -173,6 +173,12 @@ bool QueueDelivery::isStopping()
 {
     const std::lock_guard guard(mutex);
     return stopping;
+}
+
+std::chrono::seconds QueueDelivery::requestTimeout()
+{
+    const int seconds = exchangeSeconds();
+    return std::chrono::seconds(seconds > 0 ? seconds : RestClient::defaultTimeoutSeconds);
 }
 
 void QueueDelivery::requestStop()

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QtGlobal>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -68,6 +69,9 @@ public:
     /// Makes deliverDue, now and from now on, return as soon as it can: a request under way is
     /// broken off within about a second and counts as attempted. Any thread; does not wait.
     void requestStop();
+
+    /// How long one request may take, as configured.
+    static std::chrono::seconds requestTimeout();
 
 private:
     DeliveryResult send(const DeliveryTask& task);

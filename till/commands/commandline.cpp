@@ -157,7 +157,13 @@ void addQueue(CLI::App& app, Options& options)
         ->add_flag("--all", options.all, words(QT_TRANSLATE_NOOP("Till", "Delivered ones too")));
     addNumber(add("show", QT_TRANSLATE_NOOP("Till", "Show a message, secrets hidden"),
                   Command::QueueShow));
-    add("deliver", QT_TRANSLATE_NOOP("Till", "Deliver what is due"), Command::QueueDeliver);
+    CLI::App* const deliver =
+        add("deliver", QT_TRANSLATE_NOOP("Till", "Deliver what is due"), Command::QueueDeliver);
+    deliver
+        ->add_flag("--watch", options.watch,
+                   words(QT_TRANSLATE_NOOP(
+                       "Till", "Go on delivering whatever comes, until stopped; for a service")))
+        ->excludes(deliver->get_option("--json"));
     addNumber(
         add("retry", QT_TRANSLATE_NOOP("Till", "Make a message due at once"), Command::QueueRetry));
     addNumber(add("park", QT_TRANSLATE_NOOP("Till", "Leave a message out until it is retried"),

@@ -50,6 +50,8 @@ struct Options
     bool json = false;
     /// With the queue's list: delivered messages too.
     bool all = false;
+    /// With the queue's delivery: until the process is asked to end.
+    bool watch = false;
     QString file;
     PointsChoice points;
     std::optional<qint64> tenderKopecks;

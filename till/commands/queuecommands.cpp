@@ -3,10 +3,12 @@
 
 #include "till/commands/queuecommands.h"
 
+#include "host/database/database.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
 #include "till/checks/checkstore.h"
 #include "till/commands/queuewait.h"
+#include "till/commands/queuewatch.h"
 #include "till/commands/workplace.h"
 #include "till/desk/credentials.h"
 #include "till/failure.h"
@@ -38,7 +40,7 @@ ExitCode QueueCommands::run()
     case Command::QueueShow:
         return show();
     case Command::QueueDeliver:
-        return deliver();
+        return options.watch ? watch() : deliver();
     case Command::QueueRetry:
         return change(queue.retry(options.message), Text::tr("Message %1 is due now."));
     case Command::QueuePark:
@@ -92,7 +94,17 @@ poshost::DeliveryReport QueueCommands::drain()
     delivery.onProgress([&](const poshost::DeliveryReport& sofar) {
         progress.show(sofar.delivered + sofar.parked, before.waiting + before.paused);
     });
-    return delivery.deliverDue();
+    const poshost::DeliveryReport report = delivery.deliverDue();
+    workplace.notifyDelivery(); // whoever was kept out meanwhile goes on
+    return report;
+}
+
+ExitCode QueueCommands::watch()
+{
+    const QString file = workplace.database().fileName();
+    out.done(Text::tr("Delivering the queue of %1 until stopped.").arg(file));
+    QueueWatch(file).run();
+    return ExitCode::Ok;
 }
 
 ExitCode QueueCommands::deliver()
@@ -122,6 +134,7 @@ ExitCode QueueCommands::change(bool found, const QString& done)
         throw Failure(Text::tr("There is no undelivered message %1; look at \"queue list\".")
                           .arg(options.message));
     }
+    workplace.notifyDelivery();
     if (options.json) {
         out.write(jsonText({{u"id"_s, options.message}}));
     } else {
@@ -147,6 +160,7 @@ ExitCode QueueCommands::reauthorize()
     const Credentials credentials = Credentials::of(workplace.loyaltySystem());
     const int messages = poshost::OutgoingQueue(workplace.database())
                              .reauthorize(credentials.queue, credentials.authorization);
+    workplace.notifyDelivery();
     if (options.json) {
         out.write(jsonText({{u"messages"_s, messages}}));
     } else {

@@ -30,6 +30,7 @@ private:
     ExitCode list();
     ExitCode show();
     ExitCode deliver();
+    ExitCode watch();
     poshost::DeliveryReport drain();
     ExitCode change(bool found, const QString& done);
     ExitCode settle();

@@ -6,6 +6,7 @@
 #include "host/config/keysheet.h"
 #include "host/database/database.h"
 #include "host/queue/deliverythread.h"
+#include "host/queue/queuebell.h"
 #include "host/services/sessioncontext.h"
 #include "till/desk/installedplugin.h"
 #include "till/desk/pluginhost.h"
@@ -115,6 +116,7 @@ void Workplace::notifyDelivery()
     if (delivery) {
         delivery->notify();
     }
+    poshost::QueueBell::ring(opened->fileName());
 }
 
 } // namespace till

@@ -58,7 +58,8 @@ public:
 
     /// Delivers the queue from now on, on a thread of its own.
     void startDelivery();
-    /// Says that a check has been closed, so that its confirmation is sent at once.
+    /// Says that there may be something to deliver, a check has been closed for instance (after the
+    /// commit): to the delivery here, if there is one, and to a process that watches the queue.
     void notifyDelivery();
 
 private:
