@@ -5,7 +5,7 @@
 // of the test's own.
 
 #include "host/queue/queuebell.h"
-#include "tests/scenario/e2e/gate.h"
+#include "tests/support/gate.h"
 #include "tests/support/notifysocket.h"
 #include "tests/support/shop.h"
 

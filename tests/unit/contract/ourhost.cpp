@@ -58,7 +58,7 @@ OurHost::suspendAndRestore(const QSharedPointer<AbstractDocument>& document)
     QFile kept(written.fileName());
     EXPECT_TRUE(kept.open(QIODevice::ReadOnly));
     QDataStream in(&kept);
-    return till::documentstream::read(in);
+    return till::documentstream::read(in, till::documentstream::version());
 }
 
 std::unique_ptr<Config> OurHost::makeConfig(const QMap<QString, QVariant>& values)
