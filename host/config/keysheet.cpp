@@ -26,9 +26,10 @@ constexpr qint64 largestSheet = 64LL * 1024;
 using Kind = ConfigKey::Kind;
 using Use = ConfigKey::Use;
 
-[[noreturn]] void fail(const QString& fileName, const QString& what)
+/// To be thrown.
+BasicException wrong(const QString& fileName, const QString& what)
 {
-    throw BasicException(
+    return BasicException(
         tr::Tr(u"configError"_s,
                u"%1: описание ключей плагина: %2; переустановите плагин"_s.arg(fileName, what)));
 }
@@ -67,7 +68,7 @@ public:
         key.sample = needed("sample");
         const QString type = needed("type");
         if (!kinds().contains(type)) {
-            fail(fileName, u"строка %1: тип %2 неизвестен"_s.arg(line()).arg(type));
+            throw wrong(fileName, u"строка %1: тип %2 неизвестен"_s.arg(line()).arg(type));
         }
         key.kind = kinds().value(type);
         key.without = text("without");
@@ -96,8 +97,8 @@ private:
     {
         const QString value = text(field);
         if (value.isEmpty()) {
-            fail(fileName,
-                 u"строка %1: у ключа нет %2"_s.arg(line()).arg(QString::fromLatin1(field)));
+            throw wrong(fileName,
+                        u"строка %1: у ключа нет %2"_s.arg(line()).arg(QString::fromLatin1(field)));
         }
         return value;
     }
@@ -112,14 +113,16 @@ toml::table parse(const QString& fileName)
     try {
         return input::parseToml(input::readFile(fileName, largestSheet));
     } catch (const input::FileError& error) {
-        fail(fileName, error.kind() == input::FileError::Kind::Unreadable
-                           ? u"не читается (%1)"_s.arg(error.reason())
-                           : u"это не обычный файл или он больше %1 байт"_s.arg(largestSheet));
+        throw wrong(fileName,
+                    error.kind() == input::FileError::Kind::Unreadable
+                        ? u"не читается (%1)"_s.arg(error.reason())
+                        : u"это не обычный файл или он больше %1 байт"_s.arg(largestSheet));
     } catch (const input::TomlRefused& error) {
-        fail(fileName, u"строка %1: таблицы и списки вложены глубже %2 уровней"_s.arg(error.line())
-                           .arg(input::maximumTomlLevels));
+        throw wrong(fileName,
+                    u"строка %1: таблицы и списки вложены глубже %2 уровней"_s.arg(error.line())
+                        .arg(input::maximumTomlLevels));
     } catch (const toml::parse_error& error) {
-        fail(fileName, u"строка %1: не по правилам TOML"_s.arg(error.source().begin.line));
+        throw wrong(fileName, u"строка %1: не по правилам TOML"_s.arg(error.source().begin.line));
     }
 }
 
@@ -152,13 +155,13 @@ QList<ConfigKey> read(const QString& fileName)
     const QString table = QString::fromStdString(root["table"].value_or(std::string()));
     const toml::array* const entries = root["key"].as_array();
     if (table.isEmpty() || entries == nullptr) {
-        fail(fileName, u"ожидаются table и [[key]]"_s);
+        throw wrong(fileName, u"ожидаются table и [[key]]"_s);
     }
     QList<ConfigKey> keys;
     for (const toml::node& entry : *entries) {
         const toml::table* const content = entry.as_table();
         if (content == nullptr) {
-            fail(fileName, u"ожидаются table и [[key]]"_s);
+            throw wrong(fileName, u"ожидаются table и [[key]]"_s);
         }
         keys.append(KeyReader(fileName, *content, table).read());
     }
@@ -174,7 +177,7 @@ void registerPlugin(const QString& pluginFile)
     }
     const QList<ConfigKey> keys = read(sheet);
     if (!keys.isEmpty() && knownkeys::tables().contains(keys.first().table)) {
-        fail(sheet, u"таблица [%1] занята"_s.arg(keys.first().table));
+        throw wrong(sheet, u"таблица [%1] занята"_s.arg(keys.first().table));
     }
     knownkeys::registerKeys(owner(), keys);
 }
