@@ -30,19 +30,19 @@ bool isKnownPath(const QByteArray& path)
     return path == precheckPath || path == paymentTryPath || path == checkConfirmPath;
 }
 
-Answer accepted(const Element& document)
+Answer accepted(const Document& document)
 {
     Answer answer;
     answer.contentType = "application/xml; charset=utf-8";
-    answer.body = writeXml(document);
+    answer.body = writeXml(document.root());
     return answer;
 }
 
 /// The answer to a payment try or a confirmation: the check's identifier.
-Element acknowledgement(const Check& check)
+Document acknowledgement(const Check& check)
 {
-    Element document{QString(names::rawCheck)};
-    document.append(names::id, check.id);
+    Document document(names::rawCheck);
+    document.root().append(names::id, check.id);
     return document;
 }
 
@@ -149,13 +149,10 @@ Answer Service::handle(const Request& request)
 
 Answer Service::handleCheck(const Request& request, Following& now, Answer& about)
 {
-    const Element document = readXml(request.body);
-    if (const Element* id = document.child(names::id)) {
-        about.checkId = id->text;
-    }
-    if (const Element* card = document.child(names::cardNumber)) {
-        about.cardNumber = card->text;
-    }
+    const Document read = readXml(request.body);
+    const Element document = read.root();
+    about.checkId = document.child(names::id).text();
+    about.cardNumber = document.child(names::cardNumber).text();
     const QString endpoint = endpointOf(request);
     if (now.rules->isStrict) {
         if (const std::optional<QString> objection = requestObjection(document, endpoint)) {

@@ -11,35 +11,22 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-/// Calls step for every goods line below root.
-template <typename Step>
-void forEachLine(Element& root, Step step)
+Document carriedBack(const Element& request)
 {
-    for (Element& items : root.children) {
-        if (items.name != names::items) {
-            continue;
-        }
-        for (Element& item : items.children) {
-            if (item.name == names::rawItem) {
-                step(item);
-            }
-        }
+    Document answer = withoutUsed(request);
+    Element root = answer.root();
+    root.remove(names::client);
+    root.remove(names::awards);
+    root.remove(names::informing);
+    for (Element& item : root.all({names::items, names::rawItem})) {
+        item.remove(names::awards);
     }
-}
-
-Element carriedBack(const Element& request)
-{
-    Element answer = withoutUsed(request);
-    answer.remove(names::client);
-    answer.remove(names::awards);
-    answer.remove(names::informing);
-    forEachLine(answer, [](Element& item) { item.remove(names::awards); });
     return answer;
 }
 
-void appendClient(Element& answer, const Card& card, Kopecks balance)
+void appendClient(Element answer, const Card& card, Kopecks balance)
 {
-    Element& client = answer.append(names::client).append(names::rawCheckClient);
+    Element client = answer.append(names::client).append(names::rawCheckClient);
     client.append(names::name, card.name);
     client.append(names::surname, card.surname);
     client.append(names::account)
@@ -47,18 +34,18 @@ void appendClient(Element& answer, const Card& card, Kopecks balance)
         .append(names::balance, writeKopecks(balance));
 }
 
-void appendAwards(Element& answer, const Grant& grant)
+void appendAwards(Element answer, const Grant& grant)
 {
-    Element& awards = answer.append(names::awards).append(names::rawCheckAwards);
+    Element awards = answer.append(names::awards).append(names::rawCheckAwards);
     awards.append(names::allowBonus, writeKopecks(grant.allowBonus));
     awards.append(names::awardBonus, writeKopecks(grant.awardBonus));
 }
 
-void appendMessages(Element& answer, const Rules& rules, const QHash<QString, QString>& values)
+void appendMessages(Element answer, const Rules& rules, const QHash<QString, QString>& values)
 {
-    Element& informing = answer.append(names::informing);
+    Element informing = answer.append(names::informing);
     for (const Message& message : rules.messages) {
-        Element& entry = informing.append(names::rawCheckInforming);
+        Element entry = informing.append(names::rawCheckInforming);
         entry.append(names::communicationChannel, message.channel);
         entry.append(names::info, messageText(message.text, values));
     }
@@ -66,32 +53,32 @@ void appendMessages(Element& answer, const Rules& rules, const QHash<QString, QS
 
 Kopecks grantedAmount(const Element& item, QLatin1StringView name)
 {
-    const std::vector<const Element*> found = item.all({names::awards, names::rawItemAwards, name});
-    return found.empty() ? 0 : readKopecks(found.front()->text).value_or(0);
+    const std::vector<Element> found = item.all({names::awards, names::rawItemAwards, name});
+    return found.empty() ? 0 : readKopecks(found.front().text()).value_or(0);
 }
 
 } // namespace
 
-Element saleAnswer(const Element& request, const Rules& rules, const Card& card, Kopecks balance,
-                   const Grant& grant)
+Document saleAnswer(const Element& request, const Rules& rules, const Card& card, Kopecks balance,
+                    const Grant& grant)
 {
-    Element answer = carriedBack(request);
+    Document answer = carriedBack(request);
+    const Element root = answer.root();
     Kopecks discounts = 0;
     auto line = grant.lines.begin();
-    forEachLine(answer, [&](Element& item) {
-        Element& awards = item.append(names::awards).append(names::rawItemAwards);
+    for (Element& item : root.all({names::items, names::rawItem})) {
+        Element awards = item.append(names::awards).append(names::rawItemAwards);
         awards.append(names::discount, writeKopecks(line->discount));
         awards.append(names::discountOnChange, writeKopecks(line->discountOnChange));
         awards.append(names::awardBonus, writeKopecks(line->awardBonus));
         awards.append(names::allowBonusInCurrency, writeKopecks(line->allowBonus));
         discounts += line->discount + line->discountOnChange;
         ++line;
-    });
-    appendClient(answer, card, balance);
-    appendAwards(answer, grant);
-    const Element* total = request.child(names::total);
-    const Kopecks gross = total == nullptr ? 0 : readKopecks(total->text).value_or(0);
-    appendMessages(answer, rules,
+    }
+    appendClient(root, card, balance);
+    appendAwards(root, grant);
+    const Kopecks gross = readKopecks(request.child(names::total).text()).value_or(0);
+    appendMessages(root, rules,
                    {{u"name"_s, card.name},
                     {u"surname"_s, card.surname},
                     {u"balance"_s, writeKopecks(balance)},
@@ -102,38 +89,41 @@ Element saleAnswer(const Element& request, const Rules& rules, const Card& card,
     return answer;
 }
 
-Element returnAnswer(const Element& request, const Card& card, Kopecks balance, const Grant& grant)
+Document returnAnswer(const Element& request, const Card& card, Kopecks balance, const Grant& grant)
 {
-    Element answer = carriedBack(request);
+    Document answer = carriedBack(request);
+    const Element root = answer.root();
     auto line = grant.lines.begin();
-    forEachLine(answer, [&](Element& item) {
-        Element& awards = item.append(names::awards).append(names::rawItemAwards);
+    for (Element& item : root.all({names::items, names::rawItem})) {
+        Element awards = item.append(names::awards).append(names::rawItemAwards);
         awards.append(names::awardBonus, writeKopecks(line->awardBonus));
         ++line;
-    });
-    appendClient(answer, card, balance);
-    appendAwards(answer, grant);
+    }
+    appendClient(root, card, balance);
+    appendAwards(root, grant);
     return answer;
 }
 
-Element withoutUsed(const Element& confirmation)
+Document withoutUsed(const Element& confirmation)
 {
-    Element copy = confirmation;
-    copy.remove(names::payments);
-    forEachLine(copy, [](Element& item) { item.remove(names::usedAwards); });
+    Document copy(confirmation);
+    copy.root().remove(names::payments);
+    for (Element& item : copy.root().all({names::items, names::rawItem})) {
+        item.remove(names::usedAwards);
+    }
     return copy;
 }
 
 std::vector<LineGrant> grantedLines(const Element& answer)
 {
     std::vector<LineGrant> lines;
-    for (const Element* item : answer.all({names::items, names::rawItem})) {
+    for (const Element& item : answer.all({names::items, names::rawItem})) {
         LineGrant line;
-        line.id = item->child(names::id) == nullptr ? 0 : item->child(names::id)->text.toInt();
-        line.discount = grantedAmount(*item, names::discount);
-        line.discountOnChange = grantedAmount(*item, names::discountOnChange);
-        line.awardBonus = grantedAmount(*item, names::awardBonus);
-        line.allowBonus = grantedAmount(*item, names::allowBonusInCurrency);
+        line.id = item.child(names::id).text().toInt();
+        line.discount = grantedAmount(item, names::discount);
+        line.discountOnChange = grantedAmount(item, names::discountOnChange);
+        line.awardBonus = grantedAmount(item, names::awardBonus);
+        line.allowBonus = grantedAmount(item, names::allowBonusInCurrency);
         lines.push_back(line);
     }
     return lines;

@@ -13,15 +13,16 @@ namespace simulator {
 /// owner and balance, what is granted and the messages. What the request itself claimed in the
 /// elements of an answer or of a confirmation is dropped first.
 /// grant: its lines stand in the order of the request's lines.
-Element saleAnswer(const Element& request, const Rules& rules, const Card& card, Kopecks balance,
-                   const Grant& grant);
+Document saleAnswer(const Element& request, const Rules& rules, const Card& card, Kopecks balance,
+                    const Grant& grant);
 
 /// The answer to a pre-check of a return: the same without allowances and messages; the accruals
 /// are negative where points are taken back.
-Element returnAnswer(const Element& request, const Card& card, Kopecks balance, const Grant& grant);
+Document returnAnswer(const Element& request, const Card& card, Kopecks balance,
+                      const Grant& grant);
 
 /// A copy without the elements that a confirmation adds to an answer.
-Element withoutUsed(const Element& confirmation);
+Document withoutUsed(const Element& confirmation);
 
 /// Reads back what a stored answer granted, line by line.
 std::vector<LineGrant> grantedLines(const Element& answer);

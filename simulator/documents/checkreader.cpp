@@ -20,12 +20,6 @@ QString quoted(const QString& text)
     return u'"' + (text.size() > 40 ? text.left(40) + u"..."_s : text).simplified() + u'"';
 }
 
-QString optionalText(const Element& parent, QLatin1StringView name)
-{
-    const Element* element = parent.child(name);
-    return element == nullptr ? QString() : element->text;
-}
-
 QString identifier(const Element& root, QLatin1StringView name)
 {
     const QString text = requiredText(root, name);
@@ -68,9 +62,9 @@ Thousandths readQuantity(const Element& item, Check::Type type, const QString& p
 Kopecks readGivenBack(const Element& item, const QString& path)
 {
     Kopecks sum = 0;
-    for (const Element* used : item.all(
+    for (const Element& used : item.all(
              {names::returnedAwards, names::rawItemReturnedAwards, names::usedBonusInCurrency})) {
-        sum = checkedSum(sum, readAmount(used->text, path + names::usedBonusInCurrency));
+        sum = checkedSum(sum, readAmount(used.text(), path + names::usedBonusInCurrency));
     }
     return sum;
 }
@@ -85,11 +79,11 @@ Line readLine(const Element& item, Check::Type type, const QString& path)
         throw Rejection(
             400, u"%1%2 is %3: expected a whole number"_s.arg(path, names::id).arg(quoted(id)));
     }
-    line.sku = optionalText(item, names::sku);
+    line.sku = item.child(names::sku).text();
     line.quantity = readQuantity(item, type, path);
     line.total = readAmount(requiredText(item, names::total, path), path + names::total);
-    if (item.child(names::minTotal) != nullptr) {
-        line.minTotal = readAmount(optionalText(item, names::minTotal), path + names::minTotal);
+    if (item.child(names::minTotal)) {
+        line.minTotal = readAmount(item.child(names::minTotal).text(), path + names::minTotal);
     }
     if (type == Check::Type::Return) {
         line.givenBack = readGivenBack(item, path);
@@ -99,15 +93,15 @@ Line readLine(const Element& item, Check::Type type, const QString& path)
 
 void readLines(const Element& root, Check& check)
 {
-    if (root.child(names::items) == nullptr) {
+    if (!root.child(names::items)) {
         throw Rejection(400, u"%1 is missing"_s.arg(names::items));
     }
     std::unordered_set<int> ids;
     Kopecks sum = 0;
-    for (const Element* item : root.all({names::items, names::rawItem})) {
+    for (const Element& item : root.all({names::items, names::rawItem})) {
         const QString path =
             u"%1/%2[%3]/"_s.arg(names::items, names::rawItem).arg(check.lines.size() + 1);
-        check.lines.push_back(readLine(*item, check.type, path));
+        check.lines.push_back(readLine(item, check.type, path));
         if (!ids.insert(check.lines.back().id).second) {
             throw Rejection(424, u"Two lines have the id %1"_s.arg(check.lines.back().id));
         }
@@ -123,11 +117,11 @@ void readLines(const Element& root, Check& check)
 
 QString requiredText(const Element& parent, QLatin1StringView name, const QString& path)
 {
-    const Element* element = parent.child(name);
-    if (element == nullptr) {
+    const Element element = parent.child(name);
+    if (!element) {
         throw Rejection(400, u"%1%2 is missing"_s.arg(path, name));
     }
-    return element->text;
+    return element.text();
 }
 
 Kopecks readAmount(const QString& text, const QString& path)
@@ -145,14 +139,14 @@ Kopecks readAmount(const QString& text, const QString& path)
 
 Check readCheck(const Element& root)
 {
-    if (root.name != names::rawCheck) {
-        throw Rejection(
-            400, u"The root element is %1: expected %2"_s.arg(quoted(root.name), names::rawCheck));
+    if (root.name() != names::rawCheck) {
+        throw Rejection(400, u"The root element is %1: expected %2"_s.arg(quoted(root.name()),
+                                                                          names::rawCheck));
     }
     Check check;
     check.id = identifier(root, names::id);
-    check.number = optionalText(root, names::number);
-    check.date = optionalText(root, names::date);
+    check.number = root.child(names::number).text();
+    check.date = root.child(names::date).text();
     check.type = readType(root);
     if (check.type == Check::Type::Return) {
         check.originalId = identifier(root, names::originalId);

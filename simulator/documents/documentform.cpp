@@ -3,145 +3,278 @@
 
 #include "simulator/documents/documentform.h"
 
+#include <QFile>
 #include <QHash>
 #include <QStringList>
+
+#include <libxml/parser.h>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
 namespace simulator {
 namespace {
 
-using Child = ElementForm::Child;
-using Occurs = ElementForm::Occurs;
-
-/// The path as it stands at the beginning of a sentence.
-QString subject(const Element& element, const QString& path)
+QString attributeOf(const Element& element, const char* name)
 {
-    return path.isEmpty() ? element.name : path.chopped(1);
+    const auto free = [](xmlChar* text) { xmlFree(text); };
+    const std::unique_ptr<xmlChar, decltype(free)> value(
+        xmlGetNoNsProp(element.handle(), reinterpret_cast<const xmlChar*>(name)), free);
+    return QString::fromUtf8(reinterpret_cast<const char*>(value.get()));
 }
 
-std::optional<QString> textObjection(const Element& element, const TextForm& form,
-                                     const QString& path)
+QString nameOf(const Element& declaration)
 {
-    if (!element.children.empty()) {
-        return u"%1 must hold text: it has the element %2"_s.arg(subject(element, path),
-                                                                 element.children.front().name);
-    }
-    const QString text = form.isTrimmed ? element.text.trimmed() : element.text;
-    bool isInt = true;
-    if (form.isInt) {
-        static_cast<void>(text.toInt(&isInt));
-    }
-    if (isInt && form.whole.match(text).hasMatch()) {
-        return std::nullopt;
-    }
-    const QString shown = text.size() > 40 ? text.left(40) + u"..."_s : text;
-    return u"%1 is \"%2\": expected %3"_s.arg(subject(element, path), shown.simplified(),
-                                              QLatin1StringView(form.expected));
+    return attributeOf(declaration, "name");
 }
 
-QString namesOf(const std::vector<Child>& children)
+Document readSchema(const QString& name)
+{
+    QFile file(u":/protocol/schema/%1.xsd"_s.arg(name));
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    xmlDoc* const read = xmlReadMemory(text.constData(), static_cast<int>(text.size()), nullptr,
+                                       nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR);
+    if (read == nullptr) {
+        throw std::runtime_error("no schema " + name.toStdString());
+    }
+    return Document(read);
+}
+
+/// A schema with what it includes, so that nothing is looked for on the disk.
+Document wholeSchema(const QString& name)
+{
+    Document schema = readSchema(name);
+    for (const Element& include : schema.root().all({"include"_L1})) {
+        const Document included =
+            readSchema(attributeOf(include, "schemaLocation").section(u'.', 0, 0));
+        for (const QLatin1StringView kind : {"simpleType"_L1, "complexType"_L1}) {
+            for (const Element& type : included.root().all({kind})) {
+                xmlAddChild(schema.root().handle(),
+                            xmlDocCopyNode(type.handle(), schema.handle(), 1));
+            }
+        }
+    }
+    schema.root().remove("include"_L1);
+    // libxml2 compares each line's id with each other's; two equal ones are found elsewhere
+    schema.root().child("element"_L1).remove("unique"_L1);
+    return schema;
+}
+
+/// The list of the elements that a type may have, none where it is a text.
+Element listIn(const Element& type)
+{
+    for (const QLatin1StringView kind : {"sequence"_L1, "all"_L1, "choice"_L1}) {
+        if (const Element list = type.child(kind)) {
+            return list;
+        }
+    }
+    return {};
+}
+
+bool isChoice(const Element& list)
+{
+    return list.name() == "choice"_L1;
+}
+
+Element rowOf(const Element& list, const QString& name)
+{
+    for (const Element& row : list.all({"element"_L1})) {
+        if (nameOf(row) == name) {
+            return row;
+        }
+    }
+    return {};
+}
+
+bool isRepeated(const Element& list, const Element& row)
+{
+    return row && (attributeOf(row, "maxOccurs") == "unbounded"_L1 ||
+                   attributeOf(list, "maxOccurs") == "unbounded"_L1);
+}
+
+QString namesIn(const Element& list)
 {
     QStringList names;
-    for (const Child& child : children) {
-        names.append(child.name);
+    for (const Element& row : list.all({"element"_L1})) {
+        names.append(nameOf(row));
     }
     return names.join(u", "_s);
 }
 
-/// The row of the form for an element of that name, or null.
-const Child* rowOf(const ElementForm& form, const QString& name)
+/// The path as it stands at the beginning of a sentence.
+QString subject(const Element& element, const QString& path)
 {
-    for (const Child& row : form.children) {
-        if (row.name == name) {
-            return &row;
-        }
-    }
-    return nullptr;
+    return path.isEmpty() ? element.name() : path.chopped(1);
 }
 
 /// What is wrong with which elements there are and how many of them.
-std::optional<QString> countObjection(const Element& element, const ElementForm& form,
+std::optional<QString> countObjection(const Element& element, const Element& list,
                                       const QString& path)
 {
-    QHash<const Child*, int> counts;
-    for (const Element& child : element.children) {
-        const Child* row = rowOf(form, child.name);
-        if (row == nullptr) {
-            return u"%1%2 is unknown here: known are %3"_s.arg(path, child.name,
-                                                               namesOf(form.children));
+    QHash<QString, int> counts;
+    for (xmlNode* at = xmlFirstElementChild(element.handle()); at != nullptr;
+         at = xmlNextElementSibling(at)) {
+        const QString name = Element(at).name();
+        if (!counts.contains(name) && !rowOf(list, name)) {
+            return u"%1%2 is unknown here: known are %3"_s.arg(path, name.left(40), namesIn(list));
         }
-        ++counts[row];
+        ++counts[name];
     }
-    for (const Child& row : form.children) {
-        const int count = counts.value(&row);
-        if (count == 0 && row.occurs == Occurs::Once) {
-            return u"%1%2 is missing"_s.arg(path, row.name);
+    for (const Element& row : list.all({"element"_L1})) {
+        const int count = counts.value(nameOf(row));
+        if (count == 0 && !isChoice(list) && attributeOf(row, "minOccurs") != "0"_L1) {
+            return u"%1%2 is missing"_s.arg(path, nameOf(row));
         }
-        if (count > 1 && row.occurs != Occurs::AnyTimes) {
-            return u"%1%2 is there %3 times: expected once"_s.arg(path, row.name).arg(count);
+        if (count > 1 && !isRepeated(list, row)) {
+            return u"%1%2 is there %3 times: expected once"_s.arg(path, nameOf(row)).arg(count);
         }
     }
-    if (element.children.empty() && !form.mayBeEmpty) {
-        return u"%1 is empty: expected %2"_s.arg(subject(element, path), namesOf(form.children));
+    if (counts.isEmpty() && isChoice(list)) {
+        return u"%1 is empty: expected %2"_s.arg(subject(element, path), namesIn(list));
     }
     return std::nullopt;
 }
 
 /// What is wrong with the order of elements whose names and numbers are right.
-std::optional<QString> orderObjection(const Element& element, const ElementForm& form,
+std::optional<QString> orderObjection(const Element& element, const Element& list,
                                       const QString& path)
 {
-    if (form.order == ElementForm::Order::Free) {
-        return std::nullopt;
-    }
-    const Child* reached = nullptr; // rows stand behind each other
-    for (const Element& child : element.children) {
-        const Child* row = rowOf(form, child.name);
-        if (reached != nullptr && row < reached) {
+    const QStringList order = namesIn(list).split(u", "_s);
+    qsizetype reached = 0;
+    for (xmlNode* at = xmlFirstElementChild(element.handle()); at != nullptr;
+         at = xmlNextElementSibling(at)) {
+        const qsizetype number = order.indexOf(Element(at).name());
+        if (number < reached && list.name() == "sequence"_L1) {
             return u"%1%2 stands behind %3: expected in the order %4"_s.arg(
-                path, child.name, reached->name, namesOf(form.children));
+                path, order.at(number), order.at(reached), order.join(u", "_s));
         }
-        reached = row;
+        reached = number;
     }
     return std::nullopt;
 }
 
-} // namespace
-
-QRegularExpression wholeText(QLatin1StringView pattern)
+QString textObjection(const Element& element, const Element& type, const QString& path)
 {
-    return QRegularExpression(QRegularExpression::anchoredPattern(pattern),
-                              QRegularExpression::DotMatchesEverythingOption);
+    if (const Element inside = Element(xmlFirstElementChild(element.handle()))) {
+        return u"%1 must hold text: it has the element %2"_s.arg(subject(element, path),
+                                                                 inside.name().left(40));
+    }
+    const QString text = element.text();
+    const QString shown = text.size() > 40 ? text.left(40) + u"..."_s : text;
+    return u"%1 is \"%2\": expected %3"_s.arg(
+        subject(element, path), shown.simplified(),
+        type.child("annotation"_L1).child("appinfo"_L1).text());
 }
 
-std::optional<QString> formObjection(const Element& element, const ElementForm& form,
-                                     const QString& path)
+/// The first thing that libxml2 objects to.
+struct Finding
 {
-    if (!element.dropped.isEmpty()) {
-        return u"%1 has %2, which no document has"_s.arg(subject(element, path), element.dropped);
+    xmlNode* node = nullptr;
+    QString said;
+};
+
+/// Const or not: that depends on libxml2's version.
+constexpr auto takeFinding = [](void* context, auto* error) {
+    auto* const finding = static_cast<Finding*>(context);
+    if (finding->said.isEmpty()) {
+        *finding = {static_cast<xmlNode*>(error->node),
+                    QString::fromUtf8(error->message).simplified()};
     }
-    if (form.text != nullptr) {
-        return textObjection(element, *form.text, path);
+};
+
+} // namespace
+
+DocumentForm::DocumentForm(const QString& name) : source(wholeSchema(name))
+{
+    const std::unique_ptr<xmlSchemaParserCtxt, decltype(&xmlSchemaFreeParserCtxt)> parser(
+        xmlSchemaNewDocParserCtxt(source.handle()), &xmlSchemaFreeParserCtxt);
+    Finding finding;
+    xmlSchemaSetParserStructuredErrors(parser.get(), takeFinding, &finding);
+    schema.reset(xmlSchemaParse(parser.get()));
+    if (!schema) {
+        throw std::runtime_error("schema " + name.toStdString() + ": " +
+                                 finding.said.toStdString());
     }
-    if (!element.text.isEmpty()) {
-        return u"%1 holds text: expected the elements %2"_s.arg(subject(element, path),
-                                                                namesOf(form.children));
+}
+
+std::optional<QString> DocumentForm::objectionTo(const Element& root) const
+{
+    xmlDoc* const document = root.handle()->doc;
+    if (auto* const dropped = static_cast<xmlNode*>(document->_private); dropped != nullptr) {
+        return u"%1 has %2, which no document has"_s.arg(
+            subject(Element(dropped), wayTo(dropped).back().path), Element(dropped).dropped());
     }
-    std::optional<QString> objection = countObjection(element, form, path);
-    if (!objection) {
-        objection = orderObjection(element, form, path);
+    const std::unique_ptr<xmlSchemaValidCtxt, decltype(&xmlSchemaFreeValidCtxt)> judge(
+        xmlSchemaNewValidCtxt(schema.get()), &xmlSchemaFreeValidCtxt);
+    Finding finding;
+    xmlSchemaSetValidStructuredErrors(judge.get(), takeFinding, &finding);
+    if (xmlSchemaValidateDoc(judge.get(), document) == 0) {
+        return std::nullopt;
     }
-    QHash<const Child*, int> seen;
-    for (auto child = element.children.begin(); !objection && child != element.children.end();
-         ++child) {
-        const Child* row = rowOf(form, child->name);
-        ++seen[row];
-        const QString number =
-            row->occurs == Occurs::AnyTimes ? u"[%1]"_s.arg(seen.value(row)) : QString();
-        objection = formObjection(*child, *row->form, path + child->name + number + u'/');
+    if (finding.node == nullptr) {
+        return finding.said;
     }
-    return objection;
+    const std::vector<Place> way = wayTo(finding.node);
+    for (const Place& place : way) {
+        if (const std::optional<QString> objection = objectionAt(place)) {
+            return objection;
+        }
+    }
+    const Place& place = way.back();
+    const Element type = typeOf(place.declaration);
+    return listIn(type) ? u"%1: %2"_s.arg(subject(place.element, place.path), finding.said)
+                        : textObjection(place.element, type, place.path);
+}
+
+std::vector<DocumentForm::Place> DocumentForm::wayTo(xmlNode* node) const
+{
+    if (node->parent == nullptr || node->parent->type != XML_ELEMENT_NODE) {
+        return {{Element(node), source.root().child("element"_L1), QString()}};
+    }
+    std::vector<Place> way = wayTo(node->parent);
+    const Place& around = way.back();
+    const QString name = Element(node).name();
+    const Element list = listIn(typeOf(around.declaration));
+    const Element row = rowOf(list, name);
+    int number = 1;
+    for (const xmlNode* at = node->prev; at != nullptr; at = at->prev) {
+        number += xmlStrEqual(at->name, node->name);
+    }
+    way.push_back(
+        {Element(node), row,
+         around.path + name.left(40) + (isRepeated(list, row) ? u"[%1]/"_s.arg(number) : u"/"_s)});
+    return way;
+}
+
+Element DocumentForm::typeOf(const Element& declaration) const
+{
+    if (!declaration) {
+        return {};
+    }
+    const QString name = attributeOf(declaration, "type");
+    for (const QLatin1StringView kind : {"complexType"_L1, "simpleType"_L1}) {
+        for (const Element& type : source.root().all({kind})) {
+            if (nameOf(type) == name) {
+                return type;
+            }
+        }
+    }
+    return declaration.child("complexType"_L1);
+}
+
+/// What is wrong with the elements of an element.
+std::optional<QString> DocumentForm::objectionAt(const Place& place) const
+{
+    const Element list = listIn(typeOf(place.declaration));
+    if (!list) {
+        return std::nullopt;
+    }
+    if (!place.element.text().isEmpty()) {
+        return u"%1 holds text: expected the elements %2"_s.arg(subject(place.element, place.path),
+                                                                namesIn(list));
+    }
+    const std::optional<QString> objection = countObjection(place.element, list, place.path);
+    return objection ? objection : orderObjection(place.element, list, place.path);
 }
 
 } // namespace simulator

@@ -5,55 +5,46 @@
 
 #include "simulator/documents/element.h"
 
-#include <QRegularExpression>
-
+#include <libxml/xmlschemas.h>
 #include <optional>
 
 namespace simulator {
 
-/// What a text must look like.
-struct TextForm
+/// What a document must look like, by one of the schemas in protocol/schema. libxml2 judges; what
+/// it objects to is said in words that a till's developer can follow. May be used by several
+/// threads at once.
+class DocumentForm
 {
-    QRegularExpression whole; ///< as wholeText makes it
-    const char* expected;     ///< in words, as in "an amount such as 12.50"
-    bool isTrimmed;           ///< blanks around it are of no account
-    bool isInt;               ///< it must fit 32 bits
+public:
+    /// name: of the schema without its ending, as in "sale-request"; it is built into the program.
+    /// Throws std::runtime_error when there is none or it is no schema.
+    explicit DocumentForm(const QString& name);
+
+    /// The first thing in which a document differs from the form, as one sentence that begins with
+    /// the path of the element in question; nothing when it fits. Two lines with the same id fit:
+    /// that is no matter of the form.
+    [[nodiscard]] std::optional<QString> objectionTo(const Element& root) const;
+
+private:
+    struct Free
+    {
+        void operator()(xmlSchema* freed) const { xmlSchemaFree(freed); }
+    };
+
+    /// An element with what the schema says of it; both begin with the root's.
+    struct Place
+    {
+        Element element;
+        Element declaration; ///< none where it is unknown
+        QString path;        ///< with "/" behind it, empty for the root
+    };
+
+    [[nodiscard]] std::vector<Place> wayTo(xmlNode* node) const;
+    [[nodiscard]] Element typeOf(const Element& declaration) const;
+    [[nodiscard]] std::optional<QString> objectionAt(const Place& place) const;
+
+    const Document source;
+    std::unique_ptr<xmlSchema, Free> schema; // refers to source
 };
-
-/// A regular expression for a whole text.
-QRegularExpression wholeText(QLatin1StringView pattern);
-
-/// What an element must hold: text, or elements.
-struct ElementForm
-{
-    enum class Order
-    {
-        Free,
-        AsListed
-    };
-    enum class Occurs
-    {
-        Once,
-        AtMostOnce,
-        AnyTimes
-    };
-    struct Child
-    {
-        QLatin1StringView name;
-        const ElementForm* form = nullptr;
-        Occurs occurs = Occurs::Once;
-    };
-
-    const TextForm* text = nullptr; ///< null where it holds elements
-    std::vector<Child> children;
-    Order order = Order::AsListed;
-    bool mayBeEmpty = true; ///< whether there may be no element at all
-};
-
-/// The first thing in which an element differs from its form, as one sentence that begins with the
-/// path of the element in question; nothing when it fits.
-/// path: the element's own path with "/" behind it, empty for the root.
-std::optional<QString> formObjection(const Element& element, const ElementForm& form,
-                                     const QString& path = {});
 
 } // namespace simulator

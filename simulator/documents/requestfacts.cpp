@@ -17,9 +17,7 @@ QString endpointOf(const Request& request)
 QString cardOf(const Request& request)
 {
     try {
-        const Element check = readXml(request.body);
-        const Element* card = check.child(names::cardNumber);
-        return card == nullptr ? QString() : card->text;
+        return readXml(request.body).root().child(names::cardNumber).text();
     } catch (const Rejection&) {
         return {};
     }

@@ -3,16 +3,19 @@
 
 #pragma once
 
-#include "simulator/documents/documentform.h"
+#include "simulator/documents/element.h"
+
+#include <optional>
 
 namespace simulator {
 
-/// What is wrong with the form of a request, as far as the schemas in protocol/schema say it: the
+/// What is wrong with the form of a request, as the schemas in protocol/schema say it: the
 /// elements, how many, in which order, and what their texts look like. One sentence that begins
 /// with the element's path; nothing when the request fits.
 ///
 /// A reader that asks only for what it uses would not notice a till that sends too little or too
 /// much; this is for the rules' strict = true.
+/// request: the root of a document that readXml has read.
 /// endpoint: one of endpoints.
 std::optional<QString> requestObjection(const Element& request, const QString& endpoint);
 

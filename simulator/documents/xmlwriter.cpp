@@ -5,61 +5,19 @@
 
 #include <QCryptographicHash>
 
-using namespace Qt::StringLiterals;
+#include <memory>
 
 namespace simulator {
-namespace {
-
-void writeText(QString& out, const QString& text)
-{
-    for (const QChar character : text) {
-        switch (character.unicode()) {
-        case u'<':
-            out += "&lt;"_L1;
-            break;
-        case u'>':
-            out += "&gt;"_L1;
-            break;
-        case u'&':
-            out += "&amp;"_L1;
-            break;
-        case u'\r': // a bare one would be read back as a line feed
-            out += "&#13;"_L1;
-            break;
-        default:
-            out += character;
-        }
-    }
-}
-
-void writeElement(QString& out, const Element& element, int depth)
-{
-    const QString indent(depth, u' ');
-    out += indent + u'<' + element.name;
-    if (element.children.empty() && element.text.isEmpty()) {
-        out += "/>\n"_L1;
-        return;
-    }
-    out += u'>';
-    if (element.children.empty()) {
-        writeText(out, element.text);
-    } else {
-        out += u'\n';
-        for (const Element& child : element.children) {
-            writeElement(out, child, depth + 1);
-        }
-        out += indent;
-    }
-    out += "</"_L1 + element.name + ">\n"_L1;
-}
-
-} // namespace
 
 QByteArray writeXml(const Element& root)
 {
-    QString out;
-    writeElement(out, root, 0);
-    return out.toUtf8();
+    const std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> out(xmlBufferCreate(),
+                                                                   &xmlBufferFree);
+    xmlTreeIndentString = " "; // each thread has its own
+    xmlNodeDump(out.get(), root.handle()->doc, root.handle(), 0, 1);
+    return QByteArray(reinterpret_cast<const char*>(xmlBufferContent(out.get())),
+                      xmlBufferLength(out.get())) +
+           '\n';
 }
 
 QByteArray xmlDigest(const Element& root)

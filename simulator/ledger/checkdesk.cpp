@@ -50,13 +50,13 @@ CheckDesk::CheckDesk(std::shared_ptr<const Rules> deskRules, Database& database)
     : rules(std::move(deskRules)), db(database), ledger(database), store(database)
 {}
 
-Element CheckDesk::precheck(const Check& check, const Element& request)
+Document CheckDesk::precheck(const Check& check, const Element& request)
 {
     Transaction transaction(db);
     rejectBooked(check);
-    Element answer = check.type == Check::Type::Sale ? precheckSale(check, request)
-                                                     : precheckReturn(check, request);
-    store.rememberAnswer(check.id, answer);
+    Document answer = check.type == Check::Type::Sale ? precheckSale(check, request)
+                                                      : precheckReturn(check, request);
+    store.rememberAnswer(check.id, answer.root());
     transaction.commit();
     return answer;
 }
@@ -92,7 +92,7 @@ void CheckDesk::confirm(const Check& check, const Element& request)
     transaction.commit();
 }
 
-Element CheckDesk::precheckSale(const Check& check, const Element& request)
+Document CheckDesk::precheckSale(const Check& check, const Element& request)
 {
     const Card* card = rules->card(check.cardNumber);
     if (card == nullptr) {
@@ -102,7 +102,7 @@ Element CheckDesk::precheckSale(const Check& check, const Element& request)
     return saleAnswer(request, *rules, *card, balance, grantSale(*rules, check, balance));
 }
 
-Element CheckDesk::precheckReturn(const Check& check, const Element& request)
+Document CheckDesk::precheckReturn(const Check& check, const Element& request)
 {
     const Booking booking = returnBooking(check);
     // a card that the rules no longer know can still return what it bought
@@ -129,13 +129,13 @@ Booking CheckDesk::returnBooking(const Check& check) const
 /// What the check will book; rejects it unless all agrees with what was pre-checked.
 Booking CheckDesk::bookingOf(const Check& check, const Element& request) const
 {
-    const std::optional<Element> answer = store.answerFor(check.id, request);
+    const std::optional<Document> answer = store.answerFor(check.id, request);
     if (!answer) {
         throw Rejection(424, u"The check was never pre-checked"_s);
     }
-    requireSameCheck(check, readCheck(*answer));
+    requireSameCheck(check, readCheck(answer->root()));
     return check.type == Check::Type::Sale
-               ? bookSale(check, grantedLines(*answer), readPayment(request))
+               ? bookSale(check, grantedLines(answer->root()), readPayment(request))
                : returnBooking(check);
 }
 

@@ -28,7 +28,7 @@ public:
 
     /// Answers what the check is granted. May be repeated until the check is booked.
     /// check: as read from request.
-    Element precheck(const Check& check, const Element& request);
+    Document precheck(const Check& check, const Element& request);
 
     /// Checks a payment against the answer that it was built from and keeps it. It may be repeated,
     /// and until the check is booked replaced by another one.
@@ -38,8 +38,8 @@ public:
     void confirm(const Check& check, const Element& request);
 
 private:
-    Element precheckSale(const Check& check, const Element& request);
-    Element precheckReturn(const Check& check, const Element& request);
+    Document precheckSale(const Check& check, const Element& request);
+    Document precheckReturn(const Check& check, const Element& request);
     [[nodiscard]] Booking returnBooking(const Check& check) const;
     [[nodiscard]] Booking bookingOf(const Check& check, const Element& request) const;
     void rejectBooked(const Check& check) const;

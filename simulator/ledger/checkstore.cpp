@@ -28,12 +28,12 @@ void CheckStore::rememberAnswer(const QString& checkId, const Element& answer)
         .execute();
 }
 
-std::optional<Element> CheckStore::answerFor(const QString& checkId,
-                                             const Element& confirmation) const
+std::optional<Document> CheckStore::answerFor(const QString& checkId,
+                                              const Element& confirmation) const
 {
     Statement query(db, u"SELECT answer FROM prechecks WHERE check_id=? "
                         "ORDER BY digest=? DESC, sequence DESC LIMIT 1"_s);
-    if (!query.bind(checkId).bind(xmlDigest(withoutUsed(confirmation))).next()) {
+    if (!query.bind(checkId).bind(xmlDigest(withoutUsed(confirmation).root())).next()) {
         return std::nullopt;
     }
     return readXml(query.value(0).toString().toUtf8());

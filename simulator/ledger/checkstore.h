@@ -25,8 +25,8 @@ public:
     /// was given that answer at any time, otherwise the last one given. An earlier answer counts
     /// because the reply to a later pre-check may have been lost on its way to the till.
     /// Nothing when the check was never pre-checked.
-    [[nodiscard]] std::optional<Element> answerFor(const QString& checkId,
-                                                   const Element& confirmation) const;
+    [[nodiscard]] std::optional<Document> answerFor(const QString& checkId,
+                                                    const Element& confirmation) const;
 
     /// Keeps a payment try; it replaces the check's earlier one.
     void rememberTry(const QString& checkId, const Element& confirmation);

@@ -15,8 +15,8 @@ namespace {
 Kopecks usedSum(const Element& item, QLatin1StringView name)
 {
     Kopecks sum = 0;
-    for (const Element* used : item.all({names::usedAwards, names::rawItemUsedAwards, name})) {
-        sum = checkedSum(sum, readAmount(used->text, name));
+    for (const Element& used : item.all({names::usedAwards, names::rawItemUsedAwards, name})) {
+        sum = checkedSum(sum, readAmount(used.text(), name));
     }
     return sum;
 }
@@ -26,9 +26,9 @@ Kopecks usedSum(const Element& item, QLatin1StringView name)
 Payment readPayment(const Element& confirmation)
 {
     Payment payment;
-    for (const Element* item : confirmation.all({names::items, names::rawItem})) {
+    for (const Element& item : confirmation.all({names::items, names::rawItem})) {
         payment.lines.push_back(
-            {usedSum(*item, names::usedDiscount), usedSum(*item, names::usedBonusInCurrency)});
+            {usedSum(item, names::usedDiscount), usedSum(item, names::usedBonusInCurrency)});
     }
     const auto amounts = confirmation.all({names::payments, names::rawCheckPayment, names::amount});
     if (amounts.empty()) {
@@ -36,8 +36,8 @@ Payment readPayment(const Element& confirmation)
                         u"%1/%2/%3 is missing: the confirmation says nothing of the payment"_s.arg(
                             names::payments, names::rawCheckPayment, names::amount));
     }
-    for (const Element* amount : amounts) {
-        payment.amount = checkedSum(payment.amount, readAmount(amount->text, names::amount));
+    for (const Element& amount : amounts) {
+        payment.amount = checkedSum(payment.amount, readAmount(amount.text(), names::amount));
     }
     return payment;
 }

@@ -148,9 +148,9 @@ protected:
     {
         expectToBite(schema, document, [&](const Mutation& mutation, const QString& objection) {
             if (objection.isEmpty()) {
-                EXPECT_EQ(
-                    requestObjection(readXml(mutation.document), QString::fromLatin1(endpoint)),
-                    std::nullopt);
+                EXPECT_EQ(requestObjection(readXml(mutation.document).root(),
+                                           QString::fromLatin1(endpoint)),
+                          std::nullopt);
             } else {
                 expectRefusal(mutation, endpoint);
             }

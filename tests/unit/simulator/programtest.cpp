@@ -330,9 +330,12 @@ TEST_F(Program, bearsTwelveOfTheLargestBodiesAtOnce)
     const int port = serve({u"--quiet"_s});
     constexpr int clients = 12;
     const QByteArray before = "<RawCheck><id>";
-    const QByteArray behind = "</id></RawCheck>";
+    const QByteArray between = "</id><pos>";
+    const QByteArray behind = "</pos></RawCheck>";
+    // two texts, since one alone would be refused before it is kept
+    const qsizetype text = 16 * 1024 * 1024 - before.size() - between.size() - behind.size();
     const QByteArray largest =
-        before + QByteArray(16 * 1024 * 1024 - before.size() - behind.size(), 'x') + behind;
+        before + QByteArray(text / 2, 'x') + between + QByteArray(text - text / 2, 'x') + behind;
     const auto sendAll = [&](const std::string& authorization) {
         std::vector<std::future<int>> statuses;
         for (int i = 0; i < clients; ++i) {

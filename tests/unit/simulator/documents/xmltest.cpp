@@ -32,13 +32,14 @@ TEST(Xml, isWrittenAsItWasRead)
 {
     const QByteArray text =
         "<a>\n <b>1 &lt; 2 &amp; 3</b>\n <c/>\n <d>\n  <e> x </e>\n </d>\n</a>\n";
-    EXPECT_EQ(writeXml(readXml(text)), text);
+    EXPECT_EQ(writeXml(readXml(text).root()), text);
 }
 
 TEST(Xml, losesAttributesCommentsAndBlankText)
 {
     EXPECT_EQ(writeXml(readXml("<?xml version='1.0'?><!-- x --><a k='1'><b>  </b><c>"
-                               "<![CDATA[<>]]></c>mixed</a>")),
+                               "<![CDATA[<>]]></c>mixed</a>")
+                           .root()),
               "<a>\n <b/>\n <c>&lt;&gt;</c>\n</a>\n");
 }
 
@@ -50,7 +51,7 @@ TEST(Xml, ofAnotherEncodingThanUtf8IsRejected)
               u"400 The declaration names the encoding windows-1251; UTF-8 is expected"_s);
     EXPECT_EQ(objectionTo("<?xml version='1.0' encoding='utf-8'?><a/>"), QString());
     EXPECT_EQ(objectionTo("<?xml version='1.0'?><a/>"), QString());
-    EXPECT_EQ(readXml("\xef\xbb\xbf<a>\xd0\x94</a>").text, u"Д"_s);
+    EXPECT_EQ(readXml("\xef\xbb\xbf<a>\xd0\x94</a>").root().text(), u"Д"_s);
 }
 
 TEST(Xml, thatIsEmptyIsRejected)
@@ -99,6 +100,59 @@ TEST(Xml, withTooManyElementsIsRejected)
               u"400 The XML has more than 500000 elements"_s);
 }
 
+TEST(Xml, withTooManyDifferentNamesIsRejected)
+{
+    const QString reason = u"400 The XML has more than 10000 different names"_s;
+    QByteArray elements;
+    QByteArray attributes;
+    for (int i = 0; i < 9'900; ++i) {
+        elements += "<b" + QByteArray::number(i) + "/>";
+        attributes += "<b c" + QByteArray::number(i) + "=''/>";
+    }
+    EXPECT_EQ(objectionTo("<a>" + elements + "</a>"), QString());
+    EXPECT_EQ(objectionTo("<a>" + attributes + "</a>"), QString());
+    EXPECT_EQ(objectionTo("<a>" + elements + attributes + "</a>"), reason);
+}
+
+TEST(Xml, keepsNoPartOfWhatItDoesNotUse)
+{
+    const QByteArray many = QByteArray("<!-- x --><?x y?>").repeated(3);
+    const Document read = readXml("<a x='1'>" + many + "<b>1" + many + "2<![CDATA[3]]></b></a>");
+    EXPECT_EQ(writeXml(read.root()), "<a>\n <b>123</b>\n</a>\n");
+    int nodes = 0;
+    for (const xmlNode* at = read.root().handle()->children; at != nullptr; at = at->next) {
+        ++nodes;
+    }
+    EXPECT_EQ(nodes, 1);
+    EXPECT_EQ(read.root().handle()->properties, nullptr);
+}
+
+TEST(Xml, hasNamesAsTheyAreWritten)
+{
+    const QByteArray text = "<x:a xmlns:x='urn:x'><x:b>1</x:b><y:c>2</y:c></x:a>";
+    EXPECT_EQ(writeXml(readXml(text).root()), "<x:a>\n <x:b>1</x:b>\n <y:c>2</y:c>\n</x:a>\n");
+}
+
+TEST(Xml, withATextLongerThanTheParserTakesIsRejectedInPlainWords)
+{
+    const QString reason = objectionTo("<a>" + QByteArray(11'000'000, 'x') + "</a>");
+    EXPECT_TRUE(reason.endsWith(u": A piece of text is longer than 10,000,000 bytes."_s))
+        << reason.toStdString();
+}
+
+TEST(Xml, thatIsNotWellFormedIsRejectedInOneShortLine)
+{
+    EXPECT_EQ(objectionTo("<a>\n <b></c>\n</a>"),
+              u"400 The XML is not well-formed at line 2, column 8: Opening and ending tag "
+              "mismatch: b line 2 and c"_s);
+    EXPECT_EQ(objectionTo("<a>\n <b>"),
+              u"400 The XML is not well-formed at line 2, column 4: Premature end of document."_s);
+    const QString name(45'000, u'n');
+    const QString reason = objectionTo("<a>&" + name.toUtf8() + ";</a>");
+    EXPECT_LT(reason.size(), 300);
+    EXPECT_TRUE(reason.contains(u"Entity 'nnn"_s)) << reason.toStdString();
+}
+
 TEST(XmlGuard, overlooksMarkupInCommentsTextAndInstructions)
 {
     EXPECT_EQ(xmlObjection(u"<a><!-- <!DOCTYPE x> <b><b> --><![CDATA[<!DOCTYPE x><c><c>]]>"
@@ -116,14 +170,16 @@ TEST(XmlGuard, endsOnCutMarkup)
 
 TEST(XmlDigest, isTheSameForTheSameTreeOnly)
 {
-    EXPECT_EQ(xmlDigest(readXml("<a><b>1</b></a>")), xmlDigest(readXml("<a>\n <b>1</b>\n</a>")));
-    EXPECT_NE(xmlDigest(readXml("<a><b>1</b></a>")), xmlDigest(readXml("<a><b>2</b></a>")));
+    EXPECT_EQ(xmlDigest(readXml("<a><b>1</b></a>").root()),
+              xmlDigest(readXml("<a>\n <b>1</b>\n</a>").root()));
+    EXPECT_NE(xmlDigest(readXml("<a><b>1</b></a>").root()),
+              xmlDigest(readXml("<a><b>2</b></a>").root()));
 }
 
 TEST(Xml, keepsCarriageReturns)
 {
     const QByteArray text = "<a>x&#13;y</a>\n";
-    EXPECT_EQ(writeXml(readXml(text)), text);
+    EXPECT_EQ(writeXml(readXml(text).root()), text);
 }
 
 } // namespace
