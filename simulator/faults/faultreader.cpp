@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr int firstStatus = 200;
-constexpr int lastStatus = 599;
 constexpr double longestSeconds = 3600;
 
 /// What can be done about a fault that is no single request's.
@@ -56,7 +54,7 @@ Fault readParameters(const TableReader& table)
     requireMeaning(table, "status", about.hasStatus, fault.name());
     requireMeaning(table, "body", about.hasStatus, fault.name());
     requireMeaning(table, "seconds", about.hasSeconds, fault.name());
-    fault.status = static_cast<int>(table.integer("status", fault.status, firstStatus, lastStatus));
+    fault.status = readStatus(table, fault.status);
     fault.body = table.text("body").toUtf8();
     constexpr double inSecond = 1000;
     fault.duration = std::chrono::milliseconds(

@@ -12,9 +12,6 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr int firstStatus = 200;
-constexpr int lastStatus = 599;
-
 [[noreturn]] void refuseFile(const TableReader& table, const QString& file,
                              const input::FileError& error)
 {
@@ -37,8 +34,7 @@ CannedAnswer readAnswer(const TableReader& table, const QDir& folder, QStringLis
     table.allowOnly(matchKeys() + QStringList{u"status"_s, u"body"_s, u"file"_s});
     CannedAnswer answer;
     readMatch(table, answer);
-    answer.status =
-        static_cast<int>(table.integer("status", answer.status, firstStatus, lastStatus));
+    answer.status = readStatus(table, answer.status);
     const QStringList keys = table.keys();
     if (!keys.contains(u"file"_s)) {
         answer.body = table.text("body").toUtf8();

@@ -13,14 +13,14 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr int firstRefusal = 400;
+constexpr int firstTextStatus = 400;
 
 Answer made(const CannedAnswer& canned, qsizetype number)
 {
     Answer answer;
     answer.status = canned.status;
-    answer.contentType = canned.status < firstRefusal ? "application/xml; charset=utf-8"
-                                                      : "text/plain; charset=utf-8";
+    answer.contentType = canned.status < firstTextStatus ? "application/xml; charset=utf-8"
+                                                         : "text/plain; charset=utf-8";
     answer.body = canned.body;
     answer.reason = u"[answer %1]"_s.arg(number); // for the log, whatever the status
     return answer;

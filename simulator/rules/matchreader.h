@@ -31,4 +31,12 @@ void readMatch(const TableReader& table, Rule& rule)
     rule.times = static_cast<int>(table.integer("times", usualTimes, 1, Rule::always));
 }
 
+/// Reads the status of an answer, 200 to 599.
+inline int readStatus(const TableReader& table, int usual)
+{
+    constexpr int first = 200;
+    constexpr int last = 599;
+    return static_cast<int>(table.integer("status", usual, first, last));
+}
+
 } // namespace simulator
