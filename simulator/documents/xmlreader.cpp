@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace simulator {
 namespace {
 
-constexpr char attribute[] = "an attribute";
+constexpr char anAttribute[] = "an attribute";
 constexpr char textBeside[] = "text beside its elements";
 
 /// Other servers take a declaration at its word and read something else than was meant.
@@ -121,7 +121,7 @@ void startElement(void* context, const xmlChar* localName, const xmlChar* prefix
         prefix == nullptr ? localName : xmlDictQLookup(parser->dict, prefix, localName);
     xmlSAX2StartElementNs(context, name, nullptr, nullptr, 0, nullptr, 0, 0, nullptr);
     if (parser->node != nullptr && namespaces + attributes > 0) {
-        markDropped(parser->node, attribute);
+        markDropped(parser->node, anAttribute);
     }
 }
 

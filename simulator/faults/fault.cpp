@@ -17,7 +17,7 @@ constexpr bool noSeconds = false;
 constexpr bool withStatus = true;
 constexpr bool withSeconds = true;
 
-constexpr std::array table{
+constexpr std::array descriptions{
     FaultDescription{RefusedConnection, "refused-connection", Connecting,
                      "nobody listens at the address", noStatus, noSeconds},
     FaultDescription{HangingResolution, "hanging-resolution", Connecting,
@@ -63,8 +63,8 @@ constexpr std::array table{
 
 constexpr bool isInOrder()
 {
-    for (size_t i = 0; i < table.size(); ++i) {
-        if (static_cast<size_t>(table[i].kind) != i) {
+    for (size_t i = 0; i < descriptions.size(); ++i) {
+        if (static_cast<size_t>(descriptions[i].kind) != i) {
             return false;
         }
     }
@@ -76,26 +76,26 @@ static_assert(isInOrder(), "describe finds a kind by its number");
 
 std::span<const FaultDescription> faultDescriptions()
 {
-    return table;
+    return descriptions;
 }
 
 const FaultDescription& describe(FaultKind kind)
 {
-    return table.at(static_cast<size_t>(kind));
+    return descriptions.at(static_cast<size_t>(kind));
 }
 
 std::optional<FaultKind> faultKind(const QString& name)
 {
-    const auto* const found = std::find_if(table.begin(), table.end(), [&](const auto& row) {
-        return name == QLatin1StringView(row.name);
-    });
-    return found == table.end() ? std::nullopt : std::optional(found->kind);
+    const auto* const found =
+        std::find_if(descriptions.begin(), descriptions.end(),
+                     [&](const auto& row) { return name == QLatin1StringView(row.name); });
+    return found == descriptions.end() ? std::nullopt : std::optional(found->kind);
 }
 
 QStringList requestFaultNames()
 {
     QStringList names;
-    for (const FaultDescription& row : table) {
+    for (const FaultDescription& row : descriptions) {
         if (row.stage != Connecting) {
             names.append(QString::fromLatin1(row.name));
         }

@@ -55,8 +55,7 @@ Fault readParameters(const TableReader& table)
     requireMeaning(table, "status", about.hasStatus, fault.name());
     requireMeaning(table, "body", about.hasStatus, fault.name());
     requireMeaning(table, "seconds", about.hasSeconds, fault.name());
-    fault.status =
-        static_cast<int>(table.integer("status", fault.status, status::first, status::last));
+    fault.status = readStatus(table, fault.status);
     fault.body = table.text("body").toUtf8();
     constexpr double inSecond = 1000;
     fault.duration = std::chrono::milliseconds(

@@ -13,7 +13,7 @@ namespace {
 
 __extension__ using Wide = __int128;
 
-constexpr qint64 limit = 100'000'000'000'000;
+constexpr qint64 largestAmount = 100'000'000'000'000;
 
 bool isDigit(QChar character)
 {
@@ -24,7 +24,7 @@ bool isDigit(QChar character)
 bool appendDigit(qint64& value, QChar digit)
 {
     value = value * 10 + (digit.unicode() - u'0');
-    return value <= limit;
+    return value <= largestAmount;
 }
 
 std::optional<qint64> readDecimal(QStringView text, int decimals)

@@ -35,8 +35,7 @@ CannedAnswer readAnswer(const TableReader& table, const QDir& folder, QStringLis
     table.allowOnly(matchKeys() + QStringList{u"status"_s, u"body"_s, u"file"_s});
     CannedAnswer answer;
     readMatch(table, answer);
-    answer.status =
-        static_cast<int>(table.integer("status", answer.status, status::first, status::last));
+    answer.status = readStatus(table, answer.status);
     const QStringList keys = table.keys();
     if (!keys.contains(u"file"_s)) {
         answer.body = table.text("body").toUtf8();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "simulator/documents/endpoints.h"
+#include "simulator/http/status.h"
 #include "simulator/rules/requestmatch.h"
 #include "simulator/rules/tablereader.h"
 
@@ -28,6 +29,12 @@ inline void readMatch(const TableReader& table, RequestMatch& rule)
     rule.firstRequest = static_cast<int>(table.integer("request", 1, 1, RequestMatch::always));
     const int usualTimes = keys.contains(QStringLiteral("request")) ? 1 : RequestMatch::always;
     rule.times = static_cast<int>(table.integer("times", usualTimes, 1, RequestMatch::always));
+}
+
+/// Reads the status of an answer, 200 to 599.
+inline int readStatus(const TableReader& table, int usual)
+{
+    return static_cast<int>(table.integer("status", usual, status::first, status::last));
 }
 
 } // namespace simulator
