@@ -20,6 +20,7 @@
 #include "till/screen/output.h"
 #include "till/screen/progress.h"
 #include "till/screen/table.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QJsonDocument>
@@ -235,7 +236,7 @@ ExitCode Program::checks(Workplace& workplace)
     for (const CheckRow& row : workplace.checks().list()) {
         table.addRow({row.id, QString::number(row.number),
                       row.isReturn ? Text::tr("return") : Text::tr("sale"), stateText(row.state),
-                      row.updatedAt.toString(u"yyyy-MM-dd hh:mm:ss"_s)});
+                      timetext::toTheSecond(row.updatedAt)});
     }
     out.write(table.text());
     return ExitCode::Ok;

@@ -7,6 +7,7 @@
 #include "host/services/currenttime.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -127,7 +128,7 @@ Finding lookAtOldest(const poshost::DatabaseExamination& found)
     const QString text = Text::tr("%1 wait, the oldest (%2) since %3")
                              .arg(found.counts.waiting)
                              .arg(found.firstWaiting->id)
-                             .arg(found.firstWaiting->createdAt.toString(u"yyyy-MM-dd hh:mm"_s));
+                             .arg(timetext::toTheMinute(found.firstWaiting->createdAt));
     const QString mend = u"orva-till queue deliver"_s;
     if (hours >= failHours) {
         return Finding::fails(text, mend);

@@ -9,6 +9,7 @@
 #include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QUrl>
@@ -95,7 +96,7 @@ public:
             return Finding::fails(probe.text.ru(), showCertificate() + u" -noout -dates"_s);
         }
         const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
-        const QString end = probe.validUntil.toLocalTime().toString(u"yyyy-MM-dd hh:mm"_s);
+        const QString end = timetext::toTheMinute(probe.validUntil.toLocalTime());
         if (now.daysTo(probe.validUntil) < warnDays) {
             return Finding::warning(Text::tr("valid until %1").arg(end),
                                     showCertificate() + u" -noout -dates"_s);

@@ -8,6 +8,7 @@
 #include "till/checks/amount.h"
 #include "till/desk/cashdesk.h"
 #include "till/screen/table.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 using namespace Qt::StringLiterals;
@@ -83,11 +84,11 @@ QString returnLines(const Check& check)
 QString heading(const Check& check)
 {
     const QString kind = check.isReturn() ? Text::tr("Return") : Text::tr("Sale");
-    QString text = Text::tr("%1 No %2 of %3, check %4\n")
-                       .arg(kind)
-                       .arg(check.number())
-                       .arg(check.document->getDateTime().toString(u"yyyy-MM-dd hh:mm:ss"_s),
-                            printable::line(check.id()));
+    QString text =
+        Text::tr("%1 No %2 of %3, check %4\n")
+            .arg(kind)
+            .arg(check.number())
+            .arg(timetext::toTheSecond(check.document->getDateTime()), printable::line(check.id()));
     if (check.isReturn()) {
         text += Text::tr("Of sale: %1\n").arg(printable::line(check.document->getSaleDocumentId()));
     }

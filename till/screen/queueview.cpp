@@ -5,6 +5,7 @@
 
 #include "console/printable.h"
 #include "till/screen/table.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QJsonArray>
@@ -51,7 +52,7 @@ QString stateText(poshost::QueueState state)
 
 QString timeText(const QDateTime& time)
 {
-    return time.isValid() ? time.toString(u"yyyy-MM-dd hh:mm:ss"_s) : QString();
+    return time.isValid() ? timetext::toTheSecond(time) : QString();
 }
 
 /// What keeps a message from being sent now.

@@ -32,7 +32,10 @@ constexpr qsizetype versionEnd = 8; // of a stored check: a mark and the version
 struct AnyMember
 {
     template <typename Value>
-    operator Value() const; // NOLINT(google-explicit-constructor): that is what it is for
+    operator Value() const // NOLINT(google-explicit-constructor): that is what it is for
+    {
+        return Value();
+    }
 };
 
 /// How many members an aggregate has.
