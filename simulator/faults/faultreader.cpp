@@ -3,7 +3,6 @@
 
 #include "simulator/faults/faultreader.h"
 
-#include "simulator/http/status.h"
 #include "simulator/rules/jsontable.h"
 #include "simulator/rules/matchreader.h"
 #include "simulator/text.h"

@@ -4,7 +4,6 @@
 #include "simulator/rules/answerreader.h"
 
 #include "input/readfile.h"
-#include "simulator/http/status.h"
 #include "simulator/rules/matchreader.h"
 #include "simulator/text.h"
 
