@@ -6,6 +6,7 @@
 #include "host/hostexport.h"
 
 #include <QDeadlineTimer>
+#include <QFileDevice>
 #include <QString>
 #include <memory>
 
@@ -23,9 +24,9 @@ public:
     /// How long a statement waits for another connection that is writing.
     static constexpr int defaultBusyMilliseconds = 5000;
 
-    /// Opens the file. A missing one is created, readable by its owner only. Where group or others
-    /// may read an existing one, that right is taken from them and a warning logged. A schema of an
-    /// older version is brought up to date in one transaction.
+    /// Opens the file. A missing one is created with the rights of rightsOf. Where others may open
+    /// an existing one, that right is taken from them and a warning logged. A schema of an older
+    /// version is brought up to date in one transaction.
     /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
     /// @throws BasicException "databaseError" when the file cannot be opened, is no till's
     /// database, was emptied or removed while its log holds what was written last, or was written
@@ -54,6 +55,10 @@ public:
 
     /// The file that the configuration names under "till:database", empty when it names none.
     static QString configuredFile();
+    /// Who may open a database of that name: its owner, and the group where the folder is shared
+    /// with it, which is a folder with the set-group-ID bit that the group may write and others may
+    /// not enter. So several accounts may sell on one database, and deliver it.
+    static QFileDevice::Permissions rightsOf(const QString& fileName);
     /// The version of the schema that this program reads and writes.
     static int schemaVersion();
 
