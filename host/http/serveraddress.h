@@ -20,7 +20,7 @@ namespace poshost::serveraddress {
 /// What is wrong with a configured address, a sentence that does not repeat it; empty for a good or
 /// an empty one. Good are http and https with a name, in any script, or with a number, and without
 /// a single "@": a path writes it "%40".
-QString complaintAbout(const QString& written);
+HOST_EXPORT QString complaintAbout(const QString& written);
 
 HOST_EXPORT QString shown(const QUrl& url);
 /// The same for an address as it was written.

@@ -5,6 +5,7 @@
 
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
+#include "till/commands/configfile.h"
 #include "till/commands/queuecommands.h"
 #include "till/commands/queuewait.h"
 #include "till/commands/workplace.h"
@@ -12,6 +13,7 @@
 #include "till/doctor/doctorcommand.h"
 #include "till/explain/explaincommand.h"
 #include "till/failure.h"
+#include "till/init/initcommand.h"
 #include "till/reason.h"
 #include "till/recording/logcommands.h"
 #include "till/screen/checkjson.h"
@@ -102,6 +104,12 @@ ExitCode Program::doCommand()
         return doctor::run(options, out, errors); // opens nothing for writing, unlike a workplace
     }
     try {
+        if (options.command == Command::Init) {
+            return init::InitCommand(options, out, errors).run();
+        }
+        if (options.configFound && options.configFile != configfile::local()) {
+            errors.done(Text::tr("Settings: %1").arg(options.configFile));
+        }
         if (isAboutRecords(options.command)) {
             return LogCommands(options, out, errors).run();
         }

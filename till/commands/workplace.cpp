@@ -14,8 +14,6 @@
 #include "till/recording/recording.h"
 #include "till/text.h"
 
-#include <QFile>
-
 using namespace Qt::StringLiterals;
 
 namespace till {
@@ -39,7 +37,7 @@ QSharedPointer<poshost::Database> openDatabase(const Options& options, const Con
 Config loadConfig(const Options& options)
 {
     Config config;
-    if (options.configNamed || QFile::exists(options.configFile)) {
+    if (options.configNamed || options.configFound) {
         config.load(options.configFile);
     }
     return config;
