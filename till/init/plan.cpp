@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 namespace till::init {
 namespace {
 
-const QString hidden = QStringLiteral("***");
+constexpr auto hidden = "***"_L1;
 constexpr qint64 longestSecret = 4096;
 
 QString absolute(const QString& path, const QString& configFile)
@@ -101,7 +101,7 @@ QList<Change> Plan::changesInConfig() const
         const QString after = entry.isPath ? absolute(entry.value, file) : entry.value;
         if (before != after) {
             const auto shown = [&](const QString& value) {
-                return entry.isSecret && !value.isEmpty() ? hidden : value;
+                return entry.isSecret && !value.isEmpty() ? QString(hidden) : value;
             };
             changes.append({u"[%1] %2"_s.arg(entry.table, entry.key), shown(before), shown(after)});
         }
