@@ -21,6 +21,8 @@ enum class ExitCode : int
     Differs = 4,
     /// What was asked for is done, but could not be written to the standard output.
     NotShown = 5,
+    /// Settings are there that say something else than those to be written.
+    WouldOverwrite = 6,
 };
 
 } // namespace till

@@ -2382,14 +2382,6 @@ could be written. Ends in less than 5 seconds.</source>
 5 — показано не всё. Длится меньше 5 секунд.</translation>
     </message>
     <message>
-        <source>Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on
-without the loyalty system, 4 a replay differs from its record, or a check from its
-explanation, 5 done, but not all could be written to the standard output.</source>
-        <translation>Коды завершения: 0 — готово, 1 — не удалось, 2 — не годится командная строка или файл,
-3 — продажа прошла без системы лояльности, 4 — повтор разошёлся с записью или чек с его
-объяснением, 5 — готово, но показано не всё: стандартный вывод не записывается.</translation>
-    </message>
-    <message>
         <source>What is shown is not whole: %1.</source>
         <translation>Показано не всё: %1.</translation>
     </message>
@@ -2464,6 +2456,136 @@ explanation, 5 done, but not all could be written to the standard output.</sourc
     <message>
         <source>Signals cannot be waited for (%1); try again.</source>
         <translation>Нельзя ждать сигналов (%1); попробуйте ещё раз.</translation>
+    </message>
+    <message>
+        <source>Configuration file; otherwise orva.toml here, or /etc/orva/orva.toml</source>
+        <translation>Файл настроек; иначе orva.toml в текущей папке или /etc/orva/orva.toml</translation>
+    </message>
+    <message>
+        <source>Ask for the settings of a till, try them and write them</source>
+        <translation>Спросить настройки кассы, проверить их и записать</translation>
+    </message>
+    <message>
+        <source>File of answers, a line each: address, shop, desk, user, password, key;
+otherwise asked for, or read from the standard input</source>
+        <translation>Файл ответов, по строке: адрес, магазин, касса, пользователь, пароль, ключ;
+иначе спрашиваются или читаются из стандартного ввода</translation>
+    </message>
+    <message>
+        <source>Ask nothing: &quot;simulator&quot;, the server for trying</source>
+        <translation>Не спрашивать: «simulator» — учебный сервер</translation>
+    </message>
+    <message>
+        <source>Try nothing: the server is away</source>
+        <translation>Ничего не проверять: сервера пока нет</translation>
+    </message>
+    <message>
+        <source>Writes over nothing. Exit codes: 0 written, or there already; 1 an answer does not work, or
+nothing can be written; 2 an answer is missing; 6 there are other settings.</source>
+        <translation>Ничего не перезаписывает. Коды завершения: 0 записано или уже есть; 1 ответ не работает или записать
+нельзя; 2 нет ответа; 6 уже есть другие настройки.</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on
+without the loyalty system, 4 a replay differs from its record, or a check from its
+explanation, 5 done, but not all could be written to the standard output, 6 other settings
+are there already.</source>
+        <translation>Коды завершения: 0 — готово, 1 — не удалось, 2 — не годится командная строка или файл,
+3 — продажа прошла без системы лояльности, 4 — повтор разошёлся с записью или чек с его
+объяснением, 5 — готово, но показано не всё: стандартный вывод не записывается, 6 — уже есть
+другие настройки.</translation>
+    </message>
+    <message>
+        <source>Settings: %1</source>
+        <translation>Настройки: %1</translation>
+    </message>
+    <message>
+        <source>only its owner and the folder&apos;s group may open it</source>
+        <translation>открыть могут только владелец и группа папки</translation>
+    </message>
+    <message>
+        <source>Settings of a till, to be written to %1</source>
+        <translation>Настройки кассы, они будут записаны в %1</translation>
+    </message>
+    <message>
+        <source>No plug-in is installed here, so user, password and key are not tried.</source>
+        <translation>Плагин здесь не установлен, поэтому пользователь, пароль и ключ не проверены.</translation>
+    </message>
+    <message>
+        <source>The server takes user, password and key.</source>
+        <translation>Сервер принимает пользователя, пароль и ключ.</translation>
+    </message>
+    <message>
+        <source>There are other settings already, and nothing was written. Change in %1 what shall change, or move it away.</source>
+        <translation>Уже есть другие настройки, ничего не записано. Исправьте в %1 то, что должно измениться, или уберите его.</translation>
+    </message>
+    <message>
+        <source>The settings in %1 are the same; nothing was written.</source>
+        <translation>Настройки в %1 такие же; ничего не записано.</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>Записано: %1</translation>
+    </message>
+    <message>
+        <source>The server to try with: orva-simulator --port 8710</source>
+        <translation>Учебный сервер: orva-simulator --port 8710</translation>
+    </message>
+    <message>
+        <source>To look at the whole set-up: %1</source>
+        <translation>Проверить всё целиком: %1</translation>
+    </message>
+    <message>
+        <source>To deliver without a till: %1</source>
+        <translation>Доставлять и без кассы: %1</translation>
+    </message>
+    <message>
+        <source>Address of the loyalty server</source>
+        <translation>Адрес сервера лояльности</translation>
+    </message>
+    <message>
+        <source>Code of the shop</source>
+        <translation>Код магазина</translation>
+    </message>
+    <message>
+        <source>Code of the cash desk</source>
+        <translation>Код кассы</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Пользователь</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Пароль</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Ключ</translation>
+    </message>
+    <message>
+        <source>The answer to &quot;%1&quot; is missing; nothing was written.</source>
+        <translation>Нет ответа на «%1»; ничего не записано.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written (%2); check the folder and who you are.</source>
+        <translation>%1 нельзя записать (%2); проверьте папку и от чьего имени вы работаете.</translation>
+    </message>
+    <message>
+        <source>This address cannot be used: %1.</source>
+        <translation>Этот адрес не годится: %1.</translation>
+    </message>
+    <message>
+        <source>The server cannot be reached: %1. With --offline nothing is tried.</source>
+        <translation>Сервер недоступен: %1. С ключом --offline ничего не проверяется.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read as answers (%2).</source>
+        <translation>%1 не годится как файл ответов (%2).</translation>
+    </message>
+    <message>
+        <source>no regular file, or too long</source>
+        <translation>не обычный файл или слишком длинный</translation>
     </message>
 </context>
 </TS>

@@ -29,19 +29,16 @@ namespace {
 Q_LOGGING_CATEGORY(logDatabase, "poshost.database")
 
 constexpr size_t maxIdleStatements = 64;
-constexpr mode_t groupAndOthers = S_IRWXG | S_IRWXO;
-
 void tightenRights(const QString& file)
 {
     struct stat information
     {};
     const QByteArray name = QFile::encodeName(file);
-    if (::stat(name.constData(), &information) != 0 ||
-        (information.st_mode & groupAndOthers) == 0) {
+    const mode_t tooMuch = ~databasefile::rightsOf(file) & (S_IRWXG | S_IRWXO);
+    if (::stat(name.constData(), &information) != 0 || (information.st_mode & tooMuch) == 0) {
         return;
     }
-    const bool tightened =
-        ::chmod(name.constData(), information.st_mode & ~groupAndOthers & 07777) == 0;
+    const bool tightened = ::chmod(name.constData(), information.st_mode & ~tooMuch & 07777) == 0;
     qCWarning(logDatabase).noquote()
         << (tightened ? u"Файл %1 был доступен другим пользователям; доступ закрыт"_s
                       : u"Файл %1 доступен другим пользователям; закройте доступ (chmod 600)"_s)
@@ -172,6 +169,16 @@ QString Database::configuredFile()
     const Config* config = Singleton<Config>::instance;
     const auto key = knownkeys::find(ConfigKey::Use::Database);
     return config == nullptr || !key ? QString() : config->getString(key->name(), QString());
+}
+
+QFileDevice::Permissions Database::rightsOf(const QString& fileName)
+{
+    using Right = QFileDevice::Permission;
+    QFileDevice::Permissions rights = Right::ReadOwner | Right::WriteOwner;
+    if ((databasefile::rightsOf(fileName) & S_IWGRP) != 0) {
+        rights |= Right::ReadGroup | Right::WriteGroup;
+    }
+    return rights;
 }
 
 int Database::schemaVersion()

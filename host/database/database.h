@@ -6,6 +6,7 @@
 #include "host/hostexport.h"
 
 #include <QDeadlineTimer>
+#include <QFileDevice>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -25,9 +26,9 @@ public:
     /// How long a statement waits for another connection that is writing.
     static constexpr int defaultBusyMilliseconds = 5000;
 
-    /// Opens the file. A missing one is created, readable by its owner only. Where group or others
-    /// may read an existing one, that right is taken from them and a warning logged. An older
-    /// schema is brought up to date in one transaction (schemastep.h).
+    /// Opens the file. A missing one is created with the rights of rightsOf. Where others may open
+    /// an existing one, that right is taken from them and a warning logged. An older schema is
+    /// brought up to date in one transaction (schemastep.h).
     /// @param fileName its path; a relative one starts at the current folder
     /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
     /// @throws BasicException "databaseError", as DatabaseFailure where the system or SQLite has
@@ -69,6 +70,12 @@ public:
     /// @return the file that the configuration names under the key with ConfigKey::Use::Database;
     /// empty when it names none, or nobody has registered such a key
     static QString configuredFile();
+    /// Who may open a database of that name: its owner, and the group where the folder is shared
+    /// with it, which is a folder with the set-group-ID bit that the group may write and others may
+    /// not enter. So several accounts may sell on one database, and deliver it.
+    /// @param fileName its path; the file need not be there
+    /// @return the rights that the file, its companions and its locks are made with
+    static QFileDevice::Permissions rightsOf(const QString& fileName);
     /// @return the version that a file has after all registered steps (schemastep.h)
     static int schemaVersion();
 

@@ -24,6 +24,7 @@ namespace databasefile {
 namespace {
 
 constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+constexpr mode_t ownerAndGroup = ownerOnly | S_IRGRP | S_IWGRP;
 
 /// Makes the entry of a new file survive a power cut.
 void syncFolderOf(const QString& file)
@@ -38,13 +39,27 @@ void syncFolderOf(const QString& file)
 
 } // namespace
 
+mode_t rightsOf(const QString& file)
+{
+    struct stat folder
+    {};
+    const QByteArray name = QFile::encodeName(QFileInfo(file).absolutePath());
+    const bool shared = ::stat(name.constData(), &folder) == 0 && (folder.st_mode & S_ISGID) != 0 &&
+                        (folder.st_mode & S_IWGRP) != 0 && (folder.st_mode & S_IRWXO) == 0;
+    return shared ? ownerAndGroup : ownerOnly;
+}
+
 bool createBeside(const QString& file)
 {
     const QByteArray name = QFile::encodeName(file);
     const int descriptor =
         ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
     if (descriptor >= 0) {
+        const int failed = ::fchmod(descriptor, rightsOf(file)) != 0 ? errno : 0;
         ::close(descriptor);
+        if (failed != 0) {
+            throw BasicException(databaseerror::fromSystem(file, failed));
+        }
         syncFolderOf(file);
         return true;
     }

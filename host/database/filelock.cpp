@@ -5,19 +5,32 @@
 
 #include "host/core/basicexception.h"
 #include "host/database/databaseerror_p.h"
+#include "host/database/databasefile_p.h"
 
 #include <QFile>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace poshost {
 
-FileLock::FileLock(const QString& fileName)
-    : descriptor(::open(QFile::encodeName(fileName).constData(), O_RDWR | O_CREAT | O_CLOEXEC,
-                        S_IRUSR | S_IWUSR))
+namespace {
+
+int openedOrMade(const QString& fileName)
+{
+    const QByteArray name = QFile::encodeName(fileName);
+    int descriptor = ::open(name.constData(), O_RDWR | O_CLOEXEC);
+    if (descriptor < 0 && errno == ENOENT) {
+        databasefile::createBeside(fileName);
+        descriptor = ::open(name.constData(), O_RDWR | O_CLOEXEC);
+    }
+    return descriptor;
+}
+
+} // namespace
+
+FileLock::FileLock(const QString& fileName) : descriptor(openedOrMade(fileName))
 {
     if (descriptor < 0) {
         throw BasicException(databaseerror::fromSystem(fileName, errno));

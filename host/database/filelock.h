@@ -14,8 +14,8 @@ namespace poshost {
 class HOST_EXPORT FileLock
 {
 public:
-    /// Tries to take the lock without waiting. Makes the file, readable by its owner only, when it
-    /// is missing; the file stays.
+    /// Tries to take the lock without waiting. Makes the file, with the rights of a database there
+    /// (Database::rightsOf), when it is missing; the file stays.
     /// @param fileName path of the file to lock; what is in it does not matter
     /// @throws BasicException "databaseError" when the file cannot be made or locked for another
     /// reason than that somebody holds it

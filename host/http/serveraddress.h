@@ -22,7 +22,7 @@ namespace poshost::serveraddress {
 /// @param written the address as it stands in the configuration
 /// @return what is wrong with it, a sentence that does not repeat it; empty for a good or an empty
 /// one
-QString complaintAbout(const QString& written);
+HOST_EXPORT QString complaintAbout(const QString& written);
 
 /// Makes an address fit to be shown to anybody.
 /// @param url the address

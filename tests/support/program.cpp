@@ -55,6 +55,14 @@ QString Program::waitForLine(const QString& start)
     return {};
 }
 
+bool Program::waitForPrompt(const QString& end)
+{
+    const QDeadlineTimer deadline(longestWait);
+    while (!printed.endsWith(end) && readMore(deadline)) {
+    }
+    return printed.endsWith(end);
+}
+
 QString Program::command(const QString& line)
 {
     const qsizetype start = consumed;

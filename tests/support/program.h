@@ -24,6 +24,8 @@ public:
     void send(const QString& line);
     /// Waits for a line that begins so and returns the rest of it; null when none came.
     QString waitForLine(const QString& start);
+    /// Waits until what it has printed ends so, without a line's end.
+    bool waitForPrompt(const QString& end);
     /// Gives a working till a command and returns what it printed up to its "ok" or "error: ...",
     /// that line included.
     QString command(const QString& line);

@@ -5,6 +5,7 @@
 
 #include "console/usage.h"
 #include "till/checks/amount.h"
+#include "till/commands/configfile.h"
 #include "till/commands/queuewait.h"
 #include "till/failure.h"
 #include "till/screen/output.h"
@@ -20,7 +21,7 @@ namespace {
 /// Texts of the command line before they become options.
 struct Texts
 {
-    std::string config = "orva.toml";
+    std::string config;
     std::string plugin;
     std::string database;
     std::string file;
@@ -29,6 +30,8 @@ struct Texts
     std::string record;
     std::string target;
     std::string card;
+    std::string answers;
+    std::string defaults;
 };
 
 std::string words(const char* text)
@@ -47,8 +50,10 @@ CLI::App* addCommand(CLI::App& parent, const std::string& name, const char* desc
 
 void addGlobals(CLI::App& app, Options& options, Texts& texts)
 {
-    app.add_option("--config", texts.config, words(QT_TRANSLATE_NOOP("Till", "Configuration file")))
-        ->capture_default_str();
+    app.add_option(
+        "--config", texts.config,
+        words(QT_TRANSLATE_NOOP("Till", "Configuration file; otherwise orva.toml here, or "
+                                        "/etc/orva/orva.toml")));
     app.add_option("--plugin", texts.plugin,
                    words(QT_TRANSLATE_NOOP("Till", "Loyalty plug-in; otherwise plugin in [till]")));
     app.add_option("--database", texts.database,
@@ -135,6 +140,32 @@ void addDoctor(CLI::App& app, Options& options, Texts& texts)
     doctor->footer(words(QT_TRANSLATE_NOOP(
         "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
                 "used, 5 not all\ncould be written. Ends in less than 5 seconds.")));
+}
+
+void addInit(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const init = addCommand(
+        app, "init",
+        QT_TRANSLATE_NOOP("Till", "Ask for the settings of a till, try them and write them"),
+        options, Command::Init);
+    CLI::Option* const answers = init->add_option(
+        "--answers", texts.answers,
+        words(QT_TRANSLATE_NOOP("Till", "File of answers, a line each: address, shop, desk, user, "
+                                        "password, key;\notherwise asked for, or read from the "
+                                        "standard input")));
+    init->add_option("--defaults", texts.defaults,
+                     words(QT_TRANSLATE_NOOP("Till", "Ask nothing: \"simulator\", the server for "
+                                                     "trying")))
+        ->check(CLI::IsMember({"simulator"}))
+        ->excludes(answers);
+    init->add_flag("--offline", options.offline,
+                   words(QT_TRANSLATE_NOOP("Till", "Try nothing: the server is away")));
+    addJson(init, options);
+    init->footer(words(QT_TRANSLATE_NOOP(
+        "Till",
+        "Writes over nothing. Exit codes: 0 written, or there already; 1 an answer does not "
+        "work, or\nnothing can be written; 2 an answer is missing; 6 there are other "
+        "settings.")));
 }
 
 void addQueue(CLI::App& app, Options& options)
@@ -229,8 +260,14 @@ void addExplain(CLI::App& app, Options& options, Texts& texts)
 
 void takeOver(const CLI::App& app, const Texts& texts, Options& options)
 {
-    options.configFile = QString::fromStdString(texts.config);
     options.configNamed = app.count("--config") > 0;
+    const QString found = configfile::found();
+    options.configFound = !options.configNamed && !found.isEmpty();
+    options.configFile = options.configNamed   ? QString::fromStdString(texts.config)
+                         : options.configFound ? found
+                                               : configfile::local();
+    options.answers = QString::fromStdString(texts.answers);
+    options.forSimulator = !texts.defaults.empty();
     options.plugin = QString::fromStdString(texts.plugin);
     options.database = QString::fromStdString(texts.database);
     options.file = QString::fromStdString(texts.file);
@@ -253,13 +290,16 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
         "Till",
         "Exit codes: 0 done, 1 failed, 2 command line or file cannot be used, 3 the sale went on\n"
         "without the loyalty system, 4 a replay differs from its record, or a check from its\n"
-        "explanation, 5 done, but not all could be written to the standard output.")));
+        "explanation, 5 done, but not all could be written to the standard output, 6 other "
+        "settings\n"
+        "are there already.")));
     app.require_subcommand(1);
     console::usage::prepare(app);
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
     addDoctor(app, options, texts);
+    addInit(app, options, texts);
     addQueue(app, options);
     addLog(app, options, texts);
     addExplain(app, options, texts);

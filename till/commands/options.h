@@ -20,6 +20,7 @@ enum class Command
     Checks,
     Ledger,
     Doctor,
+    Init,
     QueueList,
     QueueShow,
     QueueDeliver,
@@ -41,6 +42,8 @@ struct Options
     QString configFile;
     /// Whether the command line names the configuration file, which then must exist.
     bool configNamed = false;
+    /// Whether it was not named but found, in the current folder or as the machine's.
+    bool configFound = false;
     QString plugin;
     QString database;
     bool verbose = false;
@@ -62,6 +65,12 @@ struct Options
     QString record;
     /// The file to export to.
     QString target;
+    /// With the making of settings: the file of answers; empty: they are asked for.
+    QString answers;
+    /// They are those of the loyalty server for trying.
+    bool forSimulator = false;
+    /// They are not tried.
+    bool offline = false;
     /// With the doctor: the card that the server is asked about.
     QString card;
 };

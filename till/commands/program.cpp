@@ -5,6 +5,7 @@
 
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
+#include "till/commands/configfile.h"
 #include "till/commands/doctorcommand.h"
 #include "till/commands/explaincommand.h"
 #include "till/commands/logcommands.h"
@@ -13,6 +14,7 @@
 #include "till/commands/workplace.h"
 #include "till/commands/worksession.h"
 #include "till/failure.h"
+#include "till/init/initcommand.h"
 #include "till/reason.h"
 #include "till/screen/checkjson.h"
 #include "till/screen/checkview.h"
@@ -103,6 +105,12 @@ ExitCode Program::doCommand()
         return doctor::run(options, out, errors); // opens nothing for writing, unlike a workplace
     }
     try {
+        if (options.command == Command::Init) {
+            return init::InitCommand(options, out, errors).run();
+        }
+        if (options.configFound && options.configFile != configfile::local()) {
+            errors.done(Text::tr("Settings: %1").arg(options.configFile));
+        }
         if (isAboutRecords(options.command)) {
             return LogCommands(options, out, errors).run();
         }

@@ -16,8 +16,6 @@
 #include "till/recording/recording.h"
 #include "till/text.h"
 
-#include <QFile>
-
 using namespace Qt::StringLiterals;
 
 namespace till {
@@ -40,7 +38,7 @@ QSharedPointer<poshost::Database> openDatabase(const Options& options, const Con
 
 Config loadConfig(const Options& options)
 {
-    const bool isThere = options.configNamed || QFile::exists(options.configFile);
+    const bool isThere = options.configNamed || options.configFound;
     Config config;
     if (isThere) {
         // whose keys the rest is written in shows the file itself

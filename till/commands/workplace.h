@@ -26,8 +26,8 @@ class PluginHost;
 class RecordFolder;
 class Recording;
 
-/// The configuration that the command line names; an empty one where it names none and the default
-/// file is missing. What is known of the plug-in's keys is registered on the way.
+/// The configuration that the command line names or that was found; an empty one where there is
+/// none. What is known of the plug-in's keys is registered on the way.
 /// @throws BasicException "configError"
 Config loadConfig(const Options& options);
 /// @throws Failure (Usage) when neither names a plug-in

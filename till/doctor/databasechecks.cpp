@@ -3,6 +3,7 @@
 
 #include "till/doctor/databasechecks.h"
 
+#include "host/database/database.h"
 #include "host/queue/databaseexamination.h"
 #include "host/services/currenttime.h"
 #include "till/doctor/report.h"
@@ -58,13 +59,16 @@ Finding lookAtRights(const QString& file)
     constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                           QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     for (const QString& part : {file, file + u"-wal"_s, file + u"-shm"_s}) {
-        if (QFile::exists(part) && (QFile::permissions(part) & others)) {
+        if (QFile::exists(part) &&
+            (QFile::permissions(part) & others & ~poshost::Database::rightsOf(part))) {
             return Finding::warning(
                 Text::tr("%1 holds credentials and others may open it").arg(part),
                 u"chmod 600 %1"_s.arg(part));
         }
     }
-    return Finding::ok(Text::tr("only its owner may open it"));
+    return Finding::ok(poshost::Database::rightsOf(file) & QFile::WriteGroup
+                           ? Text::tr("only its owner and the folder's group may open it")
+                           : Text::tr("only its owner may open it"));
 }
 
 Finding lookAtDisk(const QString& folder)

@@ -161,16 +161,14 @@ TEST_F(ServiceTest, TakesOverAtOnceWhatATillThatHasEndedLeaves)
         writeFile(u"service.toml"_s, readFile(u"orva.toml"_s));
         writeFile(u"orva.toml"_s,
                   readFile(u"orva.toml"_s) + u"[http]\nproxy = \"%1\"\n"_s.arg(gate.address()));
+        const auto till = startTill();
+        expectOk(till->command(u"open sale.toml"_s));
+        expectOk(till->command(u"close"_s));
+        EXPECT_TRUE(barrier.isReached());
         const auto service = startService({}, u"service.toml"_s);
-        {
-            const auto till = startTill();
-            expectOk(till->command(u"open sale.toml"_s));
-            expectOk(till->command(u"close"_s));
-            EXPECT_TRUE(barrier.isReached());
-            EXPECT_EQ(undelivered(), 1);
-            till->send(u"quit"_s);
-            EXPECT_EQ(till->waitForEnd(), 0) << qPrintable(till->output());
-        }
+        EXPECT_EQ(undelivered(), 1);
+        till->send(u"quit"_s);
+        EXPECT_EQ(till->waitForEnd(), 0) << qPrintable(till->output());
         EXPECT_LE(untilDelivered(), withinASecond);
         EXPECT_LE(endOf(*service), withinASecond);
         barrier.open();

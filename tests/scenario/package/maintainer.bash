@@ -36,7 +36,7 @@ expect() {
 }
 
 account='adduser --quiet --system --group --no-create-home --home /var/lib/orva orva
-install -d -o root -g orva -m 0750 /etc/orva
+install -d -o root -g orva -m 2750 /etc/orva
 install -d -o orva -g orva -m 2770 /var/lib/orva'
 enabled='deb-systemd-helper unmask orva-delivery.service
 deb-systemd-helper --quiet was-enabled orva-delivery.service

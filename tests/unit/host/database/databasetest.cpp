@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "databasefixture.h"
+#include "host/database/filelock.h"
 
 #include "host/database/databasefailure.h"
 
+#include <QDir>
 #include <atomic>
 #include <cstring>
 #include <gmock/gmock.h>
@@ -50,6 +52,42 @@ TEST_F(DatabaseFile, TooOpenRightsAreTightened)
     EXPECT_THAT(::testing::internal::GetCapturedStderr(), HasSubstr("доступ закрыт"));
     EXPECT_EQ(rightsOf(file), 0600u);
     EXPECT_EQ(rightsOf(log), 0600u);
+}
+
+TEST_F(DatabaseFile, InAFolderSharedWithItsGroupIsTheGroupsToo)
+{
+    const QString shared = folder.file(u"shared"_s);
+    ASSERT_TRUE(QDir().mkdir(shared));
+    ASSERT_EQ(::chmod(QFile::encodeName(shared).constData(), 02770), 0);
+    const QString till = shared + u"/till.db"_s;
+    const mode_t former = ::umask(077);
+    {
+        const poshost::Database database(till);
+        EXPECT_TRUE(poshost::FileLock(till + u".lock"_s).isHeld());
+        EXPECT_EQ(rightsOf(till + u"-wal"_s), 0660u);
+        EXPECT_EQ(rightsOf(till + u"-shm"_s), 0660u);
+    }
+    ::umask(former);
+    EXPECT_EQ(rightsOf(till), 0660u);
+    EXPECT_EQ(rightsOf(till + u".lock"_s), 0660u);
+    EXPECT_TRUE(poshost::Database::rightsOf(till) & QFile::WriteGroup);
+
+    ASSERT_EQ(::chmod(QFile::encodeName(till).constData(), 0666), 0);
+    ::testing::internal::CaptureStderr();
+    const poshost::Database database(till);
+    EXPECT_THAT(::testing::internal::GetCapturedStderr(), HasSubstr("доступ закрыт"));
+    EXPECT_EQ(rightsOf(till), 0660u) << "nobody else's";
+}
+
+TEST_F(DatabaseFile, AFolderThatOthersMayEnterIsNotShared)
+{
+    for (const mode_t rights : {0770u, 02750u, 02777u, 02771u}) {
+        const QString open = folder.file(u"open%1"_s.arg(rights, 0, 8));
+        ASSERT_TRUE(QDir().mkdir(open));
+        ASSERT_EQ(::chmod(QFile::encodeName(open).constData(), rights), 0);
+        const poshost::Database database(open + u"/till.db"_s);
+        EXPECT_EQ(rightsOf(open + u"/till.db"_s), 0600u) << open.toStdString();
+    }
 }
 
 TEST_F(DatabaseFile, SyncsEveryCommitAndChecksForeignKeys)

@@ -41,6 +41,7 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"checks"}, Command::Checks},
         {{"ledger"}, Command::Ledger},
         {{"doctor"}, Command::Doctor},
+        {{"init"}, Command::Init},
         {{"queue", "list"}, Command::QueueList},
         {{"queue", "show", "1"}, Command::QueueShow},
         {{"queue", "deliver"}, Command::QueueDeliver},
