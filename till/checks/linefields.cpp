@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace till {
 namespace {
 
-using Kind = LineField::Kind;
+using LineKind = LineField::Kind;
 using InFile = LineField::InFile;
 using Shown = LineField::Shown;
 
@@ -18,43 +18,43 @@ QList<LineField> describe()
 {
     using Item = GoodsItem;
     return {
-        LineField{u"position"_s, Kind::Number, &Line::position}
+        LineField{u"position"_s, LineKind::Number, &Line::position}
             .shown(Shown::Always)
             .item(&Item::getPosnum, &Item::setPosnum),
-        LineField{u"code"_s, Kind::Text, &Line::code}
+        LineField{u"code"_s, LineKind::Text, &Line::code}
             .inFile(InFile::Required)
             .shown(Shown::Always)
             .item(&Item::getCode, &Item::setCode),
-        LineField{u"name"_s, Kind::Text, &Line::name}
+        LineField{u"name"_s, LineKind::Text, &Line::name}
             .inFile(InFile::Required)
             .shown(Shown::Always)
             .item(&Item::getName, &Item::setName),
-        LineField{u"unit"_s, Kind::Unit, &Line::fractional}
+        LineField{u"unit"_s, LineKind::Unit, &Line::fractional}
             .inFile(InFile::Optional)
             .shown(Shown::Always),
-        LineField{u"price"_s, Kind::Money, &Line::priceKopecks}
+        LineField{u"price"_s, LineKind::Money, &Line::priceKopecks}
             .inFile(InFile::Required)
             .shown(Shown::Always)
             .item(&Item::getPrice, &Item::setPrice),
-        LineField{u"minPrice"_s, Kind::Money, &Line::minPriceKopecks}
+        LineField{u"minPrice"_s, LineKind::Money, &Line::minPriceKopecks}
             .inFile(InFile::Optional)
             .item(&Item::getMinPrice, &Item::setMinPrice),
-        LineField{u"quantity"_s, Kind::Quantity, &Line::thousandths}
+        LineField{u"quantity"_s, LineKind::Quantity, &Line::thousandths}
             .inFile(InFile::Required)
             .shown(Shown::Always)
             .item(&Item::getQuantity, &Item::setQuantity),
-        LineField{u"returned"_s, Kind::Quantity, &Line::returnedThousandths}.shown(
+        LineField{u"returned"_s, LineKind::Quantity, &Line::returnedThousandths}.shown(
             Shown::OnReturns),
-        LineField{u"sum"_s, Kind::Money, &Line::sumKopecks}
+        LineField{u"sum"_s, LineKind::Money, &Line::sumKopecks}
             .inFile(InFile::Optional)
             .shown(Shown::Always)
             .item(&Item::getSumb, &Item::setSumb),
-        LineField{u"discount"_s, Kind::Share, &Line::discountKopecks}.shown(Shown::Always),
-        LineField{u"spent"_s, Kind::Share, &Line::spentKopecks}.shown(Shown::OnSales),
-        LineField{u"awarded"_s, Kind::Share, &Line::awardedKopecks},
-        LineField{u"earned"_s, Kind::Share, &Line::earnedKopecks}.shown(Shown::OnSales),
-        LineField{u"givenBack"_s, Kind::Share, &Line::givenBackKopecks}.shown(Shown::OnReturns),
-        LineField{u"takenBack"_s, Kind::Share, &Line::takenBackKopecks}.shown(Shown::OnReturns),
+        LineField{u"discount"_s, LineKind::Share, &Line::discountKopecks}.shown(Shown::Always),
+        LineField{u"spent"_s, LineKind::Share, &Line::spentKopecks}.shown(Shown::OnSales),
+        LineField{u"awarded"_s, LineKind::Share, &Line::awardedKopecks},
+        LineField{u"earned"_s, LineKind::Share, &Line::earnedKopecks}.shown(Shown::OnSales),
+        LineField{u"givenBack"_s, LineKind::Share, &Line::givenBackKopecks}.shown(Shown::OnReturns),
+        LineField{u"takenBack"_s, LineKind::Share, &Line::takenBackKopecks}.shown(Shown::OnReturns),
     };
 }
 
@@ -118,20 +118,20 @@ void setInItem(GoodsItem& item, const LineField& field, const Line& line)
         std::get<Access<GoodsItem, Value>>(field.itemField->access).set(item, value);
     };
     switch (field.kind) {
-    case Kind::Number:
+    case LineKind::Number:
         set(field.valueIn<int>(line));
         break;
-    case Kind::Text:
+    case LineKind::Text:
         set(field.valueIn<QString>(line));
         break;
-    case Kind::Unit:
+    case LineKind::Unit:
         set(field.valueIn<bool>(line));
         break;
-    case Kind::Money:
-    case Kind::Share:
+    case LineKind::Money:
+    case LineKind::Share:
         set(money::fromKopecks(field.valueIn<qint64>(line)));
         break;
-    case Kind::Quantity:
+    case LineKind::Quantity:
         set(inUnits(field.valueIn<qint64>(line)));
         break;
     }
