@@ -3,9 +3,10 @@
 
 #include "till/recording/documentjson.h"
 
-#include "host/document/bonusimpact.h"
 #include "host/document/discountimpact.h"
 #include "host/document/money.h"
+#include "till/recording/documentfields_p.h"
+#include "till/recording/documentimage.h"
 #include "till/recording/valuejson.h"
 
 #include <algorithm>
@@ -23,20 +24,27 @@ using valuejson::toTime;
 using valuejson::toVariant;
 using CardRecords = QList<QSharedPointer<DocumentCardRecord>>;
 
-QJsonObject ofItem(GoodsItem& item)
+/// Fields as an object.
+class JsonFields
 {
-    return {{u"position"_s, item.getPosnum()},
-            {u"code"_s, item.getCode()},
-            {u"name"_s, item.getName()},
-            {u"quantity"_s, ofNumber(item.getQuantity())},
-            {u"quantityBack"_s, ofVariant(item.getQuantBack())},
-            {u"price"_s, ofNumber(item.getPrice())},
-            {u"minPrice"_s, ofNumber(item.getMinPrice())},
-            {u"sum"_s, ofNumber(item.getSumb())},
-            {u"bonusSum"_s, ofNumber(item.getBonusImpactSum())},
-            {u"unit"_s, item.getTmcUnit()->getName()},
-            {u"fractional"_s, item.getTmcUnit()->isFractional()}};
-}
+public:
+    void add(const QString& name, bool value) { object.insert(name, value); }
+    void add(const QString& name, int value) { object.insert(name, value); }
+    void add(const QString& name, double value) { object.insert(name, ofNumber(value)); }
+    void add(const QString& name, const QString& value) { object.insert(name, value); }
+    void add(const QString& name, const QDateTime& value) { object.insert(name, ofTime(value)); }
+    void add(const QString& name, const QVariant& value) { object.insert(name, ofVariant(value)); }
+    void add(const QString& name, const QMap<int, double>& value)
+    {
+        QJsonObject sums;
+        for (auto it = value.cbegin(); it != value.cend(); ++it) {
+            sums.insert(QString::number(it.key()), ofNumber(it.value()));
+        }
+        object.insert(name, sums);
+    }
+
+    QJsonObject object;
+};
 
 QSharedPointer<GoodsItem> toItem(const QJsonObject& object)
 {
@@ -55,16 +63,10 @@ QSharedPointer<GoodsItem> toItem(const QJsonObject& object)
     return item;
 }
 
-QJsonValue cardNumberOf(const QSharedPointer<DocumentCardRecord>& record)
-{
-    return record.isNull() || record->getCard().isNull() ? QJsonValue()
-                                                         : record->getCard()->getNumber();
-}
-
 QSharedPointer<DocumentCardRecord> cardOfNumber(const QJsonValue& number, const CardRecords& cards)
 {
     const auto found = std::find_if(cards.cbegin(), cards.cend(), [&](const auto& card) {
-        return !number.isNull() && cardNumberOf(card) == number;
+        return !number.isNull() && ofVariant(documentfields::cardNumberOf(card)) == number;
     });
     return found == cards.cend() ? QSharedPointer<DocumentCardRecord>() : *found;
 }
@@ -113,18 +115,9 @@ QMap<QString, QVariantMap> toPluginData(const QJsonObject& object)
 
 QJsonObject documentjson::ofCard(const DocumentCardRecord& record)
 {
-    QJsonObject object{{u"systemType"_s, record.getLoyaltySystemType()},
-                       {u"codeInternal"_s, record.getCodeInternal()},
-                       {u"pointsForSpend"_s, ofNumber(record.getPointsForSpend())},
-                       {u"pointsForEarn"_s, ofVariant(record.getPointsForEarn())},
-                       {u"balance"_s, ofVariant(record.getBonusBalance())}};
-    if (const auto card = record.getCard(); !card.isNull()) {
-        object.insert(u"number"_s, card->getNumber());
-        if (const auto client = card->getClient(); !client.isNull()) {
-            object.insert(u"client"_s, client->getName());
-        }
-    }
-    return object;
+    JsonFields fields;
+    documentfields::ofCard(record, fields);
+    return fields.object;
 }
 
 namespace {
@@ -159,74 +152,88 @@ QSharedPointer<DocumentCardRecord> documentjson::toCard(const QJsonObject& objec
 
 QJsonObject documentjson::ofImpact(const DocumentImpact& impact)
 {
-    const auto totals = impact.getTotals();
-    QJsonObject sums;
-    const QMap<int, double> positionSums = impact.getPositionSums();
-    for (auto it = positionSums.cbegin(); it != positionSums.cend(); ++it) {
-        sums.insert(QString::number(it.key()), ofNumber(it.value()));
-    }
-    return {{u"bonus"_s, dynamic_cast<const BonusImpact*>(&impact) != nullptr},
-            {u"card"_s, cardNumberOf(totals->getCardRecord())},
-            {u"cardIndex"_s, ofVariant(totals->getCardIndex())},
-            {u"time"_s, ofTime(totals->getDateTime())},
-            {u"type"_s, int(totals->getDiscountType())},
-            {u"mode"_s, int(totals->getDiscountMode())},
-            {u"name"_s, totals->getDiscountName()},
-            {u"object"_s, int(totals->getDiscountObject())},
-            {u"position"_s, totals->getPosition()},
-            {u"rate"_s, ofVariant(totals->getDiscountRate())},
-            {u"sum"_s, ofNumber(totals->getDiscountSum())},
-            {u"source"_s, int(totals->getImpactSource())},
-            {u"minPriceIgnored"_s, totals->isMinPriceIgnored()},
-            {u"positions"_s, sums}};
+    JsonFields fields;
+    documentfields::ofImpact(impact, fields);
+    return fields.object;
 }
 
 QJsonObject documentjson::ofBonusRecord(const DocumentBonusRecord& record)
 {
-    return {{u"card"_s, record.cardNumber},
-            {u"position"_s, ofVariant(record.position)},
-            {u"amount"_s, ofNumber(record.bonusAmount)},
-            {u"valutCode"_s, record.valutCode},
-            {u"time"_s, ofTime(record.dateTime)},
-            {u"session"_s, record.sessionContext},
-            {u"accrual"_s, record.accrual}};
+    return {{u"accrual"_s, record.accrual},        {u"amount"_s, ofNumber(record.bonusAmount)},
+            {u"card"_s, record.cardNumber},        {u"position"_s, ofVariant(record.position)},
+            {u"session"_s, record.sessionContext}, {u"time"_s, ofTime(record.dateTime)},
+            {u"valutCode"_s, record.valutCode}};
 }
 
-QJsonObject documentjson::of(const Document& document)
+QJsonObject documentjson::fieldsOf(const Document& document)
 {
-    const CardRecords cards = document.getCardRecords();
-    QJsonArray items;
-    const auto goods = document.getGoodsItems();
-    for (const auto& item : goods) {
-        items.append(ofItem(*item));
-    }
-    QJsonArray cardArray;
-    for (const auto& card : cards) {
-        cardArray.append(ofCard(*card));
-    }
-    QJsonArray impactArray;
-    const auto impacts = document.getImpacts();
-    for (const auto& impact : impacts) {
-        impactArray.append(ofImpact(*impact));
-    }
     return {{u"id"_s, document.getDocumentId()},
             {u"number"_s, document.getCheckNumber()},
             {u"type"_s, document.getDocumentType()},
             {u"time"_s, ofTime(document.getDateTime())},
             {u"sale"_s, document.getSaleDocumentId()},
-            {u"payment"_s, ofNumber(document.getPaymentSum())},
-            {u"goods"_s, items},
-            {u"cards"_s, cardArray},
-            {u"impacts"_s, impactArray}};
+            {u"payment"_s, ofNumber(document.getPaymentSum())}};
 }
 
-QJsonObject documentjson::ofPluginData(const QMap<QString, QVariantMap>& owners)
+namespace {
+
+template <typename Fields>
+void fieldsOf(const QSharedPointer<GoodsItem>& item, Fields& fields)
 {
-    QJsonObject data;
-    for (auto owner = owners.cbegin(); owner != owners.cend(); ++owner) {
-        data.insert(owner.key(), ofVariant(owner.value()).toObject().value(u"map"_s));
+    documentfields::ofItem(*item, fields);
+}
+
+template <typename Fields>
+void fieldsOf(const QSharedPointer<DocumentCardRecord>& card, Fields& fields)
+{
+    documentfields::ofCard(*card, fields);
+}
+
+template <typename Fields>
+void fieldsOf(const QSharedPointer<DocumentImpact>& impact, Fields& fields)
+{
+    documentfields::ofImpact(*impact, fields);
+}
+
+template <auto List>
+std::string imageOf(const Document& document)
+{
+    DocumentImage image;
+    const auto entries = (document.*List)();
+    for (const auto& entry : entries) {
+        image.add(QString(), true); // one begins: not all have the same fields
+        fieldsOf(entry, image);
     }
-    return data;
+    return image.bytes();
+}
+
+template <auto List>
+QJsonArray jsonOf(const Document& document)
+{
+    QJsonArray array;
+    const auto entries = (document.*List)();
+    for (const auto& entry : entries) {
+        JsonFields fields;
+        fieldsOf(entry, fields);
+        array.append(fields.object);
+    }
+    return array;
+}
+
+template <auto List>
+documentjson::Part partOf(const QString& name)
+{
+    return {name, jsonOf<List>, imageOf<List>};
+}
+
+} // namespace
+
+const QList<documentjson::Part>& documentjson::parts()
+{
+    static const QList<Part> all{partOf<&Document::getGoodsItems>(u"goods"_s),
+                                 partOf<&Document::getCardRecords>(u"cards"_s),
+                                 partOf<&Document::getImpacts>(u"impacts"_s)};
+    return all;
 }
 
 QSharedPointer<Document> documentjson::toDocument(const QJsonObject& object)
