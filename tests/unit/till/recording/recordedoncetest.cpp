@@ -50,7 +50,7 @@ private:
     tests::Registered<CurrentTime> registration;
 };
 
-const QString longText = QString(100'000, u'ю');
+const QString longText = QString(100'000, u'ю') + u"Анна";
 
 QJsonObject exchangeOf(till::Recorder& recorder, const QString& answer)
 {
@@ -113,7 +113,7 @@ TEST(RecordedOnce, ALongTextStandsInTheFileOnceAndIsReadInEachOfItsPlaces)
     recorder.note([&] { return exchangeOf(recorder, longText); });
     recorder.end([] { return true; });
 
-    EXPECT_EQ(target.content.count(longText.toUtf8()), 2) << "once in each record";
+    EXPECT_EQ(target.content.count("Анна"), 2) << "once in each record";
     const QList<Record> records = Record::parse(target.content, u"lines"_s);
     ASSERT_EQ(records.size(), 2);
     ASSERT_EQ(records.first().calls.size(), 2);
