@@ -27,8 +27,8 @@ inline constexpr int attributeNodes = 2;
 inline constexpr int attributeTableNodes = 7;
 /// Goods lines and messages in sum: the host makes objects of their own of each.
 inline constexpr int entries = 11'000;
-/// The squares of how many goods lines name the same position, in sum over the positions: all that a
-/// position used is reported in each of its lines.
+/// The squares of how many goods lines name the same position, in sum over the positions: all that
+/// a position used is reported in each of its lines.
 inline constexpr qint64 sameLines = 20'000;
 /// Characters of the document as it is written again: indented by one blank a level, on a line of
 /// its own for each tag, every escape taken for its longest.
