@@ -50,7 +50,7 @@ private:
     tests::Registered<CurrentTime> registration;
 };
 
-const QString longText = QString(100'000, u'ю') + u"Анна";
+const QString longText = QString(100'000, u'ю') + u"Анна"_s;
 
 QJsonObject exchangeOf(till::Recorder& recorder, const QString& answer)
 {
