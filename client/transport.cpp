@@ -8,6 +8,7 @@
 #include "client/harmlessxml.h"
 #include "client/interface.h"
 #include "client/noconnectionexception.h"
+#include "client/repeatedlines.h"
 #include "client/required.h"
 #include "host/services/restclient.h"
 
@@ -72,11 +73,13 @@ void Interface::sendRequest(RequestType type, const QDomDocument& request)
         throw NoConnectionException(tr::Tr(u"requestNoConnection"_s, u"Нет связи с сервером"_s));
     }
     const QByteArray body = transport->getResponse();
-    const QString harm = harmInXml(body);
+    QString harm = harmInXml(body);
     if (harm.isEmpty()) {
         // Whatever the parser made of the body is the answer; the readers report what it lacks.
         lastResponse.setContent(body);
-    } else {
+        harm = harmInLines(xmlWrapper, lastResponse.documentElement());
+    }
+    if (!harm.isEmpty()) {
         logger->error(u"Ответ сервера не разбирается: %1"_s, harm);
         lastResponse = QDomDocument();
     }

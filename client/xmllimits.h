@@ -8,8 +8,8 @@
 /// What an XML text may have at most before it is given to the parser. docs/protocol.md tells those
 /// who write servers, and a test compares. Together the limits keep everything that is made of an
 /// answer (read twice, written and stored several times, recorded, sent on) below two seconds of
-/// processor time and 256 MB, but for thousands of goods lines (bench/README.md has the figures);
-/// an ordinary answer for ten thousand goods lines stays below each.
+/// processor time and 256 MB (bench/README.md has the figures); an ordinary answer for ten thousand
+/// goods lines stays below each.
 namespace orva::xmllimit {
 
 /// Elements within one another: the DOM is written and deleted by recursion.
@@ -27,6 +27,9 @@ inline constexpr int attributeNodes = 2;
 inline constexpr int attributeTableNodes = 7;
 /// Goods lines and messages in sum: the host makes objects of their own of each.
 inline constexpr int entries = 11'000;
+/// The squares of how many goods lines name the same position, in sum over the positions: all that
+/// a position used is reported in each of its lines.
+inline constexpr qint64 sameLines = 20'000;
 /// Characters of the document as it is written again: indented by one blank a level, on a line of
 /// its own for each tag, every escape taken for its longest.
 inline constexpr qint64 characters = 8'000'000;

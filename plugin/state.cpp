@@ -6,8 +6,10 @@
 #include "plugin/orva.h"
 
 #include "client/harmlessxml.h"
+#include "client/repeatedlines.h"
 #include "client/service.h"
 #include "host/services/session.h"
+#include "host/xml/xmlwrapper.h"
 
 #include <QMetaProperty>
 
@@ -68,11 +70,14 @@ DocumentBonusRecord toRecord(const QVariantMap& map)
 QDomDocument toDocument(const QString& text, Log4Qt::Logger& log)
 {
     QDomDocument document;
-    const QString harm = orva::harmInXml(text);
+    QString harm = orva::harmInXml(text);
     if (harm.isEmpty()) {
         document.setContent(text);
-    } else {
+        harm = orva::harmInLines(QSharedPointer<XmlWrapper>::create(), document.documentElement());
+    }
+    if (!harm.isEmpty()) {
         log.error(u"Сохранённый ответ сервера не разбирается: %1"_s, harm);
+        document = QDomDocument();
     }
     return document;
 }

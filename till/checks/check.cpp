@@ -68,14 +68,17 @@ QString Check::cardNumber() const
 
 Line* Check::line(int position)
 {
-    const auto found = std::find_if(lines.begin(), lines.end(), [position](const Line& line) {
-        return line.position == position;
-    });
-    return found == lines.end() ? nullptr : &*found;
+    lines.detach(); // another check may share them
+    return const_cast<Line*>(std::as_const(*this).line(position));
 }
 
 const Line* Check::line(int position) const
 {
+    // a sale's lines are numbered as they stand, and an answer asks for each of them several times
+    const qsizetype place = qsizetype(position) - 1;
+    if (place >= 0 && place < lines.size() && lines.at(place).position == position) {
+        return &lines.at(place);
+    }
     const auto found = std::find_if(lines.cbegin(), lines.cend(), [position](const Line& line) {
         return line.position == position;
     });

@@ -3,11 +3,10 @@
 
 #include "till/recording/documentjson.h"
 
-#include "host/document/bonusimpact.h"
 #include "host/document/discountimpact.h"
-#include "till/checks/documentfields.h"
-#include "till/checks/linefields.h"
+#include "till/recording/documentimage.h"
 #include "till/recording/fieldjson.h"
+#include "till/recording/recordedfields_p.h"
 #include "till/recording/valuejson.h"
 
 #include <algorithm>
@@ -25,16 +24,10 @@ using valuejson::toTime;
 using valuejson::toVariant;
 using CardRecords = QList<QSharedPointer<DocumentCardRecord>>;
 
-QJsonValue cardNumberOf(const QSharedPointer<DocumentCardRecord>& record)
-{
-    return record.isNull() || record->getCard().isNull() ? QJsonValue()
-                                                         : record->getCard()->getNumber();
-}
-
 QSharedPointer<DocumentCardRecord> cardOfNumber(const QJsonValue& number, const CardRecords& cards)
 {
     const auto found = std::find_if(cards.cbegin(), cards.cend(), [&](const auto& card) {
-        return !number.isNull() && cardNumberOf(card) == number;
+        return !number.isNull() && ofVariant(recordedfields::cardNumberOf(card)) == number;
     });
     return found == cards.cend() ? QSharedPointer<DocumentCardRecord>() : *found;
 }
@@ -73,16 +66,9 @@ QMap<QString, QVariantMap> toPluginData(const QJsonObject& object)
 
 QJsonObject documentjson::ofCard(const DocumentCardRecord& record)
 {
-    QJsonObject object = fieldjson::write(record, documentfields::ofCardRecord());
-    object.insert(u"systemType"_s, record.getLoyaltySystemType());
-    object.insert(u"codeInternal"_s, record.getCodeInternal());
-    if (const auto card = record.getCard(); !card.isNull()) {
-        object.insert(u"number"_s, card->getNumber());
-        if (const auto client = card->getClient(); !client.isNull()) {
-            object.insert(u"client"_s, client->getName());
-        }
-    }
-    return object;
+    fieldjson::JsonFields fields;
+    recordedfields::of(record, fields);
+    return fields.object;
 }
 
 namespace {
@@ -115,61 +101,65 @@ QSharedPointer<DocumentCardRecord> documentjson::toCard(const QJsonObject& objec
 
 QJsonObject documentjson::ofImpact(const DocumentImpact& impact)
 {
-    const auto totals = impact.getTotals();
-    QJsonObject sums;
-    const QMap<int, double> positionSums = impact.getPositionSums();
-    for (auto it = positionSums.cbegin(); it != positionSums.cend(); ++it) {
-        sums.insert(QString::number(it.key()), ofNumber(it.value()));
-    }
-    QJsonObject object = fieldjson::write(*totals, documentfields::ofImpactDetail());
-    object.insert(u"bonus"_s, dynamic_cast<const BonusImpact*>(&impact) != nullptr);
-    object.insert(u"card"_s, cardNumberOf(totals->getCardRecord()));
-    object.insert(u"positions"_s, sums);
-    return object;
+    fieldjson::JsonFields fields;
+    recordedfields::of(impact, fields);
+    return fields.object;
 }
 
 QJsonObject documentjson::ofBonusRecord(const DocumentBonusRecord& record)
 {
-    return {{u"card"_s, record.cardNumber},
-            {u"position"_s, ofVariant(record.position)},
-            {u"amount"_s, ofNumber(record.bonusAmount)},
-            {u"valutCode"_s, record.valutCode},
-            {u"time"_s, ofTime(record.dateTime)},
-            {u"session"_s, record.sessionContext},
-            {u"accrual"_s, record.accrual}};
+    return {{u"accrual"_s, record.accrual},        {u"amount"_s, ofNumber(record.bonusAmount)},
+            {u"card"_s, record.cardNumber},        {u"position"_s, ofVariant(record.position)},
+            {u"session"_s, record.sessionContext}, {u"time"_s, ofTime(record.dateTime)},
+            {u"valutCode"_s, record.valutCode}};
 }
 
-QJsonObject documentjson::of(const Document& document)
+QJsonObject documentjson::fieldsOf(const Document& document)
 {
-    const CardRecords cards = document.getCardRecords();
-    QJsonArray items;
-    const auto goods = document.getGoodsItems();
-    for (const auto& item : goods) {
-        items.append(fieldjson::write(*item, linefields::ofItem()));
-    }
-    QJsonArray cardArray;
-    for (const auto& card : cards) {
-        cardArray.append(ofCard(*card));
-    }
-    QJsonArray impactArray;
-    const auto impacts = document.getImpacts();
-    for (const auto& impact : impacts) {
-        impactArray.append(ofImpact(*impact));
-    }
-    QJsonObject object = fieldjson::write(document, documentfields::ofDocument());
-    object.insert(u"goods"_s, items);
-    object.insert(u"cards"_s, cardArray);
-    object.insert(u"impacts"_s, impactArray);
-    return object;
+    return fieldjson::write(document, documentfields::ofDocument());
 }
 
-QJsonObject documentjson::ofPluginData(const QMap<QString, QVariantMap>& owners)
+namespace {
+
+template <auto List>
+std::string imageOf(const Document& document)
 {
-    QJsonObject data;
-    for (auto owner = owners.cbegin(); owner != owners.cend(); ++owner) {
-        data.insert(owner.key(), ofVariant(owner.value()).toObject().value(u"map"_s));
+    DocumentImage image;
+    const auto entries = (document.*List)();
+    for (const auto& entry : entries) {
+        image.add(QString(), true); // one begins: not all have the same fields
+        recordedfields::of(*entry, image);
     }
-    return data;
+    return image.bytes();
+}
+
+template <auto List>
+QJsonArray jsonOf(const Document& document)
+{
+    QJsonArray array;
+    const auto entries = (document.*List)();
+    for (const auto& entry : entries) {
+        fieldjson::JsonFields fields;
+        recordedfields::of(*entry, fields);
+        array.append(fields.object);
+    }
+    return array;
+}
+
+template <auto List>
+documentjson::Part partOf(const QString& name)
+{
+    return {name, jsonOf<List>, imageOf<List>};
+}
+
+} // namespace
+
+const QList<documentjson::Part>& documentjson::parts()
+{
+    static const QList<Part> all{partOf<&Document::getGoodsItems>(u"goods"_s),
+                                 partOf<&Document::getCardRecords>(u"cards"_s),
+                                 partOf<&Document::getImpacts>(u"impacts"_s)};
+    return all;
 }
 
 QSharedPointer<Document> documentjson::toDocument(const QJsonObject& object)

@@ -9,6 +9,7 @@
 
 #include <QJsonObject>
 #include <QList>
+#include <QMap>
 
 /// An object of the contracts by the list of its fields, to and from JSON.
 namespace till::fieldjson {
@@ -71,24 +72,51 @@ inline void read(const QJsonValue& json, QVariant& value)
     value = valuejson::toVariant(json);
 }
 
-/// A field that came after the first version is left out while it holds nothing: so a record of
-/// before is like one of today.
-template <typename Owner>
-QJsonObject write(const Owner& owner, const QList<Field<Owner>>& fields)
+/// Fields as an object.
+class JsonFields
 {
+public:
+    template <typename Value>
+    void add(const QString& name, const Value& value)
+    {
+        object.insert(name, of(value));
+    }
+    void add(const QString& name, const QMap<int, double>& value)
+    {
+        QJsonObject sums;
+        for (auto it = value.cbegin(); it != value.cend(); ++it) {
+            sums.insert(QString::number(it.key()), valuejson::ofNumber(it.value()));
+        }
+        object.insert(name, sums);
+    }
+
     QJsonObject object;
-    const Owner empty;
-    for (const Field<Owner>& field : fields) {
+};
+
+/// Adds an object's fields one by one. A field that came with a later version is left out while it
+/// is empty, as in records from before it, which a replay compares with.
+template <typename Owner, typename Fields>
+void add(const Owner& owner, const QList<Field<Owner>>& table, Fields& fields)
+{
+    static const Owner empty;
+    for (const Field<Owner>& field : table) {
         std::visit(
             [&](const auto& access) {
                 const auto value = access.get(owner);
                 if (field.since == 1 || value != access.get(empty)) {
-                    object.insert(field.name, of(value));
+                    fields.add(field.name, value);
                 }
             },
             field.access);
     }
-    return object;
+}
+
+template <typename Owner>
+QJsonObject write(const Owner& owner, const QList<Field<Owner>>& table)
+{
+    JsonFields fields;
+    add(owner, table, fields);
+    return fields.object;
 }
 
 /// Sets every field; one that the object does not have to nothing.

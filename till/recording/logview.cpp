@@ -6,6 +6,7 @@
 #include "console/printable.h"
 #include "host/document/edocumenttype.h"
 #include "host/queue/xmltext.h"
+#include "till/recording/recordedevents.h"
 #include "till/recording/sidebyside.h"
 #include "till/recording/valuejson.h"
 #include "till/screen/checkview.h"
@@ -97,13 +98,14 @@ QString askedFor(const QJsonObject& call)
 {
     QStringList names;
     int times = 0;
-    const auto addName = [&](const QString& name) {
+    const auto addName = [&](const QString& name, int more) {
         const bool again = !names.isEmpty() && names.last().section(u' ', 0, 0) == name;
-        times = again ? times + 1 : 1;
+        times = again ? times + more : more;
+        const QString text = times > 1 ? u"%1 ×%2"_s.arg(name).arg(times) : name;
         if (again) {
-            names.last() = u"%1 ×%2"_s.arg(name).arg(times);
+            names.last() = text;
         } else {
-            names.append(name);
+            names.append(text);
         }
     };
     const QJsonArray events = call.value("events"_L1).toArray();
@@ -112,7 +114,8 @@ QString askedFor(const QJsonObject& call)
         addName(event.contains("transport"_L1)  ? event.value("transport"_L1).toString()
                 : event.contains("exchange"_L1) ? u"post"_s
                 : event.contains("queue"_L1)    ? u"addToQueue"_s
-                                                : u"clock"_s);
+                                                : u"clock"_s,
+                RecordedEvents::timesOf(event));
     }
     return printable::line(names.join(u", "_s));
 }

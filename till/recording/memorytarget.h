@@ -16,7 +16,7 @@ class MemoryTarget : public RecordTarget
 public:
     void begin(QJsonObject header) override
     {
-        kept.append(Record{std::move(header), {}, {}, false});
+        kept.append(Record{std::move(header), {}, {}, false, {}});
     }
     void add(const QJsonObject& line) override { kept.last().add(line); }
 

@@ -6,6 +6,8 @@
 #include "input/readfile.h"
 #include "till/failure.h"
 #include "till/recording/recordedaddresses.h"
+#include "till/recording/recordedevents.h"
+#include "till/recording/recordedtexts.h"
 #include "till/text.h"
 
 #include <QJsonArray>
@@ -108,8 +110,10 @@ bool Record::isHeader(const QJsonObject& line)
     return line.contains(u"format"_s);
 }
 
-QString Record::add(const QJsonObject& line)
+QString Record::add(const QJsonObject& written)
 {
+    QJsonObject line = written;
+    const bool whole = RecordedTexts::putBack(line, texts);
     if (line.contains(u"document"_s)) {
         if (line.value(u"document"_s).toInt(-1) != documents.size()) {
             return Text::tr("the documents are not in order");
@@ -125,11 +129,14 @@ QString Record::add(const QJsonObject& line)
         merge(known, line.value(u"config"_s).toObject());
         header.insert(u"config"_s, known);
     } else if (line.contains(u"call"_s)) {
+        line.insert(u"events"_s, RecordedEvents::joined(line.value(u"events"_s).toArray()));
         calls.append(line);
+    } else if (line.value(u"text"_s).toInt(-1) == texts.size()) {
+        texts.append(line.value(u"content"_s).toString());
     } else {
         return Text::tr("this is no line of a record");
     }
-    return {};
+    return whole ? QString() : Text::tr("this is no line of a record");
 }
 
 QList<Record> Record::parse(const QByteArray& content, const QString& fileName)
@@ -149,7 +156,7 @@ QList<Record> Record::parse(const QByteArray& content, const QString& fileName)
         }
         if (isHeader(line)) {
             requireKnownFormat(line, fileName, number);
-            records.append(Record{line, {}, {}, false});
+            records.append(Record{line, {}, {}, false, {}});
             continue;
         }
         const QString problem =

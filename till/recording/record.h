@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace till {
 
@@ -16,16 +17,20 @@ namespace till {
 ///
 /// Written as JSON Lines, so that a record that was cut off is good up to the last whole line:
 ///
-///     {"format":"orva-till recording","version":1,"number":7,"started":…,"session":…,"config":{…}}
+///     {"format":"orva-till recording","version":2,"number":7,"started":…,"session":…,"config":{…}}
 ///     {"document":0,"content":{…}}                       the whole document
 ///     {"document":1,"from":0,"changed":{…}}              the fields that are others than in 0
 ///     {"config":{…}}                                     values asked for later
+///     {"text":0,"content":"…"}                           a long text, once
 ///     {"call":"request","before":0,"after":1,"at":…,"milliseconds":…,"events":[…],"result":…}
 ///
-/// An event is one of {"clock":…}, {"transport":"getError"}, {"exchange":{…}}, {"queue":{…}}.
+/// An event is one of {"clock":…}, {"transport":"getError"}, {"exchange":{…}}, {"queue":{…}}; of
+/// {"clock":…,"times":3} there were three, with equal readings. {"text":0} stands for that long
+/// text as a request, an answer, a value of a queued message or of a document's plug-in data.
+/// Version 1 has neither; read, both are the same.
 struct Record
 {
-    static constexpr int version = 1;
+    static constexpr int version = 2;
 
     /// The first line.
     QJsonObject header;
@@ -33,6 +38,8 @@ struct Record
     QList<QJsonObject> calls;
     /// Whether the last line was cut off.
     bool cut = false;
+    /// Long texts by their index; documents and calls have them in place.
+    QStringList texts;
 
     int number() const;
     /// Values of the configuration that the plug-in asked for; no secrets.
@@ -45,7 +52,7 @@ struct Record
     QString cardNumber() const;
 
     /// Takes a line over. @return why it is none of a record; empty when it is
-    QString add(const QJsonObject& line);
+    QString add(const QJsonObject& written);
     static bool isHeader(const QJsonObject& line);
     /// Whether it is a header that a till has written, of whatever version.
     static bool isOfTill(const QJsonObject& line);

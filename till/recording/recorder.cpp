@@ -4,8 +4,10 @@
 #include "till/recording/recorder.h"
 
 #include "host/core/basicexception.h"
+#include "host/document/document.h"
 #include "till/reason.h"
 #include "till/recording/documentjson.h"
+#include "till/recording/record.h"
 #include "till/recording/valuejson.h"
 #include "till/text.h"
 
@@ -25,18 +27,6 @@ QString presentTime()
     return now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODateWithMs);
 }
 
-/// The fields of a document that are others than before.
-QJsonObject changedFields(const QJsonObject& before, const QJsonObject& after)
-{
-    QJsonObject changed;
-    for (auto it = after.begin(); it != after.end(); ++it) {
-        if (before.value(it.key()) != it.value()) {
-            changed.insert(it.key(), it.value());
-        }
-    }
-    return changed;
-}
-
 void warnOnce(const std::exception& error)
 {
     static bool warned = false;
@@ -51,7 +41,8 @@ void warnOnce(const std::exception& error)
 } // namespace
 
 Recorder::Recorder(RecordTarget& recordTarget, const QJsonObject& recordHeader)
-    : target(recordTarget), header(recordHeader), owner(std::this_thread::get_id())
+    : target(recordTarget), header(recordHeader), owner(std::this_thread::get_id()),
+      texts(recordTarget)
 {}
 
 void Recorder::guarded(const std::function<void()>& step)
@@ -84,7 +75,7 @@ void Recorder::begin(const QString& name, const Given& given)
         if (!sound) {
             return;
         }
-        events = {};
+        events.take();
         card = given.card;
         call = {{u"call"_s, name}, {u"at"_s, presentTime()}};
         if (!given.arguments.isEmpty()) {
@@ -104,13 +95,12 @@ void Recorder::beginRecord(const QSharedPointer<AbstractDocument>& begun)
     document = begun;
     documents = 0;
     lastDocument = {};
-    lastPluginData = {};
-    lastPluginJson = {};
+    texts.forget();
     newConfig = {};
     sound = true;
     QJsonObject first = header;
     first.insert(u"format"_s, u"orva-till recording"_s);
-    first.insert(u"version"_s, 1);
+    first.insert(u"version"_s, Record::version);
     first.insert(u"started"_s, presentTime());
     first.insert(u"config"_s, config);
     target.begin(first);
@@ -120,14 +110,13 @@ void Recorder::beginRecord(const QSharedPointer<AbstractDocument>& begun)
 int Recorder::keepDocument()
 {
     const auto present = document.toStrongRef().dynamicCast<Document>();
-    const QJsonObject content = present.isNull() ? QJsonObject() : documentjson::of(*present);
-    const bool hasNewData = keepPluginData(present);
-    if (documents > 0 && !hasNewData && content == lastDocument) {
+    const QJsonObject changed = present.isNull()
+                                    ? QJsonObject()
+                                    : lastDocument.changes(*present, [this](const auto& value) {
+                                          return texts.once(value);
+                                      });
+    if (documents > 0 && changed.isEmpty()) {
         return documents - 1;
-    }
-    QJsonObject changed = documents == 0 ? content : changedFields(lastDocument, content);
-    if (hasNewData) {
-        changed.insert(u"pluginData"_s, lastPluginJson);
     }
     QJsonObject line{{u"document"_s, documents}};
     if (documents == 0) {
@@ -137,25 +126,7 @@ int Recorder::keepDocument()
         line.insert(u"changed"_s, changed);
     }
     target.add(line);
-    lastDocument = content;
     return documents++;
-}
-
-/// @return whether plug-ins keep something else in the document than when it was last written down
-bool Recorder::keepPluginData(const QSharedPointer<Document>& present)
-{
-    if (present.isNull()) {
-        return false;
-    }
-    const QMap<QString, QVariantMap> data = present->getPluginData();
-    if (documents > 0 && data.isSharedWith(lastPluginData)) {
-        return false;
-    }
-    const QJsonObject json = documentjson::ofPluginData(data);
-    const bool isOther = documents == 0 || json != lastPluginJson;
-    lastPluginData = data;
-    lastPluginJson = json;
-    return isOther;
 }
 
 void Recorder::end(const std::function<QJsonValue()>& result)
@@ -182,7 +153,7 @@ void Recorder::finish(const QString& outcome, const QJsonValue& value)
 {
     call.insert(u"milliseconds"_s, valuejson::ofElapsed(clock));
     writeNewConfig();
-    call.insert(u"events"_s, events);
+    call.insert(u"events"_s, events.take());
     call.insert(outcome, value);
     if (!card.isNull()) {
         call.insert(u"cardAfter"_s, documentjson::ofCard(*card));
@@ -207,7 +178,14 @@ bool Recorder::isNoting() const
 void Recorder::note(const std::function<QJsonObject()>& event)
 {
     if (isNoting()) {
-        guarded([&] { events.append(event()); });
+        guarded([&] { events.add(event()); });
+    }
+}
+
+void Recorder::noteReading(const QDateTime& time)
+{
+    if (isNoting()) {
+        guarded([&] { events.addReading(time); });
     }
 }
 

@@ -4,12 +4,13 @@
 #pragma once
 
 #include "host/document/abstractdocument.h"
+#include "till/recording/recordeddocument.h"
+#include "till/recording/recordedevents.h"
+#include "till/recording/recordedtexts.h"
 #include "till/recording/recordtarget.h"
 
 #include <QElapsedTimer>
-#include <QJsonArray>
 #include <QJsonObject>
-#include <QMap>
 #include <QSharedPointer>
 #include <QString>
 #include <QWeakPointer>
@@ -17,7 +18,6 @@
 #include <functional>
 #include <thread>
 
-class Document;
 class DocumentCardRecord;
 
 namespace till {
@@ -59,6 +59,11 @@ public:
     bool isNoting() const;
     /// Something that the plug-in asked for. @param event made only where it is needed
     void note(const std::function<QJsonObject()>& event);
+    /// A reading of the clock that the plug-in asked for.
+    void noteReading(const QDateTime& time);
+    /// What stands for a value of an event where it may be a long text. Only while an event is
+    /// made.
+    QJsonValue once(const QJsonValue& value) { return texts.once(value); }
 
     /// A service of the host is at work: what it does is not the plug-in's doing.
     class InService
@@ -80,7 +85,6 @@ private:
     void guarded(const std::function<void()>& step);
     void beginRecord(const QSharedPointer<AbstractDocument>& document);
     int keepDocument();
-    bool keepPluginData(const QSharedPointer<Document>& present);
     void finish(const QString& outcome, const QJsonValue& value);
     void writeNewConfig();
 
@@ -93,17 +97,14 @@ private:
     QWeakPointer<AbstractDocument> document;
     /// Whether the present record can be gone on with.
     bool sound = false;
-    QJsonObject lastDocument; ///< without lastPluginJson
-    /// Held beside its JSON, which takes long to make: while the document still shares the data,
-    /// nothing has changed in it.
-    QMap<QString, QVariantMap> lastPluginData;
-    QJsonObject lastPluginJson;
+    RecordedTexts texts;
+    RecordedDocument lastDocument;
     int documents = 0;
 
     bool inCall = false;
     int inServices = 0;
     QJsonObject call;
-    QJsonArray events;
+    RecordedEvents events;
     QSharedPointer<DocumentCardRecord> card;
     QElapsedTimer clock;
 };

@@ -27,12 +27,15 @@ QVariantMap withoutSecrets(const QVariantMap& message)
     return harmless;
 }
 
-QJsonObject event(const QString& queueName, const QVariantMap& message, const QString& extra)
+QJsonObject event(const QString& queueName, const QVariantMap& message, const QString& extra,
+                  Recorder& recorder)
 {
-    return {
-        {u"name"_s, queueName},
-        {u"message"_s, valuejson::ofVariant(withoutSecrets(message)).toObject().value(u"map"_s)},
-        {u"extra"_s, extra}};
+    const QVariantMap harmless = withoutSecrets(message);
+    QJsonObject content;
+    for (auto it = harmless.cbegin(); it != harmless.cend(); ++it) {
+        content.insert(it.key(), recorder.once(valuejson::ofVariant(it.value())));
+    }
+    return {{u"name"_s, queueName}, {u"message"_s, content}, {u"extra"_s, extra}};
 }
 
 } // namespace
@@ -57,11 +60,13 @@ bool RecordingBroker::addToQueue(const QString& queueName, const QVariantMap& me
             const Recorder::InService service(recorder);
             added = before->addToQueue(queueName, message, extra);
         }
-        recorder.note([&] { return QJsonObject{{u"queue"_s, event(queueName, message, extra)}}; });
+        recorder.note([&] {
+            return QJsonObject{{u"queue"_s, event(queueName, message, extra, recorder)}};
+        });
         return added;
     } catch (const std::exception& error) {
         recorder.note([&] {
-            QJsonObject refused = event(queueName, message, extra);
+            QJsonObject refused = event(queueName, message, extra, recorder);
             refused.insert(u"thrown"_s, Recorder::describe(&error));
             return QJsonObject{{u"queue"_s, refused}};
         });

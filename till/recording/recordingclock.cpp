@@ -4,9 +4,6 @@
 #include "till/recording/recordingclock.h"
 
 #include "till/recording/recorder.h"
-#include "till/recording/valuejson.h"
-
-using namespace Qt::StringLiterals;
 
 namespace till {
 
@@ -25,7 +22,7 @@ QDateTime RecordingClock::currentDateTime()
 {
     const QDateTime time =
         before != nullptr ? before->currentDateTime() : CurrentTime::currentDateTime();
-    recorder.note([&] { return QJsonObject{{u"clock"_s, valuejson::ofTime(time)}}; });
+    recorder.noteReading(time);
     return time;
 }
 

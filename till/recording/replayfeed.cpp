@@ -3,17 +3,19 @@
 
 #include "till/recording/replayfeed.h"
 
+#include "till/recording/recordedevents.h"
+
 using namespace Qt::StringLiterals;
 
 namespace till {
 
-QJsonValue ReplayFeed::next(const char* kind, qsizetype& position) const
+QJsonObject ReplayFeed::next(const char* kind, qsizetype& position) const
 {
     const QLatin1StringView name(kind);
     while (position < events.size()) {
         const QJsonObject event = events.at(position++).toObject();
         if (event.contains(name)) {
-            return event.value(name);
+            return event;
         }
     }
     return {};
@@ -21,10 +23,16 @@ QJsonValue ReplayFeed::next(const char* kind, qsizetype& position) const
 
 QString ReplayFeed::nextClock()
 {
-    const QString time = next("clock", clocks).toString();
-    if (!time.isEmpty()) {
+    if (readings == 0) {
+        const QJsonObject event = next("clock", clocks);
+        const QString time = event.value("clock"_L1).toString();
+        if (time.isEmpty()) {
+            return lastClock;
+        }
         lastClock = time;
+        readings = RecordedEvents::timesOf(event);
     }
+    --readings;
     return lastClock;
 }
 

@@ -17,12 +17,13 @@ public:
         events = recordedEvents;
         exchanges = 0;
         clocks = 0;
+        readings = 0;
         messages = 0;
     }
 
     /// Empty when the call asks for more than it did.
-    QJsonObject nextExchange() { return next("exchange", exchanges).toObject(); }
-    QJsonObject nextMessage() { return next("queue", messages).toObject(); }
+    QJsonObject nextExchange() { return next("exchange", exchanges).value(u"exchange").toObject(); }
+    QJsonObject nextMessage() { return next("queue", messages).value(u"queue").toObject(); }
     /// After the last one, that one again: the clock stands still.
     QString nextClock();
 
@@ -30,11 +31,12 @@ public:
     QString responseHeader(const QString& name) const;
 
 private:
-    QJsonValue next(const char* kind, qsizetype& position) const;
+    QJsonObject next(const char* kind, qsizetype& position) const;
 
     QJsonArray events;
     qsizetype exchanges = 0;
     qsizetype clocks = 0;
+    int readings = 0; ///< that the present one still stands for
     qsizetype messages = 0;
     QString lastClock;
 };

@@ -101,7 +101,21 @@ QJsonValue valuejson::ofElapsed(const QElapsedTimer& clock)
 
 QString valuejson::ofTime(const QDateTime& time)
 {
-    return time.toString(Qt::ISODateWithMs);
+    // all lines of a check have the same time, or nearly so
+    thread_local QDateTime last;
+    thread_local QString lastText;
+    if (lastText.isNull() || !areSameTime(time, last)) {
+        last = time;
+        lastText = time.toString(Qt::ISODateWithMs);
+    }
+    return lastText;
+}
+
+bool valuejson::areSameTime(const QDateTime& left, const QDateTime& right)
+{
+    return left.timeSpec() == right.timeSpec() && left.date() == right.date() &&
+           left.time() == right.time() &&
+           (left.timeSpec() == Qt::LocalTime || left.offsetFromUtc() == right.offsetFromUtc());
 }
 
 QDateTime valuejson::toTime(const QString& text)

@@ -23,6 +23,8 @@ QJsonValue ofElapsed(const QElapsedTimer& clock);
 /// A local time keeps its wall clock and no zone: replayed anywhere, it prints as it did here.
 QString ofTime(const QDateTime& time);
 QDateTime toTime(const QString& text);
+/// Whether both are recorded as the same text.
+bool areSameTime(const QDateTime& left, const QDateTime& right);
 
 /// A text where the bytes are UTF-8, otherwise { "base64": ... }.
 QJsonValue ofBytes(const QByteArray& bytes);

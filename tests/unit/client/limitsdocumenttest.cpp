@@ -29,6 +29,7 @@ TEST(Limits, ofAnAnswerStandInTheDocumentForServersAsTheyHold)
         {u"| attributes of an element | %1 |"_s, limit::attributes},
         {u"| attributes of the XML declaration | %1 |"_s, limit::declarationAttributes},
         {u"in sum | %1 |"_s, limit::entries},
+        {u"a missing `id` is 0) | %1 |"_s, limit::sameLines},
         {u"an element 7 more | %1 |"_s, limit::nodes},
         {u"counts 6 | %1 |"_s, limit::characters},
         {u"of them in sum | %1 |"_s, limit::escapeMoves}};

@@ -224,6 +224,39 @@ TEST_F(SendRequest, tellsTheLogWhatOfAnAnswerTheParserIsNotGiven)
                                                             "элемент b"_s)}));
 }
 
+TEST_F(SendRequest, readsNoAnswerWhoseGoodsLinesRepeatAPositionTooOften)
+{
+    const auto lines = [](int position, int count) {
+        return ("<RawItem><id>" + QByteArray::number(position) + "</id></RawItem>").repeated(count);
+    };
+    const auto answer = [](const QByteArray& items) {
+        return "<a><items>" + items + "</items></a>";
+    };
+    QByteArray different;
+    for (int position = 1; position <= 10'000; ++position) {
+        different += lines(position, 1);
+    }
+    for (const QByteArray& items : {different, different + lines(7, 99), lines(7, 141)}) {
+        expectAnswer(answer(items));
+        send();
+        EXPECT_EQ(client.lastResponse.documentElement().tagName(), u"a"_s);
+    }
+    for (const QByteArray& items :
+         {different + lines(7, 100), lines(7, 142), QByteArray("<RawItem/>").repeated(142)}) {
+        const LogCapture log;
+        expectAnswer(answer(items));
+        send();
+        EXPECT_FALSE(client.lastResponse.hasChildNodes());
+        const QString id = QString::number(items.startsWith("<RawItem/>") ? 0 : 7);
+        EXPECT_EQ(log.lines(),
+                  (QList<LogLine>{sendingLine,
+                                  errorLine(u"Ответ сервера не разбирается: слишком много строк "
+                                            "товара с одним и тем же id (квадраты их чисел в сумме "
+                                            "больше 20000), id "_s +
+                                            id)}));
+    }
+}
+
 TEST_F(SendRequest, tellsTheLogNothingAboutAnAnswerThatIsMerelyMalformed)
 {
     for (const QByteArray& body : {QByteArray("<a><b></a>"), QByteArray("no XML"), QByteArray(),

@@ -113,6 +113,16 @@ TEST_F(RestoredAnswerTest, ADocumentTypeWithDeclarationsMakesTheTextUnreadable)
     EXPECT_EQ(interface->storedResponse(), QString());
 }
 
+TEST_F(RestoredAnswerTest, LinesThatRepeatAPositionTooOftenMakeTheTextUnreadable)
+{
+    const auto lines = [](int count) {
+        return u"<a><items>"_s + u"<RawItem><id>7</id></RawItem>"_s.repeated(count) +
+               u"</items></a>"_s;
+    };
+    EXPECT_TRUE(isReadable(lines(141)));
+    EXPECT_FALSE(isReadable(lines(142)));
+}
+
 QString nested(int levels)
 {
     return u"<e>"_s.repeated(levels) + u"</e>"_s.repeated(levels);

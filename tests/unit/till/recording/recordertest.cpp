@@ -255,7 +255,7 @@ TEST_F(RecorderTest, theServicesBeforeComeBack)
     EXPECT_EQ(MockFactory<CurrentTime>::mocked, nullptr);
     EXPECT_EQ(Singleton<Config>::instance, &config);
     EXPECT_EQ(Singleton<DBQueueBroker>::instance, &broker);
-    till::Replay(pluginFile).run(Record{{}, {}, {}, false});
+    till::Replay(pluginFile).run(Record{{}, {}, {}, false, {}});
     EXPECT_EQ(MockFactory<RestClient>::mocked, &server);
     EXPECT_EQ(Singleton<Session>::instance, &session);
 }
