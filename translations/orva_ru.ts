@@ -2508,10 +2508,6 @@ are there already.</source>
         <translation>Настройки кассы, они будут записаны в %1</translation>
     </message>
     <message>
-        <source>No plug-in is installed here, so user, password and key are not tried.</source>
-        <translation>Плагин здесь не установлен, поэтому пользователь, пароль и ключ не проверены.</translation>
-    </message>
-    <message>
         <source>The server takes user, password and key.</source>
         <translation>Сервер принимает пользователя, пароль и ключ.</translation>
     </message>
@@ -2586,6 +2582,14 @@ are there already.</source>
     <message>
         <source>no regular file, or too long</source>
         <translation>не обычный файл или слишком длинный</translation>
+    </message>
+    <message>
+        <source>There is no plug-in here that says which settings it needs; install it, or name its file with --plugin.</source>
+        <translation>Здесь нет плагина, который сказал бы, какие настройки ему нужны; установите его или укажите его файл в --plugin.</translation>
+    </message>
+    <message>
+        <source>User, password and key could not be tried here.</source>
+        <translation>Пользователя, пароль и ключ здесь не удалось проверить.</translation>
     </message>
 </context>
 </TS>

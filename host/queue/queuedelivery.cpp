@@ -127,7 +127,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
             client->abort();
         }
     }
-    client->setTimeout(int(requestTimeout().count()));
+    client->setTimeout(exchangeSeconds());
     // what is sent is UTF-8, whatever the text was read in before it was queued
     client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
     {

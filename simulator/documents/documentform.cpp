@@ -40,6 +40,31 @@ Document readSchema(const QString& name)
     return Document(read);
 }
 
+/// Puts the elements of a group where the group is named, below the node, for the sentences here
+/// are made from lists of elements.
+void resolveGroups(xmlNode* node, const Element& definitions)
+{
+    xmlNode* next = nullptr;
+    for (xmlNode* at = xmlFirstElementChild(node); at != nullptr; at = next) {
+        next = xmlNextElementSibling(at);
+        const Element element(at);
+        if (element.name() != "group"_L1) {
+            resolveGroups(at, definitions);
+            continue;
+        }
+        for (const Element& group : definitions.all({"group"_L1})) {
+            if (nameOf(group) != attributeOf(element, "ref")) {
+                continue;
+            }
+            for (const Element& row : group.child("sequence"_L1).all({"element"_L1})) {
+                xmlAddPrevSibling(at, xmlDocCopyNode(row.handle(), at->doc, 1));
+            }
+        }
+        xmlUnlinkNode(at);
+        xmlFreeNode(at);
+    }
+}
+
 /// A schema with what it includes, so that nothing is looked for on the disk.
 Document wholeSchema(const QString& name)
 {
@@ -53,6 +78,7 @@ Document wholeSchema(const QString& name)
                             xmlDocCopyNode(type.handle(), schema.handle(), 1));
             }
         }
+        resolveGroups(schema.root().handle(), included.root());
     }
     schema.root().remove("include"_L1);
     // libxml2 compares each line's id with each other's; two equal ones are found elsewhere

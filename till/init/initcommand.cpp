@@ -3,8 +3,12 @@
 
 #include "till/init/initcommand.h"
 
+#include "host/config/keysheet.h"
+#include "host/config/knownkeys.h"
+#include "host/services/config.h"
 #include "input/readfile.h"
 #include "till/commands/configfile.h"
+#include "till/desk/installedplugin.h"
 #include "till/failure.h"
 #include "till/init/interview.h"
 #include "till/init/plan.h"
@@ -61,6 +65,20 @@ QByteArray contentOf(const QString& answers)
     }
 }
 
+/// The table of the configuration that the plug-in reads, as the sheet beside it says.
+QString tableOfPlugin(const QString& named)
+{
+    poshost::keysheet::registerPlugin(chosenPlugin(named, Config()));
+    const auto address = poshost::knownkeys::find(poshost::ConfigKey::Use::ServerAddress);
+    if (!address) {
+        throw Failure(
+            Text::tr("There is no plug-in here that says which settings it needs; install "
+                     "it, or name its file with --plugin."),
+            ExitCode::Usage);
+    }
+    return address->table;
+}
+
 /// The server puts what is asked for right behind the address.
 void endWithSlash(QString& address)
 {
@@ -91,7 +109,9 @@ ExitCode InitCommand::run()
 
 Settings InitCommand::settings()
 {
+    serverTable = tableOfPlugin(options.plugin);
     Settings settings = options.forSimulator ? Settings::ofSimulator() : askedFor();
+    settings.serverTable = serverTable;
     if (!options.database.isEmpty()) {
         settings.database = options.database;
     } else if (target == configfile::ofMachine()) {
@@ -119,6 +139,7 @@ Settings InitCommand::askedFor()
     Interview interview(options.answers.isEmpty() ? std::cin : file, person, errors);
     return interview.ask(
         [this](Settings& known) {
+            known.serverTable = serverTable;
             endWithSlash(known.address);
             return options.offline ? QString() : trial::ofAddress(known.address);
         },
@@ -130,8 +151,7 @@ QString InitCommand::tryCredentials(const Settings& known)
     const trial::Answer answer = trial::ofAll(known, options);
     leftBehind = leftBehind || answer.leftBehind;
     if (answer.isDoubtful) {
-        errors.notes({Text::tr("No plug-in is installed here, so user, password and key are not "
-                               "tried.")});
+        errors.notes({Text::tr("User, password and key could not be tried here.")});
     } else if (answer.wrong.isEmpty() && !options.json) {
         out.done(Text::tr("The server takes user, password and key."));
     }

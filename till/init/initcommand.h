@@ -37,6 +37,7 @@ private:
     Output& out;
     Output& errors;
     const QString target;
+    QString serverTable;
     bool leftBehind = false;
 };
 

@@ -12,7 +12,7 @@ namespace till::init {
 /// What would become different in settings that are there already.
 struct Change
 {
-    QString what;   ///< a key, "[Orva] serverUrl", or a file
+    QString what;   ///< a key, "[till] database", or a file
     QString before; ///< empty: it was not set; "***": a secret
     QString after;
 };

@@ -25,7 +25,7 @@ Settings Settings::ofSimulator()
 
 QList<Entry> entriesOf(const Settings& settings)
 {
-    const QString server = u"Orva"_s;
+    const QString& server = settings.serverTable;
     const QString till = u"till"_s;
     QList<Entry> entries{
         {server, u"serverUrl"_s, settings.address},

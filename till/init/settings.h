@@ -12,7 +12,8 @@ namespace till::init {
 /// What a till must know of its loyalty server, and where it keeps its own things.
 struct Settings
 {
-    QString address; ///< ends with "/"
+    QString serverTable; ///< of the configuration, the one that the plug-in reads
+    QString address;     ///< ends with "/"
     QString shop;
     QString desk;
     QString user;

@@ -50,11 +50,12 @@ private:
 };
 
 /// What concerns neither the answers nor what they are tried with is the doctor's business later.
-bool concernsAnswers(const QString& id)
+bool concernsAnswers(const QString& id, const Settings& settings)
 {
-    return id.startsWith("config.Orva."_L1) || id.startsWith("address."_L1) ||
-           id.startsWith("road."_L1) || id.startsWith("tls."_L1) || id.startsWith("plugin."_L1) ||
-           id == "server.answer"_L1 || id == "server.credentials"_L1 || id == "server.endpoint"_L1;
+    return id.startsWith(u"config.%1."_s.arg(settings.serverTable)) ||
+           id.startsWith("address."_L1) || id.startsWith("road."_L1) || id.startsWith("tls."_L1) ||
+           id.startsWith("plugin."_L1) || id == "server.answer"_L1 ||
+           id == "server.credentials"_L1 || id == "server.endpoint"_L1;
 }
 
 } // namespace
@@ -79,7 +80,7 @@ Answer ofAll(const Settings& settings, const Options& options)
     doctor::Subject subject;
     subject.plugin = options.plugin.isEmpty() ? installedPlugin() : options.plugin;
     const UnseenFile file(toToml(entriesOf(settings), Secrets::Inside));
-    if (subject.plugin.isEmpty() || !file.isWritten()) {
+    if (!file.isWritten()) {
         answer.isDoubtful = true;
         return answer;
     }
@@ -91,7 +92,7 @@ Answer ofAll(const Settings& settings, const Options& options)
     const doctor::Report report = doctor.examine();
     answer.leftBehind = doctor.leftSomethingBehind();
     for (const doctor::Report::Row& row : report.rows()) {
-        if (row.finding.mark == doctor::Mark::Fails && concernsAnswers(row.id)) {
+        if (row.finding.mark == doctor::Mark::Fails && concernsAnswers(row.id, settings)) {
             answer.wrong = u"%1: %2."_s.arg(row.title, row.finding.text);
             break;
         }
