@@ -13,7 +13,7 @@ include(CMakePackageConfigHelpers)
 # Beside each other the files find each other in any folder. Where the dynamic linker looks by itself
 # they carry no path.
 file(RELATIVE_PATH to_libraries /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
-set_target_properties(orva-till PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
+set_target_properties(orva-till orva-simulator PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
 file(RELATIVE_PATH to_libraries /${ORVA_INSTALL_PLUGINS} /${CMAKE_INSTALL_LIBDIR})
 set_target_properties(orva PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
 
@@ -43,8 +43,8 @@ install(TARGETS orva LIBRARY DESTINATION ${ORVA_INSTALL_PLUGINS} COMPONENT plugi
 orva_forget_path_below_usr(plugin ${ORVA_INSTALL_PLUGINS}/liborva.so)
 
 install(TARGETS orva-till orva-simulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-orva_forget_path_below_usr(tools ${CMAKE_INSTALL_BINDIR}/orva-till)
 foreach(program orva-till orva-simulator)
+    orva_forget_path_below_usr(tools ${CMAKE_INSTALL_BINDIR}/${program})
     orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/${program}.1
         ${CMAKE_INSTALL_MANDIR}/man1 tools)
     install(FILES docs/completion/orva.bash RENAME ${program} COMPONENT tools

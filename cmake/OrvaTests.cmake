@@ -62,15 +62,16 @@ function(orva_test_library target)
 endfunction()
 
 # orva_test(NAME SOURCES ... [LIBRARIES ...] [DEFINITIONS ...] [TIMEOUT seconds] [SERIAL] [WAITS]
-#     [OPTIMIZED] [ONE_LOCALE pattern])
+#     [OPTIMIZED] [ONE_LOCALE pattern] [LONG pattern])
 # A GoogleTest program. Every test in it runs twice: under the C locale and under a Russian one,
 # whose decimal comma must change nothing. TIMEOUT is for one test. SERIAL: it measures time-outs, so
 # ctest runs nothing beside one of its tests; WAITS: it mostly waits for others and leaves its core to
 # them. ONE_LOCALE names tests (as --gtest_filter does) that wait or compute for long about something
 # that no locale changes: where whole programs run, the Russian run leaves them to a program of its own,
-# which is long.
+# which is long (orva_long_tests). LONG names tests that are long in the first locale too and wait for the
+# second in vain.
 function(orva_test target)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WAITS;OPTIMIZED" "TIMEOUT;ONE_LOCALE"
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "SERIAL;WAITS;OPTIMIZED" "TIMEOUT;ONE_LOCALE;LONG"
         "SOURCES;LIBRARIES;DEFINITIONS")
     add_executable(${target} ${ARG_SOURCES})
     set(optimized "")
@@ -104,14 +105,14 @@ function(orva_test target)
     get_property(each_test DIRECTORY PROPERTY TEST_INCLUDE_FILES)
     set(choice ${CMAKE_CURRENT_BINARY_DIR}/${target}_entries.cmake)
     _orva_write_entries(${choice} ${target} ${ARG_TIMEOUT} "${serial}" "${ARG_WAITS}" "${each_test}"
-        "${ARG_ONE_LOCALE}")
+        "${ARG_ONE_LOCALE}" "${ARG_LONG}")
     set_property(DIRECTORY PROPERTY TEST_INCLUDE_FILES ${entries} ${choice})
 endfunction()
 
 # What ctest reads: one entry for each test, or, where ORVA_TESTS is "programs", one for the whole
 # program in each locale. To start a process takes longer than most tests. What measures time-outs has
 # others beside it then: it sleeps, and who wakes up goes before who computes.
-function(_orva_write_entries file target timeout serial waits each_test one_locale)
+function(_orva_write_entries file target timeout serial waits each_test one_locale long)
     set(places 2)
     if(waits OR serial)
         set(places 1)
@@ -128,10 +129,18 @@ function(_orva_write_entries file target timeout serial waits each_test one_loca
         list(APPEND names ru.${target})
         set(filter_of_ru.${target} "")
     endif()
+    if(long)
+        set(filter_of_${target} " [==[--gtest_filter=-${long}]==]")
+        list(APPEND names long.${target})
+        set(filter_of_long.${target} " [==[--gtest_filter=${long}]==]")
+    endif()
     if(one_locale)
-        set(filter_of_ru.${target} " [==[--gtest_filter=-${one_locale}]==]")
         list(APPEND names long.ru.${target})
         set(filter_of_long.ru.${target} " [==[--gtest_filter=${one_locale}]==]")
+    endif()
+    if(one_locale OR long)
+        string(JOIN ":" elsewhere ${one_locale} ${long})
+        set(filter_of_ru.${target} " [==[--gtest_filter=-${elsewhere}]==]")
     endif()
     foreach(name IN LISTS names)
         set(environment "LC_ALL=C.UTF-8")

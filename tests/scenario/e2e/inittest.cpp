@@ -3,6 +3,7 @@
 
 // A till is set up by answering questions; what was there stays.
 
+#include "host/config/keysheet.h"
 #include "host/services/config.h"
 #include "tests/support/portreserve.h"
 #include "tests/support/shop.h"
@@ -25,7 +26,9 @@ protected:
     {
         Shop::SetUp();
         ASSERT_TRUE(QFile::remove(path(u"orva.toml"_s)));
+        poshost::keysheet::registerPlugin(QStringLiteral(ORVA_PLUGIN));
     }
+    void TearDown() override { poshost::keysheet::registerPlugin({}); }
 
     /// A line for each question.
     QString answers(const QString& password = u"secret"_s, const QString& server = {}) const
@@ -183,7 +186,8 @@ TEST_F(InitTest, InASharedFolderTheGroupMayRead)
 
 TEST_F(InitTest, ThoseForTryingAreThoseOfTheExample)
 {
-    const RunResult made = till({u"init"_s, u"--defaults"_s, u"simulator"_s});
+    const RunResult made = till(
+        {u"--plugin"_s, QStringLiteral(ORVA_PLUGIN), u"init"_s, u"--defaults"_s, u"simulator"_s});
     EXPECT_EQ(made.exitCode, 0) << qPrintable(made.output);
     Config written;
     written.load(path(u"orva.toml"_s));
