@@ -113,9 +113,13 @@ void Database::Connection::requireSound() const
 void Database::Connection::switchToLog(int busyMilliseconds)
 {
     const QDeadlineTimer deadline(busyMilliseconds);
+    // SQLite makes the log first and gives the group its rights then
+    const bool isShared = (databasefile::rightsOf(file) & S_IRWXG) != 0;
     while (sqlite3_exec(handle, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr) !=
            SQLITE_OK) {
-        if (sqlite3_errcode(handle) != SQLITE_BUSY || deadline.hasExpired()) {
+        const int error = sqlite3_errcode(handle);
+        const bool mayPass = error == SQLITE_BUSY || (isShared && error == SQLITE_CANTOPEN);
+        if (!mayPass || deadline.hasExpired()) {
             fail();
         }
         QThread::msleep(5);

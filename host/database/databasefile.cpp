@@ -37,6 +37,33 @@ void syncFolderOf(const QString& file)
     }
 }
 
+/// @return 0, or the system's error
+int create(const QByteArray& name, mode_t rights)
+{
+    const int descriptor =
+        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
+    if (descriptor < 0) {
+        return errno;
+    }
+    const int failed = ::fchmod(descriptor, rights) != 0 ? errno : 0;
+    ::close(descriptor);
+    return failed;
+}
+
+/// The mask of the process leaves the group nothing at first, and another account may look just then:
+/// the file gets its name once it has its rights.
+int createForOthers(const QByteArray& name, mode_t rights)
+{
+    const QByteArray unnamed = name + ".new-" + QByteArray::number(::getpid());
+    ::unlink(unnamed.constData()); // of a process that was killed
+    int error = create(unnamed, rights);
+    if (error == 0 && ::link(unnamed.constData(), name.constData()) != 0) {
+        error = errno;
+    }
+    ::unlink(unnamed.constData());
+    return error;
+}
+
 } // namespace
 
 mode_t rightsOf(const QString& file)
@@ -51,19 +78,14 @@ mode_t rightsOf(const QString& file)
 
 bool createBeside(const QString& file)
 {
-    const QByteArray name = QFile::encodeName(file);
-    const int descriptor =
-        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly);
-    if (descriptor >= 0) {
-        const int failed = ::fchmod(descriptor, rightsOf(file)) != 0 ? errno : 0;
-        ::close(descriptor);
-        if (failed != 0) {
-            throw BasicException(databaseerror::fromSystem(file, failed));
-        }
+    const mode_t rights = rightsOf(file);
+    const int error = rights == ownerOnly ? create(QFile::encodeName(file), rights)
+                                          : createForOthers(QFile::encodeName(file), rights);
+    if (error == 0) {
         syncFolderOf(file);
         return true;
     }
-    if (const int error = errno; error != EEXIST) {
+    if (error != EEXIST) {
         throw DatabaseFailure(databaseerror::fromSystem(file, error), file,
                               QString::fromLocal8Bit(std::strerror(error)));
     }
