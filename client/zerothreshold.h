@@ -6,8 +6,8 @@
 namespace orva {
 
 /// Half a kopeck in currency units: an amount below it counts as nothing. Whether the amount itself
-/// or its size is compared differs and is said at each place. The host's own count of money has the same
-/// figure (host/document/money.h), which no contract promises a plug-in.
+/// or its size is compared differs and is said at each place. The host has the same figure for its
+/// own count of money (host/document/money.h), which no contract promises a plug-in.
 inline constexpr double zeroThreshold = 0.005;
 
 } // namespace orva

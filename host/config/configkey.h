@@ -12,6 +12,7 @@ namespace poshost {
 /// What is known of a key of the configuration: its sheet. Whoever reads the key writes it.
 struct ConfigKey
 {
+    /// What a key may hold.
     enum class Kind
     {
         Text,
@@ -32,9 +33,9 @@ struct ConfigKey
         Credential,    ///< tells the plug-in's server who asks
     };
 
-    QString table = {};
-    QString key = {};
-    Kind kind = Kind::Text;
+    QString table = {};     ///< name of the table
+    QString key = {};       ///< name of the key in it
+    Kind kind = Kind::Text; ///< what it may hold
     /// What it is good for, in English: one sentence without capital and full stop.
     QString about = {};
     /// A value as it may stand in the file.
@@ -48,9 +49,9 @@ struct ConfigKey
     int minimum = std::numeric_limits<int>::min(); ///< of a Number
     bool isRequired = false;                       ///< its owner cannot work without it
     bool mayBeEmpty = false;                       ///< of a text: if it is written out
-    Use use = Use::None;
+    Use use = Use::None;                           ///< what others do with it
 
-    /// As Config is asked for it: "Table:key".
+    /// @return as Config is asked for it: "Table:key"
     QString name() const { return table + QLatin1Char(':') + key; }
 };
 

@@ -33,12 +33,15 @@ namespace poshost {
 /// name, type, about and sample must be there; what else stands in a sheet is for other readers.
 namespace keysheet {
 
-/// The owner of these keys in knownkeys.
+/// @return the owner of these keys in knownkeys
 HOST_EXPORT QString owner();
-/// The sheet beside a plug-in, or beside the file that a link to it leads to; empty when there is
-/// none.
+/// Looks for the sheet beside a plug-in, or beside the file that a link to it leads to.
+/// @param pluginFile path of the plug-in
+/// @return path of the sheet; empty when there is none
 HOST_EXPORT QString fileOf(const QString& pluginFile);
-/// The keys of a sheet in their order. Waits for nobody.
+/// Reads a sheet. Waits for nobody.
+/// @param fileName path of the sheet
+/// @return its keys in their order
 /// @throws BasicException "configError" naming the file and what is wrong with it
 HOST_EXPORT QList<ConfigKey> read(const QString& fileName);
 /// Registers the keys of a plug-in in the place of those of the plug-in before; none where it has

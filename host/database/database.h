@@ -37,6 +37,8 @@ public:
     /// by a newer version of the program, which is named; the file stays as it was.
     explicit Database(const QString& fileName, int busyMilliseconds = defaultBusyMilliseconds);
     /// The same for a file that holds other tables than a till's.
+    /// @param fileName its path; a relative one starts at the current folder
+    /// @param busyMilliseconds limit of every wait for another connection, 0: do not wait
     /// @param prepareTables called once with the new connection, to look whether the file is the
     /// right one and to make its tables or bring them up to date, in a transaction of its own; what
     /// it throws leaves the constructor, and the file as it was

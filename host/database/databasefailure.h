@@ -22,7 +22,9 @@ public:
     DatabaseFailure& operator=(const DatabaseFailure&) = default;
     ~DatabaseFailure() override;
 
+    /// @return the database's absolute path
     QString file() const { return path; }
+    /// @return what the system or SQLite says, in its own words
     QString cause() const { return words; }
 
 private:

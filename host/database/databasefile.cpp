@@ -50,7 +50,8 @@ int create(const QByteArray& name, mode_t rights)
     return failed;
 }
 
-/// The mask of the process leaves the group nothing at first, and another account may look just then:
+/// The mask of the process leaves the group nothing at first, and another account may look just
+/// then:
 /// the file gets its name once it has its rights.
 int createForOthers(const QByteArray& name, mode_t rights)
 {

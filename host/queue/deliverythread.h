@@ -42,8 +42,9 @@ public:
     /// Ends the thread and waits for it. A request under way is broken off within about a second;
     /// its message stays in the queue. May be started again.
     void stop();
-    /// How long ago it last came through the queue or through a request; far above the interval of
-    /// its looks and the time-out of a request, something holds it up for ever. Any thread.
+    /// @return how long ago it last came through the queue or through a request; far above the
+    /// interval of its looks and the time-out of a request, something holds it up for ever. Any
+    /// thread.
     std::chrono::milliseconds sinceSignOfLife() const;
 
 private:

@@ -21,19 +21,22 @@ class HOST_EXPORT QueueBell
 public:
     /// Listens. Makes the file when it is missing; what cannot be watched is logged and never
     /// heard.
+    /// @param databaseFile path of the database that the bell hangs beside
     /// @throws BasicException "databaseError" when the file cannot be made
     explicit QueueBell(const QString& databaseFile);
     ~QueueBell();
     QueueBell(const QueueBell&) = delete;
     QueueBell& operator=(const QueueBell&) = delete;
 
-    /// To be polled for input: there is some once the bell was rung. -1: nothing can be heard.
+    /// @return to be polled for input: there is some once the bell was rung; -1: nothing can be
+    /// heard
     int descriptor() const { return watch; }
     /// Forgets the rings so far. Takes the file up anew when somebody has removed it.
     void clear();
 
     /// Rings; does nothing where nobody has listened yet. To be called after the commit. Any
     /// thread, does not block.
+    /// @param databaseFile path of the database that the bell hangs beside
     static void ring(const QString& databaseFile);
 
 private:

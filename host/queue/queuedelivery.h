@@ -70,7 +70,7 @@ public:
     /// broken off within about a second and counts as attempted. Any thread; does not wait.
     void requestStop();
 
-    /// How long one request may take, as configured.
+    /// @return how long one request may take, as configured
     static std::chrono::seconds requestTimeout();
 
 private:
