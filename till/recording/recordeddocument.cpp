@@ -25,7 +25,7 @@ QJsonObject RecordedDocument::changes(const Document& present, const Keep& keep)
         std::string image = part.image(present);
         if (!written || images.value(part.name) != image) {
             changed.insert(part.name, part.json(present));
-            images.insert(part.name, std::move(image));
+            images.insert(part.name, image);
         }
     }
     if (takePluginData(present, keep)) {

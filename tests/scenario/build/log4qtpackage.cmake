@@ -24,7 +24,7 @@ run(${CMAKE_COMMAND} --install ${WORK_DIR}/log4qt)
 # Without optimisation and debugging information it builds fastest.
 configure(${SOURCE_DIR} ${plugin_build} code output
     -D "CMAKE_PREFIX_PATH=${prefix};${PREFIX_PATH}" -D ORVA_BUILD_TESTS=OFF
-    -D ORVA_ABSTRACT_PLUGIN_IID=${identifier} -D "CMAKE_BUILD_TYPE=" -D CMAKE_UNITY_BUILD=ON)
+    -D ORVA_ABSTRACT_PLUGIN_IID=${identifier} -D "CMAKE_BUILD_TYPE=")
 if(NOT code EQUAL 0)
     message(FATAL_ERROR "The plug-in cannot be configured:\n${output}")
 endif()
