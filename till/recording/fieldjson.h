@@ -125,8 +125,8 @@ void read(const QJsonObject& object, Owner& owner, const QList<Field<Owner>>& fi
 {
     for (const Field<Owner>& field : fields) {
         std::visit(
-            [&]<typename Value>(const Access<Owner, Value>& access) {
-                Value value{};
+            [&](const auto& access) {
+                std::decay_t<decltype(access.get(owner))> value{};
                 read(object.value(field.name), value);
                 access.set(owner, value);
             },

@@ -98,7 +98,8 @@ void fill(Owner& owner, const QList<Field<Owner>>& fields)
     for (const Field<Owner>& field : fields) {
         ++number;
         std::visit(
-            [&]<typename Value>(const till::Access<Owner, Value>& access) {
+            [&](const auto& access) {
+                using Value = std::decay_t<decltype(access.get(owner))>;
                 access.set(owner, valueOf<Value>(field.largest ? 1 : number));
             },
             field.access);
