@@ -6,7 +6,7 @@
 #include "databasefixture.h"
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
+#include <limits>
 
 using ::testing::HasSubstr;
 
