@@ -13,7 +13,10 @@
 #include "client/interface.h"
 #include "host/database/database.h"
 #include "host/database/transaction.h"
+#include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -35,12 +38,17 @@ QVariantMap makeMessage(const QString& serverUrl)
     return client.getSaleRequest(sale, card);
 }
 
-void fill(poshost::Database& database, const QVariantMap& message, int messages)
+/// @param cards whose messages come in turns
+void fill(poshost::Database& database, const QVariantMap& message, int messages, int cards = 1)
 {
     DBQueueBroker broker(QSharedPointer<poshost::Database>(&database, [](poshost::Database*) {}));
     poshost::Transaction transaction(database);
     for (int number = 0; number < messages; ++number) {
         broker.addToQueue(u"orva"_s, message, QString());
+        if (cards > 1) {
+            poshost::OutgoingQueue queue(database);
+            queue.putIntoLane(queue.lastAddedId(), QString::number(number % cards));
+        }
     }
     transaction.commit();
     // a queue that was filled check by check has long been carried over from the log to the file
@@ -83,10 +91,42 @@ void measureDrain(benchmark::State& state, int messages)
     report(state, floorSum / all, subjectSum / all, floorSum / subjectSum, {0.8, true});
 }
 
+/// How much sooner a queue is empty over several connections, where the server is waited for.
+void measureConnections(benchmark::State& state)
+{
+    constexpr int messages = 2000;
+    constexpr int cards = 500;
+    LoopbackServer server("<ok/>", std::chrono::milliseconds(20));
+    const Workplace one(server.url());
+    const QVariantMap message = makeMessage(server.url());
+    const auto drain = [&](const Workplace& workplace) {
+        poshost::Database database(workplace.file(u"till.sqlite"_s));
+        poshost::QueueDelivery delivery(database);
+        fill(database, message, messages, cards);
+        int delivered = 0;
+        const double time =
+            seconds(Clock::Wall, [&] { delivered = delivery.deliverDue().delivered; });
+        return delivered == messages ? time : 0;
+    };
+    for ([[maybe_unused]] const auto turn : state) {
+        const double alone = drain(one);
+        const Workplace four(server.url(), {}, "[queue]\nconnections = 4\n");
+        const double together = drain(four);
+        if (alone == 0 || together == 0) {
+            state.SkipWithError("the queue was not drained");
+            return;
+        }
+        state.SetIterationTime(together);
+        report(state, alone, together, alone / together, {3.5, true});
+    }
+}
+
 } // namespace
 
 void addDrainRows()
 {
+    // a minute and a half of waiting for the server: once is enough for a ratio of waits
+    addRow("drain/connections", 1, measureConnections)->Repetitions(1)->ReportAggregatesOnly(false);
     addRow("drain/10000", 1, [](benchmark::State& state) { measureDrain(state, 10'000); });
 }
 

@@ -46,10 +46,10 @@ bool receive(int descriptor)
 
 } // namespace
 
-LoopbackServer::LoopbackServer(const QByteArray& body)
+LoopbackServer::LoopbackServer(const QByteArray& body, std::chrono::milliseconds taken)
     : answer("HTTP/1.1 200 OK\r\nContent-Type: application/xml\r\nContent-Length: " +
              std::to_string(body.size()) + "\r\n\r\n" + body.toStdString()),
-      listening(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+      pause(taken), listening(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -100,6 +100,7 @@ void LoopbackServer::acceptAll()
 void LoopbackServer::serve(int descriptor)
 {
     while (receive(descriptor)) {
+        std::this_thread::sleep_for(pause);
         ++answered;
         std::string_view rest = answer;
         while (!rest.empty()) {

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QString>
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -18,7 +19,8 @@ namespace bench {
 class LoopbackServer
 {
 public:
-    explicit LoopbackServer(const QByteArray& body);
+    /// @param pause how long it takes for each request
+    explicit LoopbackServer(const QByteArray& body, std::chrono::milliseconds pause = {});
     ~LoopbackServer();
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;
@@ -34,6 +36,7 @@ private:
     void serve(int descriptor);
 
     std::string answer;
+    std::chrono::milliseconds pause;
     int listening = -1;
     int port = 0;
     std::atomic<int> accepted = 0;

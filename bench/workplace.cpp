@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace bench {
 
-Workplace::Workplace(const QString& serverUrl, const QString& authorityFile)
+Workplace::Workplace(const QString& serverUrl, const QString& authorityFile,
+                     const QByteArray& furtherKeys)
     : folder(QDir::tempPath() + u"/orva-bench-XXXXXX"_s)
 {
     QFile settings(file(u"orva.toml"_s));
@@ -25,6 +26,7 @@ Workplace::Workplace(const QString& serverUrl, const QString& authorityFile)
     if (!authorityFile.isEmpty()) {
         settings.write(u"[http]\ncaFile = \"%1\"\n"_s.arg(authorityFile).toUtf8());
     }
+    settings.write(furtherKeys);
     settings.close();
     config.load(settings.fileName());
     Singleton<Config>::instance = &config;

@@ -18,8 +18,10 @@ class Workplace
 {
 public:
     /// @param authorityFile whom to trust besides the system's authorities; empty for nobody
+    /// @param furtherKeys further lines of the configuration
     explicit Workplace(const QString& serverUrl = QStringLiteral("http://127.0.0.1:1/"),
-                       const QString& authorityFile = QString());
+                       const QString& authorityFile = QString(),
+                       const QByteArray& furtherKeys = QByteArray());
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;

@@ -2438,6 +2438,10 @@ could be written. Ends in less than 5 seconds.</source>
         <translation>не задано: %1 байт</translation>
     </message>
     <message>
+        <source>not set: %1 at a time</source>
+        <translation>не задано: по %1</translation>
+    </message>
+    <message>
         <source>not set: %1</source>
         <translation>не задано: %1</translation>
     </message>

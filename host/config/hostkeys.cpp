@@ -41,6 +41,15 @@ QList<ConfigKey> hostKeys()
          .defaultValue = defaultKeepDays,
          .unit = u"days"_s,
          .minimum = 0},
+        {.table = u"queue"_s,
+         .key = u"connections"_s,
+         .kind = Kind::Number,
+         .about =
+             u"how many messages are sent at once (at most 16), those of one card one by one"_s,
+         .sample = u"4"_s,
+         .defaultValue = 1,
+         .unit = u"at a time"_s,
+         .minimum = 1},
     };
 }
 

@@ -22,34 +22,17 @@ using deliverypolicy::Meaning;
 
 namespace {
 
-/// The oldest message that is due, for each account by itself so that many paused ones cost
-/// nothing. A wait that began in the future, or ends later than any wait may, is over: the clock
-/// was put back, or the row is damaged. And a message waits for earlier ones only.
-const QString selectDue =
-    u"SELECT min(due) FROM (SELECT (SELECT m.id FROM queue_messages m "
-    "WHERE m.account_id = a.id AND m.state = 'waiting' "
-    "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= ?1 OR m.attempted_at > ?1 "
-    "OR m.next_attempt_at > ?1 + %1) "
-    "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
-    "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
-    "AND o.state <> 'delivered') ORDER BY m.id LIMIT 1) AS due "
-    "FROM queue_accounts a LEFT JOIN queue_holds h ON h.queue = a.queue "
-    "WHERE (a.paused_status IS NULL OR coalesce(a.probe_at, 0) <= ?1 OR a.paused_at > ?1 "
-    "OR a.probe_at > ?1 + %1) AND (h.queue IS NULL OR h.until <= ?1 OR h.since > ?1 "
-    "OR h.until > ?1 + %1))"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
-
 /// What is needed to send a message; the columns are read by readTask. Queue and holds are those of
 /// the account, by which the due message was found.
 const QString selectTask =
     u"SELECT m.id, m.account_id, a.queue, m.steps_done, m.server_errors, m.step_attempts, "
     "b.payload, b.headers, b.urls, a.authorization, "
-    "a.paused_status IS NOT NULL OR h.queue IS NOT NULL, m.steps, m.last_status, b.digest "
+    "a.paused_status IS NOT NULL OR h.queue IS NOT NULL, m.steps, m.last_status, b.digest, "
+    "coalesce(CAST(m.lane AS INTEGER), 0) "
     "FROM queue_messages m LEFT JOIN queue_bodies b ON b.message_id = m.id "
     "JOIN queue_accounts a ON a.id = m.account_id "
     "LEFT JOIN queue_holds h ON h.queue = a.queue WHERE m.state = 'waiting' AND m.id = "_s;
 
-/// One statement instead of two: a queue that was filled for weeks is drained through here.
-const QString selectDueTask = selectTask + u"("_s + selectDue + u")"_s;
 const QString selectTaskById = selectTask + u"?"_s;
 
 /// All waits that may still be running.
@@ -97,6 +80,7 @@ DeliveryTask DeliveryJournal::readTask(const Statement& row)
     }
     task.addresses = last.addressesInOrder;
     task.isHeld = row.value(10).toBool();
+    task.lane = row.value(14).toLongLong();
     task.damage = queuedamage::of({row.value(6), headers, addresses, row.value(13), row.value(11),
                                    row.value(3), row.value(12)});
     task.step = task.damage.isEmpty() ? row.value(3).toInt() : 0;
@@ -110,7 +94,8 @@ std::optional<DeliveryTask> DeliveryJournal::takeNext()
         parkedUnsent += queuedamage::parkOverlooked(database);
         overlookedSought = true;
     }
-    if (!dueMessage()) { // looked up without the right to write: this is asked for often
+    if (!underWay.allowAnother() ||
+        !dueMessage()) { // looked up without the right to write: this is asked for often
         return std::nullopt;
     }
     Transaction transaction(database);
@@ -125,6 +110,7 @@ std::optional<DeliveryTask> DeliveryJournal::recordAndTakeNext(const DeliveryTas
 {
     Transaction transaction(database);
     now = CurrentTime::milliseconds();
+    underWay.remove(task);
     std::optional<DeliveryTask> next;
     if (result.meaning == Meaning::StepDone && !task.isLastStep()) {
         next = takeFollowingStep(task, result);
@@ -148,6 +134,7 @@ int DeliveryJournal::takeParkedUnsent()
 
 void DeliveryJournal::forget(const DeliveryTask& task)
 {
+    underWay.remove(task);
     Statement statement(database,
                         u"UPDATE queue_messages SET attempts = attempts - 1, "
                         "step_attempts = step_attempts - 1 WHERE id = ? AND step_attempts > 0"_s);
@@ -166,8 +153,9 @@ std::optional<qint64> DeliveryJournal::nextWaitEnd()
 
 std::optional<qint64> DeliveryJournal::dueMessage()
 {
-    Statement statement(database, selectDue);
-    if (!statement.bind(now).next() || statement.value(0).isNull()) {
+    Statement statement(database, underWay.selectDue());
+    underWay.bindTo(statement, now);
+    if (!statement.next() || statement.value(0).isNull()) {
         return std::nullopt;
     }
     return statement.value(0).toLongLong();
@@ -175,9 +163,11 @@ std::optional<qint64> DeliveryJournal::dueMessage()
 
 std::optional<DeliveryTask> DeliveryJournal::takeDue()
 {
-    while (true) {
-        Statement row(database, selectDueTask);
-        if (!row.bind(now).next()) {
+    while (underWay.allowAnother()) {
+        // one statement instead of two: a queue that was filled for weeks is drained through here
+        Statement row(database, selectTask + u"("_s + underWay.selectDue() + u")"_s);
+        underWay.bindTo(row, now);
+        if (!row.next()) {
             return std::nullopt;
         }
         DeliveryTask task = readTask(row);
@@ -185,6 +175,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeDue()
             return task;
         }
     }
+    return std::nullopt;
 }
 
 /// Nothing when the message was taken out of the delivery meanwhile.
@@ -213,6 +204,7 @@ bool DeliveryJournal::beginAttempt(const DeliveryTask& task)
                       u"UPDATE queue_messages SET attempts = attempts + 1, "
                       "step_attempts = step_attempts + 1, attempted_at = ? WHERE id = ?"_s);
     attempt.bind(now).bind(task.messageId).execute();
+    underWay.add(task);
     return true;
 }
 
@@ -244,6 +236,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeFollowingStep(const DeliveryTas
     next.serverErrors = 0;
     next.attemptedBefore = false;
     next.isHeld = false;
+    underWay.add(next);
     return next;
 }
 
@@ -261,12 +254,12 @@ void DeliveryJournal::write(const DeliveryTask& task, const DeliveryResult& resu
         return;
     case Meaning::ServerAway:
         postpone(task, result);
-        holdQueue(task.queue, u"server"_s, result.retryAfterMilliseconds);
+        holdQueue(task, u"server"_s, result.retryAfterMilliseconds);
         return;
     case Meaning::ServerError:
         postpone(task, result);
         if (task.serverErrors + 1 < deliverypolicy::serverErrorsUntilAlone) {
-            holdQueue(task.queue, u"server"_s, result.retryAfterMilliseconds);
+            holdQueue(task, u"server"_s, result.retryAfterMilliseconds);
         }
         return;
     case Meaning::WrongAuthorization:
@@ -275,7 +268,7 @@ void DeliveryJournal::write(const DeliveryTask& task, const DeliveryResult& resu
         return;
     case Meaning::WrongAddress:
         postpone(task, result);
-        holdQueue(task.queue, u"address"_s, 0);
+        holdQueue(task, u"address"_s, 0);
         return;
     }
 }
@@ -288,7 +281,7 @@ void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult&
         delivered
             ? u"UPDATE queue_messages SET steps_done = ?, last_status = ?, step_attempts = 0, "
               "server_errors = 0, next_attempt_at = NULL, last_error = NULL, "
-              "last_answer = NULL, state = 'delivered', account_id = NULL, "
+              "last_answer = NULL, state = 'delivered', account_id = NULL, lane = 0, "
               "delivered_at = ? WHERE id = ?"_s
             : u"UPDATE queue_messages SET steps_done = ?, last_status = ?, step_attempts = 0, "
               "server_errors = 0, next_attempt_at = NULL, last_error = NULL, "
@@ -351,17 +344,21 @@ void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& r
         .execute();
 }
 
-void DeliveryJournal::holdQueue(const QString& queue, const QString& reason, qint64 atLeast)
+/// Several requests that were under way together and failed are one failure: the wait grows with
+/// how often the server was tried, not with the number of connections.
+void DeliveryJournal::holdQueue(const DeliveryTask& task, const QString& reason, qint64 atLeast)
 {
     const bool isAddress = reason == "address"_L1;
     Statement before(database, u"SELECT failures FROM queue_holds WHERE queue = ?"_s);
-    const int failures =
-        before.bind(queue).next() ? std::min(queuedamage::countIn(before.value(0)), 1000) + 1 : 1;
+    const bool wasHeld = before.bind(task.queue).next();
+    const int known = wasHeld ? std::min(queuedamage::countIn(before.value(0)), 1000) : 0;
+    const bool heldMeanwhile = wasHeld && !task.isHeld;
+    const int failures = heldMeanwhile ? std::max(known, 1) : known + 1;
     const qint64 wait =
         isAddress ? deliverypolicy::probeMilliseconds : std::max(backOff(failures), atLeast);
     Statement hold(database, u"INSERT OR REPLACE INTO queue_holds "
                              "(queue, reason, failures, since, until) VALUES (?, ?, ?, ?, ?)"_s);
-    hold.bind(queue).bind(reason).bind(isAddress ? 0 : failures).bind(now).bind(now + wait);
+    hold.bind(task.queue).bind(reason).bind(isAddress ? 0 : failures).bind(now).bind(now + wait);
     hold.execute();
 }
 

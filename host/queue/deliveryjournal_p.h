@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/queue/deliverytask_p.h"
+#include "host/queue/requestsunderway_p.h"
 
 #include <QHash>
 #include <QString>
@@ -24,9 +25,12 @@ class DeliveryJournal
 public:
     DeliveryJournal(Database& database, quint64 seed);
 
-    /// The request that is due now, with its attempt counted; nothing when none is due. First in,
-    /// first out, except for messages that wait by themselves, for another one, or for their
-    /// authorization.
+    /// Begins a delivery: nothing is under way.
+    void begin() { underWay.clear(); }
+    /// The request that is due now, with its attempt counted, which is under way from then on;
+    /// nothing when none is due. First in, first out, except for messages that wait by themselves,
+    /// for another one, for their authorization, or because one of their lane is under way. While a
+    /// probe is under way, which finds out whether a held queue can go on, nothing is taken.
     std::optional<DeliveryTask> takeNext();
     /// Writes down what became of a request and, in the same transaction, takes the next one: the
     /// following step of the same message, else as takeNext.
@@ -34,7 +38,8 @@ public:
                                                   const DeliveryResult& result);
     /// How many messages were parked since the last call because nothing of them can be sent.
     int takeParkedUnsent();
-    /// Takes back the attempt of a request that was taken and then not sent.
+    /// Takes back the attempt of a request that was taken and then not sent; the next takeNext may
+    /// find it again.
     void forget(const DeliveryTask& task);
     /// The next moment at which a wait ends, in milliseconds since 1970; nothing when none is set.
     std::optional<qint64> nextWaitEnd();
@@ -52,7 +57,7 @@ private:
     void finishStep(const DeliveryTask& task, const DeliveryResult& result);
     void park(const DeliveryTask& task, const DeliveryResult& result);
     void postpone(const DeliveryTask& task, const DeliveryResult& result);
-    void holdQueue(const QString& queue, const QString& reason, qint64 atLeast);
+    void holdQueue(const DeliveryTask& task, const QString& reason, qint64 atLeast);
     void pauseAccount(const DeliveryTask& task, int status);
     void liftHolds(const DeliveryTask& task);
     qint64 backOff(int failures);
@@ -68,6 +73,7 @@ private:
         QString addresses;
         QList<QUrl> addressesInOrder;
     } last;
+    RequestsUnderWay underWay;
     bool overlookedSought = false; ///< once for each delivery: it reads all messages
     int parkedUnsent = 0;
     /// When the transaction under way began, in milliseconds since 1970.

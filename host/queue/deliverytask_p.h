@@ -19,7 +19,8 @@ struct DeliveryTask
     qint64 messageId = 0;
     qint64 accountId = 0;
     QString queue;
-    int step = 0; ///< index of the address, from 0
+    qint64 lane = 0; ///< of its lane only one request is under way
+    int step = 0;    ///< index of the address, from 0
     int serverErrors = 0;
     bool attemptedBefore = false; ///< this step may have reached the server earlier
     bool isHeld = false;          ///< its queue or its authorization was held back; this is a probe

@@ -11,7 +11,9 @@
 #include "host/queue/queuemessage_p.h"
 #include "host/services/currenttime.h"
 
+#include <QCryptographicHash>
 #include <QStringList>
+#include <QtEndian>
 #include <algorithm>
 
 namespace poshost {
@@ -100,6 +102,14 @@ void OutgoingQueue::addDependency(qint64 messageId, qint64 dependsOn)
                         u"INSERT OR IGNORE INTO queue_dependencies (message_id, depends_on) "
                         "SELECT ?, id FROM queue_messages WHERE id = ?"_s);
     statement.bind(messageId).bind(dependsOn).execute();
+}
+
+void OutgoingQueue::putIntoLane(qint64 messageId, const QString& name)
+{
+    const QByteArray digest = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha256);
+    Statement statement(database, u"UPDATE queue_messages SET lane = ? "
+                                  "WHERE id = ? AND state <> 'delivered'"_s);
+    statement.bind(qFromBigEndian<qint64>(digest.constData())).bind(messageId).execute();
 }
 
 QList<QueueEntry> OutgoingQueue::list(bool withDelivered)
@@ -196,7 +206,7 @@ bool OutgoingQueue::settle(qint64 messageId)
     Transaction transaction(database);
     Statement settled(database,
                       u"UPDATE queue_messages SET state = 'delivered', account_id = NULL, "
-                      "delivered_at = ? WHERE id = ? AND state = 'parked'"_s);
+                      "lane = 0, delivered_at = ? WHERE id = ? AND state = 'parked'"_s);
     settled.bind(now.toMSecsSinceEpoch()).bind(messageId).execute();
     const bool found = settled.affectedRows() == 1;
     // the secret goes with the last message that needs it

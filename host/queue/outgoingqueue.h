@@ -35,6 +35,14 @@ public:
     /// @param messageId the message that waits
     /// @param dependsOn the one that must go first, stored before it
     void addDependency(qint64 messageId, qint64 dependsOn);
+    /// Puts a message into the lane of that name. Messages of one lane are sent one after another
+    /// in their order, those of different lanes at the same time where several connections are
+    /// configured. One that is put into none shares a lane with all such.
+    ///
+    /// Of the name a digest is stored, and only until the message is delivered.
+    /// @param messageId an undelivered message; others stay as they are
+    /// @param name such as the number of the card whose points the message moves
+    void putIntoLane(qint64 messageId, const QString& name);
 
     /// Lists messages without their content.
     /// @param withDelivered false: only those still to be delivered

@@ -10,10 +10,13 @@
 #include "host/queue/deliveryjournal_p.h"
 #include "host/queue/deliverylog_p.h"
 #include "host/queue/outgoingqueue.h"
+#include "host/queue/parallelsending_p.h"
 #include "host/queue/xmltext.h"
 #include "host/services/config.h"
 #include "host/services/currenttime.h"
 #include "host/services/restclient.h"
+
+#include <algorithm>
 
 namespace poshost {
 
@@ -24,11 +27,18 @@ namespace {
 
 constexpr int secondsBetweenRemovals = 3600;
 constexpr qsizetype maxKeptAnswerBytes = 4096;
+/// As many as the pool of connections keeps.
+constexpr int maxConnections = 16;
 
 int configured(const QString& key, int defaultValue)
 {
     const Config* config = Singleton<Config>::instance;
     return config == nullptr ? defaultValue : config->getInt(key, defaultValue);
+}
+
+int connections()
+{
+    return std::clamp(configured(u"queue:connections"_s, 1), 1, maxConnections);
 }
 
 /// 0, which leaves it to the client, where no plug-in says how long its server is waited for.
@@ -86,28 +96,9 @@ DeliveryReport QueueDelivery::deliverDue()
         report.elsewhere = true;
         return report;
     }
-    std::optional<DeliveryTask> task;
-    if (!isStopping()) {
-        task = journal->takeNext();
-    }
-    while (task) {
-        if (isStopping()) {
-            journal->forget(*task);
-            return report;
-        }
-        const DeliveryResult result = send(*task);
-        ++report.requests;
-        if (isStopping() && result.meaning == Meaning::ServerAway) {
-            return report; // broken off: nothing is known about the server
-        }
-        log(*task, result);
-        const bool finished = result.meaning == Meaning::StepDone && task->isLastStep();
-        report.delivered += finished ? 1 : 0;
-        report.parked += isParking(result.meaning) ? 1 : 0;
-        task = journal->recordAndTakeNext(*task, result);
-        if (progressed) {
-            progressed(report);
-        }
+    deliverWhatIsDue(report);
+    if (isStopping()) {
+        return report;
     }
     report.parked += journal->takeParkedUnsent();
     removeOld();
@@ -117,13 +108,77 @@ DeliveryReport QueueDelivery::deliverDue()
     return report;
 }
 
+/// The journal belongs to the database's thread, which is this one: it hands the requests out and
+/// writes down what became of them.
+void QueueDelivery::deliverWhatIsDue(DeliveryReport& report)
+{
+    {
+        const std::lock_guard guard(mutex);
+        breakingOff = stopping;
+    }
+    journal->begin();
+    ParallelSending sending(connections(), [this](const DeliveryTask& task) { return send(task); });
+    try {
+        fill(sending);
+        while (sending.underWay() > 0) {
+            if (takeAnswer(sending, report)) {
+                fill(sending);
+            }
+        }
+    } catch (...) {
+        // what is under way has been counted as attempted, and its answer cannot be written down
+        const std::lock_guard guard(mutex);
+        breakOff(guard);
+        throw;
+    }
+}
+
+void QueueDelivery::fill(ParallelSending& sending)
+{
+    while (sending.hasRoom() && !isStopping()) {
+        const std::optional<DeliveryTask> task = journal->takeNext();
+        if (!task) {
+            return;
+        }
+        if (isStopping()) {
+            journal->forget(*task);
+            return;
+        }
+        sending.start(*task);
+    }
+}
+
+/// @return whether more may be under way than is now
+bool QueueDelivery::takeAnswer(ParallelSending& sending, DeliveryReport& report)
+{
+    const auto [task, result] = sending.takeFinished();
+    ++report.requests;
+    if (isStopping() && result.meaning == Meaning::ServerAway) {
+        return false; // broken off: nothing is known about the server
+    }
+    log(task, result);
+    const bool finished = result.meaning == Meaning::StepDone && task.isLastStep();
+    report.delivered += finished ? 1 : 0;
+    report.parked += isParking(result.meaning) ? 1 : 0;
+    const std::optional<DeliveryTask> next = journal->recordAndTakeNext(task, result);
+    if (progressed) {
+        progressed(report);
+    }
+    if (next && isStopping()) {
+        journal->forget(*next);
+    } else if (next) {
+        sending.start(*next);
+    }
+    return sending.hasRoom();
+}
+
 DeliveryResult QueueDelivery::send(const DeliveryTask& task)
 {
     const QSharedPointer<RestClient> client = MockFactory<RestClient>::create();
     {
         const std::lock_guard guard(mutex);
-        underWay = client.data();
-        if (stopping) {
+        underWay.append(client.data());
+        if (breakingOff) {
             client->abort();
         }
     }
@@ -132,7 +187,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
     client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
     {
         const std::lock_guard guard(mutex);
-        underWay = nullptr;
+        underWay.removeOne(client.data());
     }
 
     const tr::Tr error = client->getErrorText();
@@ -185,8 +240,14 @@ void QueueDelivery::requestStop()
 {
     const std::lock_guard guard(mutex);
     stopping = true;
-    if (underWay != nullptr) {
-        underWay->abort();
+    breakOff(guard);
+}
+
+void QueueDelivery::breakOff(const std::lock_guard<std::mutex>&)
+{
+    breakingOff = true;
+    for (RestClient* client : underWay) {
+        client->abort();
     }
 }
 

@@ -6,6 +6,7 @@
 #include "host/hostexport.h"
 
 #include <QDateTime>
+#include <QList>
 #include <QtGlobal>
 #include <chrono>
 #include <functional>
@@ -19,6 +20,7 @@ namespace poshost {
 
 class Database;
 class DeliveryJournal;
+class ParallelSending;
 struct DeliveryResult;
 struct DeliveryTask;
 
@@ -37,7 +39,9 @@ struct DeliveryReport
 /// A message's body is posted with its headers to its addresses in ascending order of their
 /// numbers. Each attempt is counted durably before it is sent and each finished step written down,
 /// so after a crash the delivery goes on at the right step. What an answer means stands in
-/// deliverypolicy.h. First in, first out; a message waits for those it depends on. Nothing that is
+/// deliverypolicy.h. First in, first out; a message waits for those it depends on. Where
+/// "queue:connections" is above 1, so many requests are under way at once, one of each lane
+/// (OutgoingQueue::putIntoLane), on threads that end with the call. Nothing that is
 /// undelivered is ever removed; a delivered message loses its authorization at once and is removed
 /// after the number of days configured under "queue:keepDeliveredDays" (30).
 ///
@@ -74,9 +78,13 @@ public:
     static std::chrono::seconds requestTimeout();
 
 private:
+    void deliverWhatIsDue(DeliveryReport& report);
+    void fill(ParallelSending& sending);
+    bool takeAnswer(ParallelSending& sending, DeliveryReport& report);
     DeliveryResult send(const DeliveryTask& task);
     void removeOld();
     bool isStopping();
+    void breakOff(const std::lock_guard<std::mutex>& held);
 
     Database& database;
     std::unique_ptr<DeliveryJournal> journal;
@@ -85,7 +93,8 @@ private:
 
     std::mutex mutex; ///< guards what follows, which requestStop uses
     bool stopping = false;
-    RestClient* underWay = nullptr;
+    bool breakingOff = false; ///< what is sent from now on fails at once
+    QList<RestClient*> underWay;
 };
 
 } // namespace poshost

@@ -55,11 +55,22 @@ QStringList digests()
     return {u"ALTER TABLE queue_bodies ADD COLUMN digest BLOB"_s};
 }
 
+/// Messages of different lanes may be sent at the same time. Those that were stored before there
+/// were any share the lane 0, and so does what a host puts into none.
+QStringList lanes()
+{
+    return {u"ALTER TABLE queue_messages ADD COLUMN lane INTEGER NOT NULL DEFAULT 0"_s,
+            // the same index, renamed: its name tells which version the file has
+            u"DROP INDEX queue_undelivered"_s,
+            u"CREATE INDEX queue_due ON queue_messages(account_id, id) "
+            "WHERE account_id IS NOT NULL"_s};
+}
+
 } // namespace
 
 QList<SchemaStep> queueSchema()
 {
-    return {{1, u"queue_messages"_s, queueTables()}, {4, {}, digests()}};
+    return {{1, u"queue_messages"_s, queueTables()}, {4, {}, digests()}, {5, u"queue_due"_s, lanes()}};
 }
 
 } // namespace poshost

@@ -137,9 +137,21 @@ void CheckStore::close(const Check& check, const std::function<void()>& confirm)
     if (after > before && saleMessage) {
         queue.addDependency(after, *saleMessage);
     }
+    if (after > before) {
+        queue.putIntoLane(after, laneOf(check));
+    }
     requireChanged(check, changeState(check, u"closed"_s, checkcodec::encode(check),
                                       after > before ? QVariant(after) : QVariant()));
     transaction.commit();
+}
+
+/// The points of one card are moved in the order of its checks. A return is opened with its sale's
+/// card; where there is none, a sale and its returns are all there is to keep in order.
+QString CheckStore::laneOf(const Check& check)
+{
+    const QString card = check.cardNumber();
+    const QString id = check.isReturn() ? check.document->getSaleDocumentId() : check.id();
+    return card.isEmpty() ? u"check "_s + id : u"card "_s + card;
 }
 
 Check CheckStore::loadSuspended(const QString& which)

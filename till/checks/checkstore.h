@@ -79,6 +79,7 @@ public:
 
 private:
     Check find(const QString& which, bool onlySales);
+    static QString laneOf(const Check& check);
     int behindLargestNumber();
     void requireKnownStates(const QString& id);
     int countReturns(const QString& saleId);

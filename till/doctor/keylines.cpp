@@ -21,7 +21,8 @@ struct Unit
 constexpr Unit units[] = {{"seconds", QT_TRANSLATE_NOOP("Till", "not set: %1 seconds")},
                           {"days", QT_TRANSLATE_NOOP("Till", "not set: %1 days")},
                           {"megabytes", QT_TRANSLATE_NOOP("Till", "not set: %1 megabytes")},
-                          {"bytes", QT_TRANSLATE_NOOP("Till", "not set: %1 bytes")}};
+                          {"bytes", QT_TRANSLATE_NOOP("Till", "not set: %1 bytes")},
+                          {"at a time", QT_TRANSLATE_NOOP("Till", "not set: %1 at a time")}};
 
 /// What the sheets of host and till say to hold without a key.
 constexpr const char* meanings[] = {

@@ -78,7 +78,7 @@ TEST(KnownKeys, leadToTheDatabaseWhateverItsKeyIsCalled)
 TEST(KnownKeys, haveWholeSheets)
 {
     const PluginKeys plugin(QStringLiteral(ORVA_PLUGIN_SOURCE));
-    EXPECT_EQ(knownkeys::all().size(), 17);
+    EXPECT_EQ(knownkeys::all().size(), 18);
     for (const ConfigKey& key : knownkeys::all()) {
         SCOPED_TRACE(key.name().toStdString());
         EXPECT_FALSE(key.about.isEmpty());

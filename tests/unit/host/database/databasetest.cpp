@@ -172,7 +172,7 @@ TEST_F(DatabaseFile, ANewerSchemaIsRefusedAndLeftAlone)
         database.execute(u"PRAGMA user_version = %1"_s.arg(poshost::Database::schemaVersion() + 1));
     }
     EXPECT_THAT(databaseErrorOf([&] { const poshost::Database database(file); }),
-                HasSubstr("файл записан более новой программой (схема 5, известна 4); обновите"));
+                HasSubstr("файл записан более новой программой (схема 6, известна 5); обновите"));
 }
 
 TEST_F(DatabaseFile, AVersionThatIsNotTheFilesIsRefusedAndTheFileLeftAlone)

@@ -96,6 +96,43 @@ TEST_F(ReturnTest, aReturnIsConfirmedAfterItsSaleAndNotAskedAboutBefore)
     EXPECT_EQ(entries.at(1).waitsFor, entries.at(0).id);
 }
 
+TEST_F(ReturnTest, messagesOfOneCardAndAReturnWithItsSaleShareALane)
+{
+    const auto lanes = [this] {
+        QList<qint64> found;
+        poshost::Statement rows(*database, u"SELECT lane FROM queue_messages ORDER BY id"_s);
+        while (rows.next()) {
+            found.append(rows.value(0).toLongLong());
+        }
+        return found;
+    };
+    const Check first = sellGranted();
+    sellGranted();
+    desk->openReturn(returnOf(first.id(), {{1, 1000}}));
+    desk->close();
+    ASSERT_EQ(lanes().size(), 3);
+    EXPECT_NE(lanes().at(0), 0);
+    EXPECT_EQ(lanes(), QList<qint64>(3, lanes().first()));
+
+    markDelivered(); // and the sale's own lane may be forgotten by now
+    poshost::Statement(*database, u"UPDATE queue_messages SET lane = 0"_s).execute();
+    desk->openReturn(returnOf(first.id(), {{2, 500}}));
+    desk->close();
+    const qint64 ofTheSalesCard = lanes().last();
+
+    desk->openSale(twoLines());
+    ASSERT_TRUE(desk->presentCard(u"2200000000017"_s));
+    ASSERT_TRUE(desk->request());
+    desk->close();
+    EXPECT_EQ(lanes().last(), ofTheSalesCard);
+
+    desk->openSale(twoLines());
+    ASSERT_TRUE(desk->presentCard(u"2200000000031"_s));
+    ASSERT_TRUE(desk->request());
+    desk->close();
+    EXPECT_NE(lanes().last(), ofTheSalesCard);
+}
+
 TEST_F(ReturnTest, aDeliveredSalesReturnIsAskedAbout)
 {
     const Check sale = sellGranted();
