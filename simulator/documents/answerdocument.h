@@ -4,7 +4,7 @@
 #pragma once
 
 #include "simulator/documents/element.h"
-#include "simulator/rules/grant.h"
+#include "simulator/documents/grant.h"
 #include "simulator/rules/rules.h"
 
 namespace simulator {

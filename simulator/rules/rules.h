@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "simulator/faults/faultrule.h"
-#include "simulator/ledger/amount.h"
+#include "simulator/documents/amount.h"
 #include "simulator/rules/cannedanswer.h"
+#include "simulator/rules/faultrule.h"
 
 #include <QHash>
 #include <QString>

@@ -98,7 +98,7 @@ TEST(Architecture, theForbiddenIsSeen)
         {u"till/desk/cashdesk.cpp"_s, u"client/interface.h"_s},
         {u"till/checks/check.h"_s, u"till/screen/output.h"_s},
         {u"plugin/orva.h"_s, u"host/http/operationbudget.h"_s},
-        {u"client/precheck.cpp"_s, u"simulator/ledger/check.h"_s},
+        {u"client/precheck.cpp"_s, u"simulator/documents/check.h"_s},
         {u"host/document/document.h"_s, u"host/services/config.h"_s},
         {u"host/services/config.h"_s, u"host/config/configreader_p.h"_s},
         {u"till/desk/cashdesk.cpp"_s, u"tests/support/shop.h"_s},
