@@ -117,7 +117,7 @@ TEST(Architecture, whatIsDrawnWronglyIsSeen)
     const Picture picture(
         u"```rooms\nALL = a b\n  a --> b\n    ~~> c\n  b --> a\n  c --> d ALL\n```"_s);
     EXPECT_EQ(picture.rooms(), QStringList({u"a"_s, u"b"_s, u"c"_s}));
-    // c is below a, a and b are above c, and there is no d
+    // no ~~> is an arrow, a is above b, a and b are above c, and there is no d
     EXPECT_EQ(picture.misdrawn().size(), 5) << qPrintable(picture.misdrawn().join(u'\n'));
     EXPECT_EQ(picture.unused({{u"a/x.cpp"_s, u"b/x.h"_s}, {u"c/x.cpp"_s, u"b/x.h"_s}}).size(), 3);
 }
