@@ -5,11 +5,11 @@
 
 #include "console/exitcode.h"
 #include "console/printable.h"
+#include "simulator/credentials.h"
 #include "simulator/documents/endpoints.h"
 #include "simulator/faults/faultplan.h"
 #include "simulator/faults/faultyservice.h"
 #include "simulator/http/admindesk.h"
-#include "simulator/http/credentials.h"
 #include "simulator/http/httpserver.h"
 #include "simulator/http/requestlog.h"
 #include "simulator/ledger/ledgerprinter.h"

@@ -4,6 +4,7 @@
 #include "simulator/service.h"
 
 #include "host/database/databasefailure.h"
+#include "simulator/credentials.h"
 #include "simulator/documents/checkreader.h"
 #include "simulator/documents/endpoints.h"
 #include "simulator/documents/names.h"
@@ -12,7 +13,6 @@
 #include "simulator/documents/requestforms.h"
 #include "simulator/documents/xmlreader.h"
 #include "simulator/documents/xmlwriter.h"
-#include "simulator/http/credentials.h"
 #include "simulator/ledger/checkdesk.h"
 #include "simulator/rules/cannedanswers.h"
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/http/exchange.h"
+#include "simulator/exchange.h"
 #include "simulator/ledger/ledgerprinter.h"
 #include "simulator/ledger/workerthread.h"
 #include "simulator/rules/rules.h"

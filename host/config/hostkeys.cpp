@@ -3,6 +3,8 @@
 
 #include "host/config/hostkeys_p.h"
 
+#include "host/http/transportsettings_p.h"
+
 namespace poshost {
 
 using namespace Qt::StringLiterals;
@@ -29,8 +31,8 @@ QList<ConfigKey> hostKeys()
          .key = u"maxAnswerBytes"_s,
          .kind = Kind::Number,
          .about = u"largest answer that is accepted"_s,
-         .sample = QString::number(defaultMaxAnswerBytes),
-         .defaultValue = defaultMaxAnswerBytes,
+         .sample = QString::number(TransportSettings::defaultMaxAnswerBytes),
+         .defaultValue = TransportSettings::defaultMaxAnswerBytes,
          .unit = u"bytes"_s,
          .minimum = 1},
         {.table = u"queue"_s,

@@ -9,8 +9,6 @@
 
 namespace poshost {
 
-/// The largest answer that is accepted where the configuration says nothing else.
-inline constexpr int defaultMaxAnswerBytes = 8 * 1024 * 1024;
 /// How long delivered messages stay listed where the configuration says nothing else.
 inline constexpr int defaultKeepDays = 30;
 

@@ -3,22 +3,17 @@
 
 #include "host/database/schemaregistry_p.h"
 
-#include "host/queue/queueschema_p.h"
-
 #include <algorithm>
 #include <mutex>
 
 namespace poshost {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-/// The queue is the host's own and part of every file.
 struct Registry
 {
     std::mutex mutex; // guards what follows
-    QList<OwnedSteps> owners{{u"queue"_s, queueSchema()}};
+    QList<OwnedSteps> owners;
 };
 
 Registry& registry()

@@ -3,7 +3,6 @@
 
 #include "host/http/transportsettings_p.h"
 
-#include "host/config/hostkeys_p.h"
 #include "host/services/config.h"
 
 namespace poshost {

@@ -12,6 +12,9 @@ namespace poshost {
 /// The part of the configuration that belongs to every exchange with a server.
 struct TransportSettings
 {
+    /// The largest answer that is accepted where the configuration says nothing else.
+    static constexpr int defaultMaxAnswerBytes = 8 * 1024 * 1024;
+
     QByteArray proxy;
     QByteArray caFile;
     int maxAnswerBytes = 0;

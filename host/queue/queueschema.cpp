@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "host/queue/queueschema_p.h"
+#include "host/database/schemastep.h"
 
 namespace poshost {
 
@@ -66,11 +66,19 @@ QStringList lanes()
             "WHERE account_id IS NOT NULL"_s};
 }
 
-} // namespace
-
 QList<SchemaStep> queueSchema()
 {
-    return {{1, u"queue_messages"_s, queueTables()}, {4, {}, digests()}, {5, u"queue_due"_s, lanes()}};
+    return {
+        {1, u"queue_messages"_s, queueTables()}, {4, {}, digests()}, {5, u"queue_due"_s, lanes()}};
 }
+
+/// The queue is the host's own: before the program begins, so that it is part of every file and its
+/// steps are the first of a version.
+[[maybe_unused]] const bool isRegistered = [] {
+    registerSchema(u"queue"_s, queueSchema());
+    return true;
+}();
+
+} // namespace
 
 } // namespace poshost

@@ -3,7 +3,6 @@
 
 #include "simulator/documents/answerdocument.h"
 
-#include "simulator/documents/messagetext.h"
 #include "simulator/documents/names.h"
 
 using namespace Qt::StringLiterals;
@@ -41,10 +40,11 @@ void appendAwards(Element answer, const Grant& grant)
     awards.append(names::awardBonus, writeKopecks(grant.awardBonus));
 }
 
-void appendMessages(Element answer, const Rules& rules, const QHash<QString, QString>& values)
+void appendMessages(Element answer, const std::vector<Message>& messages,
+                    const QHash<QString, QString>& values)
 {
     Element informing = answer.append(names::informing);
-    for (const Message& message : rules.messages) {
+    for (const Message& message : messages) {
         Element entry = informing.append(names::rawCheckInforming);
         entry.append(names::communicationChannel, message.channel);
         entry.append(names::info, messageText(message.text, values));
@@ -59,8 +59,8 @@ Kopecks grantedAmount(const Element& item, QLatin1StringView name)
 
 } // namespace
 
-Document saleAnswer(const Element& request, const Rules& rules, const Card& card, Kopecks balance,
-                    const Grant& grant)
+Document saleAnswer(const Element& request, const std::vector<Message>& messages, const Card& card,
+                    Kopecks balance, const Grant& grant)
 {
     Document answer = carriedBack(request);
     const Element root = answer.root();
@@ -78,7 +78,7 @@ Document saleAnswer(const Element& request, const Rules& rules, const Card& card
     appendClient(root, card, balance);
     appendAwards(root, grant);
     const Kopecks gross = readKopecks(request.child(names::total).text()).value_or(0);
-    appendMessages(root, rules,
+    appendMessages(root, messages,
                    {{u"name"_s, card.name},
                     {u"surname"_s, card.surname},
                     {u"balance"_s, writeKopecks(balance)},

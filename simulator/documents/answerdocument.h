@@ -3,9 +3,10 @@
 
 #pragma once
 
+#include "simulator/documents/card.h"
 #include "simulator/documents/element.h"
-#include "simulator/rules/grant.h"
-#include "simulator/rules/rules.h"
+#include "simulator/documents/grant.h"
+#include "simulator/documents/messagetext.h"
 
 namespace simulator {
 
@@ -13,8 +14,8 @@ namespace simulator {
 /// owner and balance, what is granted and the messages. What the request itself claimed in the
 /// elements of an answer or of a confirmation is dropped first.
 /// grant: its lines stand in the order of the request's lines.
-Document saleAnswer(const Element& request, const Rules& rules, const Card& card, Kopecks balance,
-                    const Grant& grant);
+Document saleAnswer(const Element& request, const std::vector<Message>& messages, const Card& card,
+                    Kopecks balance, const Grant& grant);
 
 /// The answer to a pre-check of a return: the same without allowances and messages; the accruals
 /// are negative where points are taken back.

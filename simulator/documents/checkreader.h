@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "simulator/documents/check.h"
 #include "simulator/documents/element.h"
-#include "simulator/ledger/check.h"
 
 namespace simulator {
 

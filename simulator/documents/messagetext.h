@@ -8,6 +8,13 @@
 
 namespace simulator {
 
+/// A text for the cashier ("pos") or the customer ("check"), with placeholders in braces.
+struct Message
+{
+    QString channel;
+    QString text;
+};
+
 /// The names that may stand in braces in a message: name, surname, balance, spend, earn, discount
 /// and total.
 QStringList placeholders();

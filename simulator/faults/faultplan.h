@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "simulator/faults/faultrule.h"
-#include "simulator/http/exchange.h"
+#include "simulator/exchange.h"
+#include "simulator/rules/faultrule.h"
 
 #include <mutex>
 #include <random>

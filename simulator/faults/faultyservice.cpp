@@ -4,7 +4,7 @@
 #include "simulator/faults/faultyservice.h"
 
 #include "simulator/faults/faultplan.h"
-#include "simulator/http/status.h"
+#include "simulator/status.h"
 
 #include <random>
 #include <utility>

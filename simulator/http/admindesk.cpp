@@ -3,10 +3,10 @@
 
 #include "simulator/http/admindesk.h"
 
+#include "simulator/documents/check.h"
 #include "simulator/faults/faultplan.h"
-#include "simulator/faults/faultreader.h"
-#include "simulator/ledger/check.h"
 #include "simulator/rules/configerror.h"
+#include "simulator/rules/faultreader.h"
 #include "simulator/service.h"
 
 #include <QJsonArray>

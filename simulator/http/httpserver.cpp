@@ -4,12 +4,12 @@
 #include "simulator/http/httpserver.h"
 
 #include "simulator/documents/rejection.h"
-#include "simulator/faults/wirefaults.h"
 #include "simulator/http/connections.h"
 #include "simulator/http/listener.h"
 #include "simulator/http/memorybudget.h"
 #include "simulator/http/requestreader.h"
 #include "simulator/http/response.h"
+#include "simulator/http/wirefaults.h"
 #include "simulator/text.h"
 
 #include <QFile>

@@ -3,7 +3,7 @@
 
 #include "simulator/http/requestlog.h"
 
-#include "simulator/ledger/check.h"
+#include "simulator/documents/check.h"
 
 #include <QDateTime>
 #include <QJsonDocument>

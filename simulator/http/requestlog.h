@@ -4,7 +4,7 @@
 #pragma once
 
 #include "console/output.h"
-#include "simulator/http/exchange.h"
+#include "simulator/exchange.h"
 
 namespace simulator {
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/ledger/check.h"
+#include "simulator/documents/check.h"
 
 #include <vector>
 

@@ -99,7 +99,7 @@ Document CheckDesk::precheckSale(const Check& check, const Element& request)
         throw Rejection(424, u"The card %1 is unknown"_s.arg(maskedCard(check.cardNumber)));
     }
     const Kopecks balance = ledger.balance(card->number, card->opening);
-    return saleAnswer(request, *rules, *card, balance, grantSale(*rules, check, balance));
+    return saleAnswer(request, rules->messages, *card, balance, grantSale(*rules, check, balance));
 }
 
 Document CheckDesk::precheckReturn(const Check& check, const Element& request)

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "simulator/documents/check.h"
 #include "simulator/documents/element.h"
-#include "simulator/ledger/check.h"
 #include "simulator/ledger/checkstore.h"
 #include "simulator/ledger/ledger.h"
 #include "simulator/rules/rules.h"

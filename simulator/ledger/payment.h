@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "simulator/documents/amount.h"
 #include "simulator/documents/element.h"
-#include "simulator/ledger/amount.h"
 
 #include <vector>
 

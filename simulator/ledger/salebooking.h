@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "simulator/documents/grant.h"
 #include "simulator/ledger/booking.h"
 #include "simulator/ledger/payment.h"
-#include "simulator/rules/grant.h"
 
 namespace simulator {
 

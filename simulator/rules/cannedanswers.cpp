@@ -3,9 +3,9 @@
 
 #include "simulator/rules/cannedanswers.h"
 
+#include "simulator/documents/check.h"
 #include "simulator/documents/names.h"
-#include "simulator/http/status.h"
-#include "simulator/ledger/check.h"
+#include "simulator/status.h"
 
 #include <QStringList>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/http/exchange.h"
+#include "simulator/exchange.h"
 #include "simulator/rules/cannedanswer.h"
 
 #include <mutex>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "simulator/ledger/check.h"
-#include "simulator/rules/grant.h"
+#include "simulator/documents/check.h"
+#include "simulator/documents/grant.h"
 #include "simulator/rules/rules.h"
 
 namespace simulator {

@@ -4,9 +4,9 @@
 #pragma once
 
 #include "simulator/documents/endpoints.h"
-#include "simulator/http/status.h"
 #include "simulator/rules/requestmatch.h"
 #include "simulator/rules/tablereader.h"
+#include "simulator/status.h"
 
 namespace simulator {
 

@@ -3,9 +3,11 @@
 
 #pragma once
 
-#include "simulator/faults/faultrule.h"
-#include "simulator/ledger/amount.h"
+#include "simulator/documents/amount.h"
+#include "simulator/documents/card.h"
+#include "simulator/documents/messagetext.h"
 #include "simulator/rules/cannedanswer.h"
+#include "simulator/rules/faultrule.h"
 
 #include <QHash>
 #include <QString>
@@ -14,15 +16,6 @@
 #include <vector>
 
 namespace simulator {
-
-/// A loyalty card and its owner.
-struct Card
-{
-    QString number;
-    QString name;
-    QString surname;
-    Kopecks opening = 0; ///< the balance that the card begins with
-};
 
 /// A percentage for every goods line, with exceptions by goods code. Counted in hundredths of a
 /// percent: 10000 is everything.
@@ -34,13 +27,6 @@ struct Percentage
     QHash<QString, int> bySku;
 
     [[nodiscard]] int of(const QString& sku) const { return bySku.value(sku, general); }
-};
-
-/// A text for the cashier ("pos") or the customer ("check"), with placeholders in braces.
-struct Message
-{
-    QString channel;
-    QString text;
 };
 
 /// Everything that decides how the simulator answers; read once, never changed afterwards.

@@ -4,9 +4,9 @@
 #include "simulator/rules/rulesreader.h"
 
 #include "simulator/documents/messagetext.h"
-#include "simulator/faults/faultreader.h"
 #include "simulator/rules/answerreader.h"
 #include "simulator/rules/configerror.h"
+#include "simulator/rules/faultreader.h"
 #include "simulator/rules/tablereader.h"
 #include "simulator/text.h"
 

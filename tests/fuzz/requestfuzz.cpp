@@ -3,7 +3,7 @@
 
 // What somebody may send to the simulator: all three endpoints, one after another.
 
-#include "simulator/http/credentials.h"
+#include "simulator/credentials.h"
 #include "simulator/rules/rulesreader.h"
 #include "simulator/service.h"
 #include "tests/fuzz/elementnames.h"

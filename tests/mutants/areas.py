@@ -39,9 +39,9 @@ AREAS = (
     Area("recording", re.compile(r"till/recording/(documentjson|valuejson|recorder|"
                                  r"recordingtransport|recordingconfig|recordingbroker)\.cpp"),
          {"test-recording": "tests/unit/till/recording/test-recording"}, "till/recording/valuejson.cpp"),
-    Area("simulator", re.compile(r"simulator/(ledger/(amount|checkdesk|ledger|payment|"
+    Area("simulator", re.compile(r"simulator/(documents/amount|ledger/(checkdesk|ledger|payment|"
                                  r"returnbooking|salebooking)|rules/granting)\.cpp"),
-         {"simulator-test": "tests/unit/simulator/simulator-test"}, "simulator/ledger/amount.cpp"),
+         {"simulator-test": "tests/unit/simulator/simulator-test"}, "simulator/documents/amount.cpp"),
 )
 
 

@@ -5,8 +5,8 @@
 
 #include "console/usage.h"
 #include "till/checks/amount.h"
-#include "till/commands/configfile.h"
 #include "till/commands/queuewait.h"
+#include "till/configfile.h"
 #include "till/failure.h"
 #include "till/screen/output.h"
 #include "till/text.h"

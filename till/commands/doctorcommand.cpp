@@ -3,8 +3,8 @@
 
 #include "till/commands/doctorcommand.h"
 
-#include "till/commands/options.h"
 #include "till/doctor/doctor.h"
+#include "till/options.h"
 #include "till/screen/output.h"
 
 #include <cstdlib>

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "till/commands/options.h"
 #include "till/exitcode.h"
 #include "till/explain/explanation.h"
+#include "till/options.h"
 
 #include <memory>
 

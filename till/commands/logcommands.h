@@ -4,8 +4,8 @@
 #pragma once
 
 #include "host/services/config.h"
-#include "till/commands/options.h"
 #include "till/exitcode.h"
+#include "till/options.h"
 #include "till/recording/record.h"
 
 #include <memory>

@@ -5,7 +5,6 @@
 
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
-#include "till/commands/configfile.h"
 #include "till/commands/doctorcommand.h"
 #include "till/commands/explaincommand.h"
 #include "till/commands/logcommands.h"
@@ -13,6 +12,7 @@
 #include "till/commands/queuewait.h"
 #include "till/commands/workplace.h"
 #include "till/commands/worksession.h"
+#include "till/configfile.h"
 #include "till/failure.h"
 #include "till/init/initcommand.h"
 #include "till/reason.h"

@@ -7,8 +7,8 @@
 #include "host/services/dbqueuebroker.h"
 #include "host/services/session.h"
 #include "till/checks/checkstore.h"
-#include "till/commands/options.h"
 #include "till/desk/cashdesk.h"
+#include "till/options.h"
 
 #include <QSharedPointer>
 #include <QString>

@@ -7,7 +7,7 @@
 #include "host/config/knownkeys.h"
 #include "host/services/config.h"
 #include "input/readfile.h"
-#include "till/commands/configfile.h"
+#include "till/configfile.h"
 #include "till/desk/installedplugin.h"
 #include "till/failure.h"
 #include "till/init/interview.h"

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "till/commands/options.h"
 #include "till/exitcode.h"
+#include "till/options.h"
 
 namespace till {
 

@@ -5,10 +5,10 @@
 
 #include "host/http/connectionprobe.h"
 #include "host/http/serveraddress.h"
-#include "till/commands/options.h"
 #include "till/desk/installedplugin.h"
 #include "till/doctor/doctor.h"
 #include "till/init/settings.h"
+#include "till/options.h"
 #include "till/text.h"
 
 #include <QLoggingCategory>

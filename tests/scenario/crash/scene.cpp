@@ -7,9 +7,9 @@
 #include "host/database/filelock.h"
 #include "host/database/statement.h"
 #include "simulator/rules/rulesreader.h"
-#include "tests/scenario/crash/books.h"
-#include "tests/scenario/crash/cashier.h"
 #include "tests/scenario/crash/crashrecord.h"
+#include "tests/scenario/crash/difference.h"
+#include "tests/support/cashier.h"
 
 #include <QDeadlineTimer>
 #include <QDir>

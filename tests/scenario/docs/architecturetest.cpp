@@ -98,7 +98,7 @@ TEST(Architecture, theForbiddenIsSeen)
         {u"till/desk/cashdesk.cpp"_s, u"client/interface.h"_s},
         {u"till/checks/check.h"_s, u"till/screen/output.h"_s},
         {u"plugin/orva.h"_s, u"host/http/operationbudget.h"_s},
-        {u"client/precheck.cpp"_s, u"simulator/ledger/check.h"_s},
+        {u"client/precheck.cpp"_s, u"simulator/documents/check.h"_s},
         {u"host/document/document.h"_s, u"host/services/config.h"_s},
         {u"host/services/config.h"_s, u"host/config/configreader_p.h"_s},
         {u"till/desk/cashdesk.cpp"_s, u"tests/support/shop.h"_s},
@@ -117,7 +117,7 @@ TEST(Architecture, whatIsDrawnWronglyIsSeen)
     const Picture picture(
         u"```rooms\nALL = a b\n  a --> b\n    ~~> c\n  b --> a\n  c --> d ALL\n```"_s);
     EXPECT_EQ(picture.rooms(), QStringList({u"a"_s, u"b"_s, u"c"_s}));
-    // c is below a, a and b are above c, and there is no d
+    // no ~~> is an arrow, a is above b, a and b are above c, and there is no d
     EXPECT_EQ(picture.misdrawn().size(), 5) << qPrintable(picture.misdrawn().join(u'\n'));
     EXPECT_EQ(picture.unused({{u"a/x.cpp"_s, u"b/x.h"_s}, {u"c/x.cpp"_s, u"b/x.h"_s}}).size(), 3);
 }

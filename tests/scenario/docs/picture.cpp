@@ -73,13 +73,14 @@ void Picture::readLine(const QString& line)
         }
         return; // otherwise a caption
     }
-    const QStringList heads{u"-->"_s, u"~~>"_s};
-    if (!heads.contains(words.first())) {
+    if (!words.first().endsWith(u'>')) {
         places.append(words.takeFirst());
     }
-    const bool isUp = words.value(0) == heads.last();
+    if (!words.isEmpty() && words.first() != "-->"_L1) {
+        unreadable.append(line);
+    }
     for (const QString& name : words.mid(1)) {
-        arrows.append({places.last(), name, isUp});
+        arrows.append({places.last(), name});
     }
 }
 
@@ -147,14 +148,18 @@ QStringList Picture::unused(const QList<Include>& includes) const
 QStringList Picture::misdrawn() const
 {
     QStringList wrong;
+    for (const QString& line : unreadable) {
+        wrong.append(u"%1: an arrow is -->"_s.arg(line.trimmed()));
+    }
     for (const Arrow& arrow : arrows) {
         const QStringList targets = membersOf(arrow.to);
         for (const QString& target : targets) {
             const qsizetype at = places.indexOf(target);
             if (at < 0) {
                 wrong.append(u"%1 --> %2: there is no such room"_s.arg(arrow.from, target));
-            } else if ((at < places.indexOf(arrow.from)) != arrow.isUp) {
-                wrong.append(u"%1 and %2: --> leads down, ~~> up"_s.arg(arrow.from, target));
+            } else if (at < places.indexOf(arrow.from)) {
+                wrong.append(u"%1 --> %2 leads upwards: move down what both rooms need"_s.arg(
+                    arrow.from, target));
             }
         }
     }

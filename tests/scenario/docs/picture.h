@@ -36,7 +36,7 @@ public:
     QStringList forbidden(const QList<Include>& includes) const;
     /// Arrows that no include needs.
     QStringList unused(const QList<Include>& includes) const;
-    /// Arrows that lead the other way than they are drawn.
+    /// Arrows that lead upwards or nowhere, and what is no arrow.
     QStringList misdrawn() const;
 
 private:
@@ -44,7 +44,6 @@ private:
     {
         QString from;
         QString to; ///< a room or a group
-        bool isUp = false;
     };
 
     void readLine(const QString& line);
@@ -54,4 +53,5 @@ private:
     QSet<QString> divided; ///< rooms below which others stand
     QHash<QString, QStringList> groups;
     QList<Arrow> arrows;
+    QStringList unreadable; ///< lines with another arrow than the only one
 };

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "host/queue/queueentry.h"
-#include "simulator/faults/fault.h"
+#include "simulator/fault.h"
 
 #include <ostream>
 #include <vector>

@@ -5,7 +5,7 @@
 
 #include "bench/checkdata.h"
 #include "tests/scenario/protocol/schemacheck.h"
-#include "tests/unit/till/fakeserver.h"
+#include "tests/support/grantingserver.h"
 
 #include <QFile>
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "simulator/ledger/database.h"
-#include "tests/scenario/year/books.h"
+#include "tests/support/books.h"
 
 #include <QString>
 

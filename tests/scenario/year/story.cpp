@@ -3,12 +3,12 @@
 
 #include "tests/scenario/year/story.h"
 
-#include "tests/scenario/year/books.h"
 #include "tests/scenario/year/dice.h"
 #include "tests/scenario/year/network.h"
 #include "tests/scenario/year/scene.h"
 #include "tests/scenario/year/tillbox.h"
 #include "tests/scenario/year/yearclock.h"
+#include "tests/support/books.h"
 
 using namespace Qt::StringLiterals;
 using simulator::FaultKind;

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "simulator/rules/rules.h"
-#include "tests/scenario/year/cashier.h"
+#include "tests/scenario/year/trade.h"
 
 #include <QMap>
 #include <QString>

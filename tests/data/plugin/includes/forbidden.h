@@ -10,6 +10,6 @@
 
 #include <host/database/database.h>
 
-#include "simulator/ledger/check.h"
+#include "simulator/documents/check.h"
 
 #include "../till/slip.h"

@@ -3,7 +3,7 @@
 
 // simulator/schema/rules.schema.json against the reader of the rules, which it must follow.
 
-#include "simulator/faults/fault.h"
+#include "simulator/fault.h"
 #include "simulator/rules/configerror.h"
 #include "simulator/rules/rulesreader.h"
 #include "tests/unit/simulator/testchecks.h"

@@ -5,7 +5,7 @@
 
 #include "till/commands/program.h"
 
-#include "tests/unit/till/fakeserver.h"
+#include "tests/support/grantingserver.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/screen/output.h"
 

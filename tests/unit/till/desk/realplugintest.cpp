@@ -7,7 +7,7 @@
 #include "host/core/basicexception.h"
 #include "host/loyalty/basicloyaltysystem.h"
 #include "host/services/config.h"
-#include "tests/unit/till/fakeserver.h"
+#include "tests/support/grantingserver.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/desk/credentials.h"
 #include "till/desk/pluginhost.h"

@@ -6,8 +6,8 @@
 
 #include "host/core/basicexception.h"
 #include "host/services/config.h"
+#include "tests/support/grantingserver.h"
 #include "tests/support/pluginkeys.h"
-#include "tests/unit/till/fakeserver.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/desk/pluginhost.h"
 #include "till/recording/memorytarget.h"

@@ -4,7 +4,7 @@
 // Texts that want to steer the terminal, or to look like the till's own lines, through every
 // command: from the server's answer and its refusal, from a check file and from the command line.
 
-#include "tests/unit/till/fakeserver.h"
+#include "tests/support/grantingserver.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/commands/program.h"
 #include "till/screen/output.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/unit/till/fakeserver.h"
+#include "tests/support/grantingserver.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/faults/fault.h"
+#include "simulator/fault.h"
 #include "simulator/rules/requestmatch.h"
 
 namespace simulator {

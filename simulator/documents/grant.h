@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/ledger/amount.h"
+#include "simulator/documents/amount.h"
 
 #include <vector>
 

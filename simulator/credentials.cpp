@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "simulator/http/credentials.h"
+#include "simulator/credentials.h"
 
 #include <QCryptographicHash>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "simulator/ledger/amount.h"
+#include "simulator/documents/amount.h"
 
 #include <limits>
 #include <stdexcept>

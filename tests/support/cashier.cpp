@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/scenario/crash/cashier.h"
+#include "tests/support/cashier.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "simulator/faults/wirefaults.h"
+#include "simulator/http/wirefaults.h"
 
 #include "simulator/http/channel.h"
 #include "simulator/http/response.h"

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/scenario/year/cashier.h"
+#include "tests/scenario/year/trade.h"
 
-#include "tests/scenario/year/books.h"
 #include "tests/scenario/year/dice.h"
 #include "tests/scenario/year/journal.h"
 #include "tests/scenario/year/scene.h"
 #include "tests/scenario/year/tillbox.h"
+#include "tests/support/books.h"
 #include "till/checks/amount.h"
 #include "till/failure.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "simulator/faults/faultreader.h"
+#include "simulator/rules/faultreader.h"
 
 #include "simulator/rules/jsontable.h"
 #include "simulator/rules/matchreader.h"

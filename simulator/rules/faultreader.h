@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/faults/faultrule.h"
+#include "simulator/rules/faultrule.h"
 
 namespace simulator {
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/scenario/year/books.h"
+#include "tests/support/books.h"
 
 #include "tests/scenario/year/violation.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/scenario/crash/books.h"
+#include "tests/scenario/crash/difference.h"
 
 #include "host/database/database.h"
 #include "host/database/statement.h"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tests/scenario/crash/books.h"
+#include "tests/scenario/crash/difference.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "till/commands/configfile.h"
+#include "till/configfile.h"
 
 #include <QFile>
 
