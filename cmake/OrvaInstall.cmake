@@ -5,8 +5,9 @@
 #   host         the host's library
 #   plugin       the loyalty plug-in
 #   tools        the till and the loyalty server
-#   development  headers, CMake package and, when the tests are built, the contract suite with the
-#                loyalty system that watches a host
+#   development  headers, CMake package, the example of a till and, when the tests are built, the
+#                contract suite with the loyalty system that watches a host
+#   documentation  the protocol with its schemas and, where scripts/docs has rendered it, the reference
 
 include(CMakePackageConfigHelpers)
 
@@ -24,12 +25,12 @@ function(orva_forget_path_below_usr component file)
         endif()" COMPONENT ${component})
 endfunction()
 
-# orva_install_compressed(FILE FOLDER COMPONENT): as Debian wants man pages and changelogs
+# orva_install_compressed(FILE FOLDER COMPONENT): as Debian wants man pages, changelogs and long texts
 function(orva_install_compressed file folder component)
     cmake_path(GET file FILENAME name)
-    set(compressed ${PROJECT_BINARY_DIR}/packaging/${name}.gz)
+    set(compressed ${PROJECT_BINARY_DIR}/packaging/${folder}/${name}.gz)
     find_program(GZIP_PROGRAM gzip REQUIRED)
-    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging/${folder})
     execute_process(COMMAND ${GZIP_PROGRAM} -9nc ${file}
         OUTPUT_FILE ${compressed} COMMAND_ERROR_IS_FATAL ANY)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
@@ -47,9 +48,13 @@ foreach(program orva-till orva-simulator)
     orva_forget_path_below_usr(tools ${CMAKE_INSTALL_BINDIR}/${program})
     orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/${program}.1
         ${CMAKE_INSTALL_MANDIR}/man1 tools)
+    orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/ru/${program}.1
+        ${CMAKE_INSTALL_MANDIR}/ru/man1 tools)
     install(FILES docs/completion/orva.bash RENAME ${program} COMPONENT tools
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 endforeach()
+orva_install_compressed(${PROJECT_SOURCE_DIR}/README.ru.md ${CMAKE_INSTALL_DATADIR}/doc/orva-tools
+    tools)
 # Where the service manager looks below /usr. Elsewhere the file serves as a pattern: it names /usr/bin.
 install(FILES packaging/orva-delivery.service DESTINATION lib/systemd/system COMPONENT tools)
 # Installed, the till finds its plug-in by itself; the example's path leads into this tree.
@@ -67,6 +72,24 @@ install(FILES ${PROJECT_BINARY_DIR}/host/loyalty/abstractpluginid.h
     DESTINATION ${ORVA_INSTALL_HEADERS}/host/loyalty COMPONENT development)
 install(EXPORT PosHostTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMAKE}
     COMPONENT development)
+install(DIRECTORY docs/example-host COMPONENT development
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/poshost-dev/examples)
+
+# The schemas stand beside the texts there; links to anything else outside their folder lead nowhere.
+foreach(name protocol delivery)
+    file(READ docs/${name}.md text)
+    string(REPLACE "../protocol/schema" "schema" text "${text}")
+    string(REPLACE "protocol/schema" "schema" text "${text}")
+    string(REGEX REPLACE "\\[([^]]*)\\]\\(\\.\\./[^)]*\\)" "\\1" text "${text}")
+    file(WRITE ${PROJECT_BINARY_DIR}/packaging/${name}.md "${text}")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS docs/${name}.md)
+    orva_install_compressed(${PROJECT_BINARY_DIR}/packaging/${name}.md
+        ${CMAKE_INSTALL_DATADIR}/doc/orva-doc documentation)
+endforeach()
+install(DIRECTORY protocol/schema DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-doc
+    COMPONENT documentation)
+install(DIRECTORY build/docs/host/html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-doc
+    COMPONENT documentation OPTIONAL)
 
 if(TARGET orva-contract)
     target_include_directories(orva-contract INTERFACE $<INSTALL_INTERFACE:${ORVA_INSTALL_HEADERS}>)

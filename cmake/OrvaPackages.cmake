@@ -15,7 +15,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL host plugin tools development)
+set(CPACK_COMPONENTS_ALL host plugin tools development documentation)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
@@ -98,10 +98,19 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
 
 orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"
 "What a loyalty plug-in or a cash register of one's own is built with: the
-headers, the CMake package PosHost, a suite of tests that finds out which promises
-of the headers a host breaks, and a loyalty system that finds out which rules of
-order.")
+headers, the CMake package PosHost, an example of a till, a suite of tests
+that finds out which promises of the headers a host breaks, and a loyalty system
+that finds out which rules of order.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${host_package} (= ${version}), qt6-base-dev (>= 6.4)")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "libgtest-dev, libgmock-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "orva-doc")
+
+# Not in poshost-dev: the reference is as large as all of the tools, the same on every machine, and who
+# writes a server needs the protocol and none of the headers.
+orva_package(documentation orva-doc doc "protocol and reference of the Orva loyalty plug-in"
+"The protocol between plug-in and loyalty server with its XML schemas, what becomes
+of a closed check, and the reference of the headers in poshost-dev as HTML.")
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SHLIBDEPS OFF)
 
 include(CPack)

@@ -1,0 +1,189 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Orva developers
+# SPDX-License-Identifier: Apache-2.0
+#
+# A shop's first day, and its last, by what README.ru.md says:
+#   firstday.bash README FOLDER   on a Debian made for it, as root: an engineer installs the packages in
+#                                 FOLDER and sets a till up, a cashier sells, the server goes and comes
+#   firstday.bash --typed README  which commands are typed; fails where the README does not show one
+# The Debian has sudo, /usr/bin/systemctl is servicemanager.bash, and there is no network.
+set -euo pipefail
+
+readme=${2:-}
+[ "$1" = --typed ] || readme=$1
+fail() {
+    echo "first day: $1" >&2
+    exit 1
+}
+
+# What the README shows to be typed: the lines of its blocks, and what stands in backquotes, which may
+# go on in the next line.
+shown() {
+    awk '
+        function spans(   parts, count, i) {
+            count = split(text, parts, "`")
+            for (i = 2; i <= count; i += 2) print parts[i]
+            text = ""
+        }
+        /^```/ { spans(); block = !block; next }
+        block { print; next }
+        { text = text (text == "" ? "" : " ") $0 }
+        END { spans() }' "$readme"
+}
+is_shown() { grep -qxF -e "$1" <<<"$shown_lines" || fail "the README does not show: $1"; }
+shown_lines=$(shown)
+
+if [ "$1" = --typed ]; then
+    mapfile -t commands < <(sed -nE "s/^ *(typed|begin) [a-z]+ '([^']*)'.*/\2/p" "$0" | sort -u)
+    [ "${#commands[@]}" -ge 20 ] || fail "only ${#commands[@]} commands were found in this script"
+    for command in "${commands[@]}"; do
+        is_shown "$command"
+        echo "$command"
+    done
+    exit
+fi
+
+# typed ACCOUNT COMMAND [CODE]: somebody types it, in the folder they find themselves in. What it
+# prints goes to $printed too; it has to end with CODE, 0 where none is given.
+typed() {
+    local account=$1 command=$2 code=0
+    is_shown "$command"
+    echo "$account\$ $command"
+    printed=$(su --login "$account" -c "$command" 2>&1) || code=$?
+    [ -z "$printed" ] || echo "$printed"
+    [ "$code" -eq "${3:-0}" ] || fail "\"$command\" ends with $code instead of ${3:-0}"
+}
+# begin ACCOUNT COMMAND: the same in a window of its own, where it goes on; ends with Ctrl+C
+begin() {
+    is_shown "$2"
+    echo "$1\$ $2 &"
+    : >/var/tmp/window
+    su --login "$1" -c "exec $2" >/var/tmp/window 2>&1 </dev/null &
+    for _ in {1..100}; do
+        ! grep -q '^Listening on ' /var/tmp/window || return 0
+        sleep 0.1
+    done
+    fail "$2: $(cat /var/tmp/window)"
+}
+interrupt() {
+    local process
+    process=$(pidof "$1")
+    echo "^C"
+    kill -INT "$process"
+    for _ in {1..100}; do
+        [ -e "/proc/$process" ] || return 0
+        sleep 0.1
+    done
+    fail "$1 does not end"
+}
+says() { grep -qE -e "$1" <<<"$printed" || fail "\"$1\" is not said"; }
+# waits SECONDS: for the service to have delivered everything; nobody else is there who could
+delivered_within() {
+    local began=$SECONDS
+    until su --login anna -c 'orva-till queue list --json' 2>/dev/null | tr -d ' \n' | grep -qxF '[]'; do
+        [ $((SECONDS - began)) -lt "$1" ] || fail "not delivered after $1 s"
+        sleep 0.5
+    done
+    echo "(delivered by the service after $((SECONDS - began)) s)"
+}
+same_books() {
+    typed anna 'orva-till ledger --csv'
+    local till=$printed
+    typed engineer 'orva-simulator ledger --csv'
+    [ "$(grep -v '^Settings' <<<"$till")" = "$printed" ] || fail 'the books of till and server differ'
+    [ "$(wc -l <<<"$printed")" -eq $((1 + $1)) ] || fail "there are not $1 checks in the books"
+}
+
+install_and_set_up() {
+    typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
+    typed engineer 'orva-till --version'
+    says '[0-9]+\.[0-9]+\.[0-9]+'
+    zcat /usr/share/doc/orva-tools/README.ru.md.gz | cmp - "$readme"
+    begin engineer 'orva-simulator --port 8710'
+    # an editor
+    printf '%s\n' http://127.0.0.1:8710/ 1042 3 till secret demo >/home/engineer/answers.txt
+    typed engineer 'sudo orva-till init --answers answers.txt'
+    typed engineer 'rm answers.txt'
+    typed engineer 'sudo systemctl restart orva-delivery'
+    typed engineer 'systemctl status orva-delivery'
+    says active
+    typed engineer 'sudo adduser anna orva'
+    typed anna 'orva-till doctor'
+    ! grep -E '^(fails|warn)' <<<"$printed" || fail 'the doctor is not clear'
+}
+
+sell() {
+    typed anna 'orva-till check /usr/share/doc/orva-tools/examples/sale.toml'
+    typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml'
+    delivered_within 10
+    typed anna 'orva-till queue list'
+    same_books 1
+    interrupt orva-simulator
+    for _ in 1 2 3; do
+        typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
+    done
+    typed anna 'orva-till queue list'
+    [ "$(grep -cE '^ *[0-9]+ ' <<<"$printed")" -eq 3 ] || fail 'there are not three messages'
+    begin engineer 'orva-simulator --port 8710'
+    delivered_within 60
+    same_books 4
+}
+
+look_around() {
+    typed anna 'orva-till checks'
+    typed anna 'orva-till explain last'
+    typed anna 'orva-till ledger'
+    typed anna 'orva-till queue deliver'
+    typed anna 'orva-till log list'
+    typed anna 'orva-till log show 3'
+    typed anna 'orva-till log replay 3'
+    typed anna 'orva-till doctor --json > doctor.json'
+    typed anna 'orva-till log export 3 case.jsonl'
+    typed anna 'orva-till queue list --all --json > queue.json'
+    typed anna 'QT_LOGGING_RULES="orva.debug=true;orva.info=true" orva-till check /usr/share/doc/orva-tools/examples/sale.toml'
+    ! grep -l demo /home/anna/*.json* || fail 'a file for the support names the key'
+}
+
+# The queue outlives removing and purging; only who says so loses it.
+take_away() {
+    interrupt orva-simulator
+    typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
+    typed engineer 'sudo apt remove orva-tools' <<<y
+    [ -s /etc/orva/orva.toml ] || fail 'removing takes the settings'
+    typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
+    systemctl is-active orva-delivery || fail 'installed again, the service does not run'
+    typed anna 'orva-till checks'
+    typed engineer 'sudo apt purge orva-tools' <<<y
+    says 'till.sqlite stays, with undelivered checks: 1$'
+    [ ! -e /etc/orva ] || fail "purging leaves $(ls /etc/orva)"
+    [ "$(ls -A /var/lib/orva)" = till.sqlite ] || fail "purging leaves $(ls -A /var/lib/orva)"
+
+    # what stayed is delivered by an installation that was set up anew
+    typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
+    begin engineer 'orva-simulator --port 8710'
+    printf '%s\n' http://127.0.0.1:8710/ 1042 3 till secret demo >/home/engineer/answers.txt
+    typed engineer 'sudo orva-till init --answers answers.txt'
+    typed engineer 'sudo systemctl restart orva-delivery'
+    delivered_within 60
+    same_books 5
+    interrupt orva-simulator
+    typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
+    typed engineer 'sudo ORVA_PURGE_QUEUE=yes apt purge orva-tools' <<<y
+    [ ! -e /var/lib/orva ] || fail "purging leaves $(ls -A /var/lib/orva)"
+}
+
+exec </dev/null # nobody is there who would answer a question
+# No network but the machine's own: SIOCSIFFLAGS on "lo", IFF_UP and IFF_RUNNING.
+# shellcheck disable=SC2016 # perl's variables
+perl -MSocket -e 'my $up = pack("a16 s x22", "lo", 0x41);
+    socket(S, AF_INET, SOCK_DGRAM, 0) && ioctl(S, 0x8914, $up) or die $!'
+for account in engineer anna; do
+    useradd --create-home --shell /bin/bash "$account"
+done
+echo 'engineer ALL=(ALL:ALL) NOPASSWD: ALL' >/etc/sudoers.d/engineer
+cp "$2"/*.deb /home/engineer/
+install_and_set_up
+sell
+look_around
+take_away
+echo "first day: $(grep -cE "^ *(typed|begin) [a-z]+ '" "$0") commands of the README do what it says."
