@@ -6,7 +6,12 @@
 #include "simulator/fault.h"
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
+
+#include <chrono>
+#include <functional>
+#include <optional>
 
 namespace simulator {
 
@@ -21,7 +26,15 @@ struct Request
     QByteArray host = {};
     QByteArray origin = {};
     QByteArray contentType = {};
+    QByteArray pageToken = {}; ///< what the page of this program sends, see AdminGate
+    QByteArray query = {};     ///< what stands behind "?" in the address, as it came
+    std::chrono::steady_clock::time_point began = {}; ///< when its head was there
 };
+
+/// The body of an answer that goes on for as long as the client stays. It is asked again and again
+/// for what has come since it was asked last, which may be nothing, and ends with no value. It is
+/// asked in the thread of its connection and must not block.
+using Stream = std::function<std::optional<QByteArray>()>;
 
 /// What is sent back, and what the log says about it.
 struct Answer
@@ -34,6 +47,8 @@ struct Answer
     QString reason;           ///< one sentence for every status from 400 up that is no fault
     QByteArray location = {}; ///< where to look instead, with a status from 300 to 399
     std::optional<Fault> fault = {}; ///< what goes wrong on purpose; the server makes what it can
+    QByteArrayList headers = {};     ///< further ones, each as "Name: value"
+    Stream stream = {};              ///< what follows the body, without an end; empty for nothing
 };
 
 /// An answer that says why a request was not done.

@@ -14,6 +14,8 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 using simulator::Text;
 
@@ -78,6 +80,9 @@ void addServing(CLI::App& app, simulator::Options& options, Texts& texts)
                    words(Text::tr("Port on 127.0.0.1 to read the ledger and to arm faults at, "
                                   "0 for a free one")))
         ->check(CLI::Range(0, 65535));
+    app.add_flag("--page,!--no-page", options.page,
+                 words(Text::tr("Serve a page to look at and to try with at the admin address "
+                                "(default: on a terminal)")));
     app.add_option("--database", texts.database,
                    words(Text::tr("SQLite file (default: %1)").arg(simulator::defaultDatabase())));
     app.add_flag("--quiet", options.quiet,
@@ -108,6 +113,7 @@ int main(int argc, char** argv)
     simulator::Outputs print;
     Texts texts;
     simulator::Options options;
+    options.page = isatty(STDOUT_FILENO) == 1;
 
     CLI::App app(Text::tr("A loyalty server for trying and testing. Without a command it serves "
                           "until it is stopped (SIGTERM or Ctrl+C).\n"

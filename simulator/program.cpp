@@ -13,6 +13,7 @@
 #include "simulator/http/httpserver.h"
 #include "simulator/http/requestlog.h"
 #include "simulator/ledger/ledgerprinter.h"
+#include "simulator/page/page.h"
 #include "simulator/rules/rulesfile.h"
 #include "simulator/rules/rulesreader.h"
 #include "simulator/service.h"
@@ -23,6 +24,7 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <csignal>
 
 using namespace Qt::StringLiterals;
@@ -33,12 +35,15 @@ namespace {
 constexpr std::chrono::milliseconds betweenLooks(500);
 
 /// Looks whether the file of rules has changed and lets the server follow it.
-void follow(RulesFile& file, Service& service, FaultPlan& faults, const Options& options,
-            Outputs& print)
+void follow(RulesFile& file, Service& service, FaultPlan& faults, Page* page,
+            const Options& options, Outputs& print)
 {
     const auto apply = [&](const Rules& rules) {
         service.setRules(rules);
         faults.setRules(rules.faults);
+        if (page != nullptr) {
+            page->rules.follow();
+        }
         if (!options.quiet && !options.json) {
             print.out.write(Text::tr("Rules: read anew\n"));
         }
@@ -47,24 +52,25 @@ void follow(RulesFile& file, Service& service, FaultPlan& faults, const Options&
             print.failure(Text::tr("the change of [tls] takes effect at the next start"));
         }
     };
-    file.look(apply, [&print](const QString& what) {
+    file.look(apply, [&print, page](const QString& what) {
+        if (page != nullptr) {
+            page->rules.refuse(what);
+        }
         print.failure(Text::tr("the rules stay as they were: %1").arg(what));
     });
 }
 
 std::unique_ptr<HttpServer> adminServer(const Options& options, const AdminDesk& desk)
 {
-    if (options.adminPort == Options::noAdmin) {
-        return nullptr;
-    }
     try {
         return std::make_unique<HttpServer>(
-            u"127.0.0.1"_s, options.adminPort,
+            u"127.0.0.1"_s, std::max(options.adminPort, 0),
             [&desk](const Request& request) { return desk.handle(request); },
             HttpServer::Observer(), HttpServer::Certificate(),
             [&desk](const Request& request) { return desk.bodyLimit(request); });
     } catch (const ListenError& error) {
-        throw ListenError(u"--admin-port: "_s + QString::fromUtf8(error.what()));
+        throw ListenError((options.adminPort < 0 ? u"--page: "_s : u"--admin-port: "_s) +
+                          QString::fromUtf8(error.what()));
     }
 }
 
@@ -108,6 +114,9 @@ bool announce(const Options& options, const Rules& rules, const QString& url,
         if (!adminUrl.isEmpty()) {
             start.insert(u"admin"_s, adminUrl);
         }
+        if (options.page) {
+            start.insert(u"page"_s, adminUrl);
+        }
         out.write(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
         return out.isWhole();
     }
@@ -123,8 +132,89 @@ bool announce(const Options& options, const Rules& rules, const QString& url,
                            printable::line(databaseFor(options)),
                            printable::line(lineToPaste(options, rules, url))));
     }
+    if (options.page) {
+        out.line(u"Page at %1"_s.arg(adminUrl)); // last, where the eye is
+    }
     return told;
 }
+
+/// What stands behind the server's address and that for administration.
+class Counter
+{
+public:
+    /// file: null for the built-in rules
+    Counter(const Options& asked, const Rules& rules, RulesFile* rulesFile, Outputs& outputs)
+        : options(asked), file(rulesFile), print(outputs), service(rules, databaseFor(asked)),
+          faults(rules.faults),
+          faulty([this](const Request& request) { return service.handle(request); }, faults),
+          log(asked.json ? RequestLog::Form::Json : RequestLog::Form::Line, outputs.out),
+          desk(service, faults)
+    {
+        if (options.hasAdmin()) {
+            page = std::make_unique<Page>(databaseFor(options), options.config);
+            page->addTo(desk, service, faults, [this](const Request& request) {
+                const Answer given = answer(request);
+                note(request, given);
+                return given;
+            });
+        }
+    }
+
+    Answer answer(const Request& request)
+    {
+        look(); // what was written before a request counts for it
+        return isAway() ? ServerSwitch::silence() : faulty.handle(request);
+    }
+
+    void note(const Request& request, const Answer& given)
+    {
+        if (page) {
+            page->exchanges.add(request, given);
+        }
+        if (!options.quiet) {
+            log.write(request, given);
+        }
+    }
+
+    /// A body is read for those alone who may ask for something.
+    qsizetype bodyLimit(const Request& request)
+    {
+        look();
+        return service.admits(request) ? HttpServer::maximumBody : 0;
+    }
+
+    /// Looks whether the file of rules has changed.
+    void look()
+    {
+        if (file != nullptr) {
+            follow(*file, service, faults, page.get(), options, print);
+        }
+    }
+
+    /// The server of the address for administration, null where there is to be none.
+    /// url: the server's own
+    std::unique_ptr<HttpServer> admin(const QString& url)
+    {
+        if (!page) {
+            return nullptr;
+        }
+        page->server.setUrl(url);
+        return adminServer(options, desk);
+    }
+
+private:
+    [[nodiscard]] bool isAway() const { return page && page->server.isAway(); }
+
+    const Options& options;
+    RulesFile* const file;
+    Outputs& print;
+    Service service;
+    FaultPlan faults;
+    const FaultyService faulty;
+    RequestLog log;
+    AdminDesk desk;
+    std::unique_ptr<Page> page;
+};
 
 } // namespace
 
@@ -141,36 +231,14 @@ void serve(const Options& options, Outputs& print)
     const std::unique_ptr<RulesFile> file =
         options.config.isEmpty() ? nullptr : std::make_unique<RulesFile>(options.config);
     const Rules rules = file ? file->first() : rulesFor(options);
-    Service service(rules, databaseFor(options));
-    RequestLog log(options.json ? RequestLog::Form::Json : RequestLog::Form::Line, print.out);
-    HttpServer::Observer observer;
-    if (!options.quiet) {
-        observer = [&log](const Request& request, const Answer& answer) {
-            log.write(request, answer);
-        };
-    }
-    FaultPlan faults(rules.faults);
-    const FaultyService faulty(
-        [&service](const Request& request) { return service.handle(request); }, faults);
-    const auto look = [&] {
-        if (file) {
-            follow(*file, service, faults, options, print);
-        }
-    };
-    // what was written before a request counts for it
-    const auto handle = [&](const Request& request) {
-        look();
-        return faulty.handle(request);
-    };
-    // a body is read for those alone who may ask for something
-    const auto limit = [&](const Request& request) {
-        look();
-        return service.admits(request) ? HttpServer::maximumBody : 0;
-    };
-    const HttpServer server(options.listen, options.port, handle, observer,
-                            {rules.certificateFile, rules.keyFile}, limit);
-    const AdminDesk desk(service, faults);
-    const std::unique_ptr<HttpServer> admin = adminServer(options, desk);
+    Counter counter(options, rules, file.get(), print);
+    const HttpServer server(
+        options.listen, options.port,
+        [&counter](const Request& request) { return counter.answer(request); },
+        [&counter](const Request& request, const Answer& answer) { counter.note(request, answer); },
+        {rules.certificateFile, rules.keyFile},
+        [&counter](const Request& request) { return counter.bodyLimit(request); });
+    const std::unique_ptr<HttpServer> admin = counter.admin(server.url());
     if (!announce(options, rules, server.url(), admin ? admin->url() : QString(), print.out)) {
         return; // nobody knows where it listens
     }
@@ -179,7 +247,7 @@ void serve(const Options& options, Outputs& print)
         return;
     }
     while (!stop.waitFor(betweenLooks)) {
-        look(); // what is wrong with a change is said though nobody asks for anything
+        counter.look(); // what is wrong with a change is said though nobody asks for anything
     }
 }
 

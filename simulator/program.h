@@ -22,6 +22,10 @@ struct Options
     bool quiet = false;
     bool csv = false;
     bool json = false;
+    bool page = false; ///< at the admin address, at a free port where adminPort says none
+
+    /// Whether there is an address for administration.
+    [[nodiscard]] bool hasAdmin() const { return page || adminPort != noAdmin; }
 };
 
 /// Where the program prints: what it was asked for, and what went wrong.

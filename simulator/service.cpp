@@ -93,6 +93,16 @@ LedgerView Service::ledger()
     return worker.run([&] { return readLedger(*database, *now->rules); });
 }
 
+std::shared_ptr<const Rules> Service::rules() const
+{
+    return current()->rules;
+}
+
+QByteArray Service::authorization() const
+{
+    return current()->expectedAuthorization;
+}
+
 std::shared_ptr<Service::Following> Service::current() const
 {
     const std::scoped_lock lock(mutex);

@@ -47,6 +47,13 @@ public:
     /// The books at this moment. Throws DatabaseError.
     LedgerView ledger();
 
+    /// The rules that are followed at this moment. May be called from several threads at once.
+    [[nodiscard]] std::shared_ptr<const Rules> rules() const;
+
+    /// The Authorization header that is accepted at this moment. May be called from several
+    /// threads at once.
+    [[nodiscard]] QByteArray authorization() const;
+
 private:
     struct Following;
 

@@ -377,6 +377,10 @@ Try: %3
         <translation>%1:%2: ключ «%3» %4</translation>
     </message>
     <message>
+        <source>Serve a page to look at and to try with at the admin address (default: on a terminal)</source>
+        <translation>Показывать страницу для просмотра и проб по адресу управления (по умолчанию — в терминале)</translation>
+    </message>
+    <message>
         <source>Port on 127.0.0.1 to read the ledger and to arm faults at, 0 for a free one</source>
         <translation>Порт на 127.0.0.1, чтобы читать книгу и готовить неисправности; 0 — любой свободный</translation>
     </message>

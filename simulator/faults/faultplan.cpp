@@ -32,7 +32,7 @@ void FaultPlan::setRules(const std::vector<FaultRule>& rules)
     quint64 number = 0;
     for (const FaultRule& rule : rules) {
         // rules with one seed must not strike together
-        rows.push_back({{rule}, std::mt19937_64(rule.seed + number)});
+        rows.push_back({{.rule = rule, .id = ++lastId}, std::mt19937_64(rule.seed + number)});
         ++number;
     }
 }
@@ -40,13 +40,20 @@ void FaultPlan::setRules(const std::vector<FaultRule>& rules)
 void FaultPlan::arm(const FaultRule& rule)
 {
     const std::scoped_lock lock(mutex);
-    rows.insert(rows.begin(), {{rule, true}, std::mt19937_64(rule.seed)});
+    rows.insert(rows.begin(),
+                {{.rule = rule, .isArmed = true, .id = ++lastId}, std::mt19937_64(rule.seed)});
 }
 
 void FaultPlan::clear()
 {
     const std::scoped_lock lock(mutex);
     rows.clear();
+}
+
+bool FaultPlan::remove(int id)
+{
+    const std::scoped_lock lock(mutex);
+    return std::erase_if(rows, [id](const Rule& row) { return row.id == id; }) > 0;
 }
 
 std::vector<FaultPlan::State> FaultPlan::states() const

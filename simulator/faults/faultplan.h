@@ -36,6 +36,9 @@ public:
     /// Takes all rules away, set or armed.
     void clear();
 
+    /// Takes the rule with that id away; false when there is none.
+    bool remove(int id);
+
     /// A rule and what became of it.
     struct State
     {
@@ -43,6 +46,7 @@ public:
         bool isArmed = false;
         int matched = 0; ///< requests that it counted
         int struck = 0;
+        int id = 0; ///< its own as long as the plan is there
     };
 
     /// All rules in the order in which they strike.
@@ -59,6 +63,7 @@ private:
 
     mutable std::mutex mutex; // guards what follows
     std::vector<Rule> rows;
+    int lastId = 0;
 };
 
 } // namespace simulator

@@ -4,6 +4,7 @@
 #include "simulator/http/admindesk.h"
 
 #include "simulator/documents/check.h"
+#include "simulator/documents/rejection.h"
 #include "simulator/faults/faultplan.h"
 #include "simulator/rules/configerror.h"
 #include "simulator/rules/faultreader.h"
@@ -13,6 +14,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <iterator>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -22,14 +24,6 @@ namespace {
 
 constexpr qsizetype longestBody = 64 * 1024;
 
-Answer json(const QByteArray& text)
-{
-    Answer answer;
-    answer.contentType = "application/json; charset=utf-8";
-    answer.body = text;
-    return answer;
-}
-
 QJsonValue orNull(const QString& text)
 {
     return text.isEmpty() ? QJsonValue() : QJsonValue(text);
@@ -38,7 +32,8 @@ QJsonValue orNull(const QString& text)
 QJsonObject faultObject(const FaultPlan::State& state)
 {
     const FaultRule& rule = state.rule;
-    return {{u"kind"_s, rule.fault.name()},
+    return {{u"id"_s, state.id},
+            {u"kind"_s, rule.fault.name()},
             {u"armed"_s, state.isArmed},
             {u"endpoint"_s, orNull(rule.endpoint)},
             {u"card"_s, orNull(maskedCard(rule.card))},
@@ -49,82 +44,100 @@ QJsonObject faultObject(const FaultPlan::State& state)
             {u"struck"_s, state.struck}};
 }
 
-/// The name in "name", "name:80", "[::1]" or "[::1]:80", as it stands there.
-QByteArray nameIn(const QByteArray& host)
+void removeFault(FaultPlan& plan, const QString& id)
 {
-    const qsizetype port = host.lastIndexOf(':');
-    return port > host.lastIndexOf(']') ? host.first(port) : host;
+    bool isNumber = false;
+    const int number = id.toInt(&isNumber);
+    if (!isNumber || !plan.remove(number)) {
+        throw Rejection(404, u"There is no fault with this id: GET /faults lists them"_s);
+    }
 }
 
-bool isLoopback(const QByteArray& name)
+/// What holds for every answer: nobody keeps it, no page of another address shows it, and nothing
+/// in it runs but the page's own scripts.
+QByteArrayList guardingHeaders()
 {
-    return name == "localhost" || name == "127.0.0.1" || name == "[::1]";
-}
-
-/// Why a request is not answered, whatever its body is.
-std::optional<Answer> objection(const Request& request)
-{
-    const QByteArray host = request.host.toLower();
-    if (!isLoopback(nameIn(host))) {
-        return refusal(403, u"The Host must be localhost, 127.0.0.1 or [::1]: this address is for "
-                            "programs on this machine"_s);
-    }
-    if (!request.origin.isEmpty() && request.origin.toLower() != "http://" + host) {
-        return refusal(403, u"Pages of other addresses may not ask for anything here"_s);
-    }
-    const QByteArray type = request.contentType.split(';').first().trimmed().toLower();
-    const bool isJson = type == "application/json";
-    const bool takesBody = request.method == "POST";
-    if (takesBody ? !isJson : !isJson && !type.isEmpty()) {
-        return refusal(415, u"The body must be JSON, with the header Content-Type: "
-                            "application/json"_s);
-    }
-    return std::nullopt;
+    return {"Cache-Control: no-store",
+            "Content-Security-Policy: default-src 'none'; script-src 'self'; style-src 'self'; "
+            "img-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'; "
+            "frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types 'none'",
+            "Cross-Origin-Opener-Policy: same-origin",
+            "Cross-Origin-Resource-Policy: same-origin",
+            "Referrer-Policy: no-referrer",
+            "X-Content-Type-Options: nosniff",
+            "X-Frame-Options: DENY"};
 }
 
 } // namespace
 
-qsizetype AdminDesk::bodyLimit(const Request& request) const
-{
-    return objection(request) ? 0 : longestBody;
-}
-
-Answer AdminDesk::handle(const Request& request) const
-{
-    if (const std::optional<Answer> refused = objection(request)) {
-        return *refused;
-    }
-    try {
-        if (request.path == "/ledger" && request.method == "GET") {
-            return json(ledgerJson(service.ledger()));
-        }
-        if (request.path == "/faults" && request.method == "GET") {
-            return json(faults());
-        }
-        if (request.path == "/faults" && request.method == "POST") {
-            plan.arm(readFaultJson(request.body, u"body"_s));
-            return json(faults());
-        }
-        if (request.path == "/faults" && request.method == "DELETE") {
-            plan.clear();
-            return json(faults());
-        }
-    } catch (const ConfigError& error) {
-        return refusal(400, QString::fromUtf8(error.what()));
-    } catch (const std::exception& error) {
-        return refusal(500, QString::fromUtf8(error.what()));
-    }
-    return refusal(404, u"There is nothing here: there are GET /ledger, and GET, POST and DELETE "
-                        "/faults"_s);
-}
-
-QByteArray AdminDesk::faults() const
+QByteArray faultsJson(const FaultPlan& plan)
 {
     QJsonArray list;
     for (const FaultPlan::State& state : plan.states()) {
         list.append(faultObject(state));
     }
     return QJsonDocument(list).toJson();
+}
+
+AdminDesk::AdminDesk(Service& lookedAt, FaultPlan& faultPlan)
+{
+    FaultPlan* const plan = &faultPlan;
+    add({{"GET", "/ledger",
+          [&lookedAt](const AdminCall&) { return jsonAnswer(ledgerJson(lookedAt.ledger())); }},
+         {"GET", "/faults", [plan](const AdminCall&) { return jsonAnswer(faultsJson(*plan)); }},
+         {"POST", "/faults",
+          [plan](const AdminCall& call) {
+              plan->arm(readFaultJson(call.request.body, u"body"_s));
+              return jsonAnswer(faultsJson(*plan));
+          }},
+         {"DELETE", "/faults",
+          [plan](const AdminCall&) {
+              plan->clear();
+              return jsonAnswer(faultsJson(*plan));
+          }},
+         {"DELETE", "/faults/{id}", [plan](const AdminCall& call) {
+              removeFault(*plan, call.part);
+              return jsonAnswer(faultsJson(*plan));
+          }}});
+}
+
+void AdminDesk::add(std::vector<AdminRoute> more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(table));
+}
+
+qsizetype AdminDesk::bodyLimit(const Request& request) const
+{
+    return gate.objection(request) ? 0 : longestBody;
+}
+
+Answer AdminDesk::handle(const Request& request) const
+{
+    Answer answer;
+    try {
+        const std::optional<Answer> refused = gate.objection(request);
+        answer = refused ? *refused : answered(request);
+    } catch (const Rejection& rejection) {
+        answer = refusal(rejection.status, rejection.reason);
+    } catch (const ConfigError& error) {
+        answer = refusal(400, QString::fromUtf8(error.what()));
+    } catch (const std::exception& error) {
+        answer = refusal(500, QString::fromUtf8(error.what()));
+    }
+    answer.headers += guardingHeaders();
+    return answer;
+}
+
+Answer AdminDesk::answered(const Request& request) const
+{
+    QStringList known;
+    for (const AdminRoute& route : table) {
+        if (const std::optional<QString> part = route.match(request)) {
+            return route.answer({request, *part});
+        }
+        known.append(QString::fromLatin1(route.method + ' ' + route.path));
+    }
+    return refusal(404, u"There is nothing here: there are %1"_s.arg(known.join(u", "_s)));
 }
 
 } // namespace simulator

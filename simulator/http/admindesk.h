@@ -3,18 +3,18 @@
 
 #pragma once
 
-#include "simulator/exchange.h"
+#include "simulator/http/admingate.h"
+#include "simulator/http/adminroute.h"
+
+#include <vector>
 
 namespace simulator {
 
 class FaultPlan;
 class Service;
 
-/// What a test may look at and change while the server runs, without any credentials: it is to be
-/// reached over loopback only. A web page that is open on the same machine can send requests there
-/// too, so those are refused that name the machine by anything but a name of loopback (403: a name
-/// of the page's own may lead there), that come from a page of another address (403), or that would
-/// change something and are no JSON, which a page cannot send without being let (415).
+/// What a test may look at and change while the server runs, without any credentials: whom it
+/// answers is the gate's. Every address is a route; those of the page are added by it.
 ///
 /// | Request | What it does |
 /// |---|---|
@@ -22,11 +22,21 @@ class Service;
 /// | GET /faults | the faults and how often each has struck, as JSON |
 /// | POST /faults | arms a fault; the body is a JSON object with the keys of a [[fault]] table |
 /// | DELETE /faults | takes all faults away, those of the file too until it changes |
+/// | DELETE /faults/{id} | takes one fault away |
 class AdminDesk
 {
 public:
     /// Both must outlive the desk.
-    AdminDesk(Service& lookedAt, FaultPlan& faultPlan) : service(lookedAt), plan(faultPlan) {}
+    AdminDesk(Service& lookedAt, FaultPlan& faultPlan);
+
+    /// Adds what else can be asked. Not while requests are answered.
+    void add(std::vector<AdminRoute> more);
+
+    /// All that can be asked.
+    [[nodiscard]] const std::vector<AdminRoute>& routes() const { return table; }
+
+    /// What the page must send to change something.
+    [[nodiscard]] const QByteArray& pageToken() const { return gate.pageToken(); }
 
     /// How much of a request's body is read: nothing where the request is refused whatever it is.
     [[nodiscard]] qsizetype bodyLimit(const Request& request) const;
@@ -35,10 +45,13 @@ public:
     Answer handle(const Request& request) const;
 
 private:
-    [[nodiscard]] QByteArray faults() const;
+    [[nodiscard]] Answer answered(const Request& request) const;
 
-    Service& service;
-    FaultPlan& plan;
+    const AdminGate gate;
+    std::vector<AdminRoute> table;
 };
+
+/// The faults of a plan in the order in which they strike, as JSON.
+QByteArray faultsJson(const FaultPlan& plan);
 
 } // namespace simulator

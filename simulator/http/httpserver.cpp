@@ -35,6 +35,8 @@ constexpr seconds longestFarewell(10);
 constexpr seconds longestStop(5);
 constexpr milliseconds longestQueue(30'000);
 constexpr milliseconds pause(2);
+/// How often an answer without an end is asked for what has come.
+constexpr milliseconds betweenPieces(200);
 
 /// What all bodies may take while they arrive and until they are answered.
 constexpr qint64 bodiesTogether = 2 * HttpServer::maximumBody;
@@ -185,16 +187,13 @@ private:
             Request request = head->request;
             request.body = reader.readBody(*head, limit, until);
             const Answer answer = handle(request);
+            observe(request, answer);
             request.body.clear();
             return send(request, answer, head->closes ? After::Nothing : After::Next, channel);
         } catch (const Rejection& rejection) {
-            const Busy busy(channel);
-            return send(head ? head->request : Request(),
-                        refusal(rejection.status, rejection.reason), After::Farewell, channel);
+            return refuse(head, refusal(rejection.status, rejection.reason), channel);
         } catch (const std::exception& error) {
-            const Busy busy(channel);
-            return send(head ? head->request : Request(),
-                        refusal(500, QString::fromUtf8(error.what())), After::Farewell, channel);
+            return refuse(head, refusal(500, QString::fromUtf8(error.what())), channel);
         }
     }
 
@@ -235,13 +234,31 @@ private:
         return answer;
     }
 
+    void observe(const Request& request, const Answer& answer) const
+    {
+        if (observer) {
+            observer(request, answer);
+        }
+    }
+
+    /// Answers a request of which no more is read, as far as it was.
+    After refuse(const std::optional<RequestHead>& head, const Answer& answer, Channel& channel)
+    {
+        const Busy busy(channel);
+        const Request request = head ? head->request : Request();
+        observe(request, answer);
+        return send(request, answer, After::Farewell, channel);
+    }
+
     /// Answers a request whose body nobody wants to see.
     After refuseUnread(const RequestHead& head, Channel& channel, RequestReader& reader,
                        Channel::Deadline until)
     {
         const bool isSmall = !head.isChunked && !head.asksFirst && *head.length <= smallBody;
         const bool isSkipped = isSmall && reader.skip(*head.length, until);
-        return send(head.request, handler(head.request),
+        const Answer answer = handler(head.request);
+        observe(head.request, answer);
+        return send(head.request, answer,
                     !isSkipped    ? After::Farewell
                     : head.closes ? After::Nothing
                                   : After::Next,
@@ -251,11 +268,24 @@ private:
     /// Sends an answer. Returns what comes after it, nothing when it could not be sent.
     After send(const Request& request, const Answer& answer, After after, Channel& channel)
     {
-        if (observer) {
-            observer(request, answer);
+        if (answer.stream && request.method != "HEAD") {
+            return sendStream(request, answer, channel);
         }
         const Response response = responseFor(answer, request.method, after != After::Next);
         return faults.send(response, answer.fault, channel) ? after : After::Nothing;
+    }
+
+    /// Sends what comes of an answer without an end, until the client goes or the server ends. The
+    /// answer is asked and not told, so one that is slow to read keeps nobody waiting.
+    After sendStream(const Request& request, const Answer& answer, Channel& channel)
+    {
+        const Response response = responseFor(answer, request.method, true);
+        bool goesOn = channel.write(response.opening + "\r\n" + response.body);
+        while (goesOn) {
+            const std::optional<QByteArray> piece = answer.stream();
+            goesOn = piece && channel.write(*piece) && faults.wait(channel, betweenPieces);
+        }
+        return After::Nothing;
     }
 
     const QString host;

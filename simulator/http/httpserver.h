@@ -28,6 +28,9 @@ public:
 /// that finds no room waits up to 30 s and is then answered 503; one whose body has up to 64 KiB
 /// needs none.
 ///
+/// An answer with a stream is followed by what comes of it, until the client goes or the server
+/// ends; its connection closes then.
+///
 /// Faults that answers carry happen as they say; a server that ends ends their waiting.
 class HttpServer
 {
@@ -37,7 +40,8 @@ public:
     /// Answers a request; called from several threads at once.
     using Handler = std::function<Answer(const Request&)>;
 
-    /// Learns of every request and its answer; called from several threads at once.
+    /// Learns of every request and its answer before this is sent. The request has its body unless
+    /// that was not read. Called from several threads at once.
     using Observer = std::function<void(const Request&, const Answer&)>;
 
     /// Says from what stands before the body how many bytes of it may come, at most maximumBody: a

@@ -41,7 +41,8 @@ bool isName(QByteArrayView text)
 bool isDecided(const QByteArray& name)
 {
     static const QByteArrayList names{"host",          "origin",         "content-type",
-                                      "authorization", "content-length", "transfer-encoding"};
+                                      "authorization", "content-length", "transfer-encoding",
+                                      "x-orva-token"};
     return names.contains(name);
 }
 
@@ -65,7 +66,7 @@ void readHeader(const QByteArray& line, Headers& headers)
     headers.insert(name, value);
 }
 
-/// The method and the path, decoded and without the query. Returns whether it is HTTP/1.1.
+/// The method, the path, decoded, and the query, as it came. Returns whether it is HTTP/1.1.
 bool readRequestLine(const QByteArray& line, Request& request)
 {
     const QByteArrayList words = line.split(' ');
@@ -79,7 +80,9 @@ bool readRequestLine(const QByteArray& line, Request& request)
         reject(u"The address of the request does not begin with \"/\""_s);
     }
     request.method = words[0];
-    request.path = QByteArray::fromPercentEncoding(words[1].split('?').first());
+    const qsizetype mark = words[1].indexOf('?');
+    request.path = QByteArray::fromPercentEncoding(mark < 0 ? words[1] : words[1].first(mark));
+    request.query = mark < 0 ? QByteArray() : words[1].sliced(mark + 1);
     return words[2] == "HTTP/1.1";
 }
 
@@ -146,6 +149,8 @@ RequestHead readRequestHead(const QByteArray& text)
     head.request.host = headers.value("host");
     head.request.origin = headers.value("origin");
     head.request.contentType = headers.value("content-type");
+    head.request.pageToken = headers.value("x-orva-token");
+    head.request.began = std::chrono::steady_clock::now();
     readBodyHeaders(headers, isNew, head);
     const QByteArray connection = headers.value("connection").toLower();
     head.closes = isNew ? connection.contains("close") : connection != "keep-alive";

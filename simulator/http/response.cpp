@@ -76,6 +76,9 @@ Response responseFor(const Answer& answer, const QByteArray& method, bool closes
     if (!answer.location.isEmpty()) {
         response.opening += "Location: " + answer.location + "\r\n";
     }
+    for (const QByteArray& header : answer.headers) {
+        response.opening += header + "\r\n";
+    }
     if (closes) {
         response.opening += "Connection: close\r\n";
     }

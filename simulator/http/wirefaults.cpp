@@ -46,8 +46,6 @@ void WireFaults::stop()
     static_cast<void>(::write(stopPipe[1], "x", 1));
 }
 
-/// Waits that long, with 0 without an end. Returns false when the client has gone or stop was
-/// called meanwhile.
 bool WireFaults::wait(const Channel& channel, milliseconds duration) const
 {
     return channel.rest(duration, stopPipe[0]);
@@ -81,10 +79,10 @@ bool WireFaults::send(const Response& response, const std::optional<Fault>& faul
     case FaultKind::ReplyLost:
         return false;
     case FaultKind::HangBeforeHeaders:
-        wait(channel, fault->duration);
+        static_cast<void>(wait(channel, fault->duration));
         return false;
     case FaultKind::Delay:
-        wait(channel, fault->duration);
+        static_cast<void>(wait(channel, fault->duration));
         return sendWhole(response, channel);
     case FaultKind::HangAfterHeaders:
     case FaultKind::SlowDrip:
@@ -111,11 +109,11 @@ bool WireFaults::sendSpoiled(const Response& response, const Fault& fault, Chann
         return false;
     case FaultKind::LengthTooLarge:
         channel.write(response.head(body.size() + lengthError) + body);
-        wait(channel, fault.duration);
+        static_cast<void>(wait(channel, fault.duration));
         return false;
     case FaultKind::HangAfterHeaders:
         channel.write(response.head(body.size()));
-        wait(channel, fault.duration);
+        static_cast<void>(wait(channel, fault.duration));
         return false;
     default: // no answer of HTTP at all
         channel.write("\x15\x03\x01 this is no answer\r\n\r\n");

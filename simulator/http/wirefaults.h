@@ -27,12 +27,15 @@ public:
     /// Returns whether the connection can be used on.
     bool send(const Response& response, const std::optional<Fault>& fault, Channel& channel) const;
 
+    /// Waits that long, with 0 without an end. False when the client has gone or stop was called
+    /// meanwhile.
+    [[nodiscard]] bool wait(const Channel& channel, std::chrono::milliseconds duration) const;
+
     /// Ends all waiting now and from now on.
     void stop();
 
 private:
     bool sendSpoiled(const Response& response, const Fault& fault, Channel& channel) const;
-    bool wait(const Channel& channel, std::chrono::milliseconds duration) const;
     bool drip(const Response& response, const Fault& fault, Channel& channel) const;
 
     int stopPipe[2] = {-1, -1};

@@ -141,37 +141,38 @@ QString LedgerView::wrongCard() const
     return {};
 }
 
-LedgerView readLedger(Database& database, const Rules& rules)
+std::vector<LedgerView::CardRow> readCards(Database& database, const Rules& rules)
 {
-    LedgerView view;
-    std::vector<Account> accounts;
-    try {
-        // one transaction, so that cards and checks are of the same moment
-        const Transaction transaction(database);
-        const Ledger ledger(database);
-        accounts = ledger.accounts();
-        view.checks = ledger.bookings();
-    } catch (const poshost::DatabaseFailure& failure) {
-        throw DatabaseError(failure);
-    }
-    for (const Account& account : accounts) {
+    std::vector<LedgerView::CardRow> cards;
+    for (const Account& account : Ledger(database).accounts()) {
         const Card* card = rules.card(account.card);
-        view.cards.push_back(
+        cards.push_back(
             {account, card == nullptr ? QString() : (card->name + u' ' + card->surname).trimmed()});
     }
     for (const Card& card : rules.cards) {
         const bool seen =
-            std::any_of(view.cards.begin(), view.cards.end(), [&](const LedgerView::CardRow& row) {
+            std::any_of(cards.begin(), cards.end(), [&](const LedgerView::CardRow& row) {
                 return row.account.card == card.number;
             });
         if (!seen) {
-            view.cards.push_back({{card.number, card.opening, 0, 0, 0, 0, card.opening},
-                                  (card.name + u' ' + card.surname).trimmed()});
+            cards.push_back({{card.number, card.opening, 0, 0, 0, 0, card.opening},
+                             (card.name + u' ' + card.surname).trimmed()});
         }
     }
-    std::sort(view.cards.begin(), view.cards.end(),
+    std::sort(cards.begin(), cards.end(),
               [](const auto& a, const auto& b) { return a.account.card < b.account.card; });
-    return view;
+    return cards;
+}
+
+LedgerView readLedger(Database& database, const Rules& rules)
+{
+    try {
+        // one transaction, so that cards and checks are of the same moment
+        const Transaction transaction(database);
+        return {readCards(database, rules), Ledger(database).bookings()};
+    } catch (const poshost::DatabaseFailure& failure) {
+        throw DatabaseError(failure);
+    }
 }
 
 QString ledgerTables(const LedgerView& view)

@@ -25,6 +25,10 @@ struct LedgerView
     [[nodiscard]] QString wrongCard() const;
 };
 
+/// Every card that was seen and every card of the rules, in the order of their numbers. Throws
+/// poshost::DatabaseFailure.
+std::vector<LedgerView::CardRow> readCards(Database& database, const Rules& rules);
+
 /// Reads the books. Throws DatabaseError.
 LedgerView readLedger(Database& database, const Rules& rules);
 

@@ -14,6 +14,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace simulator::test {
@@ -30,7 +32,7 @@ protected:
         return ask(request);
     }
 
-    Answer ask(const Request& request) { return AdminDesk(*service, plan).handle(request); }
+    Answer ask(const Request& request) { return desk.handle(request); }
 
     /// The faults as "kind struck/matched", armed ones with a star.
     QStringList faults()
@@ -51,6 +53,7 @@ protected:
     FaultPlan plan{
         readRules("[[fault]]\nkind = 'cut-body'\nendpoint = 'checkconfirm'\n", u"a"_s).faults};
     FaultyService faulty{[this](const Request& request) { return service->handle(request); }, plan};
+    const AdminDesk desk{*service, plan};
 };
 
 TEST_F(Admin, ledgerIsTheOneThatTheCommandPrints)
@@ -155,7 +158,7 @@ protected:
     {
         const Answer answer = ask(request);
         EXPECT_EQ(answer.status, status) << request.method.toStdString();
-        EXPECT_EQ(AdminDesk(*service, plan).bodyLimit(request), 0);
+        EXPECT_EQ(desk.bodyLimit(request), 0);
         EXPECT_EQ(faults(), QStringList{u"cut-body 0/0"_s});
         return answer.reason;
     }
@@ -197,9 +200,73 @@ TEST_F(AdminAndWebPages, pagesOfOtherAddressesAreRefused)
                 << origin;
         }
     }
+}
+
+TEST_F(AdminAndWebPages, pageOfThisAddressNeedsItsTokenToChangeSomething)
+{
     Request own = arming();
     own.origin = "http://localhost:8711";
+    for (const QByteArray& token :
+         {QByteArray(), QByteArray(32, '0'), desk.pageToken().chopped(1), desk.pageToken() + '0'}) {
+        own.pageToken = token;
+        for (const char* method : {"POST", "DELETE"}) {
+            own.method = method;
+            EXPECT_EQ(refused(own, 403),
+                      u"The page was made by a server that has ended: load it anew"_s)
+                << token.toStdString();
+        }
+    }
+    own.method = "GET"; // looking needs none
+    own.pageToken = {};
+    own.body = {};
     EXPECT_EQ(ask(own).status, 200);
+    own = arming();
+    own.origin = "http://localhost:8711";
+    own.pageToken = desk.pageToken();
+    EXPECT_EQ(ask(own).status, 200);
+}
+
+TEST_F(AdminAndWebPages, everyServerHasATokenOfItsOwn)
+{
+    EXPECT_EQ(desk.pageToken().size(), 32);
+    EXPECT_NE(desk.pageToken(), AdminDesk(*service, plan).pageToken());
+}
+
+TEST_F(AdminAndWebPages, everyAnswerLetsNothingButThePagesScriptsRun)
+{
+    Request refusedOne = arming();
+    refusedOne.host = "evil.test";
+    Request good = arming();
+    for (const Request& request : {good, refusedOne}) {
+        const QByteArrayList headers = ask(request).headers;
+        EXPECT_TRUE(headers.contains("X-Content-Type-Options: nosniff"));
+        const auto policy = std::find_if(headers.begin(), headers.end(), [](const auto& header) {
+            return header.startsWith("Content-Security-Policy: default-src 'none';");
+        });
+        ASSERT_NE(policy, headers.end());
+        EXPECT_FALSE(policy->contains("unsafe"));
+        EXPECT_FALSE(policy->contains('*'));
+        for (const QByteArray& header : headers) {
+            EXPECT_FALSE(header.startsWith("Access-Control-")) << header.toStdString();
+        }
+    }
+}
+
+TEST_F(Admin, oneFaultIsTakenAwayByItsId)
+{
+    ask("POST", "/faults", R"({"kind": "request-lost"})");
+    ask("POST", "/faults", R"({"kind": "reply-lost"})");
+    const QJsonArray list = QJsonDocument::fromJson(ask("GET", "/faults").body).array();
+    ASSERT_EQ(list.size(), 3);
+    const auto path = [&](qsizetype i) {
+        return "/faults/" + QByteArray::number(list[i].toObject()[u"id"_s].toInt());
+    };
+    EXPECT_EQ(ask("DELETE", path(1)).status, 200);
+    EXPECT_EQ(faults(), (QStringList{u"reply-lost* 0/0"_s, u"cut-body 0/0"_s}));
+    EXPECT_EQ(ask("DELETE", path(1)).status, 404);
+    EXPECT_EQ(ask("DELETE", "/faults/x").status, 404);
+    EXPECT_EQ(ask("DELETE", path(2)).status, 200);
+    EXPECT_EQ(faults(), QStringList{u"reply-lost* 0/0"_s});
 }
 
 TEST_F(AdminAndWebPages, whatAFormCanSendChangesNothing)

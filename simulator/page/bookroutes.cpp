@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "simulator/page/bookroutes.h"
+
+#include "host/database/databasefailure.h"
+#include "simulator/documents/rejection.h"
+#include "simulator/ledger/ledgerpages.h"
+#include "simulator/ledger/ledgerprinter.h"
+#include "simulator/service.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+namespace {
+
+constexpr qint64 usualChecks = 50;
+constexpr qint64 mostChecks = 1000;
+constexpr qint64 longestCourse = 500;
+
+QJsonObject cardObject(const LedgerView::CardRow& row)
+{
+    const Account& account = row.account;
+    return {{u"number"_s, account.card},         {u"owner"_s, row.owner},
+            {u"opening"_s, account.opening},     {u"earned"_s, account.earned},
+            {u"spent"_s, account.spent},         {u"givenBack"_s, account.givenBack},
+            {u"takenBack"_s, account.takenBack}, {u"balance"_s, account.balance}};
+}
+
+QJsonObject lineObject(const BookedLine& line)
+{
+    return {{u"line"_s, line.id},
+            {u"sku"_s, line.sku},
+            {u"thousandths"_s, line.quantity},
+            {u"total"_s, line.total},
+            {u"discount"_s, line.discount},
+            {u"spent"_s, line.spent},
+            {u"earned"_s, line.earned},
+            {u"givenBack"_s, line.givenBack},
+            {u"takenBack"_s, line.takenBack}};
+}
+
+QJsonObject checkObject(const Booking& check)
+{
+    QJsonObject object{{u"id"_s, check.checkId},
+                       {u"type"_s, check.type == Check::Type::Sale ? u"sale"_s : u"return"_s},
+                       {u"card"_s, check.cardNumber},
+                       {u"originalId"_s, check.originalId},
+                       {u"number"_s, check.number},
+                       {u"date"_s, check.date},
+                       {u"total"_s, check.total},
+                       {u"discount"_s, check.discount},
+                       {u"paid"_s, check.paid},
+                       {u"earned"_s, check.earned},
+                       {u"spent"_s, check.spent},
+                       {u"givenBack"_s, check.givenBack},
+                       {u"takenBack"_s, check.takenBack}};
+    if (!check.lines.empty()) {
+        QJsonArray lines;
+        for (const BookedLine& line : check.lines) {
+            lines.append(lineObject(line));
+        }
+        object.insert(u"lines"_s, lines);
+    }
+    return object;
+}
+
+Answer objectAnswer(const QJsonObject& object)
+{
+    return jsonAnswer(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+/// All cards, their sums, and the first card and check that do not add up.
+Answer cardsAnswer(Database& database, const Rules& rules)
+{
+    const Transaction transaction(database);
+    const LedgerView view{readCards(database, rules), {}};
+    const LedgerPages pages(database);
+    LedgerView::CardRow sums;
+    QJsonArray cards;
+    for (const LedgerView::CardRow& row : view.cards) {
+        cards.append(cardObject(row));
+        sums.account.opening = checkedSum(sums.account.opening, row.account.opening);
+        sums.account.earned = checkedSum(sums.account.earned, row.account.earned);
+        sums.account.spent = checkedSum(sums.account.spent, row.account.spent);
+        sums.account.givenBack = checkedSum(sums.account.givenBack, row.account.givenBack);
+        sums.account.takenBack = checkedSum(sums.account.takenBack, row.account.takenBack);
+        sums.account.balance = checkedSum(sums.account.balance, row.account.balance);
+    }
+    const QString wrongCard = view.wrongCard();
+    const QString wrongCheck = pages.wrongCheck();
+    return objectAnswer({{u"cards"_s, cards},
+                         {u"sums"_s, cardObject(sums)},
+                         {u"checks"_s, pages.count()},
+                         {u"agree"_s, wrongCard.isEmpty() && wrongCheck.isEmpty()},
+                         {u"wrongCard"_s, wrongCard},
+                         {u"wrongCheck"_s, wrongCheck}});
+}
+
+Answer cardAnswer(Database& database, const Rules& rules, const QString& number)
+{
+    const Transaction transaction(database);
+    const std::vector<LedgerView::CardRow> cards = readCards(database, rules);
+    const auto found = std::find_if(cards.begin(), cards.end(),
+                                    [&](const auto& row) { return row.account.card == number; });
+    if (found == cards.end()) {
+        throw Rejection(404, u"There is no such card: GET /cards lists them"_s);
+    }
+    QJsonArray course;
+    for (const LedgerPages::Point& point :
+         LedgerPages(database).course(number, found->account.balance, longestCourse)) {
+        course.append(QJsonObject{
+            {u"check"_s, point.checkId}, {u"date"_s, point.date}, {u"balance"_s, point.balance}});
+    }
+    QJsonObject card = cardObject(*found);
+    card.insert(u"course"_s, course);
+    return objectAnswer(card);
+}
+
+Answer checksAnswer(Database& database, const AdminCall& call)
+{
+    const qint64 before = call.number(u"before"_s, std::numeric_limits<qint64>::max());
+    const qint64 most = std::min(call.number(u"most"_s, usualChecks), mostChecks);
+    QJsonArray checks;
+    qint64 next = 0;
+    for (const LedgerPages::Row& row : LedgerPages(database).newest(before, most)) {
+        checks.append(checkObject(row.booking));
+        next = row.sequence;
+    }
+    return objectAnswer({{u"checks"_s, checks}, {u"next"_s, checks.size() < most ? 0 : next}});
+}
+
+/// A check with its lines and, of a sale, its returns.
+Answer checkAnswer(Database& database, const QString& id)
+{
+    const Transaction transaction(database);
+    const LedgerPages pages(database);
+    const std::optional<Booking> check = pages.check(id);
+    if (!check) {
+        throw Rejection(404, u"No such check is confirmed: GET /checks lists them"_s);
+    }
+    QJsonObject object = checkObject(*check);
+    QJsonArray returns;
+    for (const Booking& booking : pages.returnsOf(id)) {
+        returns.append(checkObject(booking));
+    }
+    object.insert(u"returns"_s, returns);
+    return objectAnswer(object);
+}
+
+} // namespace
+
+std::vector<AdminRoute> bookRoutes(const Service& service, const QString& database)
+{
+    const auto read = [database](const auto& look) {
+        try {
+            Database books(database, Database::Open::ExistingOnly);
+            return look(books);
+        } catch (const poshost::DatabaseFailure& failure) {
+            throw DatabaseError(failure);
+        }
+    };
+    return {{"GET", "/cards",
+             [&service, read](const AdminCall&) {
+                 return read([&](Database& books) { return cardsAnswer(books, *service.rules()); });
+             }},
+            {"GET", "/cards/{number}",
+             [&service, read](const AdminCall& call) {
+                 return read([&](Database& books) {
+                     return cardAnswer(books, *service.rules(), call.part);
+                 });
+             }},
+            {"GET", "/checks",
+             [read](const AdminCall& call) {
+                 return read([&](Database& books) { return checksAnswer(books, call); });
+             }},
+            {"GET", "/checks/{id}", [read](const AdminCall& call) {
+                 return read([&](Database& books) { return checkAnswer(books, call.part); });
+             }}};
+}
+
+} // namespace simulator
