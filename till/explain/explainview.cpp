@@ -173,6 +173,11 @@ QJsonObject amountJson(const ExplainedAmount& amount)
 
 } // namespace
 
+QString explainview::nameOf(What what)
+{
+    return wordsFor(what).text;
+}
+
 QString explainview::text(const Check& check, const Explanation& explanation)
 {
     const QString kind = check.isReturn() ? Text::tr("Return") : Text::tr("Sale");

@@ -11,6 +11,8 @@
 /// An explanation for people and for programs.
 namespace till::explainview {
 
+/// The name of an amount for people, such as "Points earned".
+QString nameOf(ExplainedAmount::What what);
 QString text(const Check& check, const Explanation& explanation);
 QString json(const Check& check, const Explanation& explanation);
 
