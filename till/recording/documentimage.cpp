@@ -73,6 +73,9 @@ void DocumentImage::add(const QString& name, const QVariant& value)
     case QMetaType::QString:
         add(name, value.toString());
         return;
+    case QMetaType::QDateTime:
+        add(name, value.toDateTime());
+        return;
     default: {
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);

@@ -27,6 +27,7 @@ public:
     void add(const QString& name, const QMap<int, double>& value);
 
     const std::string& bytes() const { return all; }
+    void clear() { all.clear(); }
 
 private:
     template <typename Value>

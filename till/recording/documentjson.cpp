@@ -6,6 +6,7 @@
 #include "host/document/discountimpact.h"
 #include "till/recording/documentimage.h"
 #include "till/recording/fieldjson.h"
+#include "till/recording/jsonseries.h"
 #include "till/recording/recordedfields_p.h"
 #include "till/recording/valuejson.h"
 
@@ -16,11 +17,8 @@ using namespace Qt::StringLiterals;
 namespace till {
 namespace {
 
-using valuejson::ofNumber;
-using valuejson::ofTime;
 using valuejson::ofVariant;
 using valuejson::toNumber;
-using valuejson::toTime;
 using valuejson::toVariant;
 using CardRecords = QList<QSharedPointer<DocumentCardRecord>>;
 
@@ -99,21 +97,6 @@ QSharedPointer<DocumentCardRecord> documentjson::toCard(const QJsonObject& objec
     return record;
 }
 
-QJsonObject documentjson::ofImpact(const DocumentImpact& impact)
-{
-    fieldjson::JsonFields fields;
-    recordedfields::of(impact, fields);
-    return fields.object;
-}
-
-QJsonObject documentjson::ofBonusRecord(const DocumentBonusRecord& record)
-{
-    return {{u"accrual"_s, record.accrual},        {u"amount"_s, ofNumber(record.bonusAmount)},
-            {u"card"_s, record.cardNumber},        {u"position"_s, ofVariant(record.position)},
-            {u"session"_s, record.sessionContext}, {u"time"_s, ofTime(record.dateTime)},
-            {u"valutCode"_s, record.valutCode}};
-}
-
 QJsonObject documentjson::fieldsOf(const Document& document)
 {
     return fieldjson::write(document, documentfields::ofDocument());
@@ -137,11 +120,10 @@ template <auto List>
 QJsonArray jsonOf(const Document& document)
 {
     QJsonArray array;
+    JsonSeries series;
     const auto entries = (document.*List)();
     for (const auto& entry : entries) {
-        fieldjson::JsonFields fields;
-        recordedfields::of(*entry, fields);
-        array.append(fields.object);
+        array.append(series.of(*entry));
     }
     return array;
 }

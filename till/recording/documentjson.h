@@ -4,7 +4,6 @@
 #pragma once
 
 #include "host/document/document.h"
-#include "host/document/documentbonusrecord.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -33,9 +32,5 @@ QSharedPointer<Document> toDocument(const QJsonObject& object);
 
 QJsonObject ofCard(const DocumentCardRecord& record);
 QSharedPointer<DocumentCardRecord> toCard(const QJsonObject& object);
-
-/// Names the card of the impact by its number.
-QJsonObject ofImpact(const DocumentImpact& impact);
-QJsonObject ofBonusRecord(const DocumentBonusRecord& record);
 
 } // namespace till::documentjson

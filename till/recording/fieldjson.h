@@ -42,6 +42,15 @@ inline QJsonValue of(const QVariant& value)
 {
     return valuejson::ofVariant(value);
 }
+/// Sums by position.
+inline QJsonValue of(const QMap<int, double>& value)
+{
+    QJsonObject sums;
+    for (auto it = value.cbegin(); it != value.cend(); ++it) {
+        sums.insert(QString::number(it.key()), valuejson::ofNumber(it.value()));
+    }
+    return sums;
+}
 
 inline void read(const QJsonValue& json, int& number)
 {
@@ -80,14 +89,6 @@ public:
     void add(const QString& name, const Value& value)
     {
         object.insert(name, of(value));
-    }
-    void add(const QString& name, const QMap<int, double>& value)
-    {
-        QJsonObject sums;
-        for (auto it = value.cbegin(); it != value.cend(); ++it) {
-            sums.insert(QString::number(it.key()), valuejson::ofNumber(it.value()));
-        }
-        object.insert(name, sums);
     }
 
     QJsonObject object;

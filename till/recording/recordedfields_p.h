@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/document/bonusimpact.h"
+#include "host/document/documentbonusrecord.h"
 #include "host/document/documentcardrecord.h"
 #include "host/document/documentimpact.h"
 #include "host/document/goodsitem.h"
@@ -52,6 +53,26 @@ void of(const DocumentImpact& impact, Fields& fields)
     fields.add(QStringLiteral("bonus"), dynamic_cast<const BonusImpact*>(&impact) != nullptr);
     fields.add(QStringLiteral("card"), cardNumberOf(totals->getCardRecord()));
     fields.add(QStringLiteral("positions"), impact.getPositionSums());
+}
+
+template <typename Fields>
+void of(const DocumentBonusRecord& record, Fields& fields)
+{
+    fields.add(QStringLiteral("accrual"), record.accrual);
+    fields.add(QStringLiteral("amount"), record.bonusAmount);
+    fields.add(QStringLiteral("card"), record.cardNumber);
+    fields.add(QStringLiteral("position"), record.position);
+    fields.add(QStringLiteral("session"), record.sessionContext);
+    fields.add(QStringLiteral("time"), record.dateTime);
+    fields.add(QStringLiteral("valutCode"), record.valutCode);
+}
+
+template <typename Fields>
+void of(const QVariantMap& map, Fields& fields)
+{
+    for (auto it = map.cbegin(); it != map.cend(); ++it) {
+        fields.add(it.key(), it.value());
+    }
 }
 
 } // namespace till::recordedfields

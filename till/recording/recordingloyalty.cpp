@@ -3,7 +3,7 @@
 
 #include "till/recording/recordingloyalty.h"
 
-#include "till/recording/documentjson.h"
+#include "till/recording/jsonseries.h"
 #include "till/recording/valuejson.h"
 
 #include <type_traits>
@@ -36,8 +36,9 @@ QJsonValue resultOf(const tr::Tr& text)
 QJsonValue resultOf(const QList<DocumentBonusRecord>& records)
 {
     QJsonArray array;
+    JsonSeries series;
     for (const DocumentBonusRecord& record : records) {
-        array.append(documentjson::ofBonusRecord(record));
+        array.append(series.of(record));
     }
     return array;
 }
@@ -46,9 +47,10 @@ template <typename Impact>
 QJsonValue resultOf(const QList<QSharedPointer<Impact>>& impacts)
 {
     QJsonArray array;
+    JsonSeries series;
     for (const auto& impact : impacts) {
         const bool whole = !impact.isNull() && !impact->getTotals().isNull();
-        array.append(whole ? QJsonValue(documentjson::ofImpact(*impact)) : QJsonValue());
+        array.append(whole ? QJsonValue(series.of(*impact)) : QJsonValue());
     }
     return array;
 }

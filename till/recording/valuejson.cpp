@@ -3,6 +3,8 @@
 
 #include "till/recording/valuejson.h"
 
+#include "till/recording/jsonseries.h"
+
 #include <QDataStream>
 #include <QIODevice>
 #include <QJsonArray>
@@ -14,6 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
+
+constexpr QByteArrayView utf8Mark("\xef\xbb\xbf");
 
 /// For what has no form of its own.
 QJsonValue streamed(const QVariant& value)
@@ -37,19 +41,26 @@ QVariant fromStream(const QString& text)
 QJsonArray ofList(const QVariantList& list)
 {
     QJsonArray array;
+    JsonSeries maps;
     for (const QVariant& entry : list) {
-        array.append(valuejson::ofVariant(entry));
+        array.append(entry.typeId() == QMetaType::QVariantMap
+                         ? QJsonObject{{u"map"_s, maps.of(entry.toMap())}}
+                         : valuejson::ofVariant(entry));
     }
     return array;
 }
 
 QJsonObject ofMap(const QVariantMap& map)
 {
-    QJsonObject object;
-    for (auto it = map.cbegin(); it != map.cend(); ++it) {
-        object.insert(it.key(), valuejson::ofVariant(it.value()));
-    }
-    return object;
+    fieldjson::JsonFields fields;
+    recordedfields::of(map, fields);
+    return fields.object;
+}
+
+/// Whether it comes back from UTF-8 as it is: a mark of the byte order does not.
+bool isKeptByUtf8(const QString& text)
+{
+    return text.isValidUtf16() && !text.startsWith(QChar::ByteOrderMark);
 }
 
 QVariant fromTagged(const QString& tag, const QJsonValue& value)
@@ -125,9 +136,8 @@ QDateTime valuejson::toTime(const QString& text)
 
 QJsonValue valuejson::ofBytes(const QByteArray& bytes)
 {
-    const QString text = QString::fromUtf8(bytes);
-    if (text.toUtf8() == bytes) {
-        return text;
+    if (bytes.isValidUtf8() && !bytes.startsWith(utf8Mark)) {
+        return QString::fromUtf8(bytes);
     }
     return QJsonObject{{u"base64"_s, QString::fromLatin1(bytes.toBase64())}};
 }
@@ -154,7 +164,7 @@ QJsonValue valuejson::ofVariant(const QVariant& value)
         return QJsonObject{{u"double"_s, ofNumber(value.toDouble())}};
     case QMetaType::QString: {
         const QString text = value.toString();
-        return QString::fromUtf8(text.toUtf8()) == text ? QJsonValue(text) : streamed(value);
+        return isKeptByUtf8(text) ? QJsonValue(text) : streamed(value);
     }
     case QMetaType::QDateTime:
         return QJsonObject{{u"time"_s, ofTime(value.toDateTime())}};

@@ -54,6 +54,8 @@ TEST(ValueJson, variantsKeepTheirTypes)
                               7LL << 40,
                               7.0,
                               u"text"_s,
+                              QString(QChar::ByteOrderMark) + u"text"_s,
+                              QString(QChar(0xd800)) + u"text"_s,
                               local,
                               QDateTime(local.date(), local.time(), QTimeZone::utc()),
                               QVariantList{1, u"two"_s},
