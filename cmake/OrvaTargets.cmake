@@ -71,12 +71,13 @@ function(orva_library target kind)
     _orva_reuse_headers(${target} orva-precompiled)
 endfunction()
 
-# orva_few_units(TARGET): compiles several sources of a large library as one where the tests are built
-# so (ORVA_UNITY), which takes half as long. Not for client/ and plugin/, where a change is to be tried in
-# seconds. Builds for packages, fuzzers and mutants compile each source by itself.
+# orva_few_units(TARGET): compiles several sources of a large library as one where the tests or the
+# fuzzers are built so (ORVA_UNITY), which takes less than half as long. Not for client/ and plugin/, where
+# a change is to be tried in seconds, but in the fuzzers. Builds without tests and for mutants compile each
+# source by itself.
 function(orva_few_units target)
-    if(ORVA_UNITY AND ORVA_BUILD_TESTS AND NOT ORVA_FUZZ)
-        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 5)
+    if(ORVA_UNITY AND (ORVA_BUILD_TESTS OR ORVA_FUZZ))
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
     endif()
 endfunction()
 

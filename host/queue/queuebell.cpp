@@ -4,9 +4,9 @@
 #include "host/queue/queuebell.h"
 
 #include "host/database/databasefile_p.h"
+#include "host/queue/deliverylog_p.h"
 
 #include <QFile>
-#include <QLoggingCategory>
 
 #include <array>
 #include <cerrno>
@@ -21,8 +21,6 @@ namespace poshost {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-Q_LOGGING_CATEGORY(logDelivery, "poshost.delivery", QtInfoMsg)
 
 QString bellOf(const QString& databaseFile)
 {
