@@ -19,6 +19,17 @@ _orva_commands() {
     sed -nE '/^Subcommands:/,$ s/^  ([a-z][a-z-]*).*/\1/p'
 }
 
+# What may stand for the arguments in a text of --help: the words that it has in quotation marks, and
+# files where it speaks of one.
+_orva_arguments() {
+    local arguments
+    arguments=$(sed -n '/^Arguments:/,/^$/p')
+    compgen -W "$(grep -oE '"[a-z]+"' <<<"$arguments" | tr -d '"')" -- "$1"
+    if grep -qi file <<<"$arguments"; then
+        compgen -f -- "$1"
+    fi
+}
+
 _orva() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local -a command=("${COMP_WORDS[0]}")
@@ -36,8 +47,12 @@ _orva() {
         fi
     done
 
-    # Options of the whole program may stand behind a command too.
-    if grep -qE -e "^  (-[a-zA-Z],)?$previous [A-Z]" <<<"$help"$'\n'"$general"; then
+    # Options of the whole program may stand behind a command too. Some say which values they take.
+    local choice
+    choice=$(sed -nE "s/^  (-[a-zA-Z],)?$previous [A-Z]+:\{([^}]*)\}.*/\2/p" <<<"$help"$'\n'"$general" | head -n 1)
+    if [ -n "$choice" ]; then
+        mapfile -t COMPREPLY < <(compgen -W "${choice//,/ }" -- "$current")
+    elif grep -qE -e "^  (-[a-zA-Z],)?$previous [A-Z]" <<<"$help"$'\n'"$general"; then
         mapfile -t COMPREPLY < <(compgen -f -- "$current") # an option's value
     elif [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$({
@@ -47,7 +62,7 @@ _orva() {
     elif grep -q '^Subcommands:' <<<"$help"; then
         mapfile -t COMPREPLY < <(compgen -W "$(_orva_commands <<<"$help")" -- "$current")
     else
-        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        mapfile -t COMPREPLY < <(_orva_arguments "$current" <<<"$help")
     fi
 }
 

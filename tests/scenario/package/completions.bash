@@ -68,6 +68,13 @@ touch sale.toml
 compare "--config" "$(offered "$name" --config s)" sale.toml
 if [ "$name" = orva-till ]; then
     compare "sell" "$(offered "$name" --verbose sell s)" sale.toml
+    compare "init --defaults" "$(offered "$name" init --defaults '')" simulator
+    compare "init --answers" "$(offered "$name" init --answers s)" sale.toml
+    compare "queue deliver" "$(offered "$name" queue deliver --w)" --watch
+    compare "queue show" "$(offered "$name" queue show '')" ''
+    compare "queue list" "$(offered "$name" queue list '')" ''
+    compare "explain" "$(offered "$name" explain '')" last
+    compare "log replay" "$(offered "$name" log replay '')" $'all\nsale.toml'
     compare "qu" "$(offered "$name" --config x.toml qu)" queue
     compare "queue --config FILE show" "$(offered "$name" queue --config x.toml sh)" show
 fi

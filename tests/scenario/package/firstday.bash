@@ -34,8 +34,9 @@ is_shown() { grep -qxF -e "$1" <<<"$shown_lines" || fail "the README does not sh
 shown_lines=$(shown)
 
 if [ "$1" = --typed ]; then
-    mapfile -t commands < <(sed -nE "s/^ *(typed|begin) [a-z]+ '([^']*)'.*/\2/p" "$0" | sort -u)
-    [ "${#commands[@]}" -ge 20 ] || fail "only ${#commands[@]} commands were found in this script"
+    mapfile -t commands < <(sed -nE -e "s/^ *(typed|begin) [a-z]+ '([^']*)'.*/\2/p" \
+        -e "s/^ *(say|is_shown) '?([a-z][^']*)'?$/\2/p" "$0" | sort -u)
+    [ "${#commands[@]}" -ge 30 ] || fail "only ${#commands[@]} commands were found in this script"
     for command in "${commands[@]}"; do
         is_shown "$command"
         echo "$command"
@@ -59,22 +60,14 @@ begin() {
     echo "$1\$ $2 &"
     : >/var/tmp/window
     su --login "$1" -c "exec $2" >/var/tmp/window 2>&1 </dev/null &
-    for _ in {1..100}; do
-        ! grep -q '^Listening on ' /var/tmp/window || return 0
-        sleep 0.1
-    done
-    fail "$2: $(cat /var/tmp/window)"
+    wait_until 10 grep -q '^Listening on ' /var/tmp/window
 }
 interrupt() {
     local process
     process=$(pidof "$1")
     echo "^C"
     kill -INT "$process"
-    for _ in {1..100}; do
-        [ -e "/proc/$process" ] || return 0
-        sleep 0.1
-    done
-    fail "$1 does not end"
+    wait_until 10 [ ! -e "/proc/$process" ]
 }
 says() { grep -qE -e "$1" <<<"$printed" || fail "\"$1\" is not said"; }
 # waits SECONDS: for the service to have delivered everything; nobody else is there who could
@@ -104,6 +97,10 @@ install_and_set_up() {
     printf '%s\n' http://127.0.0.1:8710/ 1042 3 till secret demo >/home/engineer/answers.txt
     typed engineer 'sudo orva-till init --answers answers.txt'
     typed engineer 'rm answers.txt'
+    # the editor again
+    recording=$(awk '/^```/ { shown = 0 } /^\[recording\]/ { shown = 1 } shown' "$readme")
+    [ -n "$recording" ] || fail 'the README does not show how recording is switched on'
+    printf '\n%s\n' "$recording" >>/etc/orva/orva.toml
     typed engineer 'sudo systemctl restart orva-delivery'
     typed engineer 'systemctl status orva-delivery'
     says active
@@ -112,16 +109,53 @@ install_and_set_up() {
     ! grep -E '^(fails|warn)' <<<"$printed" || fail 'the doctor is not clear'
 }
 
+# sell_without_server COUNT: a shift whose checks the server has answered for, and which are closed when it
+# is gone
+sell_without_server() {
+    local session said=/var/tmp/shift
+    is_shown 'orva-till work'
+    echo 'anna$ orva-till work'
+    exec {session}> >(exec su --login anna -c 'orva-till work' >"$said" 2>&1)
+    for ((sale = 0; sale < $1; ++sale)); do
+        say 'open /usr/share/doc/orva-tools/examples/sale.toml'
+        say request
+        say suspend
+    done
+    wait_until 20 there_are "$1" '^Suspended: '
+    interrupt orva-simulator
+    for ((sale = 0; sale < $1; ++sale)); do
+        say 'restore last'
+        say close
+    done
+    wait_until 20 there_are "$1" '^Paid: '
+    exec {session}>&-
+    wait_until 20 nobody_sells
+}
+say() {
+    is_shown "$1"
+    echo "> $1"
+    echo "$1" >&"$session"
+}
+there_are() { [ "$(grep -cE "$2" "$said")" -ge "$1" ]; }
+nobody_sells() { ! grep -zqsx work /proc/[0-9]*/cmdline; }
+wait_until() {
+    local left=$(($1 * 10))
+    shift
+    until "$@"; do
+        left=$((left - 1))
+        [ "$left" -gt 0 ] || fail "not so in time: $*; $(cat /var/tmp/window /var/tmp/shift 2>&1)"
+        sleep 0.1
+    done
+}
+
 sell() {
     typed anna 'orva-till check /usr/share/doc/orva-tools/examples/sale.toml'
     typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml'
     delivered_within 10
     typed anna 'orva-till queue list'
     same_books 1
-    interrupt orva-simulator
-    for _ in 1 2 3; do
-        typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
-    done
+    sell_without_server 3
+    typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
     typed anna 'orva-till queue list'
     [ "$(grep -cE '^ *[0-9]+ ' <<<"$printed")" -eq 3 ] || fail 'there are not three messages'
     begin engineer 'orva-simulator --port 8710'
@@ -146,8 +180,7 @@ look_around() {
 
 # The queue outlives removing and purging; only who says so loses it.
 take_away() {
-    interrupt orva-simulator
-    typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
+    sell_without_server 1
     typed engineer 'sudo apt remove orva-tools' <<<y
     [ -s /etc/orva/orva.toml ] || fail 'removing takes the settings'
     typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
@@ -166,8 +199,7 @@ take_away() {
     typed engineer 'sudo systemctl restart orva-delivery'
     delivered_within 60
     same_books 5
-    interrupt orva-simulator
-    typed anna 'orva-till sell /usr/share/doc/orva-tools/examples/sale.toml' 3
+    sell_without_server 1
     typed engineer 'sudo ORVA_PURGE_QUEUE=yes apt purge orva-tools' <<<y
     [ ! -e /var/lib/orva ] || fail "purging leaves $(ls -A /var/lib/orva)"
 }
@@ -186,4 +218,4 @@ install_and_set_up
 sell
 look_around
 take_away
-echo "first day: $(grep -cE "^ *(typed|begin) [a-z]+ '" "$0") commands of the README do what it says."
+echo "first day: $("$0" --typed "$readme" | wc -l) commands of the README do what it says."
