@@ -119,8 +119,10 @@ Answer listedExchanges(const ExchangeBook& book, const AdminCall& call)
     qint64 next = std::max(call.number(u"after"_s, 0), span.first - 1);
     QByteArrayList rows;
     if (text.isEmpty()) {
-        rows = book.rows(next, most);
-        next = std::clamp(next, next, std::max(next, std::min(span.last, next + most)));
+        // those that have come since the span was read are left to the next request
+        const qint64 end = std::max(next, std::min(span.last, next + most));
+        rows = book.rows(next, end - next);
+        next = end;
     } else {
         rows = found(book, next, span.last, text);
     }

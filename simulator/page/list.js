@@ -12,6 +12,7 @@ export class VirtualList {
     #chosen = -1; // index in #rows
     #asked = false;
     #height = 0;
+    #elements = new Map(); // of the rows in sight
 
     /**
      * label: what the list is called; cells(row): the cells of a row, as elements;
@@ -78,16 +79,37 @@ export class VirtualList {
         for (let place = top; place < end; ++place) {
             shown.push(this.#rowElement(count - 1 - place, place));
         }
-        this.body.replaceChildren(...shown);
+        this.#put(shown);
+    }
+
+    /** Puts the rows in without touching those that stay: a click on one of them must not be lost. */
+    #put(shown) {
+        const stays = new Set(shown);
+        for (const element of [...this.body.children]) {
+            if (!stays.has(element)) {
+                element.remove();
+            }
+        }
+        let at = this.body.firstChild;
+        for (const element of shown) {
+            if (element === at) {
+                at = at.nextSibling;
+            } else {
+                this.body.insertBefore(element, at);
+            }
+        }
+        this.#elements = new Map(shown.map((element) => [this.#rows[element.dataset.index], element]));
     }
 
     #rowElement(index, place) {
         const row = this.#rows[index];
         const chosen = index === this.#chosen;
-        const element = make('div', {
+        const element = this.#elements.get(row) ?? make('div', {
             role: 'row', class: row.fault ? 'row struck' : row.status >= 400 ? 'row refused' : 'row',
-            'aria-rowindex': place + 2, 'aria-selected': chosen, id: `row-${row.number}`,
+            id: `row-${row.number}`,
         }, this.cells(row).map((cell) => make('span', { role: 'gridcell' }, cell)));
+        element.setAttribute('aria-rowindex', place + 2);
+        element.setAttribute('aria-selected', chosen);
         element.dataset.index = index;
         if (chosen) {
             this.element.setAttribute('aria-activedescendant', element.id);
