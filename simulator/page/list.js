@@ -8,7 +8,8 @@ import { make } from './dom.js';
 const spare = 8; // rows beyond the edges
 
 export class VirtualList {
-    #rows = [];
+    #rows = []; // may be one that grows
+    #count = 0; // how many were shown last
     #chosen = -1; // index in #rows
     #asked = false;
     #height = 0;
@@ -40,8 +41,9 @@ export class VirtualList {
     show(rows) {
         const chosen = this.#rows[this.#chosen];
         const fromTop = this.element.scrollTop;
-        const grown = rows.length - this.#rows.length;
+        const grown = rows.length - this.#count;
         this.#rows = rows;
+        this.#count = rows.length;
         this.#chosen = chosen ? rows.lastIndexOf(chosen) : -1;
         if (fromTop > 0 && grown > 0) { // what is read stays where it is
             this.#layOut();

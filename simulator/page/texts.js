@@ -32,7 +32,7 @@ const russian = {
     'The books agree.': 'Книга сходится.',
     'The books do not agree: the balance of a card is not its opening balance and its movements.':
         'Книга не сходится: баланс карты не равен начальному балансу и движениям по ней.',
-    'Sums': 'Суммы', 'Sum': 'Итого', 'No check is confirmed yet.': 'Ни один чек ещё не подтверждён.',
+    'As the rules are now': 'По нынешним правилам', 'yes': 'да', 'no': 'нет', 'Sum': 'Итого', 'No check is confirmed yet.': 'Ни один чек ещё не подтверждён.',
     'Show': 'Показать', 'Newer': 'Новее', 'Older': 'Старее', 'Date': 'Дата', 'Number': 'Номер',
     'Arm a fault': 'Подготовить неисправность', 'Kind': 'Вид', 'Times': 'Сколько раз', 'Arm': 'Подготовить',
     'From request': 'С запроса', 'Seconds': 'Секунды', 'always': 'всегда',

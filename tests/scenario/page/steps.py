@@ -150,6 +150,7 @@ def sale_and_return_of_a_till(stage):
     window.button(sale["id"])
     window.says("Returns of this sale")
     window.says(spent)
+    window.says("discount.sku.\"1001\" = 10.00 %")
 
 
 def faults_are_armed_struck_and_removed(stage):
