@@ -7,6 +7,7 @@
 #include "simulator/documents/rejection.h"
 #include "simulator/ledger/ledgerpages.h"
 #include "simulator/ledger/ledgerprinter.h"
+#include "simulator/page/grantreasons.h"
 #include "simulator/service.h"
 
 #include <QJsonArray>
@@ -137,8 +138,23 @@ Answer checksAnswer(Database& database, const AdminCall& call)
     return objectAnswer({{u"checks"_s, checks}, {u"next"_s, checks.size() < most ? 0 : next}});
 }
 
+/// Of each line of a sale by which rules its amounts would come about now.
+QJsonArray reasonsOf(const Rules& rules, const Booking& check)
+{
+    QJsonArray list;
+    for (size_t i = 0; check.type == Check::Type::Sale && i < check.lines.size(); ++i) {
+        for (const BookedReason& reason : bookedReasons(rules, check, i)) {
+            list.append(QJsonObject{{u"line"_s, check.lines[i].id},
+                                    {u"what"_s, reason.what},
+                                    {u"rule"_s, reason.rule},
+                                    {u"fits"_s, reason.fits}});
+        }
+    }
+    return list;
+}
+
 /// A check with its lines and, of a sale, its returns.
-Answer checkAnswer(Database& database, const QString& id)
+Answer checkAnswer(Database& database, const Rules& rules, const QString& id)
 {
     const Transaction transaction(database);
     const LedgerPages pages(database);
@@ -152,6 +168,7 @@ Answer checkAnswer(Database& database, const QString& id)
         returns.append(checkObject(booking));
     }
     object.insert(u"returns"_s, returns);
+    object.insert(u"reasons"_s, reasonsOf(rules, *check));
     return objectAnswer(object);
 }
 
@@ -181,8 +198,10 @@ std::vector<AdminRoute> bookRoutes(const Service& service, const QString& databa
              [read](const AdminCall& call) {
                  return read([&](Database& books) { return checksAnswer(books, call); });
              }},
-            {"GET", "/checks/{id}", [read](const AdminCall& call) {
-                 return read([&](Database& books) { return checkAnswer(books, call.part); });
+            {"GET", "/checks/{id}", [&service, read](const AdminCall& call) {
+                 return read([&](Database& books) {
+                     return checkAnswer(books, *service.rules(), call.part);
+                 });
              }}};
 }
 

@@ -25,11 +25,21 @@ function lineTable(check) {
             ...names.map((name) => amountText(line[name]))]), 2);
 }
 
+/** By which rule each amount of a sale's lines would come about now. */
+function reasonTable(check) {
+    const words = { discount: 'Discount', spent: 'Spent', earned: 'Earned' };
+    const amountOf = (reason) => check.lines.find((line) => line.line === reason.line)[reason.what];
+    const heads = ['Line', 'What', 'Rule', 'As the rules are now', 'Granted'];
+    return table(`${text('Rules')} ${check.id}`, heads.map(text), check.reasons.map((reason) => [
+        String(reason.line), text(words[reason.what]), reason.rule, text(reason.fits ? 'yes' : 'no'),
+        amountText(amountOf(reason))]), 4);
+}
+
 function checkView(check) {
     return make('section', { class: check.type === 'return' ? 'returned' : '' },
         make('h3', { tabindex: -1 }, `${text(check.type)} ${check.id}`),
         table(check.id, amountHeads.map(text), [amounts.map((name) => amountText(check[name]))], 0),
-        lineTable(check));
+        lineTable(check), check.reasons?.length > 0 ? reasonTable(check) : null);
 }
 
 export class Books {

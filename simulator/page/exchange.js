@@ -52,7 +52,7 @@ async function differenceView(exchange) {
     const title = `${text('Against the pre-check before')} (${exchange.earlierPrecheck})`;
     return make('section', {}, make('h3', {}, title), rows.length === 0
         ? make('p', {}, text('No difference.'))
-        : table(title, ['', '', String(exchange.earlierPrecheck), String(exchange.number)], rows));
+        : table(title, [text('Side'), text('Element'), String(exchange.earlierPrecheck), String(exchange.number)], rows));
 }
 
 async function bookingView(exchange) {

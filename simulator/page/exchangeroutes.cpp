@@ -92,18 +92,25 @@ Answer oneExchange(const ExchangeBook& book, const AdminCall& call)
     return jsonAnswer(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-/// Rows whose exchange holds a text, in capitals or not.
+/// Whether an exchange holds a text in what its row says or in a body, in capitals or not.
+bool holds(const ExchangeBook::Entry& entry, const QString& text)
+{
+    const QJsonObject row = QJsonDocument::fromJson(entry.row).object();
+    const bool isInRow = std::any_of(row.begin(), row.end(), [&](const QJsonValue& value) {
+        return value.toString().contains(text, Qt::CaseInsensitive);
+    });
+    return isInRow || QString::fromUtf8(entry.request).contains(text, Qt::CaseInsensitive) ||
+           QString::fromUtf8(entry.answer).contains(text, Qt::CaseInsensitive);
+}
+
+/// The rows of those behind a number that hold a text; the number is moved to where it has looked.
 QByteArrayList found(const ExchangeBook& book, qint64& after, qint64 last, const QString& text)
 {
     QByteArrayList rows;
     const qint64 end = std::min(last, after + mostSearched);
     while (after < end) {
         const std::optional<ExchangeBook::Entry> entry = book.read(++after);
-        const bool holds =
-            entry && (QString::fromUtf8(entry->row).contains(text, Qt::CaseInsensitive) ||
-                      QString::fromUtf8(entry->request).contains(text, Qt::CaseInsensitive) ||
-                      QString::fromUtf8(entry->answer).contains(text, Qt::CaseInsensitive));
-        if (holds) {
+        if (entry && holds(*entry, text)) {
             rows.append(entry->row);
         }
     }
@@ -119,8 +126,10 @@ Answer listedExchanges(const ExchangeBook& book, const AdminCall& call)
     qint64 next = std::max(call.number(u"after"_s, 0), span.first - 1);
     QByteArrayList rows;
     if (text.isEmpty()) {
-        rows = book.rows(next, most);
-        next = std::clamp(next, next, std::max(next, std::min(span.last, next + most)));
+        // those that have come since the span was read are left to the next request
+        const qint64 end = std::max(next, std::min(span.last, next + most));
+        rows = book.rows(next, end - next);
+        next = end;
     } else {
         rows = found(book, next, span.last, text);
     }

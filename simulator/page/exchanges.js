@@ -96,7 +96,7 @@ export class Exchanges {
 
     refilter() {
         const isFiltered = Object.values(this.inputs).some((input) => input.value.trim() !== '');
-        this.#shown = isFiltered ? this.live.rows.filter((row) => this.#matches(row)) : this.live.rows.slice();
+        this.#shown = isFiltered ? this.live.rows.filter((row) => this.#matches(row)) : this.live.rows;
         this.list.show(this.#shown);
         this.count.textContent = this.live.rows.length === 0
             ? text('No exchange yet: point a till here.')

@@ -102,9 +102,9 @@ export class Faults {
 
     #show(faults) {
         const last = this.#last(faults);
-        const heads = ['Kind', 'From', 'Operation', 'Card', 'From request', 'Times', 'Matched', 'Struck', ''];
+        const heads = ['Kind', 'From', 'Operation', 'Card', 'From request', 'Times', 'Matched', 'Struck', 'Remove'];
         this.list.replaceChildren(...faults.length === 0 ? [make('p', {}, text('Nothing goes wrong on purpose.'))] : [
-            table(text('Faults'), heads.map((head) => head && text(head)), faults.map((fault) => [
+            table(text('Faults'), heads.map(text), faults.map((fault) => [
                 fault.kind, text(fault.armed ? 'armed' : 'from the rules'), fault.endpoint ?? text('All operations'),
                 fault.card ?? text('All cards'), String(fault.request),
                 fault.times === null ? text('always') : String(fault.times), String(fault.matched),

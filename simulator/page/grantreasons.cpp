@@ -3,6 +3,8 @@
 
 #include "simulator/page/grantreasons.h"
 
+#include "simulator/rules/granting.h"
+
 using namespace Qt::StringLiterals;
 
 namespace simulator {
@@ -105,6 +107,38 @@ std::vector<GrantReason> grantReasons(const Rules& rules, const Check& check, co
                            {}});
     }
     return reasons;
+}
+
+std::vector<BookedReason> bookedReasons(const Rules& rules, const Booking& sale, size_t i)
+{
+    Check check;
+    check.total = sale.total;
+    for (const BookedLine& line : sale.lines) {
+        Line sold;
+        sold.id = line.id;
+        sold.sku = line.sku;
+        sold.total = line.total;
+        check.lines.push_back(sold);
+    }
+    const BookedLine& line = sale.lines.at(i);
+    const LineGrant given = grantSale(rules, check, 0).lines.at(i);
+    QString discountRule = ruleText(u"discount"_s, rules.discount, line.sku);
+    if (given.discountOnChange > 0) {
+        discountRule += u", discount.roundDownTo = %1"_s.arg(writeKopecks(rules.roundDownTo));
+    }
+    const Kopecks left = line.total - line.discount;
+    const Kopecks afterDiscount = sale.total - sale.discount;
+    const Kopecks award = roundedShare(left, rules.earn.of(line.sku), Percentage::whole);
+    const Kopecks mostSpent = roundedShare(left, rules.spend.of(line.sku), Percentage::whole);
+    const Kopecks earned =
+        afterDiscount > 0 ? roundedShare(award, afterDiscount - sale.spent, afterDiscount) : 0;
+    return {{u"discount"_s, discountRule, line.discount == given.discount + given.discountOnChange},
+            {u"spent"_s, ruleText(u"spend"_s, rules.spend, line.sku), line.spent <= mostSpent},
+            {u"earned"_s,
+             u"%1, x %2 / %3"_s.arg(ruleText(u"earn"_s, rules.earn, line.sku),
+                                    writeKopecks(afterDiscount - sale.spent),
+                                    writeKopecks(afterDiscount)),
+             line.earned == earned}};
 }
 
 } // namespace simulator

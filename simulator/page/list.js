@@ -8,10 +8,12 @@ import { make } from './dom.js';
 const spare = 8; // rows beyond the edges
 
 export class VirtualList {
-    #rows = [];
+    #rows = []; // may be one that grows
+    #count = 0; // how many were shown last
     #chosen = -1; // index in #rows
     #asked = false;
     #height = 0;
+    #elements = new Map(); // of the rows in sight
 
     /**
      * label: what the list is called; cells(row): the cells of a row, as elements;
@@ -39,8 +41,9 @@ export class VirtualList {
     show(rows) {
         const chosen = this.#rows[this.#chosen];
         const fromTop = this.element.scrollTop;
-        const grown = rows.length - this.#rows.length;
+        const grown = rows.length - this.#count;
         this.#rows = rows;
+        this.#count = rows.length;
         this.#chosen = chosen ? rows.lastIndexOf(chosen) : -1;
         if (fromTop > 0 && grown > 0) { // what is read stays where it is
             this.#layOut();
@@ -78,16 +81,37 @@ export class VirtualList {
         for (let place = top; place < end; ++place) {
             shown.push(this.#rowElement(count - 1 - place, place));
         }
-        this.body.replaceChildren(...shown);
+        this.#put(shown);
+    }
+
+    /** Puts the rows in without touching those that stay: a click on one of them must not be lost. */
+    #put(shown) {
+        const stays = new Set(shown);
+        for (const element of [...this.body.children]) {
+            if (!stays.has(element)) {
+                element.remove();
+            }
+        }
+        let at = this.body.firstChild;
+        for (const element of shown) {
+            if (element === at) {
+                at = at.nextSibling;
+            } else {
+                this.body.insertBefore(element, at);
+            }
+        }
+        this.#elements = new Map(shown.map((element) => [this.#rows[element.dataset.index], element]));
     }
 
     #rowElement(index, place) {
         const row = this.#rows[index];
         const chosen = index === this.#chosen;
-        const element = make('div', {
+        const element = this.#elements.get(row) ?? make('div', {
             role: 'row', class: row.fault ? 'row struck' : row.status >= 400 ? 'row refused' : 'row',
-            'aria-rowindex': place + 2, 'aria-selected': chosen, id: `row-${row.number}`,
+            id: `row-${row.number}`,
         }, this.cells(row).map((cell) => make('span', { role: 'gridcell' }, cell)));
+        element.setAttribute('aria-rowindex', place + 2);
+        element.setAttribute('aria-selected', chosen);
         element.dataset.index = index;
         if (chosen) {
             this.element.setAttribute('aria-activedescendant', element.id);

@@ -50,11 +50,12 @@ class Stage:
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("build")
-    parser.add_argument("--short", action="store_true", help="leave out what takes long")
+    parser.add_argument("--short", action="store_true", help="a few steps, for at most a minute")
     parser.add_argument("--axe", help="a script that judges how usable the page is")
     parser.add_argument("step", nargs="*")
-    options = parser.parse_args()
-    wanted = [step for module in (steps, hostile, looks, load) for step in module.STEPS
+    options = parser.parse_intermixed_args()
+    wanted = [step for module in (steps, hostile, looks, load)
+              for step in (module.SHORT if options.short and not options.step else module.STEPS)
               if not options.step or step.__name__ in options.step]
     if not wanted:
         raise SystemExit("page: there is no such step")

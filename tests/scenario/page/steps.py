@@ -77,13 +77,13 @@ def finding_stands_at_its_element(stage):
     scene, window = open_page(stage)
     scene.open_till(stage.tree)
     scene.till("check", "sale.toml")
-    until(lambda: scene.get("/exchanges")["exchanges"], "the till's pre-check")
-    whole = scene.get("/exchanges/1")
+    number = scene.get("/exchanges")["last"]
+    whole = scene.get(f"/exchanges/{number}")
     assert whole["finding"] is None, whole["finding"]
     parts = whole["request"].split("<sku>")
     assert len(parts) == 4, whole["request"]
     scene.post("precheck", "<sku>".join(parts[:2]) + "<surprise>1</surprise><sku>" + "<sku>".join(parts[2:]))
-    open_newest(window, 2)
+    open_newest(window, number + 1)
     beside = window.run("const finding = document.querySelector('.sides pre .finding'); "
                         "return [finding.textContent, finding.parentElement.firstElementChild.textContent, "
                         "[...document.querySelectorAll('.sides pre .xml-open')].filter((open) => "
@@ -150,6 +150,7 @@ def sale_and_return_of_a_till(stage):
     window.button(sale["id"])
     window.says("Returns of this sale")
     window.says(spent)
+    window.says("discount.sku.\"1001\" = 10.00 %")
 
 
 def faults_are_armed_struck_and_removed(stage):
@@ -237,3 +238,4 @@ STEPS = [exchanges_arrive_live, filters_choose_exchanges, opened_exchange_shows_
          finding_stands_at_its_element, difference_to_the_precheck_before, curl_line_has_no_authorization_and_works,
          send_again, sale_and_return_of_a_till, faults_are_armed_struck_and_removed, server_away, check_to_try,
          mistake_in_the_rules, keyboard_alone_opens_an_exchange]
+SHORT = [exchanges_arrive_live, opened_exchange_shows_both_sides, faults_are_armed_struck_and_removed]
