@@ -2599,5 +2599,129 @@ are there already.</source>
         <source>User, password and key could not be tried here.</source>
         <translation>Пользователя, пароль и ключ здесь не удалось проверить.</translation>
     </message>
+    <message>
+        <source>Case: %1</source>
+        <translation>Случай: %1</translation>
+    </message>
+    <message>
+        <source>%1 (build %2)</source>
+        <translation>%1 (сборка %2)</translation>
+    </message>
+    <message>
+        <source>Program</source>
+        <translation>Программа</translation>
+    </message>
+    <message>
+        <source>The record was cut off.</source>
+        <translation>Запись оборвана.</translation>
+    </message>
+    <message>
+        <source>What happened when</source>
+        <translation>Что и когда произошло</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>Что</translation>
+    </message>
+    <message>
+        <source>throws</source>
+        <translation>исключение</translation>
+    </message>
+    <message>
+        <source>message into the queue</source>
+        <translation>сообщение в очередь</translation>
+    </message>
+    <message>
+        <source>How long each call took, and the requests in it</source>
+        <translation>Сколько длился каждый вызов и запросы в нём</translation>
+    </message>
+    <message>
+        <source>Requests and answers</source>
+        <translation>Запросы и ответы</translation>
+    </message>
+    <message>
+        <source>Message %1 into the queue: %2</source>
+        <translation>Сообщение %1 в очередь: %2</translation>
+    </message>
+    <message>
+        <source>Confirmation</source>
+        <translation>Подтверждение</translation>
+    </message>
+    <message>
+        <source>Exchange %1: POST %2: %3</source>
+        <translation>Обмен %1: POST %2: %3</translation>
+    </message>
+    <message>
+        <source>Nothing was sent.</source>
+        <translation>Ничего не отправлено.</translation>
+    </message>
+    <message>
+        <source>What the queue did</source>
+        <translation>Что сделала очередь</translation>
+    </message>
+    <message>
+        <source>The queue has no message of this check, or not any more.</source>
+        <translation>В очереди нет сообщения этого чека, или уже нет.</translation>
+    </message>
+    <message>
+        <source>Message %1, stored %2: delivered %3 after %4 requests.</source>
+        <translation>Сообщение %1 сохранено %2, доставлено %3, запросов: %4.</translation>
+    </message>
+    <message>
+        <source>Message %1, stored %2: not delivered, %3 of %4 steps done, %5 requests.</source>
+        <translation>Сообщение %1 сохранено %2, не доставлено, шагов выполнено: %3 из %4, запросов: %5.</translation>
+    </message>
+    <message>
+        <source>What a replay does differently</source>
+        <translation>Что при повторе иначе</translation>
+    </message>
+    <message>
+        <source>Nothing: %1 calls, identical.</source>
+        <translation>Ничего, вызовов: %1, всё совпало.</translation>
+    </message>
+    <message>
+        <source>Where</source>
+        <translation>Где</translation>
+    </message>
+    <message>
+        <source>Recorded</source>
+        <translation>Записано</translation>
+    </message>
+    <message>
+        <source>Replayed</source>
+        <translation>При повторе</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 мс</translation>
+    </message>
+    <message>
+        <source>the whole check</source>
+        <translation>весь чек</translation>
+    </message>
+    <message>
+        <source>line %1, %2</source>
+        <translation>строка %1, %2</translation>
+    </message>
+    <message>
+        <source>The slip</source>
+        <translation>Чек покупателя</translation>
+    </message>
+    <message>
+        <source>Where its amounts come from</source>
+        <translation>Откуда его суммы</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>Сумма</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Откуда</translation>
+    </message>
+    <message>
+        <source>(empty)</source>
+        <translation>(пусто)</translation>
+    </message>
 </context>
 </TS>

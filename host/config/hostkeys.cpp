@@ -44,7 +44,7 @@ QList<ConfigKey> hostKeys()
          .minimum = 0},
         {.table = u"queue"_s,
          .key = u"connections"_s,
-         .kind = Kind::Number,
+         .kind = ConfigKey::Kind::Number,
          .about =
              u"how many messages are sent at once (at most 16), those of one card one by one"_s,
          .sample = u"4"_s,

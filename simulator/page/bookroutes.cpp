@@ -26,7 +26,7 @@ constexpr qint64 usualChecks = 50;
 constexpr qint64 mostChecks = 1000;
 constexpr qint64 longestCourse = 500;
 
-QJsonObject cardObject(const LedgerView::CardRow& row)
+QJsonObject wholeCard(const LedgerView::CardRow& row)
 {
     const Account& account = row.account;
     return {{u"number"_s, account.card},         {u"owner"_s, row.owner},
@@ -48,7 +48,7 @@ QJsonObject lineObject(const BookedLine& line)
             {u"takenBack"_s, line.takenBack}};
 }
 
-QJsonObject checkObject(const Booking& check)
+QJsonObject wholeCheck(const Booking& check)
 {
     QJsonObject object{{u"id"_s, check.checkId},
                        {u"type"_s, check.type == Check::Type::Sale ? u"sale"_s : u"return"_s},
@@ -87,7 +87,7 @@ Answer cardsAnswer(Database& database, const Rules& rules)
     LedgerView::CardRow sums;
     QJsonArray cards;
     for (const LedgerView::CardRow& row : view.cards) {
-        cards.append(cardObject(row));
+        cards.append(wholeCard(row));
         sums.account.opening = checkedSum(sums.account.opening, row.account.opening);
         sums.account.earned = checkedSum(sums.account.earned, row.account.earned);
         sums.account.spent = checkedSum(sums.account.spent, row.account.spent);
@@ -98,7 +98,7 @@ Answer cardsAnswer(Database& database, const Rules& rules)
     const QString wrongCard = view.wrongCard();
     const QString wrongCheck = pages.wrongCheck();
     return objectAnswer({{u"cards"_s, cards},
-                         {u"sums"_s, cardObject(sums)},
+                         {u"sums"_s, wholeCard(sums)},
                          {u"checks"_s, pages.count()},
                          {u"agree"_s, wrongCard.isEmpty() && wrongCheck.isEmpty()},
                          {u"wrongCard"_s, wrongCard},
@@ -120,7 +120,7 @@ Answer cardAnswer(Database& database, const Rules& rules, const QString& number)
         course.append(QJsonObject{
             {u"check"_s, point.checkId}, {u"date"_s, point.date}, {u"balance"_s, point.balance}});
     }
-    QJsonObject card = cardObject(*found);
+    QJsonObject card = wholeCard(*found);
     card.insert(u"course"_s, course);
     return objectAnswer(card);
 }
@@ -132,7 +132,7 @@ Answer checksAnswer(Database& database, const AdminCall& call)
     QJsonArray checks;
     qint64 next = 0;
     for (const LedgerPages::Row& row : LedgerPages(database).newest(before, most)) {
-        checks.append(checkObject(row.booking));
+        checks.append(wholeCheck(row.booking));
         next = row.sequence;
     }
     return objectAnswer({{u"checks"_s, checks}, {u"next"_s, checks.size() < most ? 0 : next}});
@@ -162,10 +162,10 @@ Answer checkAnswer(Database& database, const Rules& rules, const QString& id)
     if (!check) {
         throw Rejection(404, u"No such check is confirmed: GET /checks lists them"_s);
     }
-    QJsonObject object = checkObject(*check);
+    QJsonObject object = wholeCheck(*check);
     QJsonArray returns;
     for (const Booking& booking : pages.returnsOf(id)) {
-        returns.append(checkObject(booking));
+        returns.append(wholeCheck(booking));
     }
     object.insert(u"returns"_s, returns);
     object.insert(u"reasons"_s, reasonsOf(rules, *check));
