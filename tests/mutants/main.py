@@ -77,11 +77,12 @@ def measured_limits(build, scratch):
 
 
 def seconds_of(build, path, scratch):
-    before = resource.getrusage(resource.RUSAGE_CHILDREN)
-    if run_limited([str(build.folder / path)], 600, build.folder, scratch) != 0:
-        raise SystemExit(f"mutants: {build.folder / path} fails without any mutant")
-    after = resource.getrusage(resource.RUSAGE_CHILDREN)
-    return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
+    for _ in range(2):  # some measure times, which a busy machine may keep too long
+        before = resource.getrusage(resource.RUSAGE_CHILDREN)
+        if run_limited([str(build.folder / path)], 600, build.folder, scratch) == 0:
+            after = resource.getrusage(resource.RUSAGE_CHILDREN)
+            return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
+    raise SystemExit(f"mutants: {build.folder / path} fails without any mutant")
 
 
 def run(build, mutants, limits, jobs, report):
