@@ -6,10 +6,13 @@ import json
 import os
 import re
 import shlex
+import shutil
 import subprocess
+import threading
 from pathlib import Path
 
 from areas import AREAS
+from near import NearTests
 
 # The test programs that link the client or the plug-in's class, and where the build puts them.
 PROGRAMS = AREAS[0].programs
@@ -37,9 +40,17 @@ FLAGS = "-O0 -DNDEBUG"
 
 
 class Build:
-    def __init__(self, root, jobs, areas=AREAS[:1]):
+    def __init__(self, root, jobs, areas=AREAS[:1], taken=None):
+        """taken: the folder of a build that is there and is used instead of one of its own"""
         self.root, self.jobs, self.areas = root, jobs, areas
-        self.folder = root / "build/mutants"
+        self.scratch = root / "build/mutants"
+        self.folder = taken or self.scratch
+        self.is_taken = taken is not None
+        self.precompiling = threading.Lock()
+        self.near = NearTests(root)
+        tracked = subprocess.run(["git", "ls-files", "*.cpp", "*.h"], cwd=root, check=True,
+                                 text=True, capture_output=True).stdout.split()
+        self.source_folders = tuple(sorted({f"{Path(name).parts[0]}/" for name in tracked}))
 
     def programs(self):
         """All that judge, and where they are."""
@@ -55,16 +66,20 @@ class Build:
 
     def prepare(self):
         """Configures and builds what the tests need; nothing that a mutant has left counts."""
-        self.folder.mkdir(parents=True, exist_ok=True)
-        (self.folder / MODULE).unlink(missing_ok=True)
-        self._logged("configure.log", "cmake", "-S", self.root, "-B", self.folder, "-G", "Ninja",
-                     "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}",
-                     "-DORVA_BUILD_TESTS=ON", "-DORVA_UNITY=OFF")
+        self.scratch.mkdir(parents=True, exist_ok=True)
+        if not self.is_taken:
+            (self.folder / MODULE).unlink(missing_ok=True)
+            self._logged("configure.log", "cmake", "-S", self.root, "-B", self.folder, "-G",
+                         "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+                         f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}", "-DORVA_BUILD_TESTS=ON",
+                         "-DORVA_UNITY=OFF")
         self._logged("build.log", "ninja", "-C", self.folder, f"-j{self.jobs}",
                      *self.programs())
         entries = json.loads((self.folder / "compile_commands.json").read_text())
         self.compile_commands = {os.path.relpath(entry["file"], self.root):
                                  shlex.split(entry["command"]) for entry in entries}
+        self.joined = self._joined_sources()
+        shutil.rmtree(self.scratch / "precompiled", ignore_errors=True)
         linked = {name: path for name, path in self.programs().items()
                   if name not in MODULE_PROGRAMS}
         if self._has_module():
@@ -74,15 +89,51 @@ class Build:
         self.link_commands = {name: self._link_command(path) for name, path in linked.items()}
         self.users = self._users_of_headers()
 
+    def compiled_of(self, source):
+        """The file that is compiled for a source: one that includes it where several are joined."""
+        return source if source in self.compile_commands else self.joined[source]
+
     def object_of(self, source):
-        command = self.compile_commands[source]
+        command = self.compile_commands[self.compiled_of(source)]
         return command[command.index("-o") + 1]
 
     def compile_command(self, source, output, *more):
         """Without warnings: they stop no mutant, but a function that may end without its value does."""
-        command = [part for part in self.compile_commands[source] if not part.startswith("-W")]
+        command = _without_warnings(self.compile_commands[source])
         command[command.index("-o") + 1] = str(output)
+        if self.is_taken:  # its optimisation would take longer than the tests
+            if "-include" in command:
+                at = command.index("-include") + 1
+                command[at] = str(self._precompiled(command[at]))
+            command.append("-O0")
         return [*command, "-Werror=return-type", *more]
+
+    def _joined_sources(self):
+        """For each source that is compiled with others: the file that includes them."""
+        joined = {}
+        for source in self.compile_commands:
+            if "/Unity/" in source:
+                for path in re.findall(r'#include "(.+)"', (self.root / source).read_text()):
+                    joined[os.path.relpath(path, self.root)] = source
+        return joined
+
+    def sources_in(self, compiled):
+        """What such a file includes; a source itself."""
+        return [source for source, joint in self.joined.items() if joint == compiled] or [compiled]
+
+    def _precompiled(self, header):
+        """The same header compiled without optimisation; the compiler takes no other."""
+        name = Path(os.path.relpath(header, self.folder)).parts[1]
+        made = self.scratch / "precompiled" / name / Path(header).name
+        with self.precompiling:
+            if not made.exists():
+                made.parent.mkdir(parents=True)
+                command = _without_warnings(
+                    self.compile_commands[os.path.relpath(f"{header}.cxx", self.root)])
+                command[command.index("-o") + 1] = f"{made}.gch"
+                subprocess.run([*command, "-O0"], cwd=self.folder, check=True)
+                shutil.copy(header, made)
+        return made
 
     def link_command(self, name, objects, output):
         """Links what the objects replace; before an archive they are taken instead of its own."""
@@ -94,10 +145,10 @@ class Build:
         return [*command[:at], *archived, "-fuse-ld=lld", *command[at:]]
 
     def _logged(self, log, *command):
-        with open(self.folder / log, "w", encoding="utf-8") as out:
+        with open(self.scratch / log, "w", encoding="utf-8") as out:
             failed = subprocess.run(command, stdout=out, stderr=subprocess.STDOUT, check=False)
         if failed.returncode:
-            print((self.folder / log).read_text())
+            print((self.scratch / log).read_text())
             raise SystemExit(f"mutants: {command[0]} failed, see above")
 
     def _ninja(self, *arguments):
@@ -120,6 +171,10 @@ class Build:
                 if path.endswith(".h") and Path(path).is_relative_to(self.root):
                     users.setdefault(os.path.relpath(path, self.root), set()).add(current)
         return users
+
+
+def _without_warnings(command):
+    return [part for part in command if not part.startswith("-W")]
 
 
 def archive_of(replaced):

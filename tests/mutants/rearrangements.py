@@ -5,6 +5,7 @@ swapped. Each is (start, end, replacement, description) in characters of the tex
 
 import re
 
+COMMUTATIVE = {"checkedSum"}  # functions whose two arguments may change places
 DECLARING = {"using", "typedef", "static_assert", "friend", "template"}
 PARAMETER = re.compile(r"^([\w:<>,*& ]+[ &*])\w+$")
 ENDS_OPERAND = {"?", ":", ";", ",", "=", "return"}
@@ -41,10 +42,11 @@ def _statements(source, structure):
 
 
 def _returns_literal(source, item):
-    """Nothing, or a value that has changes of its own."""
+    """Nothing, what is the same as "{}", or a value that has changes of its own."""
     value = source.tokens[item.first + 1]
     alone = item.last - item.first == 2
-    return value.text in (";", "{", "true", "false") or (alone and value.kind in ("number", "text"))
+    return (value.text in (";", "{", "true", "false") or (alone and value.kind in ("number", "text"))
+            or source.piece(item.first + 1, item.last - 1) in ("nullptr", "std::nullopt"))
 
 
 def _declared(source, item):
@@ -138,6 +140,8 @@ def _branches(source):
 def _arguments(source):
     for index, token in enumerate(source.tokens):
         if token.text not in ("(", "{") or token.partner < 0 or token.role in ("scope", "block"):
+            continue
+        if index > 0 and source.tokens[index - 1].text in COMMUTATIVE:
             continue
         pieces = _pieces(source, index)
         for (a, b), (c, d) in zip(pieces, pieces[1:]):
