@@ -33,7 +33,7 @@ struct SchemaStep
 /// registered before are forgotten. The queue's own are known from the start.
 ///
 /// To be called before the first Database is opened. Any thread; what is open stays as it is.
-/// @param owner a name of its own, such as "checks"
+/// @param owner a name of its own, such as "goods"
 /// @param steps sorted by version; none: the owner is forgotten
 HOST_EXPORT void registerSchema(const QString& owner, const QList<SchemaStep>& steps);
 

@@ -28,8 +28,8 @@ using PreparedStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 /// One SQL statement, prepared when made, reset when this object ends. Rows are read forwards and
 /// one at a time. Must not outlive its Database. A "?" in the text always stands for a value.
 ///
-///     Statement statement(database, u"SELECT data FROM checks WHERE state = ?"_s);
-///     statement.bind(u"open"_s);
+///     Statement statement(database, u"SELECT name FROM goods WHERE price > ?"_s);
+///     statement.bind(100'00);
 ///     while (statement.next()) { ... statement.value(0) ... }
 ///
 /// Every operation throws BasicException "databaseError" with file and cause when SQLite fails.

@@ -3,33 +3,49 @@
 
 #include "tests/support/books.h"
 
-#include "tests/scenario/year/violation.h"
+#include "simulator/ledger/booking.h"
 
-using namespace Qt::StringLiterals;
+namespace tests {
 
-namespace year {
+Points Points::of(const till::Check& check)
+{
+    return {check.earnedKopecks(), check.spentKopecks(), check.givenBackKopecks(),
+            check.takenBackKopecks()};
+}
 
-void Books::take(const till::Check& check, int till)
+Points Points::of(const simulator::Booking& booking)
+{
+    return {booking.earned, booking.spent, booking.givenBack, booking.takenBack};
+}
+
+Points& Points::operator+=(const Points& other)
+{
+    earned += other.earned;
+    spent += other.spent;
+    givenBack += other.givenBack;
+    takenBack += other.takenBack;
+    return *this;
+}
+
+bool Books::take(const till::Check& check, int till)
 {
     if (!check.confirmed) {
-        return;
+        return true;
     }
     if (entries.contains(check.id())) {
-        throw Violation(u"check %1 was closed twice"_s.arg(check.id()));
+        return false;
     }
     Entry entry;
     entry.check = check.id();
     entry.till = till;
     entry.card = check.cardNumber();
     entry.isReturn = check.isReturn();
-    entry.earned = check.earnedKopecks();
-    entry.spent = check.spentKopecks();
-    entry.givenBack = check.givenBackKopecks();
-    entry.takenBack = check.takenBackKopecks();
+    entry.points = Points::of(check);
     entries.insert(entry.check, entry);
-    closed[entry.card] += entry.change();
+    closed[entry.card] += entry.points.change();
     pending[till].append(entry.check);
     ++closedChecks[till];
+    return true;
 }
 
 const Entry* Books::find(const QString& check) const
@@ -41,7 +57,7 @@ const Entry* Books::find(const QString& check) const
 void Books::count(Entry& entry, bool Entry::*mark)
 {
     if (!entry.counts()) {
-        counted[entry.card] += entry.change();
+        counted[entry.card] += entry.points.change();
     }
     entry.*mark = true;
 }
@@ -51,10 +67,7 @@ void Books::setBooked(const QString& check)
     Entry& entry = entries[check];
     count(entry, &Entry::booked);
     ++bookedChecks;
-    total.earned += entry.earned;
-    total.spent += entry.spent;
-    total.givenBack += entry.givenBack;
-    total.takenBack += entry.takenBack;
+    total += entry.points;
 }
 
 void Books::setDelivered(const QString& check)
@@ -64,4 +77,4 @@ void Books::setDelivered(const QString& check)
     pending[entry.till].removeOne(check);
 }
 
-} // namespace year
+} // namespace tests

@@ -3,7 +3,25 @@
 
 #include "tests/support/cashier.h"
 
+#include "host/database/database.h"
+#include "till/checks/checkstore.h"
+
+#include <QSharedPointer>
+
 using namespace Qt::StringLiterals;
+
+namespace tests {
+
+CheckCount CheckCount::read(const QString& tillDatabase)
+{
+    CheckCount count;
+    till::CheckStore store(QSharedPointer<poshost::Database>::create(tillDatabase));
+    for (const till::CheckRow& row : store.list()) {
+        count.closed += row.state == u"closed"_s ? 1 : 0;
+        count.suspended += row.state == u"suspended"_s ? 1 : 0;
+    }
+    return count;
+}
 
 void Cashier::read(const QStringList& commands, const QString& output)
 {
@@ -35,6 +53,7 @@ bool Cashier::takesSuspended(const QString& command) const
 
 void Cashier::acknowledge(const QString& command)
 {
+    ++acknowledged;
     closed += command == u"close"_s ? 1 : 0;
     suspended -= takesSuspended(command) ? 1 : 0;
     suspended += command == u"suspend"_s && !restored ? 1 : 0;
@@ -51,7 +70,7 @@ void Cashier::unanswered(const QString& command)
     perhapsSuspended = takesSuspended(command) ? -1 : command == u"suspend"_s && !restored ? 1 : 0;
 }
 
-QString Cashier::complaint(const TillBooks& before, const TillBooks& after) const
+QString Cashier::complaint(const CheckCount& before, const CheckCount& after) const
 {
     const int sureClosed = before.closed + closed;
     const int sureSuspended = before.suspended + suspended;
@@ -68,3 +87,5 @@ QString Cashier::complaint(const TillBooks& before, const TillBooks& after) cons
         .arg(after.closed)
         .arg(after.suspended);
 }
+
+} // namespace tests

@@ -36,12 +36,14 @@ public:
     using Script = std::function<Reply(const Request&)>;
 
     /// Answers everything with 200 until told otherwise.
-    FakeServer()
+    FakeServer() : before(MockFactory<RestClient>::mocked)
     {
         answer({});
         MockFactory<RestClient>::mocked = this;
     }
-    ~FakeServer() override { MockFactory<RestClient>::mocked = nullptr; }
+    ~FakeServer() override { MockFactory<RestClient>::mocked = before; }
+    FakeServer(const FakeServer&) = delete;
+    FakeServer& operator=(const FakeServer&) = delete;
 
     void setScript(Script play) { script = std::move(play); }
     /// Answers everything like this from now on.
@@ -95,6 +97,15 @@ public:
         return lines;
     }
 
+    QList<QByteArray> bodies() const
+    {
+        QList<QByteArray> all;
+        for (const Request& request : requests) {
+            all.append(request.body);
+        }
+        return all;
+    }
+
     QList<Request> requests;
 
 private:
@@ -104,6 +115,7 @@ private:
         return reply;
     }
 
+    RestClient* before;
     std::mutex mutex; // several deliverers may take turns
     Script script;
     Reply reply{0};

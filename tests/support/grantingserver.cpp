@@ -3,20 +3,17 @@
 
 #include "tests/support/grantingserver.h"
 
-using namespace Qt::StringLiterals;
-
 namespace tests {
 
-void FakeServer::post(const QUrl& url, const QByteArray& body, const QHash<QString, QString>&)
+namespace {
+
+QByteArray granted(QByteArray check)
 {
-    urls.append(url);
-    bodies.append(body);
-    QByteArray lines = body;
-    lines.replace("</RawItem>", "<awards><RawItemAwards><discount>20.00</discount>"
+    check.replace("</RawItem>", "<awards><RawItemAwards><discount>20.00</discount>"
                                 "<awardBonus>9.00</awardBonus>"
                                 "<allowBonusInCurrency>40.00</allowBonusInCurrency>"
                                 "</RawItemAwards></awards></RawItem>");
-    lines.replace("</RawCheck>",
+    check.replace("</RawCheck>",
                   "<client><RawCheckClient><name>Анна</name><surname>Соколова</surname>"
                   "<account><RawCheckAccount><balance>500.00</balance></RawCheckAccount></account>"
                   "</RawCheckClient></client><awards><RawCheckAwards>"
@@ -24,12 +21,16 @@ void FakeServer::post(const QUrl& url, const QByteArray& body, const QHash<QStri
                   "</RawCheckAwards></awards><informing><RawCheckInforming>"
                   "<communicationChannel>check</communicationChannel><info>Спасибо</info>"
                   "</RawCheckInforming></informing></RawCheck>");
-    answer = lines;
+    return check;
 }
 
-tr::Tr FakeServer::getErrorText()
+} // namespace
+
+GrantingServer::GrantingServer()
 {
-    return getError() == 0 ? tr::Tr() : tr::Tr(u"restTransportError"_s, u"Сервер молчит"_s);
+    setScript([this](const Request& request) {
+        return Reply{reachable ? status : 0, granted(request.body)};
+    });
 }
 
 } // namespace tests

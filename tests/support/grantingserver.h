@@ -3,40 +3,20 @@
 
 #pragma once
 
-#include "host/services/restclient.h"
-#include "tests/support/mocked.h"
-
-#include <QByteArray>
-#include <QList>
-#include <QString>
-#include <QUrl>
+#include "tests/support/fakeserver.h"
 
 namespace tests {
 
-/// A loyalty server behind the host's HTTP client: it carries the check back with 10 % discount on
-/// line 1, 9 points for it, 40 points to spend on it, and messages.
-class FakeServer : public RestClient
+/// FakeServer as a loyalty server: it carries the check back with 10 % discount on line 1, 9 points
+/// for it, 40 points to spend on it, and messages.
+class GrantingServer : public FakeServer
 {
 public:
-    FakeServer() : registration(*this) {}
+    GrantingServer();
 
-    void post(const QUrl& url, const QByteArray& body,
-              const QHash<QString, QString>& headers) override;
-    int getError() override { return reachable && status < 400 ? 0 : 1; }
-    int getHttpStatusCode() override { return reachable ? status : 0; }
-    tr::Tr getErrorText() override;
-    QByteArray getResponse() override { return answer; }
-    void setTimeout(int seconds) override { timeout = seconds; }
-
-    bool reachable = true;
+    /// Of the answers from now on.
     int status = 200;
-    int timeout = 0;
-    QList<QUrl> urls;
-    QList<QByteArray> bodies;
-
-private:
-    QByteArray answer;
-    Registered<RestClient> registration;
+    bool reachable = true;
 };
 
 } // namespace tests

@@ -3,6 +3,8 @@
 
 #include "tests/support/shop.h"
 
+#include "tests/support/tillsettings.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -62,19 +64,12 @@ QString ShopFolder::readFile(const QString& name) const
 
 void Shop::writeConfig(const QString& password, const QString& serverAddress) const
 {
-    writeFile(u"orva.toml"_s,
-              u"[Orva]\n"
-              "serverUrl = \"%1\"\n"
-              "merchantId = \"1042\"\n"
-              "pos = \"3\"\n"
-              "timeout = 5\n"
-              "user = \"till\"\n"
-              "password = \"%2\"\n"
-              "apikey = \"demo\"\n"
-              "[till]\n"
-              "database = \"till.sqlite\"\n"
-              "plugin = \"%3\"\n"_s.arg(serverAddress.isEmpty() ? address : serverAddress, password,
-                                        QStringLiteral(ORVA_PLUGIN)));
+    tests::TillSettings settings;
+    settings.server = serverAddress.isEmpty() ? address : serverAddress;
+    settings.password = password;
+    settings.timeoutSeconds = 5;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN);
+    writeFile(u"orva.toml"_s, settings.toml());
 }
 
 std::unique_ptr<Program> ShopFolder::startTill() const

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QString>
 #include <QTemporaryDir>
+#include <concepts>
 #include <gtest/gtest.h>
 
 /// A temporary folder that carries the running test's name.
@@ -28,6 +29,11 @@ public:
         EXPECT_EQ(written.write(content), content.size());
         written.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         return written.fileName();
+    }
+    template <std::same_as<QString> Text>
+    QString write(const QString& fileName, const Text& content) const
+    {
+        return write(fileName, content.toUtf8());
     }
 
 private:

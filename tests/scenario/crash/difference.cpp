@@ -8,107 +8,76 @@
 #include "host/queue/outgoingqueue.h"
 #include "simulator/ledger/ledger.h"
 #include "simulator/rules/rulesreader.h"
+#include "tests/scenario/crash/process.h"
+#include "tests/support/books.h"
 #include "till/checks/checkstore.h"
 
-#include <QHash>
 #include <QMultiHash>
+#include <QSet>
 #include <QSharedPointer>
 
-#include <cstdlib>
-#include <tuple>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
+using tests::Books;
+using tests::Entry;
+using tests::Points;
+
 namespace {
 
-/// What one check did to its card, in kopecks.
-using Points = std::tuple<qint64, qint64, qint64, qint64>;
+/// The only till's.
+constexpr int onlyTill = 1;
 
-struct Entry
+Books closedChecks(till::CheckStore& store)
 {
-    QString card;
-    Points points;
-
-    qint64 change() const
-    {
-        const auto [earned, spent, givenBack, takenBack] = points;
-        return earned - spent + givenBack - takenBack;
+    Books books;
+    const simulator::Rules rules =
+        simulator::readRules(simulator::builtInRules(), u"built-in rules"_s);
+    for (const simulator::Card& card : rules.cards) {
+        books.open(card.number, card.opening);
     }
-};
-
-QHash<QString, Entry> closedChecks(till::CheckStore& store)
-{
-    QHash<QString, Entry> checks;
-    store.forEachClosed([&checks](const till::Check& check) {
-        if (check.confirmed) {
-            checks.insert(check.id(), {check.cardNumber(),
-                                       {check.earnedKopecks(), check.spentKopecks(),
-                                        check.givenBackKopecks(), check.takenBackKopecks()}});
+    store.forEachClosed([&books](const till::Check& check) {
+        if (!books.take(check, onlyTill)) {
+            throw SceneError(u"the till has check %1 twice"_s.arg(check.id()));
         }
     });
-    return checks;
+    return books;
 }
 
-QMultiHash<QString, Entry> bookedChecks(const simulator::Ledger& ledger)
+void compareChecks(const Books& closed, const simulator::Ledger& ledger, Difference& difference)
 {
-    QMultiHash<QString, Entry> booked;
+    QMultiHash<QString, simulator::Booking> booked;
     for (const simulator::Booking& booking : ledger.bookings()) {
-        booked.insert(booking.checkId,
-                      {booking.cardNumber,
-                       {booking.earned, booking.spent, booking.givenBack, booking.takenBack}});
+        booked.insert(booking.checkId, booking);
+        difference.doubled += closed.find(booking.checkId) == nullptr ? 1 : 0;
     }
-    return booked;
-}
-
-void compareChecks(const QHash<QString, Entry>& closed, const QMultiHash<QString, Entry>& booked,
-                   Difference& difference)
-{
-    for (auto check = closed.cbegin(); check != closed.cend(); ++check) {
-        const qsizetype times = booked.count(check.key());
+    for (const Entry& check : closed.all()) {
+        const qsizetype times = booked.count(check.check);
         difference.lost += times == 0 ? 1 : 0;
         difference.doubled += int(std::max<qsizetype>(0, times - 1));
-        const bool same = times == 0 || (booked.value(check.key()).points == check->points &&
-                                         booked.value(check.key()).card == check->card);
+        const simulator::Booking last = booked.value(check.check);
+        const bool same =
+            times == 0 || (Points::of(last) == check.points && last.cardNumber == check.card);
         difference.wrongAmounts += same ? 0 : 1;
-    }
-    for (auto check = booked.cbegin(); check != booked.cend(); ++check) {
-        difference.doubled += closed.contains(check.key()) ? 0 : 1;
     }
 }
 
 /// The till's view of the balances against the server's.
-void compareCards(const QHash<QString, Entry>& closed, const simulator::Ledger& ledger,
-                  Difference& difference)
+void compareCards(const Books& closed, const simulator::Ledger& ledger, Difference& difference)
 {
-    const simulator::Rules rules =
-        simulator::readRules(simulator::builtInRules(), u"built-in rules"_s);
-    QHash<QString, qint64> expected;
-    for (const Entry& check : closed) {
-        expected[check.card] += check.change();
-    }
+    QSet<QString> known;
     for (const simulator::Account& account : ledger.accounts()) {
-        const simulator::Card* card = rules.card(account.card);
-        const qint64 opening = card == nullptr ? 0 : card->opening;
-        const bool right = account.balance == opening + expected.take(account.card);
-        difference.wrongCards += right ? 0 : 1;
+        known.insert(account.card);
+        difference.wrongCards += account.balance == closed.inTheEnd(account.card) ? 0 : 1;
     }
-    for (const qint64 change : std::as_const(expected)) {
-        difference.wrongCards += change == 0 ? 0 : 1;
+    for (const QString& card : closed.usedCards()) {
+        const bool moved = closed.inTheEnd(card) != closed.opening(card);
+        difference.wrongCards += moved && !known.contains(card) ? 1 : 0;
     }
 }
 
 } // namespace
-
-TillBooks TillBooks::read(const QString& tillDatabase)
-{
-    TillBooks books;
-    till::CheckStore store(QSharedPointer<poshost::Database>::create(tillDatabase));
-    for (const till::CheckRow& row : store.list()) {
-        books.closed += row.state == u"closed"_s ? 1 : 0;
-        books.suspended += row.state == u"suspended"_s ? 1 : 0;
-    }
-    return books;
-}
 
 bool Difference::isNone() const
 {
@@ -134,8 +103,8 @@ Difference Difference::between(const QString& tillDatabase, const QString& serve
     difference.undelivered = counts.waiting + counts.paused + counts.parked;
     simulator::Database server(serverDatabase, simulator::Database::Open::ExistingOnly);
     const simulator::Ledger ledger(server);
-    const QHash<QString, Entry> closed = closedChecks(store);
-    compareChecks(closed, bookedChecks(ledger), difference);
+    const Books closed = closedChecks(store);
+    compareChecks(closed, ledger, difference);
     compareCards(closed, ledger, difference);
 
     poshost::Statement sound(*database, u"PRAGMA integrity_check"_s);

@@ -6,15 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-/// What a till's database holds, as far as a cashier would miss it.
-struct TillBooks
-{
-    int closed = 0;
-    int suspended = 0;
-
-    static TillBooks read(const QString& tillDatabase);
-};
-
 /// How far a till's closed checks and the server's ledger are apart.
 struct Difference
 {

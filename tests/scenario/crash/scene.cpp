@@ -10,6 +10,7 @@
 #include "tests/scenario/crash/crashrecord.h"
 #include "tests/scenario/crash/difference.h"
 #include "tests/support/cashier.h"
+#include "tests/support/tillsettings.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -19,6 +20,8 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using tests::Cashier;
+using tests::CheckCount;
 
 namespace {
 
@@ -150,18 +153,13 @@ void Scene::writeFiles(const Flow& flow) const
 
 void Scene::writeConfig(const QString& password) const
 {
-    writeFile(u"orva.toml"_s, u"[Orva]\n"
-                              "serverUrl = \"http://127.0.0.1:%1/\"\n"
-                              "merchantId = \"1042\"\n"
-                              "pos = \"3\"\n"
-                              "timeout = 20\n"
-                              "user = \"till\"\n"
-                              "password = \"%2\"\n"
-                              "apikey = \"demo\"\n"
-                              "[till]\n"
-                              "database = \"%3\"\n"
-                              "plugin = \"%4\"\n"_s.arg(QString::number(port), password, tillFile,
-                                                        programs.plugin));
+    tests::TillSettings settings;
+    settings.server = u"http://127.0.0.1:%1/"_s.arg(port);
+    settings.password = password;
+    settings.timeoutSeconds = 20;
+    settings.database = tillFile;
+    settings.plugin = programs.plugin;
+    writeFile(u"orva.toml"_s, settings.toml());
 }
 
 void Scene::startServer(const Stop* stop)
@@ -271,7 +269,7 @@ void Scene::recover(const Flow& flow, QStringList& problems)
         runTill({{u"queue"_s, u"reauthorize"_s}, {}}, nullptr);
     }
     QStringList commands;
-    for (int i = TillBooks::read(path(tillFile)).suspended; i > 0; --i) {
+    for (int i = CheckCount::read(path(tillFile)).suspended; i > 0; --i) {
         commands << u"restore last"_s << u"close"_s;
     }
     commands << u"wait 30"_s << u"quit"_s;
@@ -289,10 +287,10 @@ Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop&
     copyFolder(preparedFolder, folder);
     passwordChanged = flow.passwordChanges;
     startServer(stop.actor == Actor::Server ? &stop : nullptr);
-    TillBooks before;
+    CheckCount before;
     if (QFile::exists(path(tillFile))) {
         moveQueue(path(tillFile), nowhere, port);
-        before = TillBooks::read(path(tillFile));
+        before = CheckCount::read(path(tillFile));
     }
     writeConfig(passwordChanged ? u"new secret"_s : u"secret"_s);
     Outcome outcome;
@@ -302,7 +300,7 @@ Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop&
         outcome.problems += cashier.refusals();
     }
 
-    const TillBooks after = TillBooks::read(path(tillFile));
+    const CheckCount after = CheckCount::read(path(tillFile));
     if (const QString complaint = cashier.complaint(before, after); !complaint.isEmpty()) {
         outcome.problems += complaint;
     }

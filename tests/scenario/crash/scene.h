@@ -8,7 +8,9 @@
 
 #include <memory>
 
+namespace tests {
 class Cashier;
+}
 
 /// The files that a scene runs.
 struct Programs
@@ -72,7 +74,7 @@ private:
     void startServer(const Stop* stop);
     void keepServerUp();
     std::unique_ptr<Process> runTill(const TillRun& run, const Stop* stop);
-    void playRuns(const Flow& flow, const Stop& stop, Cashier& cashier);
+    void playRuns(const Flow& flow, const Stop& stop, tests::Cashier& cashier);
     void recover(const Flow& flow, QStringList& problems);
 
     const Programs& programs;

@@ -3,11 +3,8 @@
 
 #include "tests/scenario/faults/faultyserver.h"
 
-#include "simulator/ledger/ledgerprinter.h"
-#include "simulator/rules/rulesreader.h"
 #include "tests/scenario/faults/busyconnection.h"
 #include "tests/support/resolver.h"
-#include "tests/support/struck.h"
 
 #include <QTemporaryDir>
 
@@ -46,11 +43,10 @@ HttpServer::Certificate of(const Authority::Certificate& made)
 
 FaultyServer::FaultyServer(const QString& folder, int pair, const simulator::Fault& given,
                            quint64 seedOfPair)
-    : fault(given), seed(seedOfPair), number(pair),
-      rules(simulator::readRules("strict = true\n" + simulator::builtInRules(), u"built-in"_s)),
-      database(folder + u"/server.sqlite"_s), service(rules, database),
-      faulty([this](const simulator::Request& request) { return service.handle(request); }, plan)
+    : fault(given), seed(seedOfPair), number(pair), rules(tests::LoyaltyServer::strictRules()),
+      loyalty(folder + u"/server.sqlite"_s)
 {
+    loyalty.start(rules);
     listenWell();
 }
 
@@ -75,19 +71,10 @@ QString FaultyServer::authorityFile()
     return certificates().trusted.file();
 }
 
-void FaultyServer::listen(const HttpServer::Certificate& certificate)
-{
-    http.reset();
-    http = std::make_unique<HttpServer>(
-        u"127.0.0.1"_s, port.port(),
-        [this](const simulator::Request& request) { return faulty.handle(request); },
-        HttpServer::Observer(), certificate);
-}
-
 void FaultyServer::listenWell()
 {
     const bool secure = fault.kind == FaultKind::WrongCertificate;
-    listen(secure ? of(certificates().right) : HttpServer::Certificate());
+    loyalty.listen(port.port(), secure ? of(certificates().right) : HttpServer::Certificate());
 }
 
 HttpServer::Certificate FaultyServer::wrongCertificate() const
@@ -102,24 +89,24 @@ bool FaultyServer::isConnectionFault() const
 
 void FaultyServer::begin(const QString& endpoint)
 {
-    plan.setRules({});
+    loyalty.strike({});
     switch (fault.kind) {
     case FaultKind::RefusedConnection:
-        http.reset();
+        loyalty.stopListening();
         break;
     case FaultKind::HangingResolution:
         keepBusy();
         resolver::hang();
         break;
     case FaultKind::WrongCertificate:
-        listen(wrongCertificate());
+        loyalty.listen(port.port(), wrongCertificate());
         break;
     default: {
         FaultRule rule;
         rule.fault = fault;
         rule.endpoint = endpoint;
         rule.seed = seed;
-        plan.setRules({rule});
+        loyalty.strike({rule});
     }
     }
 }
@@ -129,9 +116,9 @@ void FaultyServer::keepBusy()
     FaultRule rule;
     rule.fault.kind = FaultKind::HangBeforeHeaders;
     rule.times = 1;
-    plan.setRules({rule});
+    loyalty.strike({rule});
     busy = std::make_unique<BusyConnection>(QUrl(address() + u"api/1.x/precheck"_s),
-                                            [this] { return struckBy(plan) > 0; });
+                                            [this] { return loyalty.struck() > 0; });
 }
 
 void FaultyServer::failOnce(const QString& endpoint, int status)
@@ -141,36 +128,35 @@ void FaultyServer::failOnce(const QString& endpoint, int status)
     rule.fault.status = status;
     rule.endpoint = endpoint;
     rule.times = 1;
-    plan.setRules({rule});
+    loyalty.strike({rule});
 }
 
 void FaultyServer::end()
 {
-    plan.setRules({});
+    loyalty.strike({});
     resolver::letGo();
     busy.reset();
-    if (!http || fault.kind == FaultKind::WrongCertificate) {
+    if (!loyalty.isListening() || fault.kind == FaultKind::WrongCertificate) {
         listenWell();
     }
 }
 
 int FaultyServer::struck() const
 {
-    return fault.kind == FaultKind::HangingResolution ? resolver::waiting() : struckBy(plan);
+    return fault.kind == FaultKind::HangingResolution ? resolver::waiting() : loyalty.struck();
 }
 
 QString FaultyServer::books() const
 {
-    simulator::Database opened(database, simulator::Database::Open::ExistingOnly);
-    const simulator::LedgerView view = simulator::readLedger(opened, rules);
+    const simulator::LedgerView view = loyalty.books();
     EXPECT_EQ(view.wrongCard().toStdString(), "") << "the server's books do not add up";
     return simulator::ledgerCsv(view);
 }
 
 qint64 FaultyServer::balanceKopecks() const
 {
-    simulator::Database opened(database, simulator::Database::Open::ExistingOnly);
-    for (const auto& row : simulator::readLedger(opened, rules).cards) {
+    const simulator::LedgerView view = loyalty.books();
+    for (const auto& row : view.cards) {
         if (row.account.card == rules.cards.front().number) {
             return row.account.balance;
         }

@@ -3,11 +3,8 @@
 
 #pragma once
 
-#include "simulator/faults/faultplan.h"
-#include "simulator/faults/faultyservice.h"
-#include "simulator/http/httpserver.h"
-#include "simulator/service.h"
 #include "tests/support/authority.h"
+#include "tests/support/loyaltyserver.h"
 #include "tests/support/portreserve.h"
 
 #include <memory>
@@ -39,7 +36,7 @@ public:
     /// Lets another fault strike the next request to an endpoint.
     void failOnce(const QString& endpoint, int status);
     /// Lets these strike whatever they match from now on.
-    void beginAll(const std::vector<simulator::FaultRule>& given) { plan.setRules(given); }
+    void beginAll(const std::vector<simulator::FaultRule>& given) { loyalty.strike(given); }
     /// From now on all goes well.
     void end();
     /// How many requests or questions after its name were struck since begin.
@@ -51,7 +48,6 @@ public:
     qint64 balanceKopecks() const;
 
 private:
-    void listen(const simulator::HttpServer::Certificate& certificate);
     void listenWell();
     void keepBusy();
     simulator::HttpServer::Certificate wrongCertificate() const;
@@ -60,11 +56,7 @@ private:
     const quint64 seed;
     const int number;
     const simulator::Rules rules;
-    const QString database;
     PortReserve port;
-    simulator::FaultPlan plan;
-    simulator::Service service;
-    simulator::FaultyService faulty;
-    std::unique_ptr<simulator::HttpServer> http;
+    tests::LoyaltyServer loyalty;
     std::unique_ptr<BusyConnection> busy;
 };

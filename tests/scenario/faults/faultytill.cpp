@@ -5,6 +5,7 @@
 
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
+#include "tests/support/tillsettings.h"
 #include "till/desk/credentials.h"
 #include "till/screen/ledger.h"
 
@@ -24,12 +25,12 @@ FaultyTill::FaultyTill(const QString& givenFolder, const QString& serverAddress,
                        const QString& caFile, quint64 seedOfWaits)
     : folder(givenFolder), seed(seedOfWaits)
 {
-    write(u"orva.toml"_s, u"[Orva]\nserverUrl = \"%1\"\nmerchantId = \"1042\"\npos = \"3\"\n"
-                          "timeout = %2\nuser = \"till\"\npassword = \"secret\"\n"
-                          "apikey = \"demo\"\n[http]\ncaFile = \"%3\"\n[till]\n"
-                          "database = \"till.sqlite\"\nplugin = \"%4\"\n"_s.arg(serverAddress)
-                              .arg(timeoutMilliseconds / 1000)
-                              .arg(caFile, QStringLiteral(ORVA_PLUGIN_FILE)));
+    tests::TillSettings settings;
+    settings.server = serverAddress;
+    settings.timeoutSeconds = timeoutMilliseconds / 1000;
+    settings.caFile = caFile;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN_FILE);
+    write(u"orva.toml"_s, settings.toml());
     write(u"sale.toml"_s, u"type = \"sale\"\ncard = \"2200000000017\"\n"
                           "[[line]]\ncode = \"1000\"\nname = \"Чай\"\nprice = 100.00\n"
                           "quantity = 2\n"

@@ -6,6 +6,7 @@
 
 #include "tests/scenario/faults/faultyserver.h"
 #include "tests/scenario/faults/faultytill.h"
+#include "tests/support/keptoutput.h"
 #include "tests/support/logcapture.h"
 #include "tests/support/testfolder.h"
 #include "till/commands/program.h"
@@ -25,15 +26,6 @@ namespace {
 
 constexpr int halfASecond = 500;
 constexpr int pairNumber = 200'000; // no pair of the table has it
-
-class KeptOutput : public till::Output
-{
-public:
-    KeptOutput() : Output(nullptr) {}
-    void put(const QString& text) override { written += text; }
-
-    QString written;
-};
 
 /// How late each question is answered, and how many may be asked.
 struct Lateness
@@ -91,7 +83,7 @@ protected:
     TestFolder folder;
     FaultyServer server{folder.file(QString()), pairNumber, {}, 1};
     FaultyTill till{folder.file(QString()), server.address(), QString(), 1}; // writes the files
-    KeptOutput out;
+    tests::KeptOutput out;
 };
 
 } // namespace

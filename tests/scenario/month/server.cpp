@@ -8,15 +8,17 @@ using namespace Qt::StringLiterals;
 namespace month {
 
 Server::Server(const simulator::Rules& rules, const QString& database)
-    : service(rules, database),
-      faulty([this](const simulator::Request& request) { return handle(request); }, plan),
-      http(u"127.0.0.1"_s, 0,
-           [this](const simulator::Request& request) { return faulty.handle(request); })
-{}
-
-simulator::Answer Server::handle(const simulator::Request& request)
+    : loyalty(database, [this](const simulator::Request& request,
+                               const tests::LoyaltyServer::Handler& service) {
+          return noted(request, service(request));
+      })
 {
-    const simulator::Answer answer = service.handle(request);
+    loyalty.start(rules);
+    loyalty.listen();
+}
+
+simulator::Answer Server::noted(const simulator::Request& request, const simulator::Answer& answer)
+{
     const std::scoped_lock lock(mutex);
     arrivals.append(
         {request.path.mid(request.path.lastIndexOf('/') + 1), answer.checkId, answer.status});
@@ -32,7 +34,7 @@ void Server::setBookingAway(bool away)
         rule.endpoint = endpoint;
         rules.push_back(rule);
     }
-    plan.setRules(away ? rules : std::vector<simulator::FaultRule>());
+    loyalty.strike(away ? rules : std::vector<simulator::FaultRule>());
 }
 
 QList<Arrival> Server::takeArrivals()

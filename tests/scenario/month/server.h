@@ -3,11 +3,8 @@
 
 #pragma once
 
-#include "simulator/faults/faultplan.h"
-#include "simulator/faults/faultyservice.h"
-#include "simulator/http/httpserver.h"
-#include "simulator/service.h"
 #include "tests/scenario/month/verdict.h"
+#include "tests/support/loyaltyserver.h"
 
 #include <mutex>
 
@@ -19,21 +16,19 @@ class Server
 public:
     Server(const simulator::Rules& rules, const QString& database);
 
-    QString url() const { return http.url(); }
+    QString url() const { return loyalty.url(); }
     /// While they are away, requests to the addresses that book are lost; pre-checks are answered.
     void setBookingAway(bool away);
     /// Everything that has arrived and was answered since the last call, in order.
     QList<Arrival> takeArrivals();
+    simulator::LedgerView books() const { return loyalty.books(); }
 
 private:
-    simulator::Answer handle(const simulator::Request& request);
+    simulator::Answer noted(const simulator::Request& request, const simulator::Answer& answer);
 
-    simulator::Service service;
-    simulator::FaultPlan plan;
-    simulator::FaultyService faulty;
-    std::mutex mutex;
+    std::mutex mutex; // guards what follows
     QList<Arrival> arrivals;
-    simulator::HttpServer http;
+    tests::LoyaltyServer loyalty;
 };
 
 } // namespace month

@@ -3,9 +3,9 @@
 
 #include "tests/scenario/month/shop.h"
 
-#include "simulator/ledger/ledgerprinter.h"
-#include "simulator/rules/rulesreader.h"
 #include "tests/scenario/month/measured.h"
+#include "tests/support/cashier.h"
+#include "tests/support/tillsettings.h"
 
 #include <QFile>
 #include <QSet>
@@ -25,27 +25,22 @@ void write(const QString& name, const QString& text)
         file.write(bytes) != bytes.size()) {
         throw std::runtime_error("cannot write " + name.toStdString());
     }
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 }
 
-/// How many lines of a till's output begin so.
-int linesWith(const QString& fileName, const QByteArray& beginning)
+QString textOf(const QString& fileName)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         throw std::runtime_error("cannot read " + fileName.toStdString());
     }
-    int count = 0;
-    while (!file.atEnd()) {
-        count += file.readLine().startsWith(beginning) ? 1 : 0;
-    }
-    return count;
+    return QString::fromUtf8(file.readAll());
 }
 
 } // namespace
 
 Shop::Shop(const QString& ownFolder, quint64 seed)
-    : folder(ownFolder), random(seed),
-      rules(simulator::readRules("strict = true\n" + simulator::builtInRules(), u"built-in"_s)),
+    : folder(ownFolder), random(seed), rules(tests::LoyaltyServer::strictRules()),
       server(std::make_unique<Server>(rules, path(u"server.sqlite"_s)))
 {
     writeFiles();
@@ -54,19 +49,13 @@ Shop::Shop(const QString& ownFolder, quint64 seed)
 /// The till's settings and the baskets of the month.
 void Shop::writeFiles()
 {
-    write(path(u"orva.toml"_s),
-          u"[Orva]\n"
-          "serverUrl = \"%1\"\n"
-          "merchantId = \"1042\"\n"
-          "pos = \"3\"\n"
-          "timeout = 10\n"
-          "user = \"%2\"\n"
-          "password = \"%3\"\n"
-          "apikey = \"%4\"\n"
-          "[till]\n"
-          "database = \"till.sqlite\"\n"
-          "plugin = \"%5\"\n"_s.arg(server->url(), rules.user, rules.password, rules.apiKey,
-                                    QStringLiteral(ORVA_PLUGIN)));
+    tests::TillSettings settings;
+    settings.server = server->url();
+    settings.user = rules.user;
+    settings.password = rules.password;
+    settings.apiKey = rules.apiKey;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN);
+    write(path(u"orva.toml"_s), settings.toml());
     for (int basket = 0; basket < baskets; ++basket) {
         QString text = u"type = \"sale\"\ncard = \"%1\"\n"_s.arg(
             rules.cards.at(below(rules.cards.size())).number);
@@ -115,31 +104,30 @@ Drained Shop::run(int confirmations)
 void Shop::fill(int confirmations, Drained& drained)
 {
     constexpr int returnEvery = 10;
-    QString commands;
-    int expected = 0;
+    QStringList commands;
     for (int i = 1; i <= confirmations; ++i) {
         const bool isReturn = i % returnEvery == 0;
-        commands +=
-            isReturn ? u"return return.toml\n"_s : u"open sale%1.toml\n"_s.arg(below(baskets));
+        commands += isReturn ? u"return return.toml"_s : u"open sale%1.toml"_s.arg(below(baskets));
         if (!isReturn && below(3) == 0) {
-            commands += u"points %1\n"_s.arg(1 + below(20));
-            ++expected;
+            commands += u"points %1"_s.arg(1 + below(20));
         }
-        commands += u"close\n"_s;
-        expected += 2;
+        commands += u"close"_s;
     }
-    write(path(u"commands"_s), commands);
+    write(path(u"commands"_s), commands.join(u'\n') + u'\n');
     server->setBookingAway(true);
     const Run run = runMeasured(QStringLiteral(ORVA_TILL), {u"work"_s}, folder, path(u"commands"_s),
                                 path(u"slips"_s));
     server->setBookingAway(false);
     drained.fillSeconds = run.seconds;
-    const int done = linesWith(path(u"slips"_s), "ok\n");
-    if (run.exitCode != 0 || done != expected) {
+    tests::Cashier cashier;
+    cashier.read(commands, textOf(path(u"slips"_s)));
+    if (run.exitCode != 0 || cashier.done() != commands.size()) {
         drained.complaints.append(
-            u"the working till ended with %1 and did %2 of %3 commands"_s.arg(run.exitCode)
-                .arg(done)
-                .arg(expected));
+            u"the working till ended with %1 and did %2 of %3 commands; it refused: %4"_s
+                .arg(run.exitCode)
+                .arg(cashier.done())
+                .arg(commands.size())
+                .arg(cashier.refusals().join(u", "_s)));
     }
 }
 
@@ -165,8 +153,7 @@ void Shop::drain(const QueueFile& queue, Drained& drained)
 void Shop::compareBooks(int confirmations, Drained& drained)
 {
     const QByteArray tillBooks = till({u"ledger"_s, u"--csv"_s}, drained);
-    simulator::Database database(path(u"server.sqlite"_s));
-    const simulator::LedgerView view = simulator::readLedger(database, rules);
+    const simulator::LedgerView view = server->books();
     if (tillBooks != simulator::ledgerCsv(view).toUtf8()) {
         drained.complaints.append(u"the till's books and the server's differ"_s);
     }

@@ -24,7 +24,7 @@ std::string objectionTo(const QByteArray& answer)
 
 TEST(CannedAnswers, ofTheTillsFakeServerFitTheSchema)
 {
-    tests::FakeServer server;
+    tests::GrantingServer server;
     for (const QString& name : {u"sale-request.xml"_s, u"return-request.xml"_s}) {
         QFile request(QStringLiteral(ORVA_TEST_DATA "/client/") + name);
         ASSERT_TRUE(request.open(QIODevice::ReadOnly));

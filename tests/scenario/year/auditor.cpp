@@ -10,20 +10,19 @@
 #include "till/checks/checkstore.h"
 
 using namespace Qt::StringLiterals;
+using tests::Books;
+using tests::Entry;
+using tests::Points;
 using till::amount::moneyText;
 
 namespace year {
 namespace {
 
-QString figures(qint64 earned, qint64 spent, qint64 givenBack, qint64 takenBack)
+QString figures(const Points& points)
 {
     return u"earned %1, spent %2, given back %3, taken back %4"_s.arg(
-        moneyText(earned), moneyText(spent), moneyText(givenBack), moneyText(takenBack));
-}
-
-QString figuresOf(const Entry& entry)
-{
-    return figures(entry.earned, entry.spent, entry.givenBack, entry.takenBack);
+        moneyText(points.earned), moneyText(points.spent), moneyText(points.givenBack),
+        moneyText(points.takenBack));
 }
 
 void requireEqual(const QString& card, qint64 expected, qint64 actual, const QString& what)
@@ -59,23 +58,21 @@ void Auditor::takeBookings()
         lastSequence = rows.value(0).toLongLong();
         const QString check = rows.value(1).toString();
         const QString card = rows.value(2).toString();
-        const QString booked = figures(rows.value(3).toLongLong(), rows.value(4).toLongLong(),
-                                       rows.value(5).toLongLong(), rows.value(6).toLongLong());
+        const Points booked{rows.value(3).toLongLong(), rows.value(4).toLongLong(),
+                            rows.value(5).toLongLong(), rows.value(6).toLongLong()};
         const Entry* known = books.find(check);
         if (known == nullptr || known->booked) {
-            const qint64 change = rows.value(3).toLongLong() - rows.value(4).toLongLong() +
-                                  rows.value(5).toLongLong() - rows.value(6).toLongLong();
             throw Violation(
                 u"card %1: by the tills' closed checks it must hold %2, the server booked check "
                 "%3 (%4), which %5, and makes it %6"_s.arg(
-                    card, moneyText(books.expected(card)), check, booked,
+                    card, moneyText(books.expected(card)), check, figures(booked),
                     known == nullptr ? u"no till has closed"_s : u"it had booked before"_s,
-                    moneyText(books.expected(card) + change)));
+                    moneyText(books.expected(card) + booked.change())));
         }
-        if (known->card != card || figuresOf(*known) != booked) {
+        if (known->card != card || known->points != booked) {
             throw Violation(u"check %1: the till closed it for card %2 with %3, the server booked "
-                            "it for card %4 with %5"_s.arg(check, known->card, figuresOf(*known),
-                                                           card, booked));
+                            "it for card %4 with %5"_s.arg(
+                                check, known->card, figures(known->points), card, figures(booked)));
         }
         books.setBooked(check);
     }
@@ -169,12 +166,11 @@ void Auditor::checkTill(TillBox& till)
         }
         ++confirmed;
         const Entry* known = books.find(check.id());
-        const QString kept = figures(check.earnedKopecks(), check.spentKopecks(),
-                                     check.givenBackKopecks(), check.takenBackKopecks());
-        if (known == nullptr || known->till != till.name() || figuresOf(*known) != kept) {
+        const Points kept = Points::of(check);
+        if (known == nullptr || known->till != till.name() || known->points != kept) {
             throw Violation(u"check %1: till %2 keeps it with %3, it was closed with %4"_s.arg(
-                check.id(), QString::number(till.name()), kept,
-                known == nullptr ? u"nothing"_s : figuresOf(*known)));
+                check.id(), QString::number(till.name()), figures(kept),
+                known == nullptr ? u"nothing"_s : figures(known->points)));
         }
     });
     till.stop();

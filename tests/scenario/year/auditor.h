@@ -28,7 +28,7 @@ class Auditor
 {
 public:
     /// The server has been started before.
-    Auditor(Books& books, const QString& serverDatabase,
+    Auditor(tests::Books& books, const QString& serverDatabase,
             const std::vector<std::unique_ptr<TillBox>>& tills);
 
     /// After every event: the server's new bookings, the messages that are still to be delivered,
@@ -52,7 +52,7 @@ private:
     void checkBalances();
     void checkTill(TillBox& till);
 
-    Books& books;
+    tests::Books& books;
     simulator::Database server;
     const std::vector<std::unique_ptr<TillBox>>& tills;
     qint64 lastSequence = 0;

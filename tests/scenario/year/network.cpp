@@ -3,7 +3,6 @@
 
 #include "tests/scenario/year/network.h"
 
-#include "simulator/service.h"
 #include "tests/scenario/year/yearclock.h"
 
 #include <array>
@@ -77,20 +76,14 @@ void addRules(std::vector<simulator::FaultRule>& rules, const simulator::FaultDe
 } // namespace
 
 Network::Network(YearClock& yearClock, const QString& serverDatabase, Plant plant, int plantAt)
-    : clock(yearClock), database(serverDatabase),
-      saboteur([this](const simulator::Request& request) { return service->handle(request); },
-               serverDatabase, plant, plantAt),
-      server([this](const simulator::Request& request) { return saboteur.handle(request); }, plan),
+    : clock(yearClock), saboteur(serverDatabase, plant, plantAt),
+      server(
+          serverDatabase,
+          [this](const simulator::Request& request, const tests::LoyaltyServer::Handler& honest) {
+              return saboteur.handle(request, honest);
+          }),
       registration(*this)
 {}
-
-Network::~Network() = default;
-
-void Network::serve(const simulator::Rules& rules)
-{
-    service.reset();
-    service = std::make_unique<simulator::Service>(rules, database);
-}
 
 void Network::setWeather(int perMille, quint64 seed)
 {
@@ -102,7 +95,7 @@ void Network::setWeather(int perMille, quint64 seed)
             addRules(rules, about, perMille / thousand / kinds, seed);
         }
     }
-    plan.setRules(rules);
+    server.strike(rules);
 }
 
 void Network::beginOutage(FaultKind kind, int after, bool onlyBooking)

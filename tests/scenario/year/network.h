@@ -4,19 +4,13 @@
 #pragma once
 
 #include "host/services/restclient.h"
-#include "simulator/faults/faultplan.h"
-#include "simulator/rules/rules.h"
 #include "tests/scenario/year/saboteur.h"
+#include "tests/support/loyaltyserver.h"
 #include "tests/support/mocked.h"
 
 #include <QMap>
 
-#include <memory>
 #include <optional>
-
-namespace simulator {
-class Service;
-}
 
 namespace year {
 
@@ -29,10 +23,9 @@ class Network : public RestClient
 {
 public:
     Network(YearClock& clock, const QString& serverDatabase, Plant plant, int plantAt);
-    ~Network() override;
 
     /// Starts the server, or starts it anew with other rules.
-    void serve(const simulator::Rules& rules);
+    void serve(const simulator::Rules& rules) { server.start(rules); }
     /// From now on so many requests in a thousand meet a fault.
     void setWeather(int perMille, quint64 seed);
     /// Nothing gets through any more, in the way that the kind says, until endOutage.
@@ -73,11 +66,8 @@ private:
     void lose(int statusSoFar);
 
     YearClock& clock;
-    const QString database;
-    simulator::FaultPlan plan;
-    std::unique_ptr<simulator::Service> service;
     Saboteur saboteur;
-    simulator::FaultyService server;
+    tests::LoyaltyServer server;
     std::optional<Outage> outage;
 
     int timeout = 10;

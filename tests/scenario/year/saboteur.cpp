@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace year {
 
-simulator::Answer Saboteur::handle(const simulator::Request& request)
+simulator::Answer Saboteur::handle(const simulator::Request& request,
+                                   const simulator::FaultyService::Handler& honest)
 {
     if (plant == Plant::None || !request.path.endsWith("/checkconfirm")) {
         return honest(request);

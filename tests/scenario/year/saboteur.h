@@ -22,19 +22,17 @@ class Saboteur
 {
 public:
     /// @param confirmation the confirmation that it happens to, counted from 1
-    Saboteur(simulator::FaultyService::Handler honestServer, QString serverDatabase, Plant what,
-             int confirmation)
-        : honest(std::move(honestServer)), database(std::move(serverDatabase)), plant(what),
-          at(confirmation)
+    Saboteur(QString serverDatabase, Plant what, int confirmation)
+        : database(std::move(serverDatabase)), plant(what), at(confirmation)
     {}
 
-    simulator::Answer handle(const simulator::Request& request);
+    simulator::Answer handle(const simulator::Request& request,
+                             const simulator::FaultyService::Handler& honest);
 
 private:
     void bookTwin(const QString& checkId) const;
     void takeKopeck(const QString& card) const;
 
-    simulator::FaultyService::Handler honest;
     const QString database;
     const Plant plant;
     const int at;

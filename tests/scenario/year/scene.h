@@ -8,9 +8,12 @@
 #include <QList>
 #include <QStringList>
 
+namespace tests {
+class Books;
+}
+
 namespace year {
 
-class Books;
 class Dice;
 class Journal;
 class Network;
@@ -23,7 +26,7 @@ struct Scene
     Dice& dice;
     Journal& journal;
     Network& network;
-    Books& books;
+    tests::Books& books;
     QStringList cards;
     /// Goods as lines of one piece or kilogramme.
     QList<till::Line> goods;

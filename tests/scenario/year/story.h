@@ -37,7 +37,7 @@ public:
 
     /// The number of the event that happened last or was happening, from 1.
     int number() const { return begun; }
-    const Cashier& cashier() const { return people; }
+    const Trade& trade() const { return people; }
     /// How often each kind of event happened.
     const QMap<QString, int>& events() const { return happened; }
 
@@ -63,7 +63,7 @@ private:
     Tills& tills;
     simulator::Rules rules;
     std::function<void(const QString&)> after;
-    Cashier people;
+    Trade people;
     size_t current = 0;
     int outageLeft = 0;
     int passwords = 0;

@@ -6,6 +6,7 @@
 #include "host/database/database.h"
 #include "host/database/statement.h"
 #include "host/queue/outgoingqueue.h"
+#include "tests/support/tillsettings.h"
 #include "till/commands/workplace.h"
 #include "till/desk/credentials.h"
 
@@ -30,21 +31,14 @@ void TillBox::setPassword(const QString& value)
 {
     secret = value;
     QFile file(configFile);
-    const QByteArray text =
-        u"[Orva]\n"
-        "serverUrl = \"http://loyalty.test/\"\n"
-        "merchantId = \"1042\"\n"
-        "pos = \"%1\"\n"
-        "timeout = 10\n"
-        "user = \"till\"\n"
-        "password = \"%2\"\n"
-        "apikey = \"demo\"\n"
-        "[till]\n"
-        "name = \"%1\"\n"
-        "database = \"%3\"\n"
-        "plugin = \"%4\"\n"_s
-            .arg(QString::number(number), secret, databaseFile, QStringLiteral(ORVA_PLUGIN_FILE))
-            .toUtf8();
+    tests::TillSettings settings;
+    settings.server = u"http://loyalty.test/"_s;
+    settings.number = QString::number(number);
+    settings.name = settings.number;
+    settings.password = secret;
+    settings.database = databaseFile;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN_FILE);
+    const QByteArray text = settings.toml().toUtf8();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text) != text.size()) {
         throw std::runtime_error("cannot write " + configFile.toStdString());
     }

@@ -7,6 +7,7 @@
 #include "tests/scenario/year/journal.h"
 #include "tests/scenario/year/scene.h"
 #include "tests/scenario/year/tillbox.h"
+#include "tests/scenario/year/violation.h"
 #include "tests/support/books.h"
 #include "till/checks/amount.h"
 #include "till/failure.h"
@@ -19,17 +20,17 @@ using till::amount::moneyText;
 
 namespace year {
 
-bool Cashier::hasSuspended(const TillBox& till) const
+bool Trade::hasSuspended(const TillBox& till) const
 {
     return !suspended.value(till.name()).isEmpty();
 }
 
-bool Cashier::hasReturnable(const TillBox& till) const
+bool Trade::hasReturnable(const TillBox& till) const
 {
     return !sold.value(till.name()).isEmpty();
 }
 
-QString Cashier::sell(TillBox& till)
+QString Trade::sell(TillBox& till)
 {
     Dice& dice = scene.dice;
     till::CheckFile file;
@@ -51,7 +52,7 @@ QString Cashier::sell(TillBox& till)
 }
 
 /// Some goods, each at most once.
-QList<till::Line> Cashier::basket()
+QList<till::Line> Trade::basket()
 {
     Dice& dice = scene.dice;
     QList<till::Line> lines;
@@ -66,7 +67,7 @@ QList<till::Line> Cashier::basket()
     return lines;
 }
 
-void Cashier::presentCard(TillBox& till)
+void Trade::presentCard(TillBox& till)
 {
     const bool known = scene.dice.chance(97);
     till::CashDesk& desk = till.desk();
@@ -81,7 +82,7 @@ void Cashier::presentCard(TillBox& till)
     }
 }
 
-void Cashier::payWithPoints(TillBox& till)
+void Trade::payWithPoints(TillBox& till)
 {
     till::CashDesk& desk = till.desk();
     const LoyaltyState state = desk.current().loyalty;
@@ -101,7 +102,7 @@ void Cashier::payWithPoints(TillBox& till)
     }
 }
 
-void Cashier::changeLine(TillBox& till)
+void Trade::changeLine(TillBox& till)
 {
     till::CashDesk& desk = till.desk();
     const till::Line line = scene.dice.pick(desk.current().lines);
@@ -112,7 +113,7 @@ void Cashier::changeLine(TillBox& till)
     }
 }
 
-QString Cashier::resume(TillBox& till)
+QString Trade::resume(TillBox& till)
 {
     QStringList& kept = suspended[till.name()];
     const QString id = kept.takeAt(scene.dice.between(0, kept.size() - 1));
@@ -127,7 +128,7 @@ QString Cashier::resume(TillBox& till)
     return u"restores and "_s + finish(till, true);
 }
 
-QString Cashier::takeBack(TillBox& till)
+QString Trade::takeBack(TillBox& till)
 {
     constexpr qint64 lately = 4;
     const QList<Sold>& sales = sold[till.name()];
@@ -139,7 +140,7 @@ QString Cashier::takeBack(TillBox& till)
     return finish(till, false);
 }
 
-till::CheckFile Cashier::returnOf(const Sold& sale)
+till::CheckFile Trade::returnOf(const Sold& sale)
 {
     Dice& dice = scene.dice;
     till::CheckFile file;
@@ -164,7 +165,7 @@ till::CheckFile Cashier::returnOf(const Sold& sale)
 }
 
 /// How a check ends, most of the time by being closed.
-QString Cashier::finish(TillBox& till, bool wasSuspended)
+QString Trade::finish(TillBox& till, bool wasSuspended)
 {
     const qint64 way = scene.dice.between(1, 100);
     if (way <= 5) {
@@ -179,7 +180,7 @@ QString Cashier::finish(TillBox& till, bool wasSuspended)
     return close(till);
 }
 
-QString Cashier::abandon(TillBox& till)
+QString Trade::abandon(TillBox& till)
 {
     const QString what = describe(till.desk().current());
     till.desk().abandon();
@@ -187,7 +188,7 @@ QString Cashier::abandon(TillBox& till)
     return u"abandons "_s + what + notices(till);
 }
 
-QString Cashier::suspend(TillBox& till)
+QString Trade::suspend(TillBox& till)
 {
     const Check check = till.desk().current();
     QString what = u"suspends "_s + describe(check) + notices(till);
@@ -200,7 +201,7 @@ QString Cashier::suspend(TillBox& till)
 }
 
 /// Another return of the sale, before the suspended one.
-QString Cashier::overtake(TillBox& till, const QString& sale)
+QString Trade::overtake(TillBox& till, const QString& sale)
 {
     for (const Sold& one : std::as_const(sold[till.name()])) {
         if (one.id == sale) {
@@ -212,7 +213,7 @@ QString Cashier::overtake(TillBox& till, const QString& sale)
 }
 
 /// The till's program ends in the middle of a check and starts again.
-QString Cashier::interrupt(TillBox& till, bool wasSuspended)
+QString Trade::interrupt(TillBox& till, bool wasSuspended)
 {
     const QString id = till.desk().current().id();
     const QString what = describe(till.desk().current());
@@ -225,7 +226,7 @@ QString Cashier::interrupt(TillBox& till, bool wasSuspended)
     return u"restarts with open "_s + what;
 }
 
-QString Cashier::close(TillBox& till)
+QString Trade::close(TillBox& till)
 {
     till::CashDesk& desk = till.desk();
     const Check before = desk.current();
@@ -234,7 +235,9 @@ QString Cashier::close(TillBox& till)
     }
     try {
         const Check closed = desk.close();
-        scene.books.take(closed, till.name());
+        if (!scene.books.take(closed, till.name())) {
+            throw Violation(u"check %1 was closed twice"_s.arg(closed.id()));
+        }
         remember(closed, till.name());
         return u"closes "_s + describe(closed) + notices(till);
     } catch (const till::Failure& failure) {
@@ -246,7 +249,7 @@ QString Cashier::close(TillBox& till)
     }
 }
 
-void Cashier::remember(const Check& closed, int till)
+void Trade::remember(const Check& closed, int till)
 {
     constexpr qsizetype remembered = 600; // longer than delivered messages are kept
     count.unconfirmed += closed.confirmed ? 0 : 1;
@@ -276,7 +279,7 @@ void Cashier::remember(const Check& closed, int till)
     sales.removeIf([](const Sold& sale) { return sale.left.isEmpty(); });
 }
 
-QString Cashier::describe(const Check& check) const
+QString Trade::describe(const Check& check) const
 {
     const QString card = check.cardNumber().right(4);
     const QString name = scene.journal.nameOf(check.id());
@@ -293,7 +296,7 @@ QString Cashier::describe(const Check& check) const
         moneyText(check.earnedKopecks()), check.confirmed ? u"confirmed"_s : u"not confirmed"_s);
 }
 
-QString Cashier::notices(TillBox& till) const
+QString Trade::notices(TillBox& till) const
 {
     const QStringList all = till.desk().takeNotices();
     return all.isEmpty() ? QString() : u"; "_s + all.join(u"; "_s);

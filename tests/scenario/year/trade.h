@@ -15,10 +15,10 @@ namespace year {
 class TillBox;
 struct Scene;
 
-/// Works at the tills: a sale, a return or a suspended check from its opening to its end, with all
-/// that customers and cashiers think of on the way. Each operation tells in words for the journal
-/// what was done.
-class Cashier
+/// What goes on at the tills: a sale, a return or a suspended check from its opening to its end,
+/// with all that customers and cashiers think of on the way. Each operation tells in words for the
+/// journal what was done.
+class Trade
 {
 public:
     /// How often what happened.
@@ -34,7 +34,7 @@ public:
         int refused = 0;     ///< closings of a return that another return had overtaken
     };
 
-    explicit Cashier(Scene& everything) : scene(everything) {}
+    explicit Trade(Scene& everything) : scene(everything) {}
 
     QString sell(TillBox& till);
     /// Takes up a suspended check; there is one.

@@ -32,7 +32,7 @@ QString cardNumber(int index)
 }
 
 /// The built-in rules with the year's own cards.
-simulator::Rules rulesFor(const Options& options, Dice& dice, Books& books)
+simulator::Rules rulesFor(const Options& options, Dice& dice, tests::Books& books)
 {
     simulator::Rules rules = simulator::readRules(simulator::builtInRules(), u"built-in rules"_s);
     rules.isStrict = true;
@@ -102,7 +102,7 @@ private:
     Dice dice;
     YearClock clock;
     Journal journal;
-    Books books;
+    tests::Books books;
     Network network;
     Scene scene;
     Story::Tills tills;
@@ -154,8 +154,8 @@ void Year::endOfDay(int day)
 
 QString Year::figures() const
 {
-    const Cashier::Counts& count = story->cashier().counts();
-    const Entry& total = books.totals();
+    const Trade::Counts& count = story->trade().counts();
+    const tests::Points& total = books.totals();
     qint64 began = 0;
     qint64 held = 0;
     for (const QString& card : scene.cards) {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "tests/support/logcapture.h"
-#include "tests/unit/plugin/orvatest.h"
+#include "tests/unit/plugin/restoring.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,26 +10,9 @@ namespace {
 
 using namespace tests;
 
-class RestoredAnswerTest : public OrvaTest
+class RestoredAnswerTest : public Restoring
 {
 protected:
-    RestoredAnswerTest() { keepFormerAnswer(); }
-
-    /// Gives the client an answer that the restored one has to replace.
-    void keepFormerAnswer()
-    {
-        QDomDocument former;
-        former.setContent(u"<former/>"_s);
-        interface->setLastResponse(former);
-    }
-
-    void store(const QString& key, const QVariant& value)
-    {
-        base->pluginData[u"Orva"_s].insert(key, value);
-    }
-
-    bool restore() { return orva.restoreLoyaltySystem(); }
-
     /// Whether a text, restored, gives an answer with a root element.
     bool isReadable(const QString& text)
     {

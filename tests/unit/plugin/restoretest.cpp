@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/unit/plugin/orvatest.h"
+#include "tests/unit/plugin/restoring.h"
 
 #include <QMetaProperty>
 
@@ -11,24 +11,9 @@ namespace {
 
 using namespace tests;
 
-class RestoreTest : public OrvaTest
+class RestoreTest : public Restoring
 {
 protected:
-    RestoreTest()
-    {
-        // Something to be replaced.
-        QDomDocument former;
-        former.setContent(u"<former/>"_s);
-        interface->setLastResponse(former);
-    }
-
-    void store(const QString& key, const QVariant& value)
-    {
-        base->pluginData[u"Orva"_s].insert(key, value);
-    }
-
-    bool restore() { return orva.restoreLoyaltySystem(); }
-
     /// Restores from a list with that one element and answers the record that came of it.
     DocumentBonusRecord restoredFrom(const QVariant& element)
     {
@@ -37,17 +22,6 @@ protected:
         EXPECT_TRUE(restore());
         EXPECT_EQ(orva.bonusRecords.size(), 1);
         return orva.bonusRecords.value(0);
-    }
-
-    static DocumentBonusRecord filledRecord()
-    {
-        DocumentBonusRecord filled = bonusRecord(12.345, 3);
-        filled.cardNumber = u"7700001"_s;
-        filled.valutCode = 1200;
-        filled.dateTime = QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9, 250));
-        filled.sessionContext = u"смена 4"_s;
-        filled.accrual = true;
-        return filled;
     }
 
     static QVariantMap filledMap()

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "tests/unit/plugin/orvatest.h"
+#include "tests/unit/plugin/restoring.h"
 
 #include <QMetaProperty>
 
@@ -26,17 +26,6 @@ protected:
                 {u"bonusAmount"_s, kept.bonusAmount}, {u"valutCode"_s, kept.valutCode},
                 {u"dateTime"_s, kept.dateTime},       {u"sessionContext"_s, kept.sessionContext},
                 {u"accrual"_s, kept.accrual}};
-    }
-
-    static DocumentBonusRecord filledRecord()
-    {
-        DocumentBonusRecord filled = bonusRecord(12.345, 3);
-        filled.cardNumber = u"7700001"_s;
-        filled.valutCode = 1200;
-        filled.dateTime = QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9, 250));
-        filled.sessionContext = u"смена 4"_s;
-        filled.accrual = true;
-        return filled;
     }
 };
 

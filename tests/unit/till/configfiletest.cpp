@@ -16,12 +16,12 @@ namespace {
 class ConfigFileTest : public ::testing::Test
 {
 protected:
-    ConfigFileTest() { QDir::setCurrent(folder.path(u"."_s)); }
+    ConfigFileTest() { QDir::setCurrent(folder.file(u"."_s)); }
     ~ConfigFileTest() override { QDir::setCurrent(former); }
 
     const QString former = QDir::currentPath();
-    tests::TestFolder folder;
-    const QString machine = folder.path(u"machine.toml"_s);
+    TestFolder folder;
+    const QString machine = folder.file(u"machine.toml"_s);
 };
 
 } // namespace

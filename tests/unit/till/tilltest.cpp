@@ -6,35 +6,9 @@
 using namespace Qt::StringLiterals;
 
 namespace tests {
-namespace {
-
-QString folderPattern()
-{
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    QString name =
-        QString::fromLatin1(test->test_suite_name()) + u'.' + QString::fromLatin1(test->name());
-    name.replace(u'/', u'-');
-    return QDir::tempPath() + u'/' + name + u"-XXXXXX"_s;
-}
-
-} // namespace
-
-TestFolder::TestFolder() : folder(folderPattern())
-{
-    EXPECT_TRUE(folder.isValid()) << folder.errorString().toStdString();
-}
-
-QString TestFolder::write(const QString& name, const QString& content) const
-{
-    QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << file.errorString().toStdString();
-    file.write(content.toUtf8());
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    return path(name);
-}
 
 TillTest::TillTest()
-    : database(QSharedPointer<poshost::Database>::create(folder.path(u"till.sqlite"_s))),
+    : database(QSharedPointer<poshost::Database>::create(folder.file(u"till.sqlite"_s))),
       broker(database), brokerInPlace(&broker), sessionInPlace(&session), store(database),
       loyalty(std::make_unique<FakeLoyalty>()),
       desk(std::make_unique<till::CashDesk>(*loyalty, store, session))

@@ -8,35 +8,18 @@
 #include "host/services/dbqueuebroker.h"
 #include "host/services/session.h"
 #include "tests/support/mocked.h"
+#include "tests/support/testfolder.h"
 #include "tests/unit/till/fakeloyalty.h"
 #include "tests/unit/till/printing.h"
 #include "till/checks/checkstore.h"
 #include "till/desk/cashdesk.h"
 #include "till/failure.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
 #include <memory>
 
 #include <gtest/gtest.h>
 
 namespace tests {
-
-/// A temporary folder that carries the test's name.
-class TestFolder
-{
-public:
-    TestFolder();
-
-    QString path(const QString& name) const { return folder.filePath(name); }
-    /// Writes a file and returns its path.
-    QString write(const QString& name, const QString& content) const;
-
-private:
-    QTemporaryDir folder;
-};
 
 /// The refusal of an operation as a text; a test failure when nothing is refused.
 template <typename Operation>

@@ -5,11 +5,13 @@
 // the list with a sentence; the others go on; nothing is asked without end.
 
 #include "deliveryfixture.h"
+#include "tests/support/damage.h"
 
 #include <gmock/gmock.h>
 #include <stdexcept>
 
 using ::testing::HasSubstr;
+using tests::damage::flipped;
 
 namespace {
 
@@ -65,36 +67,13 @@ const QList<Column> sharedColumns{
     {"queue_holds", "until", "1"},
 };
 
-/// The values that differ from it in one bit.
-QVariantList flipped(const QVariant& value)
-{
-    QVariantList values;
-    if (value.typeId() == QMetaType::LongLong) {
-        for (int bit = 0; bit < 64; ++bit) {
-            values.append(qint64(quint64(value.toLongLong()) ^ (1ULL << unsigned(bit))));
-        }
-        return values;
-    }
-    const bool isText = value.typeId() == QMetaType::QString;
-    const QByteArray bytes = value.toByteArray();
-    for (qsizetype bit = 0; bit < bytes.size() * 8; ++bit) {
-        QByteArray other = bytes;
-        other[bit / 8] = static_cast<char>(other.at(bit / 8) ^ (1 << (bit % 8)));
-        values.append(isText ? QVariant(QString::fromUtf8(other)) : QVariant(other));
-    }
-    return values;
-}
-
 /// Three messages: 2 waits for 1, 4 for nobody. No two numbers differ in one bit only.
 class DamagedQueue : public Delivery
 {
 protected:
     DamagedQueue()
     {
-        for (const char* pragma :
-             {"synchronous = OFF", "foreign_keys = OFF", "ignore_check_constraints = ON"}) {
-            database->execute(u"PRAGMA "_s + QLatin1StringView(pragma));
-        }
+        tests::damage::allow(*database);
         add(u"a"_s);
         add(u"b"_s);
         poshost::Statement(*database, u"DELETE FROM queue_messages WHERE id = ?"_s)

@@ -30,7 +30,7 @@ protected:
         return tests::refusalOf([&] { CheckFile::read(file); }).replace(file, u"check.toml"_s);
     }
 
-    tests::TestFolder folder;
+    TestFolder folder;
 };
 
 /// A file that is refused and how the refusal begins.
@@ -229,7 +229,7 @@ TEST_F(CheckFileTest, levelsThatTheParserCannotBearAreRefusedWithTheLine)
 
 TEST_F(CheckFileTest, whatIsNoRegularFileIsRefusedAtOnce)
 {
-    const QString pipe = folder.path(u"pipe"_s);
+    const QString pipe = folder.file(u"pipe"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     for (const QString& file : {u"/dev/zero"_s, pipe}) {
         EXPECT_EQ(tests::refusalOf([&] { CheckFile::read(file); }),

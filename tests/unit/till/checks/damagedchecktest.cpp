@@ -5,31 +5,27 @@
 // damaged, or is as good as before.
 
 #include "host/database/statement.h"
+#include "tests/support/damage.h"
+#include "tests/unit/till/storedform.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/checks/checkcodec.h"
 #include "till/screen/checkview.h"
 
 using namespace Qt::StringLiterals;
 using tests::refusalOf;
+using tests::damage::flipped;
+using tests::damage::withFlippedBit;
 using till::Check;
 using till::PointsChoice;
 
 namespace {
-
-QByteArray withFlippedBit(QByteArray bytes, qsizetype bit)
-{
-    bytes[bit / 8] = static_cast<char>(bytes.at(bit / 8) ^ (1 << (bit % 8)));
-    return bytes;
-}
 
 class DamagedCheckTest : public tests::TillTest
 {
 protected:
     DamagedCheckTest()
     {
-        database->execute(u"PRAGMA synchronous = OFF"_s); // thousands of commits
-        database->execute(u"PRAGMA foreign_keys = OFF"_s);
-        database->execute(u"PRAGMA ignore_check_constraints = ON"_s);
+        tests::damage::allow(*database);
         loyalty->discounts = {{1, 30.0}};
         loyalty->awards = {{1, 8.5}};
         loyalty->spendable = 50;
@@ -50,24 +46,6 @@ protected:
         poshost::Statement statement(*database, u"SELECT %1 FROM checks"_s.arg(column));
         EXPECT_TRUE(statement.next());
         return statement.value(0);
-    }
-    /// The values that differ from it in one bit.
-    static QVariantList flipped(const QVariant& value)
-    {
-        QVariantList values;
-        if (value.typeId() == QMetaType::LongLong) {
-            for (int bit = 0; bit < 64; ++bit) {
-                values.append(qint64(quint64(value.toLongLong()) ^ (1ULL << unsigned(bit))));
-            }
-            return values;
-        }
-        const bool isText = value.typeId() == QMetaType::QString;
-        const QByteArray bytes = value.toByteArray();
-        for (qsizetype bit = 0; bit < bytes.size() * 8; ++bit) {
-            const QByteArray other = withFlippedBit(bytes, bit);
-            values.append(isText ? QVariant(QString::fromUtf8(other)) : QVariant(other));
-        }
-        return values;
     }
 
     /// Takes the check up and works with it as far as it goes, and leaves it suspended.
@@ -113,8 +91,8 @@ TEST_F(DamagedCheckTest, everyBitOfItsContentIsMissed)
         ASSERT_FALSE(desk->hasCheck()) << "bit " << bit;
     }
     // each bit of the format's version that is not set there
-    constexpr qsizetype versionAt = 7;
-    EXPECT_EQ(newerOnes, 32 - qPopulationCount(quint8(suspended.at(versionAt))));
+    const auto version = quint32(tests::storedform::versionOf(suspended));
+    EXPECT_EQ(newerOnes, 32 - qPopulationCount(version));
     set(u"data"_s, suspended);
     desk->restore(id);
     EXPECT_EQ(till::checkcodec::encode(desk->current()), suspended);
@@ -122,9 +100,7 @@ TEST_F(DamagedCheckTest, everyBitOfItsContentIsMissed)
 
 TEST_F(DamagedCheckTest, aContentWithoutADigestIsRefusedOrCanBeWorkedWith)
 {
-    constexpr qsizetype digestBytes = 20;
-    QByteArray old = suspended.chopped(digestBytes);
-    old[7] = 1; // the version of the format
+    const QByteArray old = tests::storedform::asVersion1(suspended);
     set(u"data"_s, old);
     ASSERT_EQ(workWithIt(id), QString());
     int refused = 0;

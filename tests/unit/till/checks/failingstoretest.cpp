@@ -74,7 +74,7 @@ protected:
     }
 
     const QSharedPointer<poshost::Database> impatient =
-        QSharedPointer<poshost::Database>::create(folder.path(u"till.sqlite"_s), 0);
+        QSharedPointer<poshost::Database>::create(folder.file(u"till.sqlite"_s), 0);
     DBQueueBroker impatientBroker{impatient};
     tests::InSingleton<DBQueueBroker> impatientInPlace{&impatientBroker};
     till::CheckStore impatientStore{impatient};

@@ -6,6 +6,7 @@
 
 #include "host/database/statement.h"
 #include "host/document/discountimpact.h"
+#include "tests/unit/till/storedform.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/documentfields.h"
@@ -19,6 +20,7 @@
 
 using namespace Qt::StringLiterals;
 using tests::refusalOf;
+namespace storedform = tests::storedform;
 using till::Check;
 using till::Field;
 using till::Line;
@@ -35,8 +37,6 @@ QJsonObject recordOf(const Document& document)
     }
     return object;
 }
-
-constexpr qsizetype versionEnd = 8; // of a stored check: a mark and the version
 
 /// Stands for a member of whatever type.
 struct AnyMember
@@ -245,9 +245,9 @@ TEST_F(StoredFieldsTest, aRecordHasEveryField)
 TEST_F(StoredFieldsTest, whatTheFirstKeptVersionStoredIsReadWhole)
 {
     ASSERT_TRUE(QFile::copy(QStringLiteral(ORVA_FIXTURES) + u"/0.9.0/visit/till.sqlite"_s,
-                            folder.path(u"old.sqlite"_s)));
-    QFile::setPermissions(folder.path(u"old.sqlite"_s), QFile::ReadOwner | QFile::WriteOwner);
-    const auto old = QSharedPointer<poshost::Database>::create(folder.path(u"old.sqlite"_s));
+                            folder.file(u"old.sqlite"_s)));
+    QFile::setPermissions(folder.file(u"old.sqlite"_s), QFile::ReadOwner | QFile::WriteOwner);
+    const auto old = QSharedPointer<poshost::Database>::create(folder.file(u"old.sqlite"_s));
     poshost::Statement statement(*old, u"SELECT id, data FROM checks WHERE data IS NOT NULL"_s);
     QMap<int, std::string> lines;
     while (statement.next()) {
@@ -256,7 +256,7 @@ TEST_F(StoredFieldsTest, whatTheFirstKeptVersionStoredIsReadWhole)
         const Check check = till::checkcodec::decode(stored, id);
         lines.insert(check.number(), membersOf(check.lines.first()));
         const QByteArray again = till::checkcodec::encode(check);
-        if (again.first(versionEnd) == stored.first(versionEnd)) {
+        if (storedform::versionOf(again) == storedform::versionOf(stored)) {
             EXPECT_EQ(again, stored) << id.toStdString();
         }
         EXPECT_EQ(till::checkcodec::decode(again, id).lines, check.lines) << id.toStdString();
@@ -270,8 +270,8 @@ TEST_F(StoredFieldsTest, whatTheFirstKeptVersionStoredIsReadWhole)
 
 TEST_F(StoredFieldsTest, aCheckOfTheNextVersionIsRefused)
 {
-    QByteArray newer = till::checkcodec::encode(fullCheck());
-    newer[versionEnd - 1] = char(newer.at(versionEnd - 1) + 1);
+    const QByteArray present = till::checkcodec::encode(fullCheck());
+    const QByteArray newer = storedform::withVersion(present, storedform::versionOf(present) + 1);
     EXPECT_EQ(refusalOf([&] { till::checkcodec::decode(newer, u"c1"_s); }),
               u"The stored check c1 was written by a newer till; use that one."_s);
 }

@@ -4,6 +4,7 @@
 // The program as a whole, with the built plug-in and a server behind the host's HTTP client.
 
 #include "till/commands/program.h"
+#include "tests/support/keptoutput.h"
 
 #include "tests/support/grantingserver.h"
 #include "tests/unit/till/tilltest.h"
@@ -20,15 +21,6 @@ using till::ExitCode;
 using till::Options;
 
 namespace {
-
-class KeptOutput : public till::Output
-{
-public:
-    KeptOutput() : Output(nullptr) {}
-    void put(const QString& text) override { written += text; }
-
-    QString written;
-};
 
 class ProgramTest : public ::testing::Test
 {
@@ -56,21 +48,21 @@ protected:
     ExitCode run(Command command, const QString& file = {})
     {
         options.command = command;
-        options.configFile = folder.path(config);
+        options.configFile = folder.file(config);
         options.configNamed = true;
-        options.file = folder.path(file);
+        options.file = folder.file(file);
         out.written.clear();
         errors.written.clear();
         return till::Program(options, out, errors).run();
     }
     QString said() const { return out.written + errors.written; }
 
-    tests::TestFolder folder;
-    tests::FakeServer server;
+    TestFolder folder;
+    tests::GrantingServer server;
     QString config = u"orva.toml"_s;
     Options options;
-    KeptOutput out;
-    KeptOutput errors;
+    tests::KeptOutput out;
+    tests::KeptOutput errors;
 };
 
 } // namespace
@@ -90,7 +82,7 @@ TEST_F(ProgramTest, aSaleWithoutACardEndsWith0)
 {
     EXPECT_EQ(run(Command::Sell, u"nocard.toml"_s), ExitCode::Ok) << said().toStdString();
     EXPECT_TRUE(out.written.endsWith(u"Paid: 200.00\n"_s)) << said().toStdString();
-    EXPECT_TRUE(server.bodies.isEmpty());
+    EXPECT_TRUE(server.bodies().isEmpty());
 }
 
 TEST_F(ProgramTest, aSaleThatHadToGoWithoutLoyaltyEndsWith3)
@@ -132,7 +124,7 @@ TEST_F(ProgramTest, failuresEndWith1)
     options.tenderKopecks = 1;
     EXPECT_EQ(run(Command::Sell, u"sale.toml"_s), ExitCode::Failed);
     EXPECT_TRUE(errors.written.contains(u"and 0.01 was tendered"_s)) << said().toStdString();
-    options.plugin = folder.path(u"sale.toml"_s);
+    options.plugin = folder.file(u"sale.toml"_s);
     EXPECT_EQ(run(Command::Sell, u"sale.toml"_s), ExitCode::Failed);
     EXPECT_TRUE(errors.written.contains(u"Plug-in metadata"_s)) << said().toStdString();
     options.plugin.clear();
@@ -143,7 +135,7 @@ TEST_F(ProgramTest, failuresEndWith1)
         EXPECT_TRUE(errors.written.contains(u"message 99"_s)) << said().toStdString();
     }
     folder.write(u"garbage.sqlite"_s, QString(5000, u'x'));
-    options.database = folder.path(u"garbage.sqlite"_s);
+    options.database = folder.file(u"garbage.sqlite"_s);
     EXPECT_EQ(run(Command::Checks), ExitCode::Failed);
     EXPECT_TRUE(errors.written.contains(u"garbage.sqlite"_s)) << said().toStdString();
 }

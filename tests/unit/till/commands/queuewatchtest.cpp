@@ -123,8 +123,8 @@ TEST_F(QueueWatchTest, ABellThatSomebodyRemovedIsPutUpAgain)
 
 TEST_F(QueueWatchTest, ADeliveryThatStandsStillIsNotCalledAlive)
 {
-    NotifySocket manager(folder.path(u"notify"_s));
-    qputenv("NOTIFY_SOCKET", folder.path(u"notify"_s).toUtf8());
+    NotifySocket manager(folder.file(u"notify"_s));
+    qputenv("NOTIFY_SOCKET", folder.file(u"notify"_s).toUtf8());
     qputenv("WATCHDOG_USEC", "100000");
     watch(std::chrono::milliseconds(50));
     EXPECT_TRUE(manager.waitFor("WATCHDOG=1", longEnough));

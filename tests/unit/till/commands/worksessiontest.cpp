@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "till/commands/worksession.h"
+#include "tests/support/keptoutput.h"
 
 #include "host/http/operationbudget.h"
 #include "tests/unit/input/hostiletoml.h"
@@ -18,16 +19,6 @@ using namespace Qt::StringLiterals;
 using std::chrono::milliseconds;
 
 namespace {
-
-/// Keeps what is written.
-class KeptOutput : public till::Output
-{
-public:
-    KeptOutput() : Output(nullptr) {}
-    void put(const QString& text) override { written += text; }
-
-    QString written;
-};
 
 /// How long the operation had been waiting when each of its requests began.
 class Heard : public poshost::RequestObserver
@@ -61,7 +52,7 @@ protected:
     {
         till::WorkSession work(
             *desk, *database, out, [this] { ++closed; }, &heard);
-        const QString withPaths = commands.join(u'\n').replace(u"@"_s, folder.path({}) + u'/');
+        const QString withPaths = commands.join(u'\n').replace(u"@"_s, folder.file({}) + u'/');
         std::istringstream input(withPaths.toStdString());
         work.run(input);
         QStringList ends;
@@ -74,7 +65,7 @@ protected:
         return ends;
     }
 
-    KeptOutput out;
+    tests::KeptOutput out;
     Heard heard;
     int closed = 0;
 };

@@ -3,6 +3,7 @@
 
 #include "host/core/basicexception.h"
 #include "host/database/statement.h"
+#include "tests/support/failingbroker.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/screen/ledger.h"
 
@@ -14,30 +15,6 @@ using till::Check;
 using till::PointsChoice;
 
 namespace {
-
-/// A queue whose first messages cannot be stored.
-class FailingBroker : public DBQueueBroker
-{
-public:
-    FailingBroker(const QSharedPointer<poshost::Database>& opened, int failures)
-        : DBQueueBroker(opened), left(failures)
-    {}
-
-    bool addToQueue(const QString& queueName, const QVariantMap& message,
-                    const QString& extra) override
-    {
-        tried.append(message.value(u"payload"_s).toString());
-        if (left-- > 0) {
-            throw BasicException(tr::Tr(u"queueError"_s, u"Диск переполнен"_s));
-        }
-        return DBQueueBroker::addToQueue(queueName, message, extra);
-    }
-
-    QStringList tried;
-
-private:
-    int left;
-};
 
 class ClosingTest : public tests::TillTest
 {
@@ -70,7 +47,7 @@ TEST_F(ClosingTest, theCheckAndItsMessageAreStoredTogether)
 
 TEST_F(ClosingTest, aFailingQueueLeavesTheCheckOpenAndTheRetrySendsTheSameBytes)
 {
-    FailingBroker failing(database, 1);
+    tests::FailingBroker failing(database);
     const tests::InSingleton<DBQueueBroker> inPlace(&failing);
     loyalty->discounts = {{1, 30.0}};
     loyalty->spendable = 50;
@@ -89,9 +66,9 @@ TEST_F(ClosingTest, aFailingQueueLeavesTheCheckOpenAndTheRetrySendsTheSameBytes)
     EXPECT_EQ(closed.id(), id);
     ASSERT_EQ(failing.tried.size(), 2);
     EXPECT_EQ(failing.tried.at(1), failing.tried.at(0));
-    EXPECT_TRUE(failing.tried.at(0).contains(u"used 30.00 used 50.00 paid 150"_s))
-        << failing.tried.at(0).toStdString();
-    EXPECT_EQ(payloads(), QStringList{failing.tried.at(0)});
+    const QString payload = failing.tried.at(0).value(u"payload"_s).toString();
+    EXPECT_TRUE(payload.contains(u"used 30.00 used 50.00 paid 150"_s)) << payload.toStdString();
+    EXPECT_EQ(payloads(), QStringList{payload});
     EXPECT_EQ(stateOf(id), u"closed"_s);
 }
 
@@ -109,7 +86,7 @@ TEST_F(ClosingTest, aSystemThatDoesNotConfirmLeavesTheCheckOpen)
 
 TEST_F(ClosingTest, aSystemThatCannotRestoreIsAskedAgain)
 {
-    FailingBroker failing(database, 1);
+    tests::FailingBroker failing(database);
     const tests::InSingleton<DBQueueBroker> inPlace(&failing);
     openReady();
     loyalty->onRestore = [] { throw std::runtime_error("no state"); };
@@ -124,7 +101,7 @@ TEST_F(ClosingTest, aSystemThatCannotRestoreIsAskedAgain)
 TEST_F(ClosingTest, aLockedDatabaseLeavesTheCheckOpen)
 {
     const auto impatient =
-        QSharedPointer<poshost::Database>::create(folder.path(u"till.sqlite"_s), 0);
+        QSharedPointer<poshost::Database>::create(folder.file(u"till.sqlite"_s), 0);
     DBQueueBroker impatientBroker(impatient);
     const tests::InSingleton<DBQueueBroker> inPlace(&impatientBroker);
     till::CheckStore impatientStore(impatient);

@@ -42,7 +42,7 @@ TEST(PluginHost, aMissingFileIsNoPlugin)
 
 TEST(PluginHost, aFileOfSomethingElseIsNoPlugin)
 {
-    const tests::TestFolder folder;
+    const TestFolder folder;
     const QString file = folder.write(u"liborva.so"_s, u"not a library at all"_s);
     expectRefusal(refusalOfPlugin(file), u"Plug-in metadata: %1 is no plug-in ("_s.arg(file),
                   u"); check the path."_s);

@@ -7,6 +7,7 @@
 #include "host/core/basicexception.h"
 #include "host/loyalty/basicloyaltysystem.h"
 #include "host/services/config.h"
+#include "tests/support/failingbroker.h"
 #include "tests/support/grantingserver.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/desk/credentials.h"
@@ -40,24 +41,6 @@ public:
     {
         return key == u"Orva:timeout"_s ? 7 : defaultValue;
     }
-};
-
-class FailingOnce : public DBQueueBroker
-{
-public:
-    using DBQueueBroker::DBQueueBroker;
-
-    bool addToQueue(const QString& queueName, const QVariantMap& message,
-                    const QString& extra) override
-    {
-        tried.append(message);
-        if (tried.size() == 1) {
-            throw BasicException(tr::Tr(u"queueError"_s, u"Диск переполнен"_s));
-        }
-        return DBQueueBroker::addToQueue(queueName, message, extra);
-    }
-
-    QList<QVariantMap> tried;
 };
 
 class RealPluginTest : public tests::TillTest
@@ -104,7 +87,7 @@ protected:
 
     PluginConfig config;
     tests::InSingleton<Config> configInPlace;
-    tests::FakeServer server;
+    tests::GrantingServer server;
     std::unique_ptr<till::PluginHost> plugin;
     std::unique_ptr<till::CashDesk> realDesk;
 };
@@ -123,9 +106,9 @@ TEST_F(RealPluginTest, aSaleGoesFromTheCardToTheQueue)
     EXPECT_EQ(closed.discountKopecks(), 40'00);
     EXPECT_EQ(closed.moneyKopecks(), 140'00);
     EXPECT_EQ(closed.earnedKopecks(), 13'26); // twice 9 * 140 / 190 = 6.6316, each line rounded
-    EXPECT_EQ(server.bodies.size(), 2);
-    EXPECT_EQ(server.bodies.at(0), server.bodies.at(1));
-    EXPECT_EQ(server.timeout, 7);
+    EXPECT_EQ(server.bodies().size(), 2);
+    EXPECT_EQ(server.bodies().at(0), server.bodies().at(1));
+    EXPECT_EQ(server.requests.last().timeoutSeconds, 7);
     ASSERT_EQ(payloads().size(), 1);
     const QString payload = payloads().first();
     EXPECT_EQ(textIn(payload, u"id"_s), closed.id());
@@ -139,8 +122,9 @@ TEST_F(RealPluginTest, itWorksOnTheTillsOwnSession)
     realDesk->openSale(twoLines());
     ASSERT_TRUE(realDesk->presentCard(u"2200"_s));
     // identifyByCard has no document of its own: what it sent can only come from the session
-    ASSERT_EQ(server.bodies.size(), 1);
-    EXPECT_EQ(textIn(QString::fromUtf8(server.bodies.first()), u"id"_s), realDesk->current().id());
+    ASSERT_EQ(server.bodies().size(), 1);
+    EXPECT_EQ(textIn(QString::fromUtf8(server.bodies().first()), u"id"_s),
+              realDesk->current().id());
     ASSERT_TRUE(realDesk->request());
     EXPECT_FALSE(realDesk->current()
                      .document->getPluginValue(u"Orva"_s, u"lastResponse"_s, {})
@@ -169,13 +153,13 @@ TEST_F(RealPluginTest, theConfirmationAfterARestoreIsTheSameToTheByte)
     };
     const QString straight = sold(false);
     EXPECT_EQ(sold(true), straight);
-    EXPECT_EQ(server.bodies.size(), 4) << "a restore asks nobody";
+    EXPECT_EQ(server.bodies().size(), 4) << "a restore asks nobody";
     EXPECT_EQ(textIn(straight, u"amount"_s), u"156.67"_s);
 }
 
 TEST_F(RealPluginTest, aFailingQueueIsTriedAgainWithTheSameBytes)
 {
-    FailingOnce failing(database);
+    tests::FailingBroker failing(database);
     const tests::InSingleton<DBQueueBroker> inPlace(&failing);
     openReal();
     realDesk->choosePoints(PointsChoice::all());
@@ -214,7 +198,7 @@ TEST_F(RealPluginTest, wrongCredentialsLeaveASaleWithoutLoyalty)
     EXPECT_FALSE(realDesk->presentCard(u"2200"_s));
     EXPECT_EQ(realDesk->current().refusal, u"Ошибка авторизации на сервере"_s);
     EXPECT_FALSE(realDesk->close().confirmed);
-    EXPECT_EQ(server.bodies.size(), 1);
+    EXPECT_EQ(server.bodies().size(), 1);
 }
 
 TEST_F(RealPluginTest, aReturnIsSentWithTheReturnedPartOfItsSale)
@@ -233,7 +217,7 @@ TEST_F(RealPluginTest, aReturnIsSentWithTheReturnedPartOfItsSale)
     EXPECT_EQ(textIn(payload, u"returnedQuantity"_s), u"1.000"_s);
     EXPECT_EQ(textIn(payload, u"usedBonusInCurrency"_s), u"20.00"_s);
     EXPECT_EQ(textIn(payload, u"cardNumber"_s), u"2200000000017"_s);
-    EXPECT_EQ(server.bodies.size(), 2) << "the server has not got the sale, so nobody is asked";
+    EXPECT_EQ(server.bodies().size(), 2) << "the server has not got the sale, so nobody is asked";
 }
 
 TEST_F(RealPluginTest, itsCredentialsAreReadWithoutSendingOrStoringAnything)
@@ -246,7 +230,7 @@ TEST_F(RealPluginTest, itsCredentialsAreReadWithoutSendingOrStoringAnything)
                   QString::fromLatin1(
                       QByteArray("till:e5e9fa1ba31ecd1ae84f75caaa474f3a663f05f4:demo").toBase64()));
     EXPECT_EQ(messages(), 0);
-    EXPECT_TRUE(server.bodies.isEmpty());
+    EXPECT_TRUE(server.bodies().isEmpty());
     EXPECT_EQ(Singleton<DBQueueBroker>::instance, &broker);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "host/document/money.h"
+#include "tests/unit/till/storedform.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/checks/checkcodec.h"
 
@@ -9,6 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using tests::refusalOf;
+namespace storedform = tests::storedform;
 using till::Check;
 using till::LoyaltyState;
 using till::PointsChoice;
@@ -219,18 +221,6 @@ TEST_F(SuspendTest, aSystemThatDoesNotRestoreLeavesTheCheckSuspended)
     EXPECT_TRUE(desk->close().confirmed);
 }
 
-namespace {
-
-/// As version 1 of the format was, which had no digest.
-QByteArray asVersion1(QByteArray bytes)
-{
-    constexpr qsizetype digestBytes = 20;
-    bytes[7] = 1;
-    return bytes.chopped(digestBytes);
-}
-
-} // namespace
-
 TEST_F(SuspendTest, bytesThatAreNoCheckAreRefused)
 {
     openReady();
@@ -239,10 +229,10 @@ TEST_F(SuspendTest, bytesThatAreNoCheckAreRefused)
     };
     const QByteArray good = till::checkcodec::encode(desk->current());
     expectSame(decode(good), desk->current());
-    expectSame(decode(asVersion1(good)), desk->current());
+    expectSame(decode(storedform::asVersion1(good)), desk->current());
     const QString damaged =
         u"The stored check c1 is damaged; look for it in a copy of the database."_s;
-    const QByteArray old = asVersion1(good);
+    const QByteArray old = storedform::asVersion1(good);
     for (qsizetype length = 0; length < old.size(); ++length) {
         EXPECT_EQ(refusalOf([&] { decode(old.first(length)); }), damaged)
             << "cut to " << length << " of " << old.size();
@@ -253,8 +243,7 @@ TEST_F(SuspendTest, bytesThatAreNoCheckAreRefused)
             << "cut to " << length << " of " << good.size();
     }
     EXPECT_EQ(refusalOf([&] { decode(good + 'x'); }), damaged);
-    QByteArray newer = good;
-    newer[7] = char(newer.at(7) + 1);
+    const QByteArray newer = storedform::withVersion(good, storedform::versionOf(good) + 1);
     EXPECT_EQ(refusalOf([&] { decode(newer); }),
               u"The stored check c1 was written by a newer till; use that one."_s);
 }

@@ -4,8 +4,6 @@
 #include "tests/unit/till/doctor/scene.h"
 
 #include "host/config/keysheet.h"
-#include "simulator/ledger/ledgerprinter.h"
-#include "simulator/rules/rulesreader.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -16,18 +14,18 @@ using namespace Qt::StringLiterals;
 
 namespace tests {
 
-Scene::Scene(Way given)
-    : way(given), rules(simulator::readRules(simulator::builtInRules(), u"built-in rules"_s)),
-      service(rules, elsewhere.file(u"server.sqlite"_s)),
-      faulty([this](const simulator::Request& request) { return service.handle(request); }, plan)
+Scene::Scene(Way given) : way(given), server(elsewhere.file(u"server.sqlite"_s))
 {
+    const simulator::Rules rules = LoyaltyServer::usualRules();
+    server.start(rules);
     if (way == Way::Https) {
         authority = std::make_unique<Authority>(elsewhere.file(QString()), u"authority"_s);
         const Authority::Certificate made = authority->certify(u"shop.orva.test"_s, 90);
-        listen({made.file, made.keyFile});
+        server.listen(0, {made.file, made.keyFile});
     } else {
-        listen({});
+        server.listen();
     }
+    port = server.port();
     keys = {{u"Orva.merchantId"_s, u"\"1042\""_s},
             {u"Orva.pos"_s, u"\"3\""_s},
             {u"Orva.timeout"_s, u"10"_s},
@@ -64,27 +62,17 @@ void Scene::setAddress(const QString& value)
     set(u"Orva.serverUrl"_s, quoted(value));
 }
 
-void Scene::listen(const simulator::HttpServer::Certificate& certificate)
-{
-    http.reset();
-    http = std::make_unique<simulator::HttpServer>(
-        u"127.0.0.1"_s, port,
-        [this](const simulator::Request& request) { return faulty.handle(request); },
-        simulator::HttpServer::Observer(), certificate);
-    port = http->port();
-}
-
 void Scene::strike(const simulator::Fault& fault, const QString& endpoint)
 {
     simulator::FaultRule rule;
     rule.fault = fault;
     rule.endpoint = endpoint;
-    plan.setRules({rule});
+    server.strike({rule});
 }
 
 void Scene::showCertificate(const Authority::Certificate& certificate)
 {
-    listen({certificate.file, certificate.keyFile});
+    server.listen(port, {certificate.file, certificate.keyFile});
 }
 
 void Scene::inDatabase(const std::function<void(poshost::Database&)>& work) const
@@ -101,9 +89,7 @@ void Scene::giveKeySheet() const
 
 QString Scene::books() const
 {
-    simulator::Database opened(elsewhere.file(u"server.sqlite"_s),
-                               simulator::Database::Open::ExistingOnly);
-    return simulator::ledgerCsv(simulator::readLedger(opened, rules));
+    return simulator::ledgerCsv(server.books());
 }
 
 void Scene::write() const

@@ -4,11 +4,8 @@
 #pragma once
 
 #include "host/database/database.h"
-#include "simulator/faults/faultplan.h"
-#include "simulator/faults/faultyservice.h"
-#include "simulator/http/httpserver.h"
-#include "simulator/service.h"
 #include "tests/support/authority.h"
+#include "tests/support/loyaltyserver.h"
 #include "tests/support/testfolder.h"
 #include "till/doctor/doctor.h"
 
@@ -44,7 +41,7 @@ public:
     void strike(const simulator::Fault& fault, const QString& endpoint = QString());
     /// Lets the server show another certificate from now on.
     void showCertificate(const Authority::Certificate& certificate);
-    void stopServer() { http.reset(); }
+    void stopServer() { server.stopListening(); }
     /// Puts the real plug-in's key sheet beside a "liborva.so" in the till's folder.
     void giveKeySheet() const;
     /// The opened database, closed again afterwards.
@@ -69,15 +66,9 @@ public:
     std::unique_ptr<Authority> authority;
 
 private:
-    void listen(const simulator::HttpServer::Certificate& certificate);
-
     const Way way;
     QMap<QString, QString> keys;
-    simulator::Rules rules;
-    simulator::FaultPlan plan;
-    simulator::Service service;
-    simulator::FaultyService faulty;
-    std::unique_ptr<simulator::HttpServer> http;
+    LoyaltyServer server;
     int port = 0;
 };
 

@@ -6,6 +6,7 @@
 
 #include "host/core/basicexception.h"
 #include "host/services/config.h"
+#include "tests/support/failingbroker.h"
 #include "tests/support/grantingserver.h"
 #include "tests/support/pluginkeys.h"
 #include "tests/unit/till/tilltest.h"
@@ -48,30 +49,12 @@ public:
 };
 
 /// The fake server, with another answer where the test gives one.
-class OddServer : public tests::FakeServer
+class OddServer : public tests::GrantingServer
 {
 public:
-    QByteArray getResponse() override { return odd.isNull() ? FakeServer::getResponse() : odd; }
+    QByteArray getResponse() override { return odd.isNull() ? GrantingServer::getResponse() : odd; }
 
     QByteArray odd;
-};
-
-class FailingOnce : public DBQueueBroker
-{
-public:
-    using DBQueueBroker::DBQueueBroker;
-
-    bool addToQueue(const QString& queueName, const QVariantMap& message,
-                    const QString& extra) override
-    {
-        if (!failed) {
-            failed = true;
-            throw BasicException(tr::Tr(u"queueError"_s, u"Диск переполнен"_s));
-        }
-        return DBQueueBroker::addToQueue(queueName, message, extra);
-    }
-
-    bool failed = false;
 };
 
 class RecorderTest : public tests::TillTest
@@ -149,7 +132,7 @@ protected:
 
 TEST_F(RecorderTest, aQueueThatFailsOnceFailsInTheReplayToo)
 {
-    FailingOnce failing(database);
+    tests::FailingBroker failing(database);
     const tests::InSingleton<DBQueueBroker> inPlace(&failing);
     begin();
     recordedDesk->openSale(twoLines());
@@ -288,8 +271,8 @@ TEST(Recorder, whatAnotherThreadDoesIsServedAndNotRecorded)
 
 TEST(Recorder, aFullDiskLeavesWholeLinesAndDisturbsNobody)
 {
-    const tests::TestFolder scene;
-    till::RecordFolder folder(scene.path(u"records"_s), {});
+    const TestFolder scene;
+    till::RecordFolder folder(scene.file(u"records"_s), {});
     till::Recorder recorder(folder, {});
     const auto document = QSharedPointer<Document>::create();
     const auto call = [&](const QSharedPointer<Document>& check, qsizetype size) {

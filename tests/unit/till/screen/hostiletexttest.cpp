@@ -5,6 +5,7 @@
 // command: from the server's answer and its refusal, from a check file and from the command line.
 
 #include "tests/support/grantingserver.h"
+#include "tests/support/keptoutput.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/commands/program.h"
 #include "till/screen/output.h"
@@ -30,7 +31,7 @@ const QString fromServer =
 /// What a file may hold besides.
 const QString fromFile = u"\033[2J\033]0;title\a\b\nerror: lost\nok"_s;
 
-class HostileServer : public tests::FakeServer
+class HostileServer : public tests::GrantingServer
 {
 public:
     QByteArray getResponse() override
@@ -43,20 +44,11 @@ public:
                                    "</info></RawCheckInforming><RawCheckInforming>"
                                    "<communicationChannel>check</communicationChannel><info>" +
                                    fromServer.toUtf8() + "</info>";
-        return FakeServer::getResponse()
+        return GrantingServer::getResponse()
             .replace("<communicationChannel>check</communicationChannel><info>Спасибо</info>",
                      message)
             .replace("Соколова", "Соколова" + fromServer.toUtf8());
     }
-};
-
-class HostileOutput : public till::Output
-{
-public:
-    HostileOutput() : Output(nullptr) {}
-    void put(const QString& text) override { written += text; }
-
-    QString written;
 };
 
 /// Found independently of what makes texts printable.
@@ -91,7 +83,7 @@ protected:
             "name = %1\nprice = 100.00\nquantity = 2\n"_s.arg(quoted(u"Чай"_s + fromFile)));
         folder.write(u"return.toml"_s, u"type = \"return\"\nsale = \"last\"\n[[line]]\n"
                                        "position = 1\nquantity = 1\n"_s);
-        options.configFile = folder.path(u"orva.toml"_s);
+        options.configFile = folder.file(u"orva.toml"_s);
         options.configNamed = true;
     }
     ~HostileText() override { QLoggingCategory::setFilterRules(QString()); }
@@ -99,7 +91,7 @@ protected:
     ExitCode run(Command command, const QString& file = {})
     {
         options.command = command;
-        options.file = file.isEmpty() ? QString() : folder.path(file);
+        options.file = file.isEmpty() ? QString() : folder.file(file);
         out.written.clear();
         errors.written.clear();
         return till::Program(options, out, errors).run();
@@ -145,11 +137,11 @@ protected:
         return answers;
     }
 
-    tests::TestFolder folder;
+    TestFolder folder;
     HostileServer server;
     Options options;
-    HostileOutput out;
-    HostileOutput errors;
+    tests::KeptOutput out;
+    tests::KeptOutput errors;
 };
 
 struct Row
@@ -222,7 +214,7 @@ TEST_F(HostileText, isTheSameInJson)
 
 TEST_F(HostileText, isNeverTakenForAnAnswerToTheCashier)
 {
-    const QStringList commands{u"open "_s + folder.path(u"sale.toml"_s),
+    const QStringList commands{u"open "_s + folder.file(u"sale.toml"_s),
                                u"request"_s,
                                u"show"_s,
                                u"suspend"_s,
@@ -230,7 +222,7 @@ TEST_F(HostileText, isNeverTakenForAnAnswerToTheCashier)
                                u"points all"_s,
                                u"close"_s,
                                u"queue"_s,
-                               u"return "_s + folder.path(u"return.toml"_s),
+                               u"return "_s + folder.file(u"return.toml"_s),
                                u"close"_s,
                                u"open \033[2J\u202e\r.toml"_s,
                                u"points \033[2J"_s,
