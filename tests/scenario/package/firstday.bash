@@ -51,6 +51,7 @@ typed() {
     is_shown "$command"
     echo "$account\$ $command"
     printed=$(su --login "$account" -c "$command" 2>&1) || code=$?
+    printed=${printed//$'\r'/} # dpkg has a terminal of its own
     [ -z "$printed" ] || echo "$printed"
     [ "$code" -eq "${3:-0}" ] || fail "\"$command\" ends with $code instead of ${3:-0}"
 }
