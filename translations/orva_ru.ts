@@ -2591,5 +2591,13 @@ are there already.</source>
         <source>User, password and key could not be tried here.</source>
         <translation>Пользователя, пароль и ключ здесь не удалось проверить.</translation>
     </message>
+    <message>
+        <source>The server says: %1</source>
+        <translation>Сервер сообщает: %1</translation>
+    </message>
+    <message>
+        <source>%1; the server says: %2</source>
+        <translation>%1; сервер сообщает: %2</translation>
+    </message>
 </context>
 </TS>
