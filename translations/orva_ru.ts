@@ -2723,5 +2723,13 @@ are there already.</source>
         <source>(empty)</source>
         <translation>(пусто)</translation>
     </message>
+    <message>
+        <source>The server says: %1</source>
+        <translation>Сервер сообщает: %1</translation>
+    </message>
+    <message>
+        <source>%1; the server says: %2</source>
+        <translation>%1; сервер сообщает: %2</translation>
+    </message>
 </context>
 </TS>

@@ -4,9 +4,13 @@
 #include "host/queue/xmltext.h"
 
 #include <QByteArrayView>
+#include <QHash>
+#include <QRegularExpression>
 #include <QStringDecoder>
 
 namespace poshost::xmltext {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -94,6 +98,22 @@ private:
     qsizetype end = 0;
 };
 
+QString characterOf(const QString& name)
+{
+    static const QHash<QString, QString> known{{u"lt"_s, u"<"_s},   {u"gt"_s, u">"_s},
+                                               {u"amp"_s, u"&"_s},  {u"quot"_s, u"\""_s},
+                                               {u"apos"_s, u"'"_s}, {u"nbsp"_s, u"\u00a0"_s}};
+    if (!name.startsWith(u'#')) {
+        return known.value(name, u'&' + name + u';');
+    }
+    const bool isHex = name.startsWith("#x"_L1, Qt::CaseInsensitive);
+    bool isNumber = false;
+    const char32_t code = name.sliced(isHex ? 2 : 1).toUInt(&isNumber, isHex ? 16 : 10);
+    return isNumber && code <= QChar::LastValidCodePoint && !QChar::isSurrogate(code)
+               ? QString::fromUcs4(&code, 1)
+               : QString(QChar::ReplacementCharacter);
+}
+
 } // namespace
 
 QByteArray declaredAsUtf8(const QByteArray& text)
@@ -121,6 +141,20 @@ QString decoded(const QByteArray& text)
     QStringDecoder decoder(named.constData());
     return name.length > 0 && !isWide && decoder.isValid() ? QString(decoder(text))
                                                            : QString::fromUtf8(text);
+}
+
+QString withoutReferences(const QString& text)
+{
+    static const QRegularExpression reference(u"&(#?\\w{1,10});"_s);
+    QString result;
+    qsizetype from = 0;
+    for (auto it = reference.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        result.append(QStringView(text).sliced(from, match.capturedStart() - from));
+        result.append(characterOf(match.captured(1)));
+        from = match.capturedEnd();
+    }
+    return result.append(QStringView(text).sliced(from));
 }
 
 } // namespace poshost::xmltext

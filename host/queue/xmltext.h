@@ -30,4 +30,11 @@ HOST_EXPORT QByteArray declaredAsUtf8(const QByteArray& text);
 /// @return the characters
 HOST_EXPORT QString decoded(const QByteArray& text);
 
+/// A text with the characters in place of what refers to them: numbers (&#1040;) and the names that
+/// every XML or HTML text knows. What is no reference, or one to no character, stays or becomes
+/// U+FFFD.
+/// @param text as it stands between tags
+/// @return what it says
+HOST_EXPORT QString withoutReferences(const QString& text);
+
 } // namespace poshost::xmltext

@@ -6,6 +6,7 @@
 #include "host/http/curlpool_p.h"
 #include "host/http/httpstatus_p.h"
 #include "host/http/operationbudget.h"
+#include "host/http/refusallistener.h"
 #include "host/http/sigpipeguard_p.h"
 #include "host/http/transporterror_p.h"
 #include "host/http/transportsettings_p.h"
@@ -252,6 +253,8 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
     if (error == CURLE_OPERATION_TIMEDOUT) {
         request.timedOut();
     }
+    poshost::RefusalListener::hear(status, response,
+                                   RestClient::getResponseHeader(u"Content-Type"_s));
 }
 
 void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,

@@ -30,6 +30,8 @@ struct Check
     LoyaltyState loyalty = LoyaltyState::NoCard;
     /// Why the check goes on without the loyalty system: the reason that the cashier was told.
     QString refusal;
+    /// What the server wrote to it, one line for whoever helps; not kept with a suspended check.
+    QString serversWords;
     PointsChoice points;
     /// Whether points have been set since the last request, which the next choice must undo.
     bool pointsTouched = false;

@@ -97,7 +97,8 @@ private:
     void takeOver();
     void spend();
     qint64 place(qint64 wanted);
-    void refuse(const QString& reason);
+    void refuse(const QString& reason, const QString& words);
+    void forgetRefusal();
     void showTender();
     void requireFullTender();
     void prepareRetry();

@@ -4,19 +4,28 @@
 // The cash desk's dealings with the loyalty system: card, request and points.
 
 #include "host/document/money.h"
+#include "host/http/refusallistener.h"
 #include "host/loyalty/basicloyaltysystem.h"
 #include "till/checks/amount.h"
 #include "till/checks/checkstore.h"
 #include "till/checks/storing.h"
 #include "till/desk/cashdesk.h"
 #include "till/desk/impactapplier.h"
+#include "till/desk/serverswords.h"
 #include "till/failure.h"
 #include "till/reason.h"
 #include "till/text.h"
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 
 namespace till {
+namespace {
+
+Q_LOGGING_CATEGORY(logServer, "poshost.server", QtInfoMsg)
+
+} // namespace
 
 bool CashDesk::presentCard(const QString& number)
 {
@@ -26,19 +35,20 @@ bool CashDesk::presentCard(const QString& number)
     auto record = Check::newCardRecord(number, loyalty.getLoyaltySystemType());
     loyalty.setDocument(check->document);
     QString reason;
+    const poshost::RefusalListener heard;
     try {
         loyalty.clearLastErrorString();
         if (loyalty.identifyByCard(record, ECardNumberType::Manual)) {
             check->document->addCardRecord(record);
             check->loyalty = LoyaltyState::Unasked;
-            check->refusal.clear();
+            forgetRefusal();
             return true;
         }
         reason = lastError();
     } catch (const std::exception& error) {
         reason = reasonOf(error);
     }
-    refuse(reason);
+    refuse(reason, serverswords::lineOf(heard, number));
     return false;
 }
 
@@ -71,12 +81,13 @@ bool CashDesk::ask()
     check->fillDocument();
     check->tenderToDocument(0);
     QString reason;
+    const poshost::RefusalListener heard;
     if (!callRequest(reason)) {
-        refuse(reason);
+        refuse(reason, serverswords::lineOf(heard, check->cardNumber()));
         return false;
     }
     check->loyalty = LoyaltyState::Ready;
-    check->refusal.clear();
+    forgetRefusal();
     showTender();
     return true;
 }
@@ -109,18 +120,30 @@ void CashDesk::takeOver()
     check->systemEarnKopecks = money::toKopecks(loyalty.getPointsForEarn());
 }
 
-void CashDesk::refuse(const QString& reason)
+void CashDesk::forgetRefusal()
+{
+    check->refusal.clear();
+    check->serversWords.clear();
+}
+
+/// @param words what the server wrote, for whoever helps; empty for nothing
+void CashDesk::refuse(const QString& reason, const QString& words)
 {
     ImpactApplier(*check, loyalty.getLoyaltySystemType(), notices).takeOff();
     check->fillDocument();
     check->loyalty = LoyaltyState::Refused;
     check->refusal = reason;
+    check->serversWords = words;
     showTender();
     notices.append(check->isReturn()
                        ? Text::tr("The loyalty system does not answer about the return (%1); it "
                                   "is confirmed all the same.")
                              .arg(reason)
                        : Text::tr("The sale goes on without the loyalty system (%1).").arg(reason));
+    if (!words.isEmpty()) {
+        qCInfo(logServer).noquote() << "A refusal, in the server's words:" << words;
+        notices.append(Text::tr("The server says: %1").arg(words));
+    }
 }
 
 qint64 CashDesk::availablePoints()

@@ -3,10 +3,12 @@
 
 #include "till/doctor/pluginvisit.h"
 
+#include "host/http/refusallistener.h"
 #include "host/loyalty/basicloyaltysystem.h"
 #include "host/services/currenttime.h"
 #include "host/services/session.h"
 #include "till/checks/check.h"
+#include "till/desk/serverswords.h"
 #include "till/doctor/errand.h"
 #include "till/doctor/witness.h"
 #include "till/reason.h"
@@ -104,6 +106,7 @@ Check probingCheck(const QString& card, int systemType)
 Exchange ask(BasicLoyaltySystem& system, const QString& card, int limitSeconds)
 {
     Witness witness(limitSeconds);
+    const poshost::RefusalListener heard;
     const Check check = probingCheck(card, system.getLoyaltySystemType());
     Exchange exchange;
     Singleton<Session>::instance->setDocument(check.document);
@@ -125,6 +128,7 @@ Exchange ask(BasicLoyaltySystem& system, const QString& card, int limitSeconds)
     exchange.whole =
         exchange.status != 0 && (witness.getError() == 0 || witness.getError() == exchange.status);
     exchange.transport = witness.getErrorText().ru();
+    exchange.words = serverswords::lineOf(heard, card);
     exchange.date = witness.getResponseHeader(u"Date"_s);
     return exchange;
 }

@@ -52,6 +52,7 @@ struct Exchange
     int milliseconds = 0;
     bool accepted = false; ///< the plug-in understood the answer
     QString reason;        ///< why not
+    QString words;         ///< what the server wrote to a refusal, one line
 };
 
 /// A plug-in loaded, tried and put away on a thread of its own, which has to itself what the

@@ -6,6 +6,7 @@
 #include "console/printable.h"
 #include "host/document/money.h"
 #include "till/checks/amount.h"
+#include "till/checks/cardnumber.h"
 #include "till/desk/cashdesk.h"
 #include "till/screen/table.h"
 #include "till/screen/timetext.h"
@@ -177,7 +178,7 @@ QString paid(const Check& check)
 
 QString checkview::shortCard(const QString& number)
 {
-    return u"****"_s + number.right(4);
+    return cardnumber::shortened(number);
 }
 
 QString checkview::forCashier(const Check& check, qint64 availableKopecks)
@@ -200,6 +201,9 @@ QString checkview::forCashier(const Check& check, qint64 availableKopecks)
         break;
     case LoyaltyState::Refused:
         text += withoutLoyalty(check);
+        if (!check.serversWords.isEmpty()) {
+            text += Text::tr("The server says: %1").arg(check.serversWords) + u'\n';
+        }
         break;
     }
     text += messages(Text::tr("To the cashier: %1"), check.cashierMessages);

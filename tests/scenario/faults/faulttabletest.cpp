@@ -100,8 +100,12 @@ protected:
                 : u"The sale goes on without the loyalty system (%1)."_s;
         const QStringList expected =
             row().isWell() ? QStringList() : QStringList(notice.arg(reason));
-        EXPECT_EQ(pair.till.desk().takeNotices().join(u'\n').toStdString(),
-                  expected.join(u'\n').toStdString());
+        QStringList notices = pair.till.desk().takeNotices();
+        if (!expected.isEmpty()) { // what a server wrote to its refusal may stand below
+            notices.removeIf(
+                [](const QString& line) { return line.startsWith(u"The server says: "_s); });
+        }
+        EXPECT_EQ(notices.join(u'\n').toStdString(), expected.join(u'\n').toStdString());
         expectLogged();
     }
 

@@ -86,6 +86,21 @@ TEST(DoctorFinds, prechecksThatAreNotGranted)
     });
 }
 
+TEST(Doctor, saysBesideARefusalWhatTheServerWroteToIt)
+{
+    Scene scene;
+    scene.subject.card = u"1100777788889"_s;
+    const till::doctor::Report report = scene.examine();
+    QStringList found;
+    for (const auto& row : report.rows()) {
+        if (row.id == u"server.precheck"_s) {
+            found.append(row.finding.text);
+        }
+    }
+    EXPECT_EQ(found, QStringList{u"the server refuses the card (HTTP 424); the server says: The "
+                                 "card *8889 is unknown"_s});
+}
+
 TEST(DoctorFinds, aClockThatGoesWrong)
 {
     for (const auto& [seconds, mark] : {std::pair(-3600, u"fails"_s),
