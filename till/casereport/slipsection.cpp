@@ -29,7 +29,7 @@ XmlPane* paneOf(Document document, const ShownDocuments& documents)
     return nullptr;
 }
 
-QString titleOf(const Check& check, int position)
+QString subjectOf(const Check& check, int position)
 {
     const Line* const line = check.line(position);
     return line == nullptr ? Text::tr("the whole check")
@@ -69,10 +69,10 @@ void writeAmount(ReportPage& page, const Check& check, const ExplainedAmount& am
     const QString value = amount.kopecks ? moneyText(*amount.kopecks) : amount.text;
     const ReportPage::Element row(page, u"tr"_s);
     page.attribute(u"id"_s, id);
-    page.element(u"td"_s, titleOf(check, amount.position));
+    page.element(u"td"_s, subjectOf(check, amount.position));
     page.element(u"td"_s, name);
     page.element(u"td"_s, value, amount.kopecks ? u"number"_s : QString());
-    writeReasons(page, amount, id, u"%1, %2"_s.arg(name, titleOf(check, amount.position)),
+    writeReasons(page, amount, id, u"%1, %2"_s.arg(name, subjectOf(check, amount.position)),
                  documents);
 }
 
