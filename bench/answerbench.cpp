@@ -11,7 +11,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
 #include <fcntl.h>
+#include <map>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/resource.h>
@@ -83,7 +86,8 @@ Cost sell(const QByteArray& answer)
     const LoopbackServer server(answer);
     write(folder.filePath(u"orva.toml"_s),
           u"[Orva]\nserverUrl = \"%1\"\nmerchantId = \"1\"\npos = \"1\"\nuser = \"till\"\n"
-          "password = \"secret\"\napikey = \"key\"\n[till]\ndatabase = \"till.sqlite\"\n"
+          "password = \"secret\"\napikey = \"key\"\ntimeout = 300\n[till]\ndatabase = "
+          "\"till.sqlite\"\n"
           "plugin = \"%2\"\n[recording]\nfolder = \"records\"\n"_s.arg(
               server.url(), QStringLiteral(ORVA_PLUGIN_FILE)));
     QString sale = u"type = \"sale\"\ncard = \"2200000000017\"\n"_s;
@@ -95,24 +99,55 @@ Cost sell(const QByteArray& answer)
                 folder.filePath(u"sale.toml"_s).toStdString(), "--points", "all"});
 }
 
-/// The floor is the same sale with an answer that costs nothing.
-void measure(benchmark::State& state, const QByteArray& answer, bool memory)
+/// Of a few sales: the median of their times, the most memory, and the exit code of one that
+/// failed.
+Cost usualCost(const QByteArray& answer)
 {
-    const Cost floor = sell("<RawCheck/>");
-    Cost cost;
-    for ([[maybe_unused]] const auto turn : state) {
-        cost = sell(answer);
-        state.SetIterationTime(cost.seconds);
+    std::array<Cost, 3> sales;
+    std::generate(sales.begin(), sales.end(), [&answer] { return sell(answer); });
+    std::sort(sales.begin(), sales.end(),
+              [](const Cost& left, const Cost& right) { return left.seconds < right.seconds; });
+    Cost usual = sales[sales.size() / 2];
+    for (const Cost& sale : sales) {
+        usual.megabytes = std::max(usual.megabytes, sale.megabytes);
+        usual.exitCode = std::max(usual.exitCode, sale.exitCode < 0 ? 1 : sale.exitCode);
     }
-    if (cost.exitCode != 0) {
+    return usual;
+}
+
+struct Costs
+{
+    Cost floor; ///< with an answer that costs nothing
+    Cost subject;
+};
+
+/// Measured once for both rows of an answer: each sale takes seconds.
+Costs costsOf(const CostlyAnswer& answer)
+{
+    static std::map<std::string, Costs> known;
+    auto found = known.find(answer.name);
+    if (found == known.end()) {
+        const Costs costs{usualCost("<RawCheck/>"), usualCost(answer.make())};
+        found = known.emplace(answer.name, costs).first;
+    }
+    return found->second;
+}
+
+void measure(benchmark::State& state, const CostlyAnswer& answer, bool memory)
+{
+    const auto [floor, subject] = costsOf(answer);
+    for ([[maybe_unused]] const auto turn : state) {
+        state.SetIterationTime(subject.seconds);
+    }
+    if (subject.exitCode != 0) {
         state.SkipWithError("the till did not take the answer");
         return;
     }
     if (memory) {
-        report(state, floor.megabytes, cost.megabytes, cost.megabytes,
+        report(state, floor.megabytes, subject.megabytes, subject.megabytes,
                {.value = mostMegabytes, .isTime = false});
     } else {
-        report(state, floor.seconds, cost.seconds, cost.seconds, {.value = mostSeconds});
+        report(state, floor.seconds, subject.seconds, subject.seconds, {.value = mostSeconds});
     }
 }
 
@@ -123,9 +158,8 @@ namespace {
 void addRows(const CostlyAnswer& answer)
 {
     for (const bool memory : {false, true}) {
-        addRow(
-            "answer/" + answer.name + (memory ? "/MB" : "/seconds"), 1,
-            [answer, memory](benchmark::State& state) { measure(state, answer.make(), memory); });
+        addRow("answer/" + answer.name + (memory ? "/MB" : "/seconds"), 1,
+               [answer, memory](benchmark::State& state) { measure(state, answer, memory); });
     }
 }
 
