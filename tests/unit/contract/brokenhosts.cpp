@@ -28,19 +28,7 @@ public:
     QSharedPointer<AbstractDocument> makeDocument(const contract::DocumentData& data) override
     {
         auto document = QSharedPointer<ForgetfulDocument>::create();
-        document->setDocumentId(data.documentId);
-        document->setCheckNumber(data.checkNumber);
-        document->setDocumentType(data.documentType);
-        document->setDateTime(data.dateTime);
-        document->setSaleDocumentId(data.saleDocumentId);
-        document->setGoodsItems(data.goodsItems);
-        for (const auto& impact : data.impacts) {
-            document->addImpact(impact);
-        }
-        for (const auto& record : data.cardRecords) {
-            document->addCardRecord(record);
-        }
-        document->setPaymentKopecks(data.paymentKopecks);
+        fill(*document, data);
         return document;
     }
 };

@@ -30,20 +30,25 @@ QByteArray quoted(const QString& text)
 QSharedPointer<AbstractDocument> OurHost::makeDocument(const contract::DocumentData& data)
 {
     auto document = QSharedPointer<Document>::create();
-    document->setDocumentId(data.documentId);
-    document->setCheckNumber(data.checkNumber);
-    document->setDocumentType(data.documentType);
-    document->setDateTime(data.dateTime);
-    document->setSaleDocumentId(data.saleDocumentId);
-    document->setGoodsItems(data.goodsItems);
+    fill(*document, data);
+    return document;
+}
+
+void OurHost::fill(Document& document, const contract::DocumentData& data)
+{
+    document.setDocumentId(data.documentId);
+    document.setCheckNumber(data.checkNumber);
+    document.setDocumentType(data.documentType);
+    document.setDateTime(data.dateTime);
+    document.setSaleDocumentId(data.saleDocumentId);
+    document.setGoodsItems(data.goodsItems);
     for (const auto& impact : data.impacts) {
-        document->addImpact(impact);
+        document.addImpact(impact);
     }
     for (const auto& record : data.cardRecords) {
-        document->addCardRecord(record);
+        document.addCardRecord(record);
     }
-    document->setPaymentKopecks(data.paymentKopecks);
-    return document;
+    document.setPaymentKopecks(data.paymentKopecks);
 }
 
 QSharedPointer<AbstractDocument>

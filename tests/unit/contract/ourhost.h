@@ -4,6 +4,7 @@
 #pragma once
 
 #include "contract/hostundertest.h"
+#include "host/document/document.h"
 
 namespace tests {
 
@@ -16,6 +17,9 @@ public:
     suspendAndRestore(const QSharedPointer<AbstractDocument>& document) override;
     std::unique_ptr<Config> makeConfig(const QMap<QString, QVariant>& values) override;
     std::unique_ptr<contract::QueueUnderTest> makeQueue() override;
+
+protected:
+    static void fill(Document& document, const contract::DocumentData& data);
 };
 
 } // namespace tests
