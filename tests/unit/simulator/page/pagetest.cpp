@@ -110,84 +110,87 @@ TEST_F(PageTest, everyAddressIsDescribedAndNoOther)
     EXPECT_EQ(there.join(u'\n'), described.join(u'\n'));
 }
 
-/// Real answers, each with the name of the schema that the document gives to it.
-TEST_F(PageTest, answersHaveTheShapesThatAreDescribed)
+/// What is asked, and under which path the document describes it.
+struct Asked
 {
-    someExchanges();
+    QByteArray method;
+    QByteArray address;
+    QString path;
+    QByteArray body = {};
+};
+
+QList<Asked> everythingAsked()
+{
     const QByteArray fault = R"({"kind": "status", "card": "17", "times": 2})";
     const QByteArray trial = R"({"card": "2200000000017", "points": "5",
         "lines": [{"sku": "1001", "total": "100.10", "minTotal": "99.00"}]})";
-    struct Asked
-    {
-        QByteArray method;
-        QByteArray address;
-        QByteArray path; ///< in the document
-        QByteArray body;
+    return {{"GET", "/exchanges", u"/exchanges"_s},
+            {"GET", "/exchanges?text=FIRST", u"/exchanges"_s},
+            {"GET", "/exchanges/3", u"/exchanges/{number}"_s},
+            {"GET", "/exchanges/4", u"/exchanges/{number}"_s},
+            {"GET", "/exchanges/5", u"/exchanges/{number}"_s},
+            {"POST", "/exchanges/1/send", u"/exchanges/{number}/send"_s, "{}"},
+            {"POST", "/faults", u"/faults"_s, fault},
+            {"GET", "/faults", u"/faults"_s},
+            {"DELETE", "/faults/1", u"/faults/{id}"_s},
+            {"DELETE", "/faults", u"/faults"_s},
+            {"POST", "/server", u"/server"_s, R"({"away": true})"},
+            {"GET", "/server", u"/server"_s},
+            {"GET", "/rules", u"/rules"_s},
+            {"GET", "/cards", u"/cards"_s},
+            {"GET", "/cards/2200000000017", u"/cards/{number}"_s},
+            {"GET", "/checks", u"/checks"_s},
+            {"GET", "/checks/sale", u"/checks/{id}"_s},
+            {"POST", "/try", u"/try"_s, trial},
+            {"GET", "/ledger", u"/ledger"_s}};
+}
+
+/// What a schema objects to in a list; empty for nothing.
+QString judgement(const QTemporaryDir& folder, const QJsonObject& schema, const QJsonArray& list)
+{
+    const auto write = [&folder](const QString& name, const QJsonDocument& content) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content.toJson());
+        return file.fileName();
     };
-    const QList<Asked> all{
-        {"GET", "/exchanges", "/exchanges", {}},
-        {"GET", "/exchanges?text=FIRST", "/exchanges", {}},
-        {"GET", "/exchanges/3", "/exchanges/{number}", {}},
-        {"GET", "/exchanges/4", "/exchanges/{number}", {}},
-        {"GET", "/exchanges/5", "/exchanges/{number}", {}},
-        {"POST", "/exchanges/1/send", "/exchanges/{number}/send", "{}"},
-        {"POST", "/faults", "/faults", fault},
-        {"GET", "/faults", "/faults", {}},
-        {"DELETE", "/faults/1", "/faults/{id}", {}},
-        {"DELETE", "/faults", "/faults", {}},
-        {"POST", "/server", "/server", R"({"away": true})"},
-        {"GET", "/server", "/server", {}},
-        {"GET", "/rules", "/rules", {}},
-        {"GET", "/cards", "/cards", {}},
-        {"GET", "/cards/2200000000017", "/cards/{number}", {}},
-        {"GET", "/checks", "/checks", {}},
-        {"GET", "/checks/sale", "/checks/{id}", {}},
-        {"POST", "/try", "/try", trial},
-        {"GET", "/ledger", "/ledger", {}},
-    };
-    QJsonObject schema{{u"type"_s, u"array"_s}};
-    QJsonObject described = apiDocument();
-    schema.insert(u"components"_s, described[u"components"_s]);
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(QStringLiteral(ORVA_JSONSCHEMA),
+                  {u"-i"_s, write(u"answers.json"_s, QJsonDocument(list)),
+                   write(u"schema.json"_s, QJsonDocument(schema))});
+    EXPECT_TRUE(process.waitForFinished(60'000));
+    return process.exitCode() == 0 ? QString()
+                                   : u"refused: "_s + QString::fromUtf8(process.readAll());
+}
+
+TEST_F(PageTest, answersHaveTheShapesThatAreDescribed)
+{
+    someExchanges();
+    const QJsonObject described = apiDocument();
     QJsonArray shapes;
     QJsonArray answers;
-    for (const Asked& asked : all) {
+    for (const Asked& asked : everythingAsked()) {
         const Answer answer = ask(asked.method, asked.address, asked.body);
         ASSERT_EQ(answer.status, 200) << asked.address.toStdString() << answer.body.toStdString();
-        const QJsonValue shape =
-            described[u"paths"_s][QString::fromLatin1(asked.path)]
-                     [QString::fromLatin1(asked.method.toLower())][u"responses"_s][u"200"_s]
-                     [u"content"_s][u"application/json"_s][u"schema"_s];
+        const QString method = QString::fromLatin1(asked.method.toLower());
+        const QJsonValue done = described[u"paths"_s][asked.path][method][u"responses"_s][u"200"_s];
+        const QJsonValue shape = done[u"content"_s][u"application/json"_s][u"schema"_s];
         ASSERT_TRUE(shape.isObject()) << asked.address.toStdString();
         shapes.append(shape);
-        answers.append(QJsonDocument::fromJson(answer.body).isArray()
-                           ? QJsonValue(QJsonDocument::fromJson(answer.body).array())
-                           : QJsonValue(QJsonDocument::fromJson(answer.body).object()));
+        const QJsonDocument document = QJsonDocument::fromJson(answer.body);
+        answers.append(document.isArray() ? QJsonValue(document.array())
+                                          : QJsonValue(document.object()));
     }
-    schema.insert(u"prefixItems"_s, shapes);
-    const auto judged = [this](const QJsonObject& form, const QJsonArray& list) {
-        const auto write = [this](const QString& name, const QJsonDocument& content) {
-            QFile file(folder.filePath(name));
-            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(content.toJson());
-            return file.fileName();
-        };
-        QProcess process;
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(QStringLiteral(ORVA_JSONSCHEMA),
-                      {u"-i"_s, write(u"answers.json"_s, QJsonDocument(list)),
-                       write(u"schema.json"_s, QJsonDocument(form))});
-        EXPECT_TRUE(process.waitForFinished(60'000));
-        return process.exitCode() == 0 ? QString()
-                                       : u"refused: "_s + QString::fromUtf8(process.readAll());
-    };
-    schema.insert(u"$schema"_s, u"https://json-schema.org/draft/2020-12/schema"_s);
-    EXPECT_EQ(judged(schema, answers).left(2000), QString());
-    for (qsizetype i = 0; i < answers.size(); ++i) { // each is looked at
+    const QJsonObject schema{{u"$schema"_s, u"https://json-schema.org/draft/2020-12/schema"_s},
+                             {u"type"_s, u"array"_s},
+                             {u"components"_s, described[u"components"_s]},
+                             {u"prefixItems"_s, shapes}};
+    EXPECT_EQ(judgement(folder, schema, answers).left(2000), QString());
+    for (const qsizetype i : {qsizetype(0), answers.size() - 1}) { // each is looked at
         QJsonArray spoiled = answers;
         spoiled[i] = 1;
-        if (i == 0 || i + 1 == answers.size()) {
-            EXPECT_TRUE(judged(schema, spoiled).startsWith(u"refused"_s)) << i;
-        }
+        EXPECT_TRUE(judgement(folder, schema, spoiled).startsWith(u"refused"_s)) << i;
     }
 }
 
