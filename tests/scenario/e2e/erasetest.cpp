@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString card = u"2200777788889"_s;
+const QString forgottenCard = u"2200777788889"_s;
 const QString otherCard = u"2200000000024"_s;
 const QString firstName = u"Евпраксия"_s;
 const QString surname = u"Канарейкина"_s;
@@ -48,7 +48,7 @@ protected:
         serverRules = rules;
         // what is the server's own stands elsewhere
         ASSERT_TRUE(QDir().mkpath(path(u"server"_s)));
-        serverRules.replace(u"2200000000017"_s, card)
+        serverRules.replace(u"2200000000017"_s, forgottenCard)
             .replace(u"Анна"_s, firstName)
             .replace(u"Соколова"_s, surname);
         writeFile(u"server/rules.toml"_s, serverRules);
@@ -58,7 +58,7 @@ protected:
                   readFile(u"orva.toml"_s) + u"[recording]\nfolder = \"records\"\n"_s);
         ASSERT_TRUE(QDir().mkpath(path(u"given"_s)));
         const QString sale = readFile(u"sale.toml"_s);
-        writeFile(u"given/sale.toml"_s, QString(sale).replace(u"2200000000017"_s, card));
+        writeFile(u"given/sale.toml"_s, QString(sale).replace(u"2200000000017"_s, forgottenCard));
         writeFile(u"given/other.toml"_s, QString(sale).replace(u"2200000000017"_s, otherCard));
         QFile::remove(path(u"sale.toml"_s));
     }
@@ -127,12 +127,13 @@ protected:
         const QMap<QString, QByteArray> all = files();
         for (auto it = all.cbegin(); it != all.cend(); ++it) {
             for (const QString& canary :
-                 {card, u"2200 7777 8888 9"_s, u"2200-7777-8888-9"_s, u"2200.7777.8888.9"_s,
-                  firstName, surname, firstName.toUpper(), surname.toUpper(), firstName.toLower(),
-                  surname.toLower()}) {
+                 {forgottenCard, u"2200 7777 8888 9"_s, u"2200-7777-8888-9"_s,
+                  u"2200.7777.8888.9"_s, firstName, surname, firstName.toUpper(), surname.toUpper(),
+                  firstName.toLower(), surname.toLower()}) {
                 const QByteArrayList spellings = spellingsInBytes(canary);
                 for (const QByteArray& spelling : spellings) {
-                    const bool isOther = it.key().startsWith(u"till.log"_s) && canary == card;
+                    const bool isOther =
+                        it.key().startsWith(u"till.log"_s) && canary == forgottenCard;
                     QByteArray bytes = *it;
                     if (isOther) { // longer numbers, of others
                         bytes.replace("12200777788889", "").replace("22007777888890", "");
@@ -158,7 +159,8 @@ TEST_F(EraseTest, leavesNoByteOfTheCustomer)
     const QStringList before = found();
     for (const QString& file : {u"till.sqlite"_s, u"records/000001.jsonl"_s, u"exported.jsonl"_s,
                                 u"whole.tar"_s, u"till.log"_s, u"till.log.1"_s}) {
-        EXPECT_TRUE(before.contains(file + u": "_s + card)) << qPrintable(file) << " is not sown";
+        EXPECT_TRUE(before.contains(file + u": "_s + forgottenCard))
+            << qPrintable(file) << " is not sown";
     }
     const QString books = tillBooks();
     const QString report = done({u"erase"_s, u"2200 7777 8888 9"_s});
@@ -177,7 +179,7 @@ TEST_F(EraseTest, leavesEverybodyElseAsTheyWere)
     sow();
     const QMap<QString, QByteArray> before = files();
     const QString explained = done({u"explain"_s, u"2"_s});
-    done({u"erase"_s, card});
+    done({u"erase"_s, forgottenCard});
     const QMap<QString, QByteArray> after = files();
     ASSERT_EQ(before.keys(), after.keys());
     EXPECT_EQ(after.value(u"records/000002.jsonl"_s), before.value(u"records/000002.jsonl"_s));
@@ -196,14 +198,14 @@ TEST_F(EraseTest, leavesEverybodyElseAsTheyWere)
 TEST_F(EraseTest, leavesChecksAndRecordsOfUse)
 {
     sow();
-    done({u"erase"_s, card});
+    done({u"erase"_s, forgottenCard});
     done({u"explain"_s, u"1"_s});
     done({u"explain"_s, u"3"_s});
     EXPECT_EQ(done({u"log"_s, u"replay"_s, u"all"_s}).count(u"identical"_s), 3);
     EXPECT_EQ(done({u"log"_s, u"replay"_s, u"exported.jsonl"_s}).count(u"identical"_s), 3);
     EXPECT_EQ(done({u"log"_s, u"replay"_s, u"whole.tar"_s}).count(u"identical"_s), 3);
     EXPECT_EQ(done({u"doctor"_s}).contains(u"fails"_s), false);
-    const QString again = done({u"erase"_s, card});
+    const QString again = done({u"erase"_s, forgottenCard});
     EXPECT_TRUE(again.contains(u"  checks: 0\n"_s)) << qPrintable(again);
     // of a sale without its customer, goods are returned without the loyalty system
     const QString back = done({u"return"_s, u"return.toml"_s});
@@ -223,7 +225,7 @@ TEST_F(EraseTest, deliversFirstAndLeavesWhatCannotBe)
         till->kill();
     }
     ASSERT_EQ(undelivered(), 1);
-    const RunResult refused = till({u"erase"_s, card});
+    const RunResult refused = till({u"erase"_s, forgottenCard});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_TRUE(refused.output.contains(u"Left: Message 2 is not delivered"_s))
         << qPrintable(refused.output);
@@ -231,7 +233,7 @@ TEST_F(EraseTest, deliversFirstAndLeavesWhatCannotBe)
     EXPECT_EQ(undelivered(), 1);
 
     start();
-    const QString report = done({u"erase"_s, card});
+    const QString report = done({u"erase"_s, forgottenCard});
     EXPECT_TRUE(report.contains(u"Delivered before: 1\n"_s)) << qPrintable(report);
     EXPECT_TRUE(report.contains(u"  checks: 1\n"_s)) << qPrintable(report);
     EXPECT_EQ(undelivered(), 0);
@@ -250,7 +252,7 @@ TEST_F(EraseTest, leavesASuspendedCheckAndSaysSo)
     till->command(u"suspend"_s);
     till->send(u"quit"_s);
     EXPECT_EQ(till->waitForEnd(), 0);
-    const RunResult refused = this->till({u"erase"_s, card, u"--json"_s});
+    const RunResult refused = this->till({u"erase"_s, forgottenCard, u"--json"_s});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_TRUE(refused.output.contains(u"is suspended; close or abandon it"_s))
         << qPrintable(refused.output);
@@ -261,7 +263,7 @@ TEST_F(EraseTest, leavesASuspendedCheckAndSaysSo)
     later->command(u"wait 30"_s);
     later->send(u"quit"_s);
     EXPECT_EQ(later->waitForEnd(), 0);
-    done({u"erase"_s, card});
+    done({u"erase"_s, forgottenCard});
     EXPECT_EQ(found(), QStringList());
 }
 
@@ -271,7 +273,7 @@ TEST_F(EraseTest, looksWhereItIsToldAndTellsOfStrangeFiles)
     ASSERT_TRUE(QDir().mkpath(path(u"archive"_s)));
     ASSERT_TRUE(QFile::rename(path(u"exported.jsonl"_s), path(u"archive/old-case"_s)));
     writeFile(u"letter.txt"_s, u"Card 2200777788889 complains\n"_s);
-    const RunResult report = till({u"erase"_s, card, u"--in"_s, u"archive"_s});
+    const RunResult report = till({u"erase"_s, forgottenCard, u"--in"_s, u"archive"_s});
     EXPECT_EQ(report.exitCode, 1);
     EXPECT_TRUE(report.output.contains(u"letter.txt holds the card"_s))
         << qPrintable(report.output);

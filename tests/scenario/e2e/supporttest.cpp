@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString card = u"2200000000017"_s;
+const QString soldCard = u"2200000000017"_s;
 
 class SupportTest : public Shop
 {
@@ -89,7 +89,7 @@ TEST_F(SupportTest, givesNobodyAway)
     const QByteArray bytes = bytesOf(u"case.tar"_s);
     EXPECT_TRUE(bytes.contains("****0017"));
     EXPECT_TRUE(bytes.contains("2026-11-22 09:53:41 card ****"));
-    for (const QString& secret : {card, u"2200 0000 0001 7"_s, u"Соколова"_s, u"Анна"_s}) {
+    for (const QString& secret : {soldCard, u"2200 0000 0001 7"_s, u"Соколова"_s, u"Анна"_s}) {
         EXPECT_FALSE(bytes.contains(secret.toUtf8())) << qPrintable(secret);
         QByteArray wide; // as a stored check has its texts
         for (const QChar character : secret) {
@@ -101,7 +101,7 @@ TEST_F(SupportTest, givesNobodyAway)
     EXPECT_FALSE(bytes.contains("\"demo\""));
     EXPECT_TRUE(bytes.contains("password = \"***\""));
     done({u"support"_s, u"whole.tar"_s, u"--records"_s, u"all"_s, u"--with-cards"_s});
-    EXPECT_TRUE(bytesOf(u"whole.tar"_s).contains(card.toUtf8()));
+    EXPECT_TRUE(bytesOf(u"whole.tar"_s).contains(soldCard.toUtf8()));
     EXPECT_FALSE(bytesOf(u"whole.tar"_s).contains("\"secret\""));
 }
 
