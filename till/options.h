@@ -6,6 +6,7 @@
 #include "till/checks/pointschoice.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -33,6 +34,8 @@ enum class Command
     LogExport,
     LogReplay,
     Explain,
+    Support,
+    Erase,
 };
 
 /// What the command line says.
@@ -63,6 +66,10 @@ struct Options
     /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
     /// Or which check.
     QString record;
+    /// With the support archive: the records, "all" or their numbers; the checks beside these.
+    QStringList wantedChecks;
+    /// Card numbers and names stay in it.
+    bool withCards = false;
     /// The file to export to.
     QString target;
     /// With the making of settings: the file of answers; empty: they are asked for.
@@ -71,7 +78,10 @@ struct Options
     bool forSimulator = false;
     /// They are not tried.
     bool offline = false;
-    /// With the doctor: the card that the server is asked about.
+    /// With the erasure: further folders with records and support archives.
+    QStringList folders;
+    /// With the doctor: the card that the server is asked about. With the erasure: whose customer
+    /// is forgotten.
     QString card;
 };
 

@@ -1362,10 +1362,6 @@ The server&apos;s last refusal:
         <translation>Запись обмена с системой лояльности</translation>
     </message>
     <message>
-        <source>A file that was exported</source>
-        <translation>Выгруженный файл</translation>
-    </message>
-    <message>
         <source>List what was recorded</source>
         <translation>Показать, что записано</translation>
     </message>
@@ -1392,10 +1388,6 @@ The server&apos;s last refusal:
     <message>
         <source>Have the plug-in do it again, offline, and compare</source>
         <translation>Повторить с плагином без сети и сравнить</translation>
-    </message>
-    <message>
-        <source>The record&apos;s number, &quot;all&quot;, or an exported file</source>
-        <translation>Номер записи, все (all) или выгруженный файл</translation>
     </message>
     <message>
         <source>Show where the amounts on a closed check come from</source>
@@ -2724,12 +2716,272 @@ are there already.</source>
         <translation>(пусто)</translation>
     </message>
     <message>
+        <source>A support archive, instead of this till</source>
+        <translation>Архив для поддержки вместо этой кассы</translation>
+    </message>
+    <message>
+        <source>A file that was exported, or a support archive</source>
+        <translation>Выгруженный файл или архив для поддержки</translation>
+    </message>
+    <message>
+        <source>The record&apos;s number, &quot;all&quot;, an exported file or a support archive</source>
+        <translation>Номер записи, «all», выгруженный файл или архив для поддержки</translation>
+    </message>
+    <message>
+        <source>Put into one file what helps to find a fault elsewhere</source>
+        <translation>Собрать в один файл всё, что поможет найти неисправность в другом месте</translation>
+    </message>
+    <message>
+        <source>Records by their numbers, 3,7 for example, or &quot;all&quot;, with their checks</source>
+        <translation>Номера записей, например 3,7, или «all»; вместе с их чеками</translation>
+    </message>
+    <message>
+        <source>A check by its identifier or number, or &quot;last&quot;, with its records; may be repeated</source>
+        <translation>Чек по идентификатору или номеру, или «last»; вместе с его записями; можно повторить</translation>
+    </message>
+    <message>
+        <source>Leave card numbers and names in it</source>
+        <translation>Оставить в нём номера карт и имена</translation>
+    </message>
+    <message>
+        <source>A tar archive for its owner only. Read it elsewhere with &quot;log list --from FILE&quot;,
+&quot;log replay FILE&quot;, &quot;explain CHECK --from FILE&quot; and &quot;doctor --from FILE&quot;.</source>
+        <translation>Архив tar, доступный только владельцу. В другом месте его читают «log list --from FILE»,
+«log replay FILE», «explain CHECK --from FILE» и «doctor --from FILE».</translation>
+    </message>
+    <message>
+        <source>Forget a customer: take a card and its names out of what is kept here</source>
+        <translation>Забыть покупателя: убрать карту и имя из всего, что здесь хранится</translation>
+    </message>
+    <message>
+        <source>The card&apos;s whole number</source>
+        <translation>Полный номер карты</translation>
+    </message>
+    <message>
+        <source>A further folder with exported records and support archives; may be
+repeated</source>
+        <translation>Ещё одна папка с выгруженными записями и архивами для поддержки;
+можно повторить</translation>
+    </message>
+    <message>
+        <source>Delivers first what is not delivered. Exit codes: 0 nothing tells of the customer any
+more, 1 something is left, as the report says, 2 the number cannot be used.</source>
+        <translation>Сначала доставляет недоставленное. Коды завершения: 0 — о покупателе больше ничего нет,
+1 — что-то осталось, о чём сказано в отчёте, 2 — номер не годится.</translation>
+    </message>
+    <message>
+        <source>%1 holds no report; have it made again.</source>
+        <translation>В %1 нет отчёта; попросите сделать архив заново.</translation>
+    </message>
+    <message>
+        <source>configuration without secrets</source>
+        <translation>настройки без секретов</translation>
+    </message>
+    <message>
+        <source>the doctor&apos;s report, for programs</source>
+        <translation>отчёт доктора для программ</translation>
+    </message>
+    <message>
+        <source>the doctor&apos;s report</source>
+        <translation>отчёт доктора</translation>
+    </message>
+    <message>
+        <source>list of the queue</source>
+        <translation>список очереди</translation>
+    </message>
+    <message>
+        <source>list of the checks</source>
+        <translation>список чеков</translation>
+    </message>
+    <message>
+        <source>records</source>
+        <translation>записи</translation>
+    </message>
+    <message>
+        <source>a check</source>
+        <translation>чек</translation>
+    </message>
+    <message>
+        <source>its confirmation</source>
+        <translation>его подтверждение</translation>
+    </message>
+    <message>
+        <source>end of a log</source>
+        <translation>конец журнала</translation>
+    </message>
+    <message>
+        <source>%1 is there already; name a new file.</source>
+        <translation>%1 уже есть; назовите новый файл.</translation>
+    </message>
+    <message>
+        <source>Written: %1. It holds whole card numbers: hand it on with care.</source>
+        <translation>Записан %1. В нём полные номера карт: передавайте его осторожно.</translation>
+    </message>
+    <message>
+        <source>Written: %1.</source>
+        <translation>Записан %1.</translation>
+    </message>
+    <message>
+        <source>There is no database; lists and checks are left out.</source>
+        <translation>Базы данных нет; списков и чеков не будет.</translation>
+    </message>
+    <message>
+        <source>The lists are left out (%1).</source>
+        <translation>Списков не будет (%1).</translation>
+    </message>
+    <message>
+        <source>There is no record %1; look at &quot;log list&quot;.</source>
+        <translation>Записи %1 нет; посмотрите «log list».</translation>
+    </message>
+    <message>
+        <source>There are no checks to be had from this till.</source>
+        <translation>С этой кассы чеков не получить.</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Файл</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Байты</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>Что это</translation>
+    </message>
+    <message>
+        <source>Card numbers and names are in it.</source>
+        <translation>Номера карт и имена в нём есть.</translation>
+    </message>
+    <message>
+        <source>Card numbers and names are masked.</source>
+        <translation>Номера карт и имена скрыты.</translation>
+    </message>
+    <message>
+        <source>The customer of the sale was erased, so the loyalty system is not told of the return.</source>
+        <translation>Покупатель этой продажи забыт по его просьбе, поэтому система лояльности о возврате не узнает.</translation>
+    </message>
+    <message>
         <source>The server says: %1</source>
         <translation>Сервер сообщает: %1</translation>
     </message>
     <message>
         <source>%1; the server says: %2</source>
         <translation>%1; сервер сообщает: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no whole card number of at least %2 characters; shorter ones cannot be told from sums and codes.</source>
+        <translation>«%1» — не полный номер карты хотя бы из %2 знаков; более короткий не отличить от сумм и кодов.</translation>
+    </message>
+    <message>
+        <source>Check %1 is suspended; close or abandon it, then erase again.</source>
+        <translation>Чек %1 отложен; закройте или отмените его и повторите.</translation>
+    </message>
+    <message>
+        <source>Message %1 is not delivered and needs the card, with its check; see to it (&quot;queue list&quot;), then erase again.</source>
+        <translation>Сообщение %1 не доставлено, и ему с его чеком карта ещё нужна; разберитесь с ним («queue list») и повторите.</translation>
+    </message>
+    <message>
+        <source>%1 is in use, and keeps what was there before in its free space; end the other tills, then erase again.</source>
+        <translation>%1 занята, и в её свободном месте осталось прежнее; остановите другие кассы и повторите.</translation>
+    </message>
+    <message>
+        <source>Card %1 is taken out of:
+</source>
+        <translation>Карта %1 убрана:
+</translation>
+    </message>
+    <message>
+        <source>checks</source>
+        <translation>чеки</translation>
+    </message>
+    <message>
+        <source>messages of the queue</source>
+        <translation>сообщения очереди</translation>
+    </message>
+    <message>
+        <source>support archives</source>
+        <translation>архивы для поддержки</translation>
+    </message>
+    <message>
+        <source>logs</source>
+        <translation>журналы</translation>
+    </message>
+    <message>
+        <source>Delivered before: %1
+</source>
+        <translation>Перед этим доставлено: %1
+</translation>
+    </message>
+    <message>
+        <source>Left: %1
+</source>
+        <translation>Осталось: %1
+</translation>
+    </message>
+    <message>
+        <source>%1 was not looked through (%2).</source>
+        <translation>%1 не просмотрен (%2).</translation>
+    </message>
+    <message>
+        <source>%1 holds the card and is no file of the till&apos;s own; look at it yourself.</source>
+        <translation>В %1 есть номер карты, но это не файл кассы; посмотрите его сами.</translation>
+    </message>
+    <message>
+        <source>%1 is no support archive that can be used (%2); have it made again.</source>
+        <translation>%1 — не годный архив для поддержки (%2); попросите сделать его заново.</translation>
+    </message>
+    <message>
+        <source>it has more than %1 bytes</source>
+        <translation>в нём больше %1 байт</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>a till has not made it</source>
+        <translation>его сделала не касса</translation>
+    </message>
+    <message>
+        <source>a newer till has made it, and can read it</source>
+        <translation>его сделала более новая касса; ею и читайте</translation>
+    </message>
+    <message>
+        <source>%1 holds no check; have it made with --check or --records.</source>
+        <translation>В %1 нет чеков; попросите сделать архив с --check или --records.</translation>
+    </message>
+    <message>
+        <source>a number in it is damaged</source>
+        <translation>повреждено число в нём</translation>
+    </message>
+    <message>
+        <source>the name &quot;%1&quot; in it is none that a till gives</source>
+        <translation>имя «%1» в нём дала не касса</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in it is no plain file but a link, a folder or a device</source>
+        <translation>«%1» в нём — не обычный файл, а ссылка, папка или устройство</translation>
+    </message>
+    <message>
+        <source>it is damaged, or no archive</source>
+        <translation>он повреждён, или это не архив</translation>
+    </message>
+    <message>
+        <source>it is cut off</source>
+        <translation>он обрезан</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in it is there twice, or there is too much in it</source>
+        <translation>«%1» в нём стоит дважды, или в нём слишком много всего</translation>
+    </message>
+    <message>
+        <source>it is too large</source>
+        <translation>он слишком велик</translation>
+    </message>
+    <message>
+        <source>It would have more than %1 bytes, and nobody could read it; name fewer records.</source>
+        <translation>В нём было бы больше %1 байт, и его никто бы не прочёл; назовите меньше записей.</translation>
     </message>
 </context>
 </TS>

@@ -64,6 +64,12 @@ public:
     /// @param sql its text, without values from outside: these are for Statement
     /// @throws BasicException "databaseError" with file and cause
     void execute(const QString& sql);
+    /// Leaves nothing of deleted and overwritten rows in the file and its companions, by writing
+    /// all of it anew. Takes as long as that, and as much room beside the file. Outside of
+    /// transactions only.
+    /// @return false: another connection is in the way, and something may be left
+    /// @throws BasicException "databaseError" when the file cannot be written
+    bool forgetDeleted();
     /// Whether a Transaction is open on this connection.
     bool isInTransaction() const;
     /// @return the file's absolute path

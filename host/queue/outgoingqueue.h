@@ -8,6 +8,7 @@
 
 #include <QList>
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace poshost {
@@ -76,6 +77,13 @@ public:
     /// @param authorization the header's new value, whole; a secret that stays in the file
     /// @return how many messages there are to deliver with it
     int reauthorize(const QString& queueName, const QString& authorization);
+
+    /// Gives delivered messages other texts, for what must not be kept any longer: their bodies,
+    /// the server's words about them and what was kept beside them. Undelivered ones stay as they
+    /// are.
+    /// @param change called with each text; what it returns stands there from now on
+    /// @return how many messages have changed, all of them or none
+    int changeDelivered(const std::function<QString(const QString&)>& change);
 
     /// How many messages removeDelivered removes at most.
     static constexpr int removedAtOnce = 100;

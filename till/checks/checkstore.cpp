@@ -295,4 +295,23 @@ void CheckStore::forEachClosed(const std::function<void(const Check&)>& take)
     }
 }
 
+void CheckStore::forEachStored(const std::function<void(const StoredCheck&)>& take)
+{
+    poshost::Statement statement(
+        *database,
+        u"SELECT id, state, message_id, data FROM checks WHERE data IS NOT NULL ORDER BY id"_s);
+    while (statement.next()) {
+        const QVariant message = statement.value(2);
+        take({statement.value(0).toString(), statement.value(1).toString(),
+              message.isNull() ? std::nullopt : std::optional(message.toLongLong()),
+              statement.value(3).toByteArray()});
+    }
+}
+
+void CheckStore::rewrite(const Check& check)
+{
+    poshost::Statement statement(*database, u"UPDATE checks SET data = ? WHERE id = ?"_s);
+    statement.bind(checkcodec::encode(check)).bind(check.id()).execute();
+}
+
 } // namespace till

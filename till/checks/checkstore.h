@@ -30,6 +30,15 @@ struct CheckRow
     QDateTime updatedAt;
 };
 
+/// What is stored of a check that has content: open and abandoned ones have none.
+struct StoredCheck
+{
+    QString id;
+    QString state;
+    std::optional<qint64> message; ///< that confirms it, while the queue has it
+    QByteArray data;               ///< as checkcodec reads it, if it is not damaged
+};
+
 /// The till's checks in its database. Every operation throws BasicException "databaseError" when
 /// the database fails and leaves the file as it was; one that reads a check throws Failure when
 /// what is stored of it is damaged.
@@ -76,6 +85,10 @@ public:
     QList<CheckRow> list();
     /// Hands every closed check over, sorted by identifier.
     void forEachClosed(const std::function<void(const Check&)>& take);
+    /// Hands over what is stored of every check with content, damaged or not, sorted by identifier.
+    void forEachStored(const std::function<void(const StoredCheck&)>& take);
+    /// Gives a check another content; state, times and messages stay.
+    void rewrite(const Check& check);
 
 private:
     Check find(const QString& which, bool onlySales);

@@ -32,6 +32,9 @@ struct Texts
     std::string card;
     std::string answers;
     std::string defaults;
+    std::string from;
+    std::vector<std::string> checks;
+    std::vector<std::string> folders;
 };
 
 std::string words(const char* text)
@@ -127,6 +130,13 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
         ->excludes(csv);
 }
 
+void addFrom(CLI::App* command, Texts& texts)
+{
+    command->add_option(
+        "--from", texts.from,
+        words(QT_TRANSLATE_NOOP("Till", "A support archive, instead of this till")));
+}
+
 void addDoctor(CLI::App& app, Options& options, Texts& texts)
 {
     CLI::App* const doctor =
@@ -137,6 +147,7 @@ void addDoctor(CLI::App& app, Options& options, Texts& texts)
     doctor->add_option(
         "--card", texts.card,
         words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
+    addFrom(doctor, texts);
     doctor->footer(words(QT_TRANSLATE_NOOP(
         "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
                 "used, 5 not all\ncould be written. Ends in less than 5 seconds.")));
@@ -217,21 +228,23 @@ void addLog(CLI::App& app, Options& options, Texts& texts)
     const auto add = [&](const char* name, const char* description, Command command) {
         return addCommand(*log, name, description, options, command);
     };
-    const auto addFrom = [&](CLI::App* sub) {
-        sub->add_option("--from", texts.file,
-                        words(QT_TRANSLATE_NOOP("Till", "A file that was exported")));
+    const auto addExported = [&](CLI::App* sub) {
+        sub->add_option(
+            "--from", texts.file,
+            words(QT_TRANSLATE_NOOP("Till", "A file that was exported, or a support archive")));
         return sub;
     };
     const auto addRecord = [&](CLI::App* sub, const char* description) {
         sub->add_option("N", texts.record, words(description))->required();
         return sub;
     };
-    addFrom(add("list", QT_TRANSLATE_NOOP("Till", "List what was recorded"), Command::LogList))
+    addExported(add("list", QT_TRANSLATE_NOOP("Till", "List what was recorded"), Command::LogList))
         ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
-    addFrom(addRecord(add("show", QT_TRANSLATE_NOOP("Till", "Show requests beside their answers"),
-                          Command::LogShow),
-                      QT_TRANSLATE_NOOP("Till", "The record's number, such as 3, or 3.2 for its "
-                                                "second exchange")));
+    addExported(
+        addRecord(add("show", QT_TRANSLATE_NOOP("Till", "Show requests beside their answers"),
+                      Command::LogShow),
+                  QT_TRANSLATE_NOOP("Till", "The record's number, such as 3, or 3.2 for its "
+                                            "second exchange")));
     addRecord(
         add("export", QT_TRANSLATE_NOOP("Till", "Write records into one file"), Command::LogExport),
         QT_TRANSLATE_NOOP("Till", "The record's number, or \"all\""))
@@ -240,7 +253,8 @@ void addLog(CLI::App& app, Options& options, Texts& texts)
     addRecord(add("replay",
                   QT_TRANSLATE_NOOP("Till", "Have the plug-in do it again, offline, and compare"),
                   Command::LogReplay),
-              QT_TRANSLATE_NOOP("Till", "The record's number, \"all\", or an exported file"))
+              QT_TRANSLATE_NOOP("Till", "The record's number, \"all\", an exported file or "
+                                        "a support archive"))
         ->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
 }
 
@@ -256,6 +270,54 @@ void addExplain(CLI::App& app, Options& options, Texts& texts)
             words(QT_TRANSLATE_NOOP("Till", "The check's identifier or number, or \"last\"")))
         ->required();
     explain->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+    addFrom(explain, texts);
+}
+
+void addSupport(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const support = addCommand(
+        app, "support",
+        QT_TRANSLATE_NOOP("Till", "Put into one file what helps to find a fault elsewhere"),
+        options, Command::Support);
+    support->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")))
+        ->required();
+    support->add_option(
+        "--records", texts.record,
+        words(QT_TRANSLATE_NOOP("Till", "Records by their numbers, 3,7 for example, or \"all\", "
+                                        "with their checks")));
+    support->add_option(
+        "--check", texts.checks,
+        words(QT_TRANSLATE_NOOP("Till", "A check by its identifier or number, or \"last\", with "
+                                        "its records; may be repeated")));
+    support->add_flag("--with-cards", options.withCards,
+                      words(QT_TRANSLATE_NOOP("Till", "Leave card numbers and names in it")));
+    addJson(support, options);
+    support->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "A tar archive for its owner only. Read it elsewhere with \"log list --from "
+                "FILE\",\n\"log replay FILE\", \"explain CHECK --from FILE\" and \"doctor "
+                "--from FILE\".")));
+}
+
+void addErase(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const erase = addCommand(
+        app, "erase",
+        QT_TRANSLATE_NOOP("Till", "Forget a customer: take a card and its names out of what is "
+                                  "kept here"),
+        options, Command::Erase);
+    erase
+        ->add_option("CARD", texts.card,
+                     words(QT_TRANSLATE_NOOP("Till", "The card's whole number")))
+        ->required();
+    erase->add_option(
+        "--in", texts.folders,
+        words(QT_TRANSLATE_NOOP("Till", "A further folder with exported records and support "
+                                        "archives; may be\nrepeated")));
+    addJson(erase, options);
+    erase->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "Delivers first what is not delivered. Exit codes: 0 nothing tells of the customer "
+                "any\nmore, 1 something is left, as the report says, 2 the number cannot be "
+                "used.")));
 }
 
 void takeOver(const CLI::App& app, const Texts& texts, Options& options)
@@ -268,9 +330,15 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
                                                : configfile::local();
     options.answers = QString::fromStdString(texts.answers);
     options.forSimulator = !texts.defaults.empty();
+    for (const std::string& folder : texts.folders) {
+        options.folders.append(QString::fromStdString(folder));
+    }
     options.plugin = QString::fromStdString(texts.plugin);
     options.database = QString::fromStdString(texts.database);
-    options.file = QString::fromStdString(texts.file);
+    options.file = QString::fromStdString(texts.from.empty() ? texts.file : texts.from);
+    for (const std::string& check : texts.checks) {
+        options.wantedChecks.append(QString::fromStdString(check));
+    }
     options.record = QString::fromStdString(texts.record);
     options.target = QString::fromStdString(texts.target);
     options.card = QString::fromStdString(texts.card);
@@ -303,6 +371,8 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     addQueue(app, options);
     addLog(app, options, texts);
     addExplain(app, options, texts);
+    addSupport(app, options, texts);
+    addErase(app, options, texts);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -3,28 +3,20 @@
 
 #include "till/commands/explaincommand.h"
 
-#include "till/commands/workplace.h"
+#include "till/checks/checkstore.h"
 #include "till/explain/exchangefinder.h"
 #include "till/explain/explainview.h"
 #include "till/explain/returnexplainer.h"
 #include "till/explain/saleexplainer.h"
 #include "till/failure.h"
-#include "till/recording/recordfolder.h"
 #include "till/screen/output.h"
 #include "till/text.h"
 
 namespace till {
 
-ExplainCommand::ExplainCommand(Workplace& place, const Options& given, Output& output)
-    : workplace(place), options(given), out(output),
-      records(RecordFolder::configured(loadConfig(given)))
-{}
-
-ExplainCommand::~ExplainCommand() = default;
-
 ExitCode ExplainCommand::run()
 {
-    const Check check = workplace.checks().findClosed(options.record);
+    const Check check = store.findClosed(options.record);
     const Explanation explanation = check.isReturn() ? explainReturn(check) : explainSale(check);
     out.write(options.json ? explainview::json(check, explanation)
                            : explainview::text(check, explanation));
@@ -33,7 +25,7 @@ ExitCode ExplainCommand::run()
 
 Exchange ExplainCommand::exchangeOf(const Check& check) const
 {
-    return ExchangeFinder(records.get(), workplace.checks(), workplace.database()).find(check);
+    return ExchangeFinder(records, store, till).find(check);
 }
 
 Explanation ExplainCommand::explainSale(const Check& check) const
@@ -51,7 +43,6 @@ Explanation ExplainCommand::explainSale(const Check& check) const
 
 Explanation ExplainCommand::explainReturn(const Check& check) const
 {
-    CheckStore& store = workplace.checks();
     const Check sale = store.findSale(check.document->getSaleDocumentId());
     QList<Check> earlier = store.returnsOf(sale.id());
     earlier.removeIf(

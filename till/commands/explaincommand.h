@@ -7,21 +7,26 @@
 #include "till/explain/explanation.h"
 #include "till/options.h"
 
-#include <memory>
+namespace poshost {
+class Database;
+} // namespace poshost
 
 namespace till {
 
+class CheckStore;
 class Output;
 class RecordFolder;
-class Workplace;
 struct Check;
 
 /// The command "explain": where the amounts on a closed check come from.
 class ExplainCommand
 {
 public:
-    ExplainCommand(Workplace& place, const Options& given, Output& output);
-    ~ExplainCommand();
+    /// @param recordFolder null when nothing is recorded; all must live longer
+    ExplainCommand(CheckStore& checks, poshost::Database& database,
+                   const RecordFolder* recordFolder, const Options& given, Output& output)
+        : store(checks), till(database), records(recordFolder), options(given), out(output)
+    {}
 
     /// @return Differs where an amount is not explained
     /// @throws Failure when there is nothing that the check could be explained from
@@ -32,10 +37,11 @@ private:
     Explanation explainSale(const Check& check) const;
     Explanation explainReturn(const Check& check) const;
 
-    Workplace& workplace;
+    CheckStore& store;
+    poshost::Database& till;
+    const RecordFolder* const records;
     const Options& options;
     Output& out;
-    std::unique_ptr<RecordFolder> records;
 };
 
 } // namespace till

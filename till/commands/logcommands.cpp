@@ -6,16 +6,16 @@
 #include "console/printable.h"
 #include "till/commands/workplace.h"
 #include "till/failure.h"
-#include "till/reason.h"
 #include "till/recording/logview.h"
 #include "till/recording/recordcomparison.h"
-#include "till/recording/recordedaddresses.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
 #include "till/recording/replay.h"
 #include "till/screen/checkview.h"
 #include "till/screen/output.h"
 #include "till/screen/progress.h"
+#include "till/support/supportarchive.h"
+#include "till/support/wholefile.h"
 #include "till/text.h"
 
 #include <QJsonDocument>
@@ -31,48 +31,19 @@ std::pair<int, int> numbersIn(const QString& text)
     return {text.section(u'.', 0, 0).toInt(), text.section(u'.', 1, 1).toInt()};
 }
 
+/// The records of an exported file or a support archive.
+QList<Record> recordsOf(const QString& fileName)
+{
+    return SupportArchive::isLikeOne(fileName)
+               ? Record::parse(SupportArchive::read(fileName).content(supportfiles::records),
+                               fileName)
+               : Record::read(fileName);
+}
+
 void requireSome(const QList<Record>& records)
 {
     if (records.isEmpty()) {
         throw Failure(Text::tr("There are no records."));
-    }
-}
-
-/// A record as it is handed on: its whole lines, with addresses fit to be shown.
-QByteArray wholeLinesOf(const QString& fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Failure(Text::tr("%1 cannot be read (%2); check path and rights.")
-                          .arg(fileName, file.errorString()));
-    }
-    QByteArray content;
-    while (!file.atEnd()) {
-        const QByteArray text = file.readLine();
-        const QJsonObject line = QJsonDocument::fromJson(text).object();
-        if (line.isEmpty() || !text.endsWith('\n')) {
-            break; // cut off; it must not swallow the next record's first line
-        }
-        content += Record::lineOf(recordedaddresses::cleaned(line));
-    }
-    return content;
-}
-
-/// Never over another file, and for its owner only: it holds card numbers.
-void writeNew(const QString& fileName, const QByteArray& content)
-{
-    QFile file(fileName);
-    const auto refusal = [&file] {
-        return Failure(Text::tr("%1 cannot be written (%2).").arg(file.fileName(), reasonOf(file)));
-    };
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
-                   QFile::ReadOwner | QFile::WriteOwner)) {
-        throw refusal();
-    }
-    if (file.write(content) != content.size() || !file.flush()) {
-        const Failure failure = refusal();
-        file.remove(); // half of it would be taken for the whole
-        throw failure;
     }
 }
 
@@ -164,7 +135,7 @@ const RecordFolder& LogCommands::requireFolder() const
 QList<Record> LogCommands::chosen() const
 {
     if (!options.file.isEmpty()) {
-        const QList<Record> all = Record::read(options.file);
+        const QList<Record> all = recordsOf(options.file);
         const int wanted = numbersIn(options.record).first;
         QList<Record> found;
         for (const Record& record : all) {
@@ -178,7 +149,7 @@ QList<Record> LogCommands::chosen() const
         return allReadable();
     }
     const int number = numbersIn(options.record).first;
-    return number > 0 ? QList<Record>{requireFolder().read(number)} : Record::read(options.record);
+    return number > 0 ? QList<Record>{requireFolder().read(number)} : recordsOf(options.record);
 }
 
 QList<Record> LogCommands::allReadable() const
@@ -232,7 +203,7 @@ ExitCode LogCommands::exportTo()
     const QList<RecordFile> files = requireFolder().records();
     for (const RecordFile& file : files) {
         if (options.record == u"all"_s || file.number == wanted) {
-            const QByteArray record = wholeLinesOf(file.path);
+            const QByteArray record = Record::handedOn(file.path);
             content += record;
             count += record.isEmpty() ? 0 : 1;
         }
@@ -241,7 +212,7 @@ ExitCode LogCommands::exportTo()
         throw Failure(Text::tr("There is no record %1 in %2; look at \"log list\".")
                           .arg(options.record, folder->name()));
     }
-    writeNew(options.target, content);
+    wholefile::create(options.target, content);
     out.line(Text::tr("%1 records are in %2. It holds whole card numbers: hand it on with care.")
                  .arg(count)
                  .arg(options.target));

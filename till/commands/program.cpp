@@ -6,16 +6,19 @@
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
 #include "till/commands/doctorcommand.h"
+#include "till/commands/erasecommand.h"
 #include "till/commands/explaincommand.h"
 #include "till/commands/logcommands.h"
 #include "till/commands/queuecommands.h"
 #include "till/commands/queuewait.h"
+#include "till/commands/supportcommand.h"
 #include "till/commands/workplace.h"
 #include "till/commands/worksession.h"
 #include "till/configfile.h"
 #include "till/failure.h"
 #include "till/init/initcommand.h"
 #include "till/reason.h"
+#include "till/recording/recordfolder.h"
 #include "till/screen/checkjson.h"
 #include "till/screen/checkview.h"
 #include "till/screen/ledger.h"
@@ -23,6 +26,7 @@
 #include "till/screen/progress.h"
 #include "till/screen/table.h"
 #include "till/screen/timetext.h"
+#include "till/support/supportedcase.h"
 #include "till/text.h"
 
 #include <QJsonDocument>
@@ -114,6 +118,12 @@ ExitCode Program::doCommand()
         if (isAboutRecords(options.command)) {
             return LogCommands(options, out, errors).run();
         }
+        if (options.command == Command::Support) {
+            return SupportCommand(options, out, errors).run();
+        }
+        if (options.command == Command::Explain && !options.file.isEmpty()) {
+            return explainElsewhere();
+        }
         Workplace workplace(options);
         errors.notes(workplace.warnings());
         return dispatch(workplace);
@@ -138,8 +148,10 @@ ExitCode Program::dispatch(Workplace& workplace)
         return checks(workplace);
     case Command::Ledger:
         return ledger(workplace);
+    case Command::Erase:
+        return EraseCommand(workplace, options, out).run();
     case Command::Explain:
-        return ExplainCommand(workplace, options, out).run();
+        return explain(workplace);
     default:
         return QueueCommands(workplace, options, out, errors).run();
     }
@@ -255,6 +267,21 @@ ExitCode Program::ledger(Workplace& workplace)
     const Ledger ledger(workplace.checks());
     out.write(options.csv ? ledger.csv() : options.json ? ledger.json() : ledger.table());
     return ExitCode::Ok;
+}
+
+ExitCode Program::explain(Workplace& workplace)
+{
+    const auto records = RecordFolder::configured(loadConfig(options));
+    return ExplainCommand(workplace.checks(), workplace.database(), records.get(), options, out)
+        .run();
+}
+
+/// What another till has handed on.
+ExitCode Program::explainElsewhere()
+{
+    SupportedCase handedOn(SupportArchive::read(options.file), options.file);
+    return ExplainCommand(handedOn.checks(), handedOn.database(), handedOn.records(), options, out)
+        .run();
 }
 
 void Program::show(const Check& check, const QString& text, const QStringList& notes)

@@ -36,6 +36,8 @@ private:
     ExitCode work(Workplace& workplace);
     ExitCode checks(Workplace& workplace);
     ExitCode ledger(Workplace& workplace);
+    ExitCode explain(Workplace& workplace);
+    ExitCode explainElsewhere();
     ExitCode closeAndPrint(Workplace& workplace);
     void awaitDelivery(Workplace& workplace);
     /// The check, as people read it or as JSON, with what there is to note about it.

@@ -6,6 +6,7 @@
 #include "host/loyalty/basicloyaltysystem.h"
 #include "host/services/session.h"
 #include "till/checks/amount.h"
+#include "till/checks/cardnumber.h"
 #include "till/checks/checkstore.h"
 #include "till/checks/returnlines.h"
 #include "till/checks/storing.h"
@@ -62,7 +63,10 @@ Check CashDesk::returnOf(const CheckFile& file)
     Check opened = Check::create(EDocumentType::ReturnBySale, number, lines);
     opened.document->setSaleDocumentId(sale.id());
     opened.returnsBefore = int(earlier.size());
-    if (sale.confirmed) {
+    if (sale.confirmed && cardnumber::isShortened(sale.cardNumber())) {
+        notices.append(Text::tr("The customer of the sale was erased, so the loyalty system is not "
+                                "told of the return."));
+    } else if (sale.confirmed) {
         opened.document->addCardRecord(
             Check::newCardRecord(sale.cardNumber(), loyalty.getLoyaltySystemType()));
         opened.loyalty = LoyaltyState::Unasked;

@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace till::doctor {
 
@@ -41,6 +42,9 @@ public:
     /// A line for each check, under a failing one the line that mends it, and a line of sums.
     QString text() const;
     QString json() const;
+    /// A report from its JSON, to be read elsewhere: rows and marks are as they were, in the
+    /// language that it was made in. Nothing when it is none.
+    static std::optional<Report> fromJson(const QByteArray& json);
 
 private:
     const Row* find(const QString& id) const;

@@ -10,6 +10,7 @@
 #include "till/recording/recordedtexts.h"
 #include "till/text.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -171,6 +172,46 @@ QList<Record> Record::parse(const QByteArray& content, const QString& fileName)
 QList<Record> Record::read(const QString& fileName)
 {
     return parse(contentOf(fileName), fileName);
+}
+
+QByteArray Record::handedOn(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Failure(Text::tr("%1 cannot be read (%2); check path and rights.")
+                          .arg(fileName, file.errorString()));
+    }
+    QByteArray content;
+    while (!file.atEnd()) {
+        const QByteArray text = file.readLine();
+        const QJsonObject line = QJsonDocument::fromJson(text).object();
+        if (line.isEmpty() || !text.endsWith('\n')) {
+            break; // cut off; it must not swallow the next record's first line
+        }
+        content += Record::lineOf(recordedaddresses::cleaned(line));
+    }
+    return content;
+}
+
+QList<QByteArray> Record::apart(const QByteArray& content)
+{
+    QList<QByteArray> records;
+    qsizetype start = 0;
+    while (start < content.size()) {
+        const qsizetype newLine = content.indexOf('\n', start);
+        const qsizetype end = newLine < 0 ? content.size() : newLine + 1;
+        const QByteArray line = content.mid(start, end - start);
+        start = end;
+        // few lines are worth taking apart to find the headers
+        const bool isFirst =
+            line.contains("\"format\"") && isOfTill(QJsonDocument::fromJson(line).object());
+        if (records.isEmpty() || isFirst) {
+            records.append(line);
+        } else {
+            records.last() += line;
+        }
+    }
+    return records;
 }
 
 QByteArray Record::lineOf(const QJsonObject& object)

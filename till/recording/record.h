@@ -62,6 +62,13 @@ struct Record
     static QList<Record> read(const QString& fileName);
     static QList<Record> parse(const QByteArray& content, const QString& fileName);
 
+    /// A record's file as it is handed on: its whole lines, with addresses fit to be shown.
+    /// @throws Failure when it cannot be read
+    static QByteArray handedOn(const QString& fileName);
+
+    /// The records of a file one by one, each with all its lines as they stand there.
+    static QList<QByteArray> apart(const QByteArray& content);
+
     static QByteArray lineOf(const QJsonObject& object);
 };
 

@@ -116,6 +116,19 @@ void RecordFolder::begin(QJsonObject header)
     add(header);
 }
 
+void RecordFolder::take(const QByteArray& lines)
+{
+    makeFolder();
+    const QByteArray head = lines.first(std::max<qsizetype>(0, lines.indexOf('\n')));
+    const int number = QJsonDocument::fromJson(head).object().value("number"_L1).toInt();
+    QFile taken(fileName(path, number));
+    if (number <= 0 || number > greatestNumber ||
+        !taken.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly) ||
+        taken.write(lines) != lines.size() || !taken.flush()) {
+        fail(taken, reasonOf(taken));
+    }
+}
+
 void RecordFolder::makeFolder() const
 {
     if (QFileInfo(path).isDir()) {

@@ -65,6 +65,10 @@ public:
     void begin(QJsonObject header) override;
     void add(const QJsonObject& line) override;
 
+    /// Takes a record over as it is, under the number that it has.
+    /// @throws Failure when it has none, or there is one of that number
+    void take(const QByteArray& lines);
+
     /// What is named like a record, sorted by number.
     QList<RecordFile> files() const;
     /// Those of them that a till has written.

@@ -54,6 +54,42 @@ TEST_F(DatabaseFile, TooOpenRightsAreTightened)
     EXPECT_EQ(rightsOf(log), 0600u);
 }
 
+TEST_F(DatabaseFile, ForgetsWhatWasDeletedAndOverwritten)
+{
+    const auto bytes = [this] {
+        QByteArray all;
+        for (const QString& end : {QString(), u"-wal"_s}) {
+            QFile part(file + end);
+            all += part.open(QFile::ReadOnly) ? part.readAll() : QByteArray();
+        }
+        return all;
+    };
+    poshost::Database database(file);
+    database.execute(u"CREATE TABLE notes (text)"_s);
+    for (int i = 0; i < 50; ++i) {
+        poshost::Statement insert(database, u"INSERT INTO notes VALUES (?)"_s);
+        insert.bind(u"canary %1 "_s.arg(i).repeated(100)).execute();
+    }
+    database.execute(u"UPDATE notes SET text = 'kept' WHERE rowid < 20"_s);
+    database.execute(u"DELETE FROM notes WHERE rowid >= 20"_s);
+    ASSERT_TRUE(bytes().contains("canary"));
+    EXPECT_TRUE(database.forgetDeleted());
+    EXPECT_FALSE(bytes().contains("canary"));
+    EXPECT_TRUE(bytes().contains("kept"));
+    poshost::Statement rows(database, u"SELECT count(*) FROM notes"_s);
+    ASSERT_TRUE(rows.next());
+    EXPECT_EQ(rows.value(0).toInt(), 19);
+}
+
+TEST_F(DatabaseFile, SaysThatAnotherConnectionKeepsItFromForgetting)
+{
+    poshost::Database database(file, 100);
+    poshost::Database reader(file);
+    poshost::Statement look(reader, u"SELECT name FROM sqlite_schema"_s);
+    ASSERT_TRUE(look.next());
+    EXPECT_FALSE(database.forgetDeleted());
+}
+
 TEST_F(DatabaseFile, InAFolderSharedWithItsGroupIsTheGroupsToo)
 {
     const QString shared = folder.file(u"shared"_s);

@@ -233,6 +233,28 @@ TEST_F(Outgoing, SettleTakesAParkedMessageForDeliveredAndLetsOthersGoOn)
     EXPECT_FALSE(queue.settle(99)) << "not there";
 }
 
+TEST_F(Outgoing, ChangesTheTextsOfDeliveredMessagesOnly)
+{
+    add(u"<a>of Anna</a>"_s);
+    add(u"<a>of Boris</a>"_s);
+    delivery.deliverDue();
+    const qint64 waiting = add(u"<a>of Anna</a>"_s);
+    const auto change = [](const QString& text) {
+        return QString(text).replace(u"Anna"_s, u"***"_s);
+    };
+    EXPECT_EQ(queue.changeDelivered(change), 1);
+    EXPECT_EQ(queue.show(1)->payload, u"<a>of ***</a>"_s);
+    EXPECT_EQ(queue.show(2)->payload, u"<a>of Boris</a>"_s);
+    EXPECT_EQ(queue.show(waiting)->payload, u"<a>of Anna</a>"_s);
+    EXPECT_EQ(queue.changeDelivered(change), 0) << "nothing is left to change";
+    // what is stored beside a text tells whether it is still the one that was stored
+    poshost::Statement digests(*database,
+                               u"SELECT count(DISTINCT digest) FROM queue_bodies WHERE digest IS "
+                               "NOT NULL"_s);
+    ASSERT_TRUE(digests.next());
+    EXPECT_EQ(digests.value(0).toInt(), 3);
+}
+
 TEST_F(Outgoing, TheSecretGoesWithTheLastMessageThatIsSettled)
 {
     const qint64 first = add(u"<a/>"_s);

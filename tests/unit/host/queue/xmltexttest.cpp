@@ -98,4 +98,16 @@ TEST(XmlText, IsShownInTheEncodingThatItNames)
     EXPECT_EQ(poshost::xmltext::decoded("plain \xFF"), u"plain \uFFFD"_s);
 }
 
+TEST(XmlText, IsReadWithTheCharactersThatItRefersTo)
+{
+    using poshost::xmltext::withoutReferences;
+    EXPECT_EQ(withoutReferences(u"&lt;&gt;&amp;&quot;&apos; &#1040;&#x411;&#X431;"_s),
+              u"<>&\"' АБб"_s);
+    EXPECT_EQ(withoutReferences(u"&amp;lt; & &; &unknown; &#; a&b"_s).section(u' ', 0, 0),
+              u"&lt;"_s);
+    EXPECT_EQ(withoutReferences(u"& &; &unknown; a&b"_s), u"& &; &unknown; a&b"_s);
+    EXPECT_EQ(withoutReferences(u"&#xD800;&#1114112;&#99999999;"_s), u"\uFFFD\uFFFD\uFFFD"_s);
+    EXPECT_EQ(withoutReferences(u"&#x1F600;"_s), QString::fromUcs4(U"\U0001F600", 1));
+}
+
 } // namespace

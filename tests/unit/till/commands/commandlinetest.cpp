@@ -53,7 +53,9 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"log", "show", "3.2"}, Command::LogShow},
         {{"log", "export", "all", "case.jsonl"}, Command::LogExport},
         {{"log", "replay", "case.jsonl"}, Command::LogReplay},
-        {{"explain", "last"}, Command::Explain}};
+        {{"explain", "last"}, Command::Explain},
+        {{"support", "case.tar"}, Command::Support},
+        {{"erase", "2200000000017"}, Command::Erase}};
     for (const auto& [words, command] : commands) {
         EXPECT_EQ(parsed(words).command, command) << words.front();
     }

@@ -179,7 +179,9 @@ TEST_F(HostileText, steersNothingInWhatACommandPrints)
         {"log show", Command::LogShow, {}, false},
         {"log replay", Command::LogReplay, {}},
         {"explain", Command::Explain, {}},
+        {"erase", Command::Erase, {}},
     };
+    options.card = u"2200000000017"_s;
     for (const Row& row : rows) {
         options.all = true;
         options.record = row.command == Command::Explain ? u"1"_s : u"all"_s;

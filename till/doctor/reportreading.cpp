@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// A report that was made elsewhere.
+
+#include "till/doctor/report.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace till::doctor {
+namespace {
+
+Mark markOf(const QString& name)
+{
+    return name == "ok"_L1        ? Mark::Ok
+           : name == "warning"_L1 ? Mark::Warning
+           : name == "skipped"_L1 ? Mark::Skipped
+                                  : Mark::Fails;
+}
+
+} // namespace
+
+std::optional<Report> Report::fromJson(const QByteArray& json)
+{
+    const QJsonArray checks = QJsonDocument::fromJson(json).object().value("checks"_L1).toArray();
+    Report report;
+    for (const auto& entry : checks) {
+        const QJsonObject row = entry.toObject();
+        const Finding finding{markOf(row.value("mark"_L1).toString()),
+                              row.value("text"_L1).toString(), row.value("mend"_L1).toString(),
+                              false};
+        report.done.append(
+            {row.value("id"_L1).toString(), row.value("title"_L1).toString(), finding});
+    }
+    return report.done.isEmpty() ? std::nullopt : std::optional(report);
+}
+
+} // namespace till::doctor
