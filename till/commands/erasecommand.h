@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "till/commands/options.h"
+#include "till/options.h"
 #include "till/erase/customer.h"
 #include "till/erase/erasurereport.h"
 #include "till/exitcode.h"

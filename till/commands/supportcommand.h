@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "till/commands/options.h"
+#include "till/options.h"
 #include "till/doctor/subject.h"
 #include "till/exitcode.h"
 #include "till/support/supportcontent.h"
