@@ -3,12 +3,21 @@
 
 #include "till/commands/doctorcommand.h"
 
+#include "till/commands/configfile.h"
 #include "till/commands/options.h"
 #include "till/doctor/doctor.h"
+#include "till/doctor/mending.h"
 #include "till/screen/output.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace till::doctor {
 namespace {
@@ -26,26 +35,59 @@ void withoutTheirErrors(QtMsgType type, const QMessageLogContext& context, const
     }
 }
 
-} // namespace
+/// The system's own service delivers the queue of the machine's settings.
+QString serviceStart(const QString& configFile)
+{
+    const bool isMachines = QFileInfo(configFile).absoluteFilePath() == configfile::ofMachine();
+    return isMachines && QFileInfo(u"/run/systemd/system"_s).isDir()
+               ? u"systemctl start orva-delivery"_s
+               : QString();
+}
 
-ExitCode run(const Options& options, Output& out, Output& errors)
+Subject subjectOf(const Options& options)
 {
     Subject subject;
     subject.configFile = options.configFile;
     subject.plugin = options.plugin;
     subject.database = options.database;
     subject.card = options.card;
-    Doctor doctor(subject);
+    subject.serviceStart = serviceStart(options.configFile);
+    return subject;
+}
+
+QString shown(const Report& report, const Mending& mending, const Options& options)
+{
+    if (options.json) {
+        QJsonObject object = report.toJson();
+        if (options.fix) {
+            object.insert(u"fixes"_s, mending.json());
+        }
+        return QString::fromUtf8(QJsonDocument(object).toJson());
+    }
+    return options.quiet ? mending.failures() + report.failures() : mending.text() + report.text();
+}
+
+} // namespace
+
+ExitCode run(const Options& options, Output& out, Output& errors)
+{
+    const Subject subject = subjectOf(options);
     if (!options.verbose) {
         formerHandler = qInstallMessageHandler(withoutTheirErrors);
     }
-    const Report report = doctor.examine();
-    if (!options.verbose && !doctor.leftSomethingBehind()) {
+    Mending mending;
+    auto doctor = std::make_unique<Doctor>(subject);
+    Report report = doctor->examine();
+    while (options.fix && !doctor->leftSomethingBehind() && mending.applyNext(report)) {
+        doctor = std::make_unique<Doctor>(subject);
+        report = doctor->examine();
+    }
+    if (!options.verbose && !doctor->leftSomethingBehind()) {
         qInstallMessageHandler(formerHandler);
     }
-    out.write(options.json ? report.json() : report.text());
+    out.write(shown(report, mending, options));
     const ExitCode code = report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
-    if (doctor.leftSomethingBehind()) {
+    if (doctor->leftSomethingBehind()) {
         // the usual end would wait for locks of the loader that the thread holds
         std::_Exit(int(errors.tellTrouble(out, code)));
     }

@@ -73,6 +73,8 @@ struct Options
     bool offline = false;
     /// With the doctor: the card that the server is asked about.
     QString card;
+    /// With the doctor: it applies what is safe.
+    bool fix = false;
 };
 
 } // namespace till
