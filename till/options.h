@@ -83,6 +83,8 @@ struct Options
     /// With the doctor: the card that the server is asked about. With the erasure: whose customer
     /// is forgotten.
     QString card;
+    /// With the doctor: it applies what is safe.
+    bool fix = false;
 };
 
 } // namespace till

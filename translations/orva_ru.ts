@@ -1470,16 +1470,8 @@ The server&apos;s last refusal:
         <translation>посторонние не могут прочесть ни одного секрета</translation>
     </message>
     <message>
-        <source>%1 holds a secret and others may read it</source>
-        <translation>%1 содержит секрет, а прочесть его могут посторонние</translation>
-    </message>
-    <message>
         <source>all tables and keys are known</source>
         <translation>все таблицы и ключи известны</translation>
-    </message>
-    <message>
-        <source>remove the line, or write the name that is known</source>
-        <translation>уберите строку или напишите известное имя</translation>
     </message>
     <message>
         <source>set, not shown</source>
@@ -1534,10 +1526,6 @@ The server&apos;s last refusal:
         <translation>%1 — не файл, доступный для чтения и записи</translation>
     </message>
     <message>
-        <source>%1 holds credentials and others may open it</source>
-        <translation>%1 содержит учётные данные, а открыть его могут посторонние</translation>
-    </message>
-    <message>
         <source>only its owner may open it</source>
         <translation>открыть может только владелец</translation>
     </message>
@@ -1552,10 +1540,6 @@ The server&apos;s last refusal:
     <message>
         <source>the file is sound</source>
         <translation>файл исправен</translation>
-    </message>
-    <message>
-        <source>too large for a quick look; sqlite3 %1 &quot;PRAGMA integrity_check&quot;</source>
-        <translation>слишком велик для быстрой проверки; sqlite3 %1 &quot;PRAGMA integrity_check&quot;</translation>
     </message>
     <message>
         <source>version %1 of %2</source>
@@ -2373,9 +2357,9 @@ The server&apos;s last refusal:
     </message>
     <message>
         <source>Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be used, 5 not all
-could be written. Ends in less than 5 seconds.</source>
+could be written. Ends in less than 5 seconds, with --fix after each mend anew.</source>
         <translation>Коды завершения: 0 — неудач нет, 1 — есть неудачи, 2 — не годится командная строка,
-5 — показано не всё. Длится меньше 5 секунд.</translation>
+5 — показано не всё. Длится меньше 5 секунд, с --fix — после каждого исправления заново.</translation>
     </message>
     <message>
         <source>What is shown is not whole: %1.</source>
@@ -2982,6 +2966,258 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
     <message>
         <source>It would have more than %1 bytes, and nobody could read it; name fewer records.</source>
         <translation>В нём было бы больше %1 байт, и его никто бы не прочёл; назовите меньше записей.</translation>
+    </message>
+    <message>
+        <source>Apply what is safe, and say so; a changed file is copied first</source>
+        <translation>Исправить то, что безопасно, и сказать об этом; изменяемый файл сначала копируется</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the loyalty server for its https address, and write it as %1 under [%2] in %3</source>
+        <translation>спросите у владельца сервера лояльности его адрес https и запишите его как %1 под [%2] в %3</translation>
+    </message>
+    <message>
+        <source>name the file of the settings with --config</source>
+        <translation>укажите файл настроек ключом --config</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %2, and %3 may not read it: make that account a member of the file&apos;s group</source>
+        <translation>%1 принадлежит %2, и %3 не может его читать: включите эту учётную запись в группу файла</translation>
+    </message>
+    <message>
+        <source>install the plug-in anew, %1 belongs to it</source>
+        <translation>установите модуль заново: %1 — его часть</translation>
+    </message>
+    <message>
+        <source>name regular files on a disk of this machine</source>
+        <translation>укажите обычные файлы на диске этой машины</translation>
+    </message>
+    <message>
+        <source>take out what is nested so deeply</source>
+        <translation>уберите то, что вложено так глубоко</translation>
+    </message>
+    <message>
+        <source>others may read what is secret: %1</source>
+        <translation>другие могут прочитать секретное: %1</translation>
+    </message>
+    <message>
+        <source>take the lines out, or write the names that are known</source>
+        <translation>уберите эти строки или напишите известные имена</translation>
+    </message>
+    <message>
+        <source>name the file with the certificates to trust as caFile under [http]; without one the system&apos;s are trusted</source>
+        <translation>укажите файл с доверенными сертификатами как caFile под [http]; без него доверяют системным</translation>
+    </message>
+    <message>
+        <source>not set: %1, which is installed</source>
+        <translation>не задан: установленный %1</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %2, and %3 may not write it: make that account a member of the group that shares it</source>
+        <translation>%1 принадлежит %2, и %3 не может в него писать: включите эту учётную запись в общую группу</translation>
+    </message>
+    <message>
+        <source>name another file as database under [till]</source>
+        <translation>укажите другой файл как database под [till]</translation>
+    </message>
+    <message>
+        <source>others may open what holds credentials: %1</source>
+        <translation>другие могут открыть файлы с паролями: %1</translation>
+    </message>
+    <message>
+        <source>see to the disk of %1</source>
+        <translation>проверьте диск, на котором %1</translation>
+    </message>
+    <message>
+        <source>make room on the disk of %1</source>
+        <translation>освободите место на диске, где %1</translation>
+    </message>
+    <message>
+        <source>room for %1 files only</source>
+        <translation>есть место только для %1 файлов</translation>
+    </message>
+    <message>
+        <source>too large for a quick look</source>
+        <translation>слишком велик для быстрой проверки</translation>
+    </message>
+    <message>
+        <source>close all tills, keep %1 and what begins with its name, and put a copy in their place; checks that closed since are in the kept ones</source>
+        <translation>закройте все кассы, сохраните %1 и файлы, чьи имена так начинаются, и положите на их место копию; закрытые с тех пор чеки — в сохранённых</translation>
+    </message>
+    <message>
+        <source>install the newer version of the till</source>
+        <translation>установите более новую версию кассы</translation>
+    </message>
+    <message>
+        <source>put the secret into %1, on a line of its own</source>
+        <translation>запишите секрет в %1, одной строкой</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the loyalty server for the right value of %1 under [%2] in %3</source>
+        <translation>спросите у владельца сервера лояльности верное значение %1 под [%2] в %3</translation>
+    </message>
+    <message>
+        <source>install a loyalty plug-in, or write its file as plugin under [till] in %1</source>
+        <translation>установите модуль лояльности или запишите его файл как plugin под [till] в %1</translation>
+    </message>
+    <message>
+        <source>%1, in the place of line %2:</source>
+        <translation>%1, вместо строки %2:</translation>
+    </message>
+    <message>
+        <source>%1, behind line %2:</source>
+        <translation>%1, после строки %2:</translation>
+    </message>
+    <message>
+        <source>%1, at its end:</source>
+        <translation>%1, в конце:</translation>
+    </message>
+    <message>
+        <source>by hand: %1</source>
+        <translation>вручную: %1</translation>
+    </message>
+    <message>
+        <source>mended:</source>
+        <translation>исправлено:</translation>
+    </message>
+    <message>
+        <source>not mended (%1):</source>
+        <translation>не исправлено (%1):</translation>
+    </message>
+    <message>
+        <source>as it was: %1</source>
+        <translation>прежний файл: %1</translation>
+    </message>
+    <message>
+        <source>install the package that holds %1</source>
+        <translation>установите пакет, в котором есть %1</translation>
+    </message>
+    <message>
+        <source>do what the plug-in asks for; %1 shows its log</source>
+        <translation>сделайте то, чего требует модуль; его журнал показывает %1</translation>
+    </message>
+    <message>
+        <source>switch the errors of the category orva on in Qt&apos;s logging rules</source>
+        <translation>включите ошибки категории orva в правилах журнала Qt</translation>
+    </message>
+    <message>
+        <source>write a log4qt.properties with an appender for the logger orva into the folder of the program</source>
+        <translation>положите в папку программы log4qt.properties с приёмником для журнала orva</translation>
+    </message>
+    <message>
+        <source>install the loyalty plug-in anew, made for this version of the till, and name its file as plugin under [till]</source>
+        <translation>установите модуль лояльности заново, собранный для этой версии кассы, и укажите его файл как plugin под [till]</translation>
+    </message>
+    <message>
+        <source>look at it with %1, ask whoever runs the loyalty server, then &quot;queue retry %2&quot; or, if the server has it, &quot;queue settle %2&quot;</source>
+        <translation>посмотрите его командой %1, спросите у владельца сервера лояльности, затем «queue retry %2» или, если сервер его принял, «queue settle %2»</translation>
+    </message>
+    <message>
+        <source>%1 suspended, the oldest (%2) since %3</source>
+        <translation>отложено %1, самый давний (%2) с %3</translation>
+    </message>
+    <message>
+        <source>take it up with &quot;restore %1&quot; in %2, then close it or abandon it</source>
+        <translation>возьмите его командой «restore %1» в %2, затем закройте или отмените</translation>
+    </message>
+    <message>
+        <source>a service delivers what tills leave</source>
+        <translation>служба доставляет то, что оставили кассы</translation>
+    </message>
+    <message>
+        <source>nobody delivers while no till is open</source>
+        <translation>пока ни одна касса не открыта, никто не доставляет</translation>
+    </message>
+    <message>
+        <source>Suspended checks</source>
+        <translation>Отложенные чеки</translation>
+    </message>
+    <message>
+        <source>not read in time</source>
+        <translation>не прочитано вовремя</translation>
+    </message>
+    <message>
+        <source>Delivery without a till</source>
+        <translation>Доставка без кассы</translation>
+    </message>
+    <message>
+        <source>%1 is no folder</source>
+        <translation>%1 — не папка</translation>
+    </message>
+    <message>
+        <source>name another folder under [recording]</source>
+        <translation>укажите другую папку под [recording]</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %2, the till runs as %3: give it a folder of its own</source>
+        <translation>%1 принадлежит %2, а касса работает от имени %3: дайте ей свою папку</translation>
+    </message>
+    <message>
+        <source>Records</source>
+        <translation>Записи</translation>
+    </message>
+    <message>
+        <source>nothing is recorded</source>
+        <translation>ничего не записывается</translation>
+    </message>
+    <message>
+        <source>see to the address in the settings, to the network and to its name server</source>
+        <translation>проверьте адрес в настройках, сеть и её сервер имён</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the network for the proxy&apos;s address, and write it as proxy under [http]</source>
+        <translation>спросите у владельца сети адрес прокси и запишите его как proxy под [http]</translation>
+    </message>
+    <message>
+        <source>see to the address in the settings, to the network, and whether the server runs</source>
+        <translation>проверьте адрес в настройках, сеть и работает ли сервер</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the loyalty server for the certificate of its authority, and name its file as caFile under [http]</source>
+        <translation>спросите у владельца сервера лояльности сертификат его удостоверяющего центра и укажите его файл как caFile под [http]</translation>
+    </message>
+    <message>
+        <source>tell whoever runs the loyalty server: its certificate has to be renewed or put right</source>
+        <translation>сообщите владельцу сервера лояльности: его сертификат нужно продлить или исправить</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the loyalty server; %1 shows what is said on the way</source>
+        <translation>спросите у владельца сервера лояльности; что было сказано, показывает %1</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the loyalty server for user, password and key, and write them into %1 or the files that it names</source>
+        <translation>спросите у владельца сервера лояльности имя, пароль и ключ и запишите их в %1 или в файлы, которые там названы</translation>
+    </message>
+    <message>
+        <source>ask whoever runs the network for the proxy&apos;s user and password, and write them into proxy under [http]</source>
+        <translation>спросите у владельца сети имя и пароль для прокси и запишите их в proxy под [http]</translation>
+    </message>
+    <message>
+        <source>name a card that the server knows with --card, or ask whoever runs it</source>
+        <translation>укажите ключом --card карту, которую знает сервер, или спросите его владельца</translation>
+    </message>
+    <message>
+        <source>set this machine&apos;s clock, and have it follow a time server</source>
+        <translation>поставьте часы этой машины и включите их сверку с сервером времени</translation>
+    </message>
+    <message>
+        <source>write %1 under [%2] in %3</source>
+        <translation>запишите %1 под [%2] в %3</translation>
+    </message>
+    <message>
+        <source>write the value of %1 under [%2] in %3 in quotes</source>
+        <translation>возьмите значение %1 под [%2] в %3 в кавычки</translation>
+    </message>
+    <message>
+        <source>take %1 out of %2</source>
+        <translation>уберите %1 из %2</translation>
+    </message>
+    <message>
+        <source>put line %1 of %2 right, or take it out: texts stand in quotes, a key is there once</source>
+        <translation>исправьте или уберите строку %1 в %2: тексты стоят в кавычках, каждый ключ — один раз</translation>
+    </message>
+    <message>
+        <source>%1, line %2, column %3: %4; the line: %5</source>
+        <translation>%1, строка %2, столбец %3: %4; сама строка: %5</translation>
     </message>
 </context>
 </TS>

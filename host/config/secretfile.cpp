@@ -69,7 +69,7 @@ QString complaintAboutRights(const QString& fileName)
     if ((QFile::permissions(fileName) & tooMuch) == QFile::Permissions()) {
         return {};
     }
-    return u"%1: файл с паролем доступен другим пользователям; закройте доступ (chmod 600 %1)"_s
+    return u"%1: файл с паролем доступен другим пользователям; закройте доступ (chmod g-w,o= %1)"_s
         .arg(fileName);
 }
 

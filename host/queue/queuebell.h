@@ -34,6 +34,14 @@ public:
     /// Forgets the rings so far. Takes the file up anew when somebody has removed it.
     void clear();
 
+    /// Whether somebody listens, in whatever process. Asks for a lock that every listener holds on
+    /// the bell for as long as it lives: the kernel takes it back however a process ends, while a
+    /// number of a process that somebody has written down may be another one's by now. Changes
+    /// nothing. Any thread, does not block.
+    /// @param databaseFile path of the database that the bell hangs beside
+    /// @return false as well where the bell may not be opened
+    static bool isHeard(const QString& databaseFile);
+
     /// Rings; does nothing where nobody has listened yet. To be called after the commit. Any
     /// thread, does not block.
     /// @param databaseFile path of the database that the bell hangs beside
@@ -41,9 +49,11 @@ public:
 
 private:
     void listen();
+    bool takeRings() const;
 
     const QString file;
     int watch;
+    int presence = -1; ///< of the bell, with the lock that says that somebody listens
 };
 
 } // namespace poshost

@@ -287,6 +287,17 @@ QList<CheckRow> CheckStore::list()
     return rows;
 }
 
+SuspendedChecks CheckStore::suspended()
+{
+    poshost::Statement statement(*database, u"SELECT count(*), id, min(updated_at) FROM checks "
+                                            "WHERE state = 'suspended'"_s);
+    if (!statement.next()) {
+        return {};
+    }
+    return {statement.value(0).toInt(), statement.value(1).toString(),
+            QDateTime::fromMSecsSinceEpoch(statement.value(2).toLongLong())};
+}
+
 void CheckStore::forEachClosed(const std::function<void(const Check&)>& take)
 {
     poshost::Statement statement(*database, selectChecks + u"state = 'closed' ORDER BY id"_s);

@@ -39,6 +39,14 @@ struct StoredCheck
     QByteArray data;               ///< as checkcodec reads it, if it is not damaged
 };
 
+/// Checks that customers wait for, or have forgotten.
+struct SuspendedChecks
+{
+    int count = 0;
+    QString oldest; ///< identifier
+    QDateTime since;
+};
+
 /// The till's checks in its database. Every operation throws BasicException "databaseError" when
 /// the database fails and leaves the file as it was; one that reads a check throws Failure when
 /// what is stored of it is damaged.
@@ -66,6 +74,8 @@ public:
     /// A suspended check by its identifier, or with "last" the one suspended last.
     /// @throws Failure when there is none
     Check loadSuspended(const QString& which);
+    /// How many checks are suspended, and the one that was left alone longest.
+    SuspendedChecks suspended();
     /// A closed sale by its identifier or number, or with "last" the one closed last.
     /// @throws Failure (Usage) when there is none, or several have the number
     Check findSale(const QString& which);

@@ -143,14 +143,19 @@ void addDoctor(CLI::App& app, Options& options, Texts& texts)
         addCommand(app, "doctor",
                    QT_TRANSLATE_NOOP("Till", "Check the set-up; change nothing and book nothing"),
                    options, Command::Doctor);
+    doctor->add_flag("--fix", options.fix,
+                     words(QT_TRANSLATE_NOOP("Till", "Apply what is safe, and say so; a changed "
+                                                     "file is copied first")));
     doctor->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
     doctor->add_option(
         "--card", texts.card,
         words(QT_TRANSLATE_NOOP("Till", "Card to ask the server about; otherwise one of zeros")));
     addFrom(doctor, texts);
     doctor->footer(words(QT_TRANSLATE_NOOP(
-        "Till", "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
-                "used, 5 not all\ncould be written. Ends in less than 5 seconds.")));
+        "Till",
+        "Exit codes: 0 no check fails, 1 a check fails, 2 the command line cannot be "
+        "used, 5 not all\ncould be written. Ends in less than 5 seconds, with --fix after each "
+        "mend anew.")));
 }
 
 void addInit(CLI::App& app, Options& options, Texts& texts)

@@ -3,15 +3,24 @@
 
 #include "till/commands/doctorcommand.h"
 
+#include "till/configfile.h"
 #include "till/doctor/doctor.h"
+#include "till/doctor/mending.h"
 #include "till/failure.h"
 #include "till/options.h"
 #include "till/screen/output.h"
 #include "till/support/supportarchive.h"
 #include "till/text.h"
 
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace till::doctor {
 namespace {
@@ -29,10 +38,36 @@ void withoutTheirErrors(QtMsgType type, const QMessageLogContext& context, const
     }
 }
 
-ExitCode print(const Report& report, const Options& options, Output& out)
+/// The system's own service delivers the queue of the machine's settings.
+QString serviceStart(const QString& configFile)
 {
-    out.write(options.json ? report.json() : report.text());
-    return report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
+    const bool isMachines = QFileInfo(configFile).absoluteFilePath() == configfile::ofMachine();
+    return isMachines && QFileInfo(u"/run/systemd/system"_s).isDir()
+               ? u"systemctl start orva-delivery"_s
+               : QString();
+}
+
+Subject subjectOf(const Options& options)
+{
+    Subject subject;
+    subject.configFile = options.configFile;
+    subject.plugin = options.plugin;
+    subject.database = options.database;
+    subject.card = options.card;
+    subject.serviceStart = serviceStart(options.configFile);
+    return subject;
+}
+
+QString shown(const Report& report, const Mending& mending, const Options& options)
+{
+    if (options.json) {
+        QJsonObject object = report.toJson();
+        if (options.fix) {
+            object.insert(u"fixes"_s, mending.json());
+        }
+        return QString::fromUtf8(QJsonDocument(object).toJson());
+    }
+    return options.quiet ? mending.failures() + report.failures() : mending.text() + report.text();
 }
 
 /// The report that another till has handed on.
@@ -44,7 +79,8 @@ ExitCode showElsewhere(const Options& options, Output& out)
         throw Failure(Text::tr("%1 holds no report; have it made again.").arg(options.file),
                       ExitCode::Usage);
     }
-    return print(*report, options, out);
+    out.write(shown(*report, Mending(), options));
+    return report->count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
 }
 
 } // namespace
@@ -59,21 +95,23 @@ ExitCode run(const Options& options, Output& out, Output& errors)
             return failure.exitCode();
         }
     }
-    Subject subject;
-    subject.configFile = options.configFile;
-    subject.plugin = options.plugin;
-    subject.database = options.database;
-    subject.card = options.card;
-    Doctor doctor(subject);
+    const Subject subject = subjectOf(options);
     if (!options.verbose) {
         formerHandler = qInstallMessageHandler(withoutTheirErrors);
     }
-    const Report report = doctor.examine();
-    if (!options.verbose && !doctor.leftSomethingBehind()) {
+    Mending mending;
+    auto doctor = std::make_unique<Doctor>(subject);
+    Report report = doctor->examine();
+    while (options.fix && !doctor->leftSomethingBehind() && mending.applyNext(report)) {
+        doctor = std::make_unique<Doctor>(subject);
+        report = doctor->examine();
+    }
+    if (!options.verbose && !doctor->leftSomethingBehind()) {
         qInstallMessageHandler(formerHandler);
     }
-    const ExitCode code = print(report, options, out);
-    if (doctor.leftSomethingBehind()) {
+    out.write(shown(report, mending, options));
+    const ExitCode code = report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
+    if (doctor->leftSomethingBehind()) {
         // the usual end would wait for locks of the loader that the thread holds
         std::_Exit(int(errors.tellTrouble(out, code)));
     }

@@ -20,10 +20,10 @@ QString installedPlugin()
     return plugins.size() == 1 ? folder.filePath(plugins.first()) : QString();
 }
 
-QString chosenPlugin(const QString& named, const Config& config)
+QString chosenPlugin(const QString& named, const Config& config, const QString& installed)
 {
     const QString file = named.isEmpty() ? config.getString(u"till:plugin"_s, QString()) : named;
-    return file.isEmpty() ? installedPlugin() : file;
+    return file.isEmpty() ? installed : file;
 }
 
 } // namespace till

@@ -16,6 +16,8 @@ QString installedPlugin();
 /// The plug-in that is to be loaded: the one of the command line, otherwise that of the
 /// configuration, otherwise the installed one; empty when there is none.
 /// @param named on the command line, empty for none
-QString chosenPlugin(const QString& named, const Config& config);
+/// @param installed the installed one, empty for none
+QString chosenPlugin(const QString& named, const Config& config,
+                     const QString& installed = installedPlugin());
 
 } // namespace till

@@ -7,6 +7,7 @@
 #include "host/http/serveraddress.h"
 #include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
+#include "till/doctor/settingsfile.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
 
@@ -25,30 +26,26 @@ constexpr int shortestSensible = 2;
 constexpr int longestSensible = 30;
 
 /// The line with the address as it should be, without what must not be shown.
-QString line(const poshost::ConfigKey& key, QUrl url)
+Mend line(const poshost::ConfigKey& key, const SettingsFile& file, QUrl url)
 {
     url.setQuery(QString());
     url.setFragment(QString());
-    return keylines::line(key, u"\"%1\""_s.arg(poshost::serveraddress::shown(url)));
+    return file.set(key, SettingsFile::quoted(poshost::serveraddress::shown(url)));
 }
 
-bool isHere(const QString& host)
+Finding lookAtScheme(const poshost::ConfigKey& key, const SettingsFile& file, const QUrl& url)
 {
-    return host == "localhost"_L1 || host.startsWith("127."_L1) || host == "::1"_L1;
-}
-
-Finding lookAtScheme(const poshost::ConfigKey& key, const QUrl& url)
-{
-    if (url.scheme() == "http"_L1 && !isHere(url.host())) {
-        QUrl secure = url;
-        secure.setScheme(u"https"_s);
-        return Finding::warning(Text::tr("http: everybody on the way can read the credentials"),
-                                line(key, secure));
+    if (url.scheme() == "http"_L1 && !keylines::isHere(url.host())) {
+        return Finding::warning(
+            Text::tr("http: everybody on the way can read the credentials"),
+            Mend::words(Text::tr("ask whoever runs the loyalty server for its https address, and "
+                                 "write it as %1 under [%2] in %3")
+                            .arg(key.key, key.table, file.name())));
     }
     return Finding::ok(url.scheme());
 }
 
-Finding lookAtSlash(const poshost::ConfigKey& key, const QUrl& url)
+Finding lookAtSlash(const poshost::ConfigKey& key, const SettingsFile& file, const QUrl& url)
 {
     if (url.path().endsWith(u'/')) {
         return Finding::ok(Text::tr("ends with \"/\""));
@@ -58,23 +55,23 @@ Finding lookAtSlash(const poshost::ConfigKey& key, const QUrl& url)
     return Finding::fails(Text::tr("%1 does not end with \"/\"; what is asked for is put right "
                                    "behind it")
                               .arg(poshost::serveraddress::shown(url)),
-                          line(key, mended));
+                          line(key, file, mended).safe());
 }
 
-Finding lookAtQuery(const poshost::ConfigKey& key, const QUrl& url)
+Finding lookAtQuery(const poshost::ConfigKey& key, const SettingsFile& file, const QUrl& url)
 {
     return url.hasQuery() || url.hasFragment()
                ? Finding::warning(Text::tr("something stands behind \"?\" or \"#\" and goes out "
                                            "with every request"),
-                                  line(key, url))
+                                  line(key, file, url))
                : Finding::ok(Text::tr("none"));
 }
 
-Finding lookAtTimeout(const poshost::ConfigKey& key, const Config& config)
+Finding lookAtTimeout(const poshost::ConfigKey& key, const SettingsFile& file, const Config& config)
 {
     const int defaultSeconds = key.defaultValue.toInt();
     const int seconds = config.getInt(key.name(), defaultSeconds);
-    const QString mend = keylines::sampleLine(key);
+    const Mend mend = file.set(key, QString::number(defaultSeconds)).safe();
     if (seconds <= 0) {
         return Finding::warning(
             Text::tr("%1 stands for %2 seconds").arg(seconds).arg(defaultSeconds), mend);
@@ -96,9 +93,11 @@ void checkAddress(Report& report, const Subject& subject)
     const QUrl url(subject.serverAddress());
     const QString scheme = u"address.scheme"_s;
     const auto address = poshost::knownkeys::find(Use::ServerAddress);
-    const auto look = [&](Finding (*at)(const poshost::ConfigKey&, const QUrl&)) {
-        return address ? at(*address, url) : Finding::notNeeded(keylines::nobodyKnows());
-    };
+    const SettingsFile file(subject.configFile);
+    const auto look =
+        [&](Finding (*at)(const poshost::ConfigKey&, const SettingsFile&, const QUrl&)) {
+            return address ? at(*address, file, url) : Finding::notNeeded(keylines::nobodyKnows());
+        };
     report.check(scheme, Text::tr("Server address"), keylines::needed(Use::ServerAddress),
                  [&] { return look(lookAtScheme); });
     report.check(u"address.slash"_s, Text::tr("Server address, its end"), {scheme},
@@ -107,7 +106,7 @@ void checkAddress(Report& report, const Subject& subject)
                  [&] { return look(lookAtQuery); });
     const auto timeout = poshost::knownkeys::find(Use::Timeout);
     report.check(u"timeout"_s, Text::tr("Time-out"), keylines::needed(Use::Timeout), [&] {
-        return timeout ? lookAtTimeout(*timeout, *subject.config)
+        return timeout ? lookAtTimeout(*timeout, file, *subject.config)
                        : Finding::notNeeded(keylines::nobodyKnows());
     });
 }

@@ -5,10 +5,9 @@
 
 #include "host/database/database.h"
 #include "host/queue/databaseexamination.h"
-#include "host/services/currenttime.h"
 #include "till/doctor/report.h"
+#include "till/doctor/shell.h"
 #include "till/doctor/subject.h"
-#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -27,29 +26,44 @@ constexpr quint64 mebibyte = 1024 * 1024;
 /// What a day of sales may need: below it the till may stop at any moment.
 constexpr quint64 failBytes = 16 * mebibyte;
 constexpr quint64 warnBytes = 256 * mebibyte;
+/// The till's own: database, log, index, locks, a record for each check.
+constexpr quint64 failFiles = 64;
 
-constexpr qint64 warnHours = 1;
-constexpr qint64 failHours = 24;
-constexpr qint64 secondsAnHour = 3600;
+Mend ofRights(const QString& path, const QString& rights)
+{
+    return shell::isOwn(path)
+               ? Mend::command(shell::chmod(rights, {path})).safe()
+               : Mend::words(Text::tr("%1 belongs to %2, and %3 may not write it: make that "
+                                      "account a member of the group that shares it")
+                                 .arg(path, shell::ownerOf(path), shell::account()));
+}
 
 Finding lookAtFile(const QString& file)
 {
     const QFileInfo information(file);
     const QString folder = information.absolutePath();
     if (!QFileInfo(folder).isDir()) {
-        return Finding::fails(Text::tr("the folder %1 is not there").arg(folder),
-                              u"mkdir -p %1"_s.arg(folder));
+        // a disk that is not mounted looks the same, so nobody makes it unasked
+        return Finding::fails(
+            Text::tr("the folder %1 is not there").arg(folder),
+            QFileInfo::exists(folder)
+                ? Mend::words(Text::tr("name another file as database under [till]"))
+                : Mend::command(shell::words({u"mkdir"_s, u"-p"_s, u"-m"_s, u"700"_s, folder})));
     }
     if (!QFileInfo(folder).isWritable()) {
         return Finding::fails(Text::tr("nothing can be written into %1").arg(folder),
-                              u"ls -ld %1"_s.arg(folder));
+                              ofRights(folder, u"u+rwx"_s));
     }
     if (!information.exists()) {
         return Finding::ok(Text::tr("%1 will be made by the first sale").arg(file));
     }
-    if (!information.isFile() || !information.isReadable() || !information.isWritable()) {
+    if (!information.isFile()) {
         return Finding::fails(Text::tr("%1 is no file that can be read and written").arg(file),
-                              u"ls -l %1"_s.arg(file));
+                              Mend::words(Text::tr("name another file as database under [till]")));
+    }
+    if (!information.isReadable() || !information.isWritable()) {
+        return Finding::fails(Text::tr("%1 is no file that can be read and written").arg(file),
+                              ofRights(file, u"u+rw"_s));
     }
     return Finding::ok(file);
 }
@@ -58,108 +72,95 @@ Finding lookAtRights(const QString& file)
 {
     constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                           QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    QStringList open;
     for (const QString& part : {file, file + u"-wal"_s, file + u"-shm"_s}) {
         if (QFile::exists(part) &&
             (QFile::permissions(part) & others & ~poshost::Database::rightsOf(part))) {
-            return Finding::warning(
-                Text::tr("%1 holds credentials and others may open it").arg(part),
-                u"chmod 600 %1"_s.arg(part));
+            open.append(part);
         }
     }
-    return Finding::ok(poshost::Database::rightsOf(file) & QFile::WriteGroup
-                           ? Text::tr("only its owner and the folder's group may open it")
-                           : Text::tr("only its owner may open it"));
+    const bool isShared = poshost::Database::rightsOf(file).testFlag(QFile::WriteGroup);
+    if (!open.isEmpty()) {
+        return Finding::warning(
+            Text::tr("others may open what holds credentials: %1").arg(open.join(u", "_s)),
+            Mend::command(shell::chmod(isShared ? u"g-x,o="_s : u"go="_s, open)).safe());
+    }
+    return Finding::ok(isShared ? Text::tr("only its owner and the folder's group may open it")
+                                : Text::tr("only its owner may open it"));
 }
 
 Finding lookAtDisk(const QString& folder)
 {
     struct statvfs disk
     {};
-    const QString look = u"df -h %1"_s.arg(folder);
     if (::statvfs(QFile::encodeName(folder).constData(), &disk) != 0) {
-        return Finding::warning(Text::tr("the free space is not known"), look);
+        return Finding::warning(Text::tr("the free space is not known"),
+                                Mend::words(Text::tr("see to the disk of %1").arg(folder)));
     }
+    const Mend room = Mend::words(Text::tr("make room on the disk of %1").arg(folder));
     const quint64 bytes = quint64(disk.f_bavail) * disk.f_frsize;
     const QString text = Text::tr("%1 MiB are free").arg(bytes / mebibyte);
     if (bytes < failBytes) {
-        return Finding::fails(text, look);
+        return Finding::fails(text, room);
     }
-    return bytes < warnBytes ? Finding::warning(text, look) : Finding::ok(text);
+    // some file systems count no files
+    if (disk.f_files > 0 && disk.f_favail < failFiles) {
+        return Finding::fails(Text::tr("room for %1 files only").arg(disk.f_favail), room);
+    }
+    return bytes < warnBytes ? Finding::warning(text, room) : Finding::ok(text);
 }
 
-Finding lookAtIntegrity(const poshost::DatabaseExamination& found, const QString& file)
+/// A log without its index, that of a till which was stopped: the next one that opens the file
+/// brings both together.
+bool isLeftInTheMiddle(const QString& file)
+{
+    return QFileInfo(file).size() > 1 && QFileInfo(file + u"-wal"_s).size() > 0 &&
+           !QFile::exists(file + u"-shm"_s);
+}
+
+Finding lookAtIntegrity(const poshost::DatabaseExamination& found, const Subject& subject)
 {
     switch (found.integrity) {
     case Integrity::Sound:
         return Finding::ok(Text::tr("the file is sound"));
     case Integrity::Unfinished:
-        return Finding::notNeeded(
-            Text::tr("too large for a quick look; sqlite3 %1 \"PRAGMA integrity_check\"")
-                .arg(file));
+        return Finding::notNeeded(Text::tr("too large for a quick look"));
     case Integrity::Damaged:
     case Integrity::Unreadable:
         break;
     }
-    return Finding::fails(found.trouble,
-                          u"sqlite3 %1 \".recover\" | sqlite3 mended.sqlite"_s.arg(file));
+    const QString file = subject.databaseFile();
+    return Finding::fails(
+        found.trouble,
+        isLeftInTheMiddle(file)
+            ? Mend::command(subject.command({u"checks"_s}))
+            : Mend::words(
+                  Text::tr("close all tills, keep %1 and what begins with its name, and put "
+                           "a copy in their place; checks that closed since are in the kept "
+                           "ones")
+                      .arg(file)));
 }
 
-Finding lookAtSchema(const poshost::DatabaseExamination& found, const QString& file)
+Finding lookAtSchema(const poshost::DatabaseExamination& found, const Subject& subject)
 {
+    const QString file = subject.databaseFile();
     const QString text =
         Text::tr("version %1 of %2").arg(found.schemaVersion).arg(found.newestVersion);
     if (found.schemaVersion > found.newestVersion) {
         return Finding::fails(Text::tr("%1: a newer program has written the file").arg(text),
-                              u"apt-get install --only-upgrade orva"_s);
+                              Mend::words(Text::tr("install the newer version of the till")));
     }
     if (!found.isTillFile) {
-        return Finding::fails(Text::tr("%1 is no till's database").arg(file),
-                              u"[till] database = \"till.sqlite\""_s);
+        return Finding::fails(
+            Text::tr("%1 is no till's database").arg(file),
+            QFileInfo(file).size() == 0
+                ? Mend::command(shell::words({u"rm"_s, file}))
+                : Mend::words(Text::tr("name another file as database under [till]")));
     }
     if (found.schemaVersion < found.newestVersion) {
         return Finding::notDone(Text::tr("%1; brought up to date by the next sale").arg(text));
     }
     return Finding::ok(text);
-}
-
-Finding lookAtOldest(const poshost::DatabaseExamination& found)
-{
-    if (!found.firstWaiting) {
-        return Finding::ok(Text::tr("nothing waits"));
-    }
-    const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
-    const qint64 hours = found.firstWaiting->createdAt.secsTo(now) / secondsAnHour;
-    const QString text = Text::tr("%1 wait, the oldest (%2) since %3")
-                             .arg(found.counts.waiting)
-                             .arg(found.firstWaiting->id)
-                             .arg(timetext::toTheMinute(found.firstWaiting->createdAt));
-    const QString mend = u"orva-till queue deliver"_s;
-    if (hours >= failHours) {
-        return Finding::fails(text, mend);
-    }
-    return hours >= warnHours ? Finding::warning(text, mend) : Finding::ok(text);
-}
-
-Finding lookAtPaused(const poshost::DatabaseExamination& found)
-{
-    if (!found.firstPaused) {
-        return Finding::ok(Text::tr("none"));
-    }
-    return Finding::fails(Text::tr("%1 wait for other credentials or another address (%2)")
-                              .arg(found.counts.paused)
-                              .arg(found.firstPaused->lastError),
-                          u"orva-till queue reauthorize"_s);
-}
-
-Finding lookAtParked(const poshost::DatabaseExamination& found)
-{
-    if (!found.firstParked) {
-        return Finding::ok(Text::tr("none"));
-    }
-    return Finding::fails(Text::tr("%1 wait for somebody to decide (%2)")
-                              .arg(found.counts.parked)
-                              .arg(found.firstParked->lastError),
-                          u"orva-till queue show %1"_s.arg(found.firstParked->id));
 }
 
 } // namespace
@@ -181,27 +182,21 @@ void databasechecks::checkFile(Report& report, const Subject& subject)
 void databasechecks::checkContent(Report& report, const Subject& subject,
                                   const std::optional<poshost::DatabaseExamination>& found)
 {
-    using Look = Finding (*)(const poshost::DatabaseExamination&);
-    const QString file = subject.databaseFile();
     const QString integrity = u"database.integrity"_s;
-    const QString schema = u"database.schema"_s;
-    const bool exists = QFile::exists(file);
+    const bool exists = QFile::exists(subject.databaseFile());
     const auto notMade = [] { return Finding::notNeeded(Text::tr("not made yet")); };
     report.check(integrity, Text::tr("Database, content"), {u"database.file"_s}, [&] {
         if (!exists) {
             return notMade();
         }
-        return found ? lookAtIntegrity(*found, file)
-                     : Finding::fails(Text::tr("is not read in time"), u"ls -l %1"_s.arg(file));
+        return found ? lookAtIntegrity(*found, subject)
+                     : Finding::fails(
+                           Text::tr("is not read in time"),
+                           Mend::words(
+                               Text::tr("see to the disk of %1").arg(subject.databaseFile())));
     });
-    report.check(schema, Text::tr("Database, version"), {integrity},
-                 [&] { return exists ? lookAtSchema(*found, file) : notMade(); });
-    const auto queue = [&](const QString& id, const QString& title, Look look) {
-        report.check(id, title, {schema}, [&] { return exists ? look(*found) : notMade(); });
-    };
-    queue(u"queue.oldest"_s, Text::tr("Queue, waiting"), lookAtOldest);
-    queue(u"queue.paused"_s, Text::tr("Queue, paused"), lookAtPaused);
-    queue(u"queue.parked"_s, Text::tr("Queue, parked"), lookAtParked);
+    report.check(u"database.schema"_s, Text::tr("Database, version"), {integrity},
+                 [&] { return exists ? lookAtSchema(*found, subject) : notMade(); });
 }
 
 } // namespace till::doctor

@@ -5,12 +5,15 @@
 
 #include "host/http/connectionprobe.h"
 #include "host/queue/databaseexamination.h"
+#include "till/checks/checkstore.h"
 #include "till/doctor/addresschecks.h"
 #include "till/doctor/configchecks.h"
 #include "till/doctor/databasechecks.h"
 #include "till/doctor/errand.h"
 #include "till/doctor/pluginchecks.h"
 #include "till/doctor/pluginvisit.h"
+#include "till/doctor/queuechecks.h"
+#include "till/doctor/recordingchecks.h"
 #include "till/doctor/roadchecks.h"
 #include "till/doctor/serverchecks.h"
 #include "till/doctor/services.h"
@@ -32,6 +35,7 @@ constexpr int pluginMilliseconds = 1500;
 constexpr int questionSeconds = 2;
 constexpr int roadMilliseconds = 1500;
 constexpr int databaseMilliseconds = 1500;
+constexpr int suspendedMilliseconds = 500;
 /// A busy disk may let a single page wait.
 constexpr int longestDatabaseWait = 3500;
 constexpr int wholeMilliseconds = 4800;
@@ -51,6 +55,13 @@ auto notEnded()
     return probe;
 }
 
+/// What was found in the database.
+struct DatabaseLook
+{
+    poshost::DatabaseExamination examination;
+    std::optional<SuspendedChecks> suspended;
+};
+
 /// Everything that waits, begun together.
 class Errands
 {
@@ -60,8 +71,10 @@ public:
     {
         const QString file = subject.databaseFile();
         if (report.isClear({u"database.file"_s}) && QFileInfo::exists(file)) {
-            database.emplace(
-                [file] { return poshost::DatabaseExamination::of(file, databaseMilliseconds); });
+            database.emplace([file] {
+                return DatabaseLook{poshost::DatabaseExamination::of(file, databaseMilliseconds),
+                                    queuechecks::suspendedIn(file, suspendedMilliseconds)};
+            });
         }
         const QUrl url(subject.serverAddress());
         if (report.isClear({u"address.scheme"_s, u"config.http.proxy"_s}) && !url.isEmpty()) {
@@ -97,10 +110,9 @@ public:
         return road ? road->await(roadEnd).value_or(notEnded()) : poshost::ConnectionProbe();
     }
 
-    std::optional<poshost::DatabaseExamination> awaitDatabase()
+    std::optional<DatabaseLook> awaitDatabase()
     {
-        std::optional<poshost::DatabaseExamination> found =
-            database ? database->await(databaseEnd) : std::nullopt;
+        std::optional<DatabaseLook> found = database ? database->await(databaseEnd) : std::nullopt;
         databaseHangs = database && !found;
         return found;
     }
@@ -117,7 +129,7 @@ private:
     const QDeadlineTimer databaseEnd{longestDatabaseWait};
     const QDeadlineTimer roadEnd{roadMilliseconds + grace};
     std::optional<Errand<poshost::ConnectionProbe>> road;
-    std::optional<Errand<poshost::DatabaseExamination>> database;
+    std::optional<Errand<DatabaseLook>> database;
     bool databaseHangs = false;
 };
 
@@ -132,6 +144,7 @@ Report Doctor::examine()
     checkConfig(report, subject);
     checkAddress(report, subject);
     databasechecks::checkFile(report, subject);
+    checkRecording(report, subject);
 
     Errands errands(subject, report);
     checkPlugin(report, subject, *errands.visit, QDeadlineTimer(pluginMilliseconds));
@@ -139,7 +152,10 @@ Report Doctor::examine()
     const bool asks = serverchecks::mayAsk(report);
     errands.visit->decide(asks);
     serverchecks::check(report, subject, asks ? errands.awaitExchange() : std::nullopt);
-    databasechecks::checkContent(report, subject, errands.awaitDatabase());
+    const std::optional<DatabaseLook> database = errands.awaitDatabase();
+    const auto examination = database ? std::optional(database->examination) : std::nullopt;
+    databasechecks::checkContent(report, subject, examination);
+    queuechecks::check(report, subject, examination, database ? database->suspended : std::nullopt);
     leftBehind = !errands.putAway(end);
     return report;
 }

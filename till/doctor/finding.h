@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "till/doctor/mend.h"
+
 #include <QString>
 
 namespace till::doctor {
@@ -20,16 +22,16 @@ struct Finding
 {
     Mark mark = Mark::Ok;
     QString text; ///< what was found, a sentence or a value; never a secret
-    QString mend; ///< the line that mends it: of the configuration, or a command
+    Mend mend;    ///< what puts it right: with a warning and a failure, and only there
     /// Whether what builds on this check cannot be done.
     bool blocks = false;
 
     static Finding ok(const QString& text) { return {Mark::Ok, text, {}, false}; }
-    static Finding warning(const QString& text, const QString& mend)
+    static Finding warning(const QString& text, const Mend& mend)
     {
         return {Mark::Warning, text, mend, false};
     }
-    static Finding fails(const QString& text, const QString& mend)
+    static Finding fails(const QString& text, const Mend& mend)
     {
         return {Mark::Fails, text, mend, true};
     }

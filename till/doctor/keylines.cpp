@@ -49,14 +49,9 @@ QString keylines::idOf(const poshost::ConfigKey& key)
     return u"config.%1.%2"_s.arg(key.table, key.key);
 }
 
-QString keylines::line(const poshost::ConfigKey& key, const QString& value)
+bool keylines::isHere(const QString& host)
 {
-    return u"[%1] %2 = %3"_s.arg(key.table, key.key, value);
-}
-
-QString keylines::sampleLine(const poshost::ConfigKey& key)
-{
-    return line(key, key.sample);
+    return host == "localhost"_L1 || host.startsWith("127."_L1) || host == "::1"_L1;
 }
 
 QStringList keylines::needed(poshost::ConfigKey::Use use)

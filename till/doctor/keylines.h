@@ -13,10 +13,8 @@ namespace till::doctor::keylines {
 
 /// The identifier of the key's check: "config.TABLE.KEY".
 QString idOf(const poshost::ConfigKey& key);
-/// The line of the configuration with that value, as TOML writes it: "[TABLE] KEY = value".
-QString line(const poshost::ConfigKey& key, const QString& value);
-/// The line with the sheet's sample.
-QString sampleLine(const poshost::ConfigKey& key);
+/// Whether a host is this machine.
+bool isHere(const QString& host);
 /// The checks before one that needs the key with that use: that of the key, or where no sheet names
 /// one, that of the plug-in's.
 QStringList needed(poshost::ConfigKey::Use use);

@@ -45,6 +45,26 @@ QHash<QString, QString> readProperties(const QString& name)
     return properties;
 }
 
+/// The line that gives a key that value: in the place of the one there, or at the end. One that
+/// goes on in the next line is left: of two the library takes the later one.
+Mend settingMend(const QString& name, const QString& key, const QString& value)
+{
+    QFile file(name);
+    const QString path = QFileInfo(name).absoluteFilePath();
+    const QString setting = key + u'=' + value;
+    if (!file.open(QIODevice::ReadOnly)) {
+        return Mend::line(setting, path, Mend::Place::AtEnd);
+    }
+    const QStringList lines = QString::fromUtf8(file.read(longestFile)).split(u'\n');
+    for (qsizetype index = 0; index < lines.size(); ++index) {
+        const QString& line = lines.at(index);
+        if (line.section(u'=', 0, 0).trimmed() == key && !line.endsWith(u'\\')) {
+            return Mend::line(setting, path, Mend::Place::Instead, int(index) + 1);
+        }
+    }
+    return Mend::line(setting, path, Mend::Place::AtEnd);
+}
+
 /// What the library would read in a till at work, the same environment given; empty for nothing.
 QString configurationFile()
 {
@@ -97,7 +117,10 @@ void addTarget(LibraryConfig& config, const QHash<QString, QString>& properties,
         properties.value(key + u".appendFile"_s).compare(u"true"_s, Qt::CaseInsensitive) == 0;
     if (!file.isEmpty() && !appends && config.cutFile.isEmpty()) {
         config.cutFile = file;
-        config.cutMend = key + u".appendFile=true"_s;
+        if (config.switchedOff) {
+            return;
+        }
+        config.mend = settingMend(config.file, key + u".appendFile"_s, u"true"_s);
     }
 }
 
@@ -115,6 +138,10 @@ LibraryConfig LibraryConfig::find()
     const LoggerEntry root(properties.value(prefix + u"rootLogger"_s));
     const QString level = own.level.isEmpty() ? root.level : own.level;
     config.switchedOff = level == "OFF"_L1;
+    if (config.switchedOff) {
+        config.mend = settingMend(config.file, prefix + u"logger.orva"_s,
+                                  (QStringList{u"INFO"_s} + own.appenders).join(u", "_s));
+    }
     QStringList appenders = own.appenders;
     if (properties.value(prefix + u"additivity.orva"_s) != "false"_L1) {
         appenders += root.appenders;

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "till/doctor/mend.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,8 +18,8 @@ struct LibraryConfig
     QString file;             ///< that the library reads; empty: it finds none
     QStringList targets;      ///< files, or an appender's kind where it is none
     QString cutFile;          ///< the first of these that every start of a till empties
-    QString cutMend;          ///< the line that has the library append to it
     bool switchedOff = false; ///< the logger's level lets nothing through
+    Mend mend;                ///< the line that has the library append to the file, or write at all
 
     /// Looks where the library looks, the environment first.
     static LibraryConfig find();

@@ -5,9 +5,11 @@
 
 #include "host/loyalty/basicplugin.h"
 #include "till/desk/librarylog.h"
+#include "till/doctor/keymends.h"
 #include "till/doctor/libraryconfig.h"
 #include "till/doctor/pluginvisit.h"
 #include "till/doctor/report.h"
+#include "till/doctor/shell.h"
 #include "till/doctor/subject.h"
 #include "till/text.h"
 
@@ -27,20 +29,24 @@ using Step = PluginFailure::Step;
 class PluginChecks
 {
 public:
-    PluginChecks(const QString& pluginFile, PluginVisit& steps, const QDeadlineTimer& limit)
-        : file(pluginFile), visit(steps), deadline(limit)
+    PluginChecks(const Subject& given, PluginVisit& steps, const QDeadlineTimer& limit)
+        : subject(given), file(given.pluginFile()), visit(steps), deadline(limit)
     {}
 
     Finding fileIsThere() const
     {
         const QFileInfo information(file);
-        const QString look = u"ls -lL %1"_s.arg(file);
         if (!information.exists()) {
-            return Finding::fails(Text::tr("%1 is not there").arg(file),
-                                  u"[till] plugin = \"/usr/lib/orva/liborva.so\""_s);
+            return Finding::fails(Text::tr("%1 is not there").arg(file), anotherOne());
+        }
+        if (information.isFile() && !information.isReadable() && shell::isOwn(file)) {
+            return Finding::fails(
+                Text::tr("%1 is no file that can be read").arg(file),
+                Mend::command(shell::chmod(u"u+r"_s, {information.absoluteFilePath()})).safe());
         }
         if (!information.isFile() || !information.isReadable()) {
-            return Finding::fails(Text::tr("%1 is no file that can be read").arg(file), look);
+            return Finding::fails(Text::tr("%1 is no file that can be read").arg(file),
+                                  anotherOne());
         }
         return Finding::ok(file);
     }
@@ -52,7 +58,7 @@ public:
             return hangs();
         }
         const QString iid = metadata->metadata.value("IID"_L1).toString();
-        const QString mend = u"[till] plugin = \"/usr/lib/orva/liborva.so\""_s;
+        const Mend mend = anotherOne();
         if (metadata->metadata.isEmpty()) {
             return Finding::fails(Text::tr("no plug-in (%1)").arg(metadata->error), mend);
         }
@@ -78,9 +84,7 @@ public:
                                  .arg(built.toString(), build, QLibraryInfo::version().toString());
         // Qt loads what was made with an older minor version of the same major one
         const bool fits = built.majorVersion() == here.majorVersion() && built <= here;
-        return fits ? Finding::ok(text)
-                    : Finding::fails(text, u"cmake --preset release && cmake --build --preset "
-                                           "release --target orva"_s);
+        return fits ? Finding::ok(text) : Finding::fails(text, anotherOne());
     }
 
     Finding hasLibraries()
@@ -90,8 +94,11 @@ public:
             return Finding::notNeeded(Text::tr("not known, since the plug-in is still loading"));
         }
         if (!loading->missingLibrary.isEmpty()) {
-            return Finding::fails(Text::tr("%1 is not found").arg(loading->missingLibrary),
-                                  u"ldd %1"_s.arg(file));
+            return Finding::fails(
+                Text::tr("%1 is not found").arg(loading->missingLibrary),
+                keymends::ofPlugin(
+                    subject,
+                    Text::tr("install the package that holds %1").arg(loading->missingLibrary)));
         }
         return Finding::ok(Text::tr("all are found"));
     }
@@ -102,7 +109,7 @@ public:
             return hangs();
         }
         return loading->loaded ? Finding::ok(Text::tr("with all its symbols"))
-                               : Finding::fails(loading->error, u"ldd -r %1"_s.arg(file));
+                               : Finding::fails(loading->error, anotherOne());
     }
 
     Finding fitsHost()
@@ -112,9 +119,7 @@ public:
             return Finding::notNeeded(Text::tr("not known, since the plug-in does not get ready"));
         }
         if (meeting->failedAt && *meeting->failedAt != Step::Initialisation) {
-            return Finding::fails(meeting->refusal,
-                                  u"cmake -DORVA_ABSTRACT_PLUGIN_IID=%1 --preset release"_s.arg(
-                                      QLatin1StringView(ABSTRACT_PLUGIN_IID)));
+            return Finding::fails(meeting->refusal, anotherOne());
         }
         return Finding::ok(QLatin1StringView(ABSTRACT_PLUGIN_IID));
     }
@@ -125,7 +130,11 @@ public:
             return hangs();
         }
         if (meeting->failedAt) {
-            return Finding::fails(meeting->refusal, u"orva-till --verbose checks"_s);
+            return Finding::fails(
+                meeting->refusal,
+                keymends::ofPlugin(subject,
+                                   Text::tr("do what the plug-in asks for; %1 shows its log")
+                                       .arg(subject.command({u"--verbose"_s, u"doctor"_s}))));
         }
         return Finding::ok(Text::tr("the plug-in has registered"));
     }
@@ -143,8 +152,12 @@ private:
         const QLoggingCategory category("orva");
         return category.isCriticalEnabled()
                    ? Finding::ok(way)
-                   : Finding::warning(Text::tr("%1, whose errors are switched off").arg(way),
-                                      u"unset QT_LOGGING_RULES"_s);
+                   : Finding::warning(
+                         Text::tr("%1, whose errors are switched off").arg(way),
+                         qEnvironmentVariableIsSet("QT_LOGGING_RULES")
+                             ? Mend::command(u"unset QT_LOGGING_RULES"_s)
+                             : Mend::words(Text::tr("switch the errors of the category orva on in "
+                                                    "Qt's logging rules")));
     }
 
     static Finding throughLibrary(const QString& way)
@@ -158,28 +171,36 @@ private:
         if (config.targets.isEmpty()) {
             return Finding::warning(
                 Text::tr("%1, without an appender: its lines are lost").arg(way),
-                u"LOG4QT_CONFIGURATION=/etc/orva/log4qt.properties"_s);
+                Mend::words(
+                    Text::tr("write a log4qt.properties with an appender for the logger orva "
+                             "into the folder of the program")));
         }
         const QString where =
             Text::tr("%1, by %2, to %3").arg(way, config.file, config.targets.join(u", "_s));
         if (config.switchedOff) {
-            return Finding::warning(Text::tr("%1, but switched off").arg(where),
-                                    u"log4j.logger.orva=INFO"_s);
+            return Finding::warning(Text::tr("%1, but switched off").arg(where), config.mend);
         }
         if (!config.cutFile.isEmpty()) {
             return Finding::warning(
-                Text::tr("%1, but every start empties %2").arg(where, config.cutFile),
-                config.cutMend);
+                Text::tr("%1, but every start empties %2").arg(where, config.cutFile), config.mend);
         }
         return Finding::ok(where);
     }
 
     Finding hangs() const
     {
-        return Finding::fails(Text::tr("does not come to an end in time"),
-                              u"timeout 10 ldd -r %1"_s.arg(file));
+        return Finding::fails(Text::tr("does not come to an end in time"), anotherOne());
     }
 
+    Mend anotherOne() const
+    {
+        return keymends::ofPlugin(
+            subject,
+            Text::tr("install the loyalty plug-in anew, made for this version of the till, "
+                     "and name its file as plugin under [till]"));
+    }
+
+    const Subject& subject;
     const QString file;
     PluginVisit& visit;
     const QDeadlineTimer deadline;
@@ -193,7 +214,7 @@ private:
 void checkPlugin(Report& report, const Subject& subject, PluginVisit& visit,
                  const QDeadlineTimer& deadline)
 {
-    PluginChecks checks(subject.pluginFile(), visit, deadline);
+    PluginChecks checks(subject, visit, deadline);
     const QString file = u"plugin.file"_s;
     const QString metadata = u"plugin.metadata"_s;
     const QString qt = u"plugin.qt"_s;

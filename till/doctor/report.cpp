@@ -8,8 +8,6 @@
 #include "till/text.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 
@@ -53,6 +51,26 @@ QString markName(Mark mark)
 QString padded(const QString& text, qsizetype width)
 {
     return text + QString(std::max<qsizetype>(0, width - Table::widthOf(text)), u' ');
+}
+
+/// A line for each, and below it what mends it.
+QString linesOf(const QList<Report::Row>& rows)
+{
+    qsizetype markWidth = 0;
+    qsizetype titleWidth = 0;
+    for (const Report::Row& row : rows) {
+        markWidth = std::max(markWidth, Table::widthOf(markText(row.finding.mark)));
+        titleWidth = std::max(titleWidth, Table::widthOf(row.title));
+    }
+    QString text;
+    for (const Report::Row& row : rows) {
+        text += padded(markText(row.finding.mark), markWidth) + u"  "_s +
+                padded(row.title, titleWidth) + u"  "_s + printable::line(row.finding.text) + u'\n';
+        for (const QString& line : row.finding.mend.lines()) {
+            text += QString(markWidth, u' ') + u"  "_s + line + u'\n';
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -100,45 +118,42 @@ qsizetype Report::count(Mark mark) const
 
 QString Report::text() const
 {
-    qsizetype markWidth = 0;
-    qsizetype titleWidth = 0;
-    for (const Row& row : done) {
-        markWidth = std::max(markWidth, Table::widthOf(markText(row.finding.mark)));
-        titleWidth = std::max(titleWidth, Table::widthOf(row.title));
-    }
-    QString text;
-    for (const Row& row : done) {
-        text += padded(markText(row.finding.mark), markWidth) + u"  "_s +
-                padded(row.title, titleWidth) + u"  "_s + printable::line(row.finding.text) + u'\n';
-        if (!row.finding.mend.isEmpty()) {
-            text +=
-                QString(markWidth, u' ') + u"  -> "_s + printable::line(row.finding.mend) + u'\n';
-        }
-    }
-    return text + Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
-                      .arg(done.size())
-                      .arg(count(Mark::Ok))
-                      .arg(count(Mark::Warning))
-                      .arg(count(Mark::Fails))
-                      .arg(count(Mark::Skipped));
+    return linesOf(done) + Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
+                               .arg(done.size())
+                               .arg(count(Mark::Ok))
+                               .arg(count(Mark::Warning))
+                               .arg(count(Mark::Fails))
+                               .arg(count(Mark::Skipped));
 }
 
-QString Report::json() const
+QString Report::failures() const
+{
+    QList<Row> failing = done;
+    failing.removeIf([](const Row& row) { return row.finding.mark != Mark::Fails; });
+    return linesOf(failing);
+}
+
+QJsonObject Report::toJson() const
 {
     QJsonArray checks;
     for (const Row& row : done) {
+        const Mend& mend = row.finding.mend;
         checks.append(QJsonObject{{u"id"_s, row.id},
                                   {u"title"_s, row.title},
                                   {u"mark"_s, markName(row.finding.mark)},
                                   {u"text"_s, row.finding.text},
-                                  {u"mend"_s, row.finding.mend}});
+                                  {u"mend"_s, mend.text},
+                                  {u"mendKind"_s, mend.kindName()},
+                                  {u"mendFile"_s, mend.file},
+                                  {u"mendPlace"_s, mend.placeName()},
+                                  {u"mendLine"_s, mend.number},
+                                  {u"safe"_s, mend.isSafe}});
     }
-    const QJsonObject object{{u"checks"_s, checks},
-                             {u"ok"_s, count(Mark::Ok)},
-                             {u"warnings"_s, count(Mark::Warning)},
-                             {u"failed"_s, count(Mark::Fails)},
-                             {u"skipped"_s, count(Mark::Skipped)}};
-    return QString::fromUtf8(QJsonDocument(object).toJson());
+    return QJsonObject{{u"checks"_s, checks},
+                       {u"ok"_s, count(Mark::Ok)},
+                       {u"warnings"_s, count(Mark::Warning)},
+                       {u"failed"_s, count(Mark::Fails)},
+                       {u"skipped"_s, count(Mark::Skipped)}};
 }
 
 } // namespace till::doctor

@@ -6,6 +6,8 @@
 #include "till/doctor/finding.h"
 
 #include <QHash>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -39,9 +41,13 @@ public:
     const QList<Row>& rows() const { return done; }
     qsizetype count(Mark mark) const;
 
-    /// A line for each check, under a failing one the line that mends it, and a line of sums.
+    /// A line for each check, under a failing one what mends it, and a line of sums.
     QString text() const;
-    QString json() const;
+    /// The same of what fails only, without sums; empty when nothing does.
+    QString failures() const;
+    QString json() const { return QString::fromUtf8(QJsonDocument(toJson()).toJson()); }
+    /// The same before it is a text.
+    QJsonObject toJson() const;
     /// A report from its JSON, to be read elsewhere: rows and marks are as they were, in the
     /// language that it was made in. Nothing when it is none.
     static std::optional<Report> fromJson(const QByteArray& json);

@@ -42,7 +42,11 @@ public:
             return Finding::notNeeded(Text::tr("the proxy looks the name up"));
         }
         if (probe.trouble == Trouble::Name) {
-            return Finding::fails(probe.text.ru(), u"getent hosts %1"_s.arg(url.host()));
+            return Finding::fails(
+                probe.text.ru(),
+                Mend::words(
+                    Text::tr("see to the address in the settings, to the network and to its "
+                             "name server")));
         }
         return Finding::ok(url.host());
     }
@@ -56,7 +60,9 @@ public:
             return Finding::fails(
                 Text::tr("%1 does not let through (%2)")
                     .arg(poshost::serveraddress::shownProxy(subject.proxy()), probe.text.ru()),
-                u"[http] proxy = \"http://proxy.example.com:3128\""_s);
+                Mend::words(
+                    Text::tr("ask whoever runs the network for the proxy's address, and write "
+                             "it as proxy under [http]")));
         }
         return Finding::ok(poshost::serveraddress::shownProxy(subject.proxy()));
     }
@@ -64,7 +70,11 @@ public:
     Finding connection() const
     {
         if (probe.trouble == Trouble::Connection) {
-            return Finding::fails(probe.text.ru(), u"nc -vz %1 %2"_s.arg(url.host()).arg(port));
+            return Finding::fails(
+                probe.text.ru(),
+                Mend::words(
+                    Text::tr("see to the address in the settings, to the network, and whether "
+                             "the server runs")));
         }
         if (proxied && !secure) {
             return Finding::notNeeded(Text::tr("the proxy connects when it is asked"));
@@ -79,10 +89,13 @@ public:
             return Finding::notNeeded(Text::tr("http has no certificate"));
         }
         if (probe.trouble == Trouble::CaFile || probe.trouble == Trouble::Certificate) {
-            return Finding::fails(probe.text.ru(), u"[http] caFile = \"/etc/orva/ca.pem\""_s);
+            return Finding::fails(
+                probe.text.ru(),
+                Mend::words(Text::tr("ask whoever runs the loyalty server for the certificate of "
+                                     "its authority, and name its file as caFile under [http]")));
         }
         if (probe.trouble == Trouble::Tls) {
-            return Finding::fails(probe.text.ru(), showCertificate());
+            return Finding::fails(probe.text.ru(), ofServer());
         }
         return Finding::ok(Text::tr("the certificate is trusted"));
     }
@@ -93,23 +106,22 @@ public:
             return Finding::notNeeded(Text::tr("http has no certificate"));
         }
         if (probe.trouble == Trouble::Validity) {
-            return Finding::fails(probe.text.ru(), showCertificate() + u" -noout -dates"_s);
+            return Finding::fails(probe.text.ru(), ofServer());
         }
         const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
         const QString end = timetext::toTheMinute(probe.validUntil.toLocalTime());
         if (now.daysTo(probe.validUntil) < warnDays) {
-            return Finding::warning(Text::tr("valid until %1").arg(end),
-                                    showCertificate() + u" -noout -dates"_s);
+            return Finding::warning(Text::tr("valid until %1").arg(end), ofServer());
         }
         return Finding::ok(Text::tr("valid until %1").arg(end));
     }
 
 private:
-    QString showCertificate() const
+    static Mend ofServer()
     {
-        return u"openssl s_client -connect %1:%2 -servername %1 </dev/null | openssl x509"_s
-            .arg(url.host())
-            .arg(port);
+        return Mend::words(Text::tr(
+            "tell whoever runs the loyalty server: its certificate has to be renewed or put "
+            "right"));
     }
 
     const Subject& subject;

@@ -6,8 +6,10 @@
 #include "host/config/keysheet.h"
 #include "host/config/knownkeys.h"
 #include "host/core/basicexception.h"
-#include "till/desk/installedplugin.h"
 #include "till/doctor/errand.h"
+#include "till/doctor/shell.h"
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +22,11 @@ void Subject::read(int milliseconds)
         QSharedPointer<Config> config = QSharedPointer<Config>::create();
         QList<ConfigFinding> findings;
     };
-    Errand<Result> reading([file = configFile, named = plugin] {
+    Errand<Result> reading([file = configFile, named = plugin, standby = installed] {
         Result result;
         // whose keys the rest is written in shows the file itself
         static_cast<void>(result.config->examine(file));
-        const QString loaded = chosenPlugin(named, *result.config);
+        const QString loaded = chosenPlugin(named, *result.config, standby);
         try {
             poshost::keysheet::registerPlugin(loaded);
         } catch (const BasicException& error) {
@@ -43,7 +45,7 @@ void Subject::read(int milliseconds)
 
 QString Subject::pluginFile() const
 {
-    return plugin.isEmpty() ? config->getString(u"till:plugin"_s, QString()) : plugin;
+    return chosenPlugin(plugin, *config, installed);
 }
 
 QString Subject::databaseFile() const
@@ -60,6 +62,18 @@ QString Subject::serverAddress() const
 QString Subject::proxy() const
 {
     return config->getString(u"http:proxy"_s, QString());
+}
+
+QString Subject::command(const QStringList& words) const
+{
+    QStringList all{u"orva-till"_s, u"--config"_s, QFileInfo(configFile).absoluteFilePath()};
+    if (!plugin.isEmpty()) {
+        all << u"--plugin"_s << QFileInfo(plugin).absoluteFilePath();
+    }
+    if (!database.isEmpty()) {
+        all << u"--database"_s << QFileInfo(database).absoluteFilePath();
+    }
+    return shell::words(all + words);
 }
 
 } // namespace till::doctor

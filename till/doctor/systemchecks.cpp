@@ -29,7 +29,7 @@ QString encodingOfEnvironment()
 Finding lookAtEncoding()
 {
     const QString encoding = encodingOfEnvironment();
-    const QString mend = u"export LC_ALL=C.UTF-8"_s;
+    const Mend mend = Mend::command(u"export LC_ALL=C.UTF-8"_s);
     if (encoding.isEmpty()) {
         return Finding::fails(Text::tr("the locale of the environment is not installed"), mend);
     }

@@ -9,6 +9,7 @@
 #include "input/readfile.h"
 #include "till/configfile.h"
 #include "till/desk/installedplugin.h"
+#include "till/doctor/shell.h"
 #include "till/failure.h"
 #include "till/init/interview.h"
 #include "till/init/plan.h"
@@ -204,9 +205,10 @@ void InitCommand::tell(const QStringList& made)
         out.done(Text::tr("The server to try with: orva-simulator --port 8710"));
     }
     const bool isFound = target == configfile::local() || target == configfile::ofMachine();
-    out.done(
-        Text::tr("To look at the whole set-up: %1")
-            .arg(isFound ? u"orva-till doctor"_s : u"orva-till --config %1 doctor"_s.arg(target)));
+    out.done(Text::tr("To look at the whole set-up: %1")
+                 .arg(isFound ? u"orva-till doctor"_s
+                              : doctor::shell::words(
+                                    {u"orva-till"_s, u"--config"_s, target, u"doctor"_s})));
     if (target == configfile::ofMachine()) {
         out.done(
             Text::tr("To deliver without a till: %1").arg(u"systemctl restart orva-delivery"_s));

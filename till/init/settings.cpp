@@ -3,9 +3,7 @@
 
 #include "till/init/settings.h"
 
-#include <toml++/toml.h>
-
-#include <sstream>
+#include "till/doctor/settingsfile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -46,10 +44,7 @@ QByteArray toToml(const QList<Entry>& entries, Secrets secrets)
 {
     // written by hand, since the library sorts the keys; what needs care is its business
     const auto quoted = [](const QString& text) {
-        std::ostringstream stream;
-        const toml::value<std::string> value(text.toStdString());
-        stream << toml::toml_formatter(value, toml::format_flags::allow_unicode_strings);
-        return QByteArray::fromStdString(stream.str());
+        return doctor::SettingsFile::quoted(text).toUtf8();
     };
     QByteArray text =
         "# Written by \"orva-till init\". README.md lists all keys; paths start at the "

@@ -342,7 +342,7 @@ TEST_F(ConfigFile, FilesWithASecretThatOthersMayReadAreReported)
         if (reported) {
             EXPECT_EQ(withoutFolder(config.warnings().first()),
                       "password: файл с паролем доступен другим пользователям; закройте доступ "
-                      "(chmod 600 password)");
+                      "(chmod g-w,o= password)");
         }
     }
 }

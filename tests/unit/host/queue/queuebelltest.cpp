@@ -48,6 +48,22 @@ TEST_F(QueueBellTest, IsHeardByAllWhoListen)
     EXPECT_TRUE(isRung(first));
 }
 
+TEST_F(QueueBellTest, KnowsWhetherSomebodyListens)
+{
+    EXPECT_FALSE(poshost::QueueBell::isHeard(database));
+    EXPECT_FALSE(QFile::exists(file)) << "asking has made it";
+    {
+        const poshost::QueueBell first(database);
+        EXPECT_TRUE(poshost::QueueBell::isHeard(database));
+        {
+            const poshost::QueueBell second(database);
+        }
+        EXPECT_TRUE(poshost::QueueBell::isHeard(database)) << "the first one still does";
+    }
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_FALSE(poshost::QueueBell::isHeard(database));
+}
+
 TEST_F(QueueBellTest, LeavesNothingWhereNobodyHasListened)
 {
     poshost::QueueBell::ring(database);

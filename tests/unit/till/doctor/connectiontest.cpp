@@ -7,8 +7,9 @@
 #include "tests/support/portreserve.h"
 #include "tests/unit/till/doctor/row.h"
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
-using tests::expectFound;
 using tests::Row;
 using tests::Scene;
 
@@ -25,51 +26,96 @@ void expectMark(const QMap<QString, QString>& marks, const QString& check, const
     EXPECT_EQ(marks.value(check).toStdString(), mark.toStdString()) << check.toStdString();
 }
 
-} // namespace
-
-TEST(DoctorFinds, aServerThatCannotBeReached)
+QList<Row> unknownNames()
 {
-    const PortReserve refusing;
-    expectFound(
-        {
-            {"a name that nobody has",
+    return {{"a name that nobody has",
              [](Scene& scene) {
                  scene.setAddress(
                      scene.address().replace(u"shop.orva.test"_s, u"nobody.orva.test"_s));
              },
-             u"road.name fails"_s, behind({u"road.connection"_s, u"tls."_s})},
-        },
-        Scene::Way::Https);
-    expectFound({
+             u"road.name fails"_s, behind({u"road.connection"_s, u"tls."_s})}};
+}
+
+QList<Row> unreachableServers()
+{
+    const auto refusing = std::make_shared<PortReserve>();
+    return {
         {"a port that nobody listens at",
-         [&](Scene& scene) { scene.setAddress(u"http://127.0.0.1:%1/"_s.arg(refusing.port())); },
+         [refusing](Scene& scene) {
+             scene.setAddress(u"http://127.0.0.1:%1/"_s.arg(refusing->port()));
+         },
          u"road.connection fails"_s, behind({u"tls."_s})},
         {"a server that is down", [](Scene& scene) { scene.stopServer(); },
          u"road.connection fails"_s, behind({u"tls."_s})},
-    });
+    };
 }
 
-TEST(DoctorFinds, aProxyThatCannotBeUsed)
+const QStringList behindProxy = behind({u"road.name"_s, u"road.connection"_s, u"tls."_s});
+
+QList<Row> unusableProxies()
 {
-    const PortReserve refusing;
-    RawServer closing([](RawServer::Connection& connection) {
+    const auto refusing = std::make_shared<PortReserve>();
+    return {
+        {"nobody listens",
+         [refusing](Scene& scene) {
+             scene.set(u"http.proxy"_s, u"\"http://127.0.0.1:%1\""_s.arg(refusing->port()));
+         },
+         u"road.proxy fails"_s, behindProxy},
+        {"a name that nobody has",
+         [](Scene& scene) { scene.set(u"http.proxy"_s, u"\"http://nobody.orva.test:3128\""_s); },
+         u"road.proxy fails"_s, behindProxy}};
+}
+
+QList<Row> unusableSecureProxies()
+{
+    const auto closing = std::make_shared<RawServer>([](RawServer::Connection& connection) {
         connection.readRequest();
         connection.send(RawServer::answer("407 Proxy Authentication Required"));
     });
-    const auto through = [](int port) {
-        return [port](Scene& scene) {
-            scene.set(u"http.proxy"_s, u"\"http://127.0.0.1:%1\""_s.arg(port));
+    return {{"it wants to know who asks",
+             [closing](Scene& scene) {
+                 scene.set(u"http.proxy"_s, u"\"http://127.0.0.1:%1\""_s.arg(closing->port()));
+             },
+             u"road.proxy fails"_s, behindProxy}};
+}
+
+QList<Row> certificates()
+{
+    const QStringList rest = behind({u"tls.expiry"_s});
+    const auto validFor = [](int days) {
+        return [days](Scene& scene) {
+            scene.showCertificate(scene.authority->certify(u"shop.orva.test"_s, days));
         };
     };
-    const QStringList rest = behind({u"road.name"_s, u"road.connection"_s, u"tls."_s});
-    expectFound(
-        {{"nobody listens", through(refusing.port()), u"road.proxy fails"_s, rest},
-         {"a name that nobody has",
-          [](Scene& scene) { scene.set(u"http.proxy"_s, u"\"http://nobody.orva.test:3128\""_s); },
-          u"road.proxy fails"_s, rest}});
-    expectFound(
-        {{"it wants to know who asks", through(closing.port()), u"road.proxy fails"_s, rest}},
-        Scene::Way::Https);
+    return {{"of an unknown authority",
+             [](Scene& scene) {
+                 const Authority unknown(scene.elsewhere.file(QString()), u"unknown"_s);
+                 scene.showCertificate(unknown.certify(u"shop.orva.test"_s, 90));
+             },
+             u"tls.trust fails"_s, rest},
+            {"for another name",
+             [](Scene& scene) {
+                 scene.showCertificate(scene.authority->certify(u"elsewhere.test"_s, 90));
+             },
+             u"tls.trust fails"_s, rest},
+            {"a server without any", [](Scene& scene) { scene.showCertificate({}); },
+             u"tls.trust fails"_s, rest},
+            {"trust in nobody",
+             [](Scene& scene) { scene.set(u"http.caFile"_s, u"\"absent.pem\""_s); },
+             u"config.http.caFile fails"_s, behind({u"tls."_s})},
+            {"expired", validFor(-1), u"tls.expiry fails"_s, tests::server()},
+            {"soon expired", validFor(10), u"tls.expiry warning"_s}};
+}
+
+} // namespace
+
+QList<tests::Ways> tests::connectionWays()
+{
+    return {{"namesThatNobodyHas", unknownNames, Scene::Way::Https},
+            {"serversThatCannotBeReached", unreachableServers},
+            {"proxiesThatCannotBeUsed", unusableProxies},
+            {"secureProxiesThatCannotBeUsed", unusableSecureProxies, Scene::Way::Https},
+            {"certificatesThatCannotBeTrusted", certificates, Scene::Way::Https}};
 }
 
 TEST(Doctor, goesThroughAProxyThatLetsThrough)
@@ -88,38 +134,4 @@ TEST(Doctor, goesThroughAProxyThatLetsThrough)
     EXPECT_EQ(report.count(till::doctor::Mark::Fails), 0) << report.text().toStdString();
     EXPECT_EQ(proxy.requests().size(), 1U);
     EXPECT_FALSE(report.json().contains(u"till:secret"_s));
-}
-
-TEST(DoctorFinds, certificatesThatCannotBeTrusted)
-{
-    const QStringList rest = behind({u"tls.expiry"_s});
-    expectFound(
-        {{"of an unknown authority",
-          [](Scene& scene) {
-              const Authority unknown(scene.elsewhere.file(QString()), u"unknown"_s);
-              scene.showCertificate(unknown.certify(u"shop.orva.test"_s, 90));
-          },
-          u"tls.trust fails"_s, rest},
-         {"for another name",
-          [](Scene& scene) {
-              scene.showCertificate(scene.authority->certify(u"elsewhere.test"_s, 90));
-          },
-          u"tls.trust fails"_s, rest},
-         {"a server without any", [](Scene& scene) { scene.showCertificate({}); },
-          u"tls.trust fails"_s, rest},
-         {"trust in nobody", [](Scene& scene) { scene.set(u"http.caFile"_s, u"\"absent.pem\""_s); },
-          u"config.http.caFile fails"_s, behind({u"tls."_s})}},
-        Scene::Way::Https);
-}
-
-TEST(DoctorFinds, certificatesAtTheirEnd)
-{
-    const auto validFor = [](int days) {
-        return [days](Scene& scene) {
-            scene.showCertificate(scene.authority->certify(u"shop.orva.test"_s, days));
-        };
-    };
-    expectFound({{"expired", validFor(-1), u"tls.expiry fails"_s, tests::server()},
-                 {"soon", validFor(10), u"tls.expiry warning"_s}},
-                Scene::Way::Https);
 }

@@ -4,43 +4,51 @@
 // The database, the disk that it lies on and the queue in it.
 
 #include "host/queue/outgoingqueue.h"
-#include "host/services/dbqueuebroker.h"
-#include "tests/support/mocked.h"
-#include "tests/unit/host/queue/queued.h"
 #include "tests/unit/till/doctor/disk.h"
+#include "tests/unit/till/doctor/printedmend.h"
 #include "tests/unit/till/doctor/row.h"
+#include "till/checks/checkstore.h"
 
 #include <QDir>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
-using tests::expectFound;
 using tests::Row;
 using tests::Scene;
 
 namespace {
 
-const QStringList queue{u"queue."_s};
-const QStringList content{u"database.integrity"_s, u"database.schema"_s, u"queue."_s};
-
-/// Queues a message so long ago and does something else to the queue.
-std::function<void(Scene&)> queueing(qint64 secondsAgo,
-                                     const std::function<void(poshost::Database&)>& more = {})
-{
-    return [=](const Scene& scene) {
-        const tests::StoppedClock clock(QDateTime::currentDateTime().addSecs(-secondsAgo));
-        const auto database = QSharedPointer<poshost::Database>::create(scene.databaseFile);
-        DBQueueBroker(database).addToQueue(u"orva"_s, queuedMessage(u"<RawCheck/>"_s), {});
-        if (more) {
-            more(*database);
-        }
-    };
-}
+const QStringList queue{u"queue."_s, u"checks."_s};
+const QStringList behindSchema{u"database.schema"_s, u"queue."_s, u"checks."_s};
+const QStringList behindFile{u"database."_s, u"disk"_s, u"queue."_s, u"checks."_s, u"service"_s};
 
 std::function<void(Scene&)> executing(const QString& sql)
 {
     return [sql](const Scene& scene) {
         scene.inDatabase([&](poshost::Database& database) { database.execute(sql); });
+    };
+}
+
+/// A sale whose message the server answers so, that long ago.
+std::function<void(Scene&)> selling(int status, qint64 hoursAgo, const QString& more = {})
+{
+    return [=](Scene& scene) {
+        simulator::Fault refusal;
+        refusal.kind = simulator::FaultKind::Status;
+        refusal.status = status;
+        scene.strike(refusal, u"paymenttry"_s);
+        const QString sale = QStringLiteral(ORVA_EXAMPLES "/sale.toml");
+        const QString said = scene.runTill({u"sell"_s, sale, u"--wait"_s, u"1"_s});
+        scene.strikeNothing();
+        scene.inDatabase([&](poshost::Database& database) {
+            database.execute(u"UPDATE queue_messages SET created_at = created_at - %1"_s.arg(
+                hoursAgo * 3'600'000));
+            if (!more.isEmpty()) {
+                database.execute(more);
+            }
+            const poshost::QueueCounts counts = poshost::OutgoingQueue(database).counts();
+            EXPECT_EQ(counts.waiting + counts.paused + counts.parked, 1) << said.toStdString();
+        });
     };
 }
 
@@ -54,81 +62,150 @@ void damage(const Scene& scene)
     file.write(QByteArray(4096, '\x5a'));
 }
 
-} // namespace
-
-TEST(DoctorFinds, aDatabaseThatCannotBeOpened)
+/// As a till leaves it that was stopped in the middle, without the log's index.
+void leaveInTheMiddle(const Scene& scene)
 {
-    expectFound({
-        {"no folder",
-         [](Scene& scene) {
-             scene.set(u"till.database"_s, Scene::quoted(scene.folder.file(u"absent/till"_s)));
-         },
-         u"database.file fails"_s, content + QStringList{u"database.rights"_s, u"disk"_s}},
-        {"a folder in its place",
-         [](Scene& scene) {
-             scene.set(u"till.database"_s, Scene::quoted(scene.folder.file(QString())));
-         },
-         u"database.file fails"_s, content + QStringList{u"database.rights"_s, u"disk"_s}},
+    const Scene atWork;
+    const auto database = QSharedPointer<poshost::Database>::create(atWork.databaseFile);
+    till::CheckStore(database).takeNumber();
+    for (const QString& end : {u""_s, u"-wal"_s}) {
+        QFile::remove(scene.databaseFile + end);
+        ASSERT_TRUE(QFile::copy(atWork.databaseFile + end, scene.databaseFile + end));
+    }
+}
+
+QList<Row> filesThatCannotBeOpened()
+{
+    const auto naming = [](const QString& file) {
+        return [file](Scene& scene) {
+            scene.set(u"till.database"_s, Scene::quoted(scene.folder.file(file)));
+            // the one in the scene's folder is no longer asked
+        };
+    };
+    const auto permitting = [](const QString& file, QFile::Permissions rights) {
+        return [=](Scene& scene) {
+            scene.isOrdinaryUser = true;
+            scene.write();
+            scene.writtenByHand = true;
+            QFile::setPermissions(scene.folder.file(file), rights);
+        };
+    };
+    const auto restore = [](Scene& scene) { scene.putRight(); };
+    return {
+        {"a file in the folder's place", naming(u"orva.toml/till.sqlite"_s),
+         u"database.file fails"_s, behindFile, restore},
+        {"a folder in its place", naming(QString()), u"database.file fails"_s, behindFile, restore},
+        {"a folder that its owner may not change",
+         permitting(QString(), QFile::ReadOwner | QFile::ExeOwner), u"database.file fails"_s,
+         behindFile},
+        {"a file that its owner may not write", permitting(u"till.sqlite"_s, QFile::ReadOwner),
+         u"database.file fails"_s, behindFile},
+    };
+}
+
+QList<Row> contentThatIsNoDatabase()
+{
+    return {
         {"something else",
          [](Scene& scene) { scene.folder.write(u"till.sqlite"_s, QByteArray(9000, 'x')); },
-         u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
+         u"database.integrity fails"_s, behindSchema},
         {"pages of something else", [](Scene& scene) { damage(scene); },
-         u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
+         u"database.integrity fails"_s, behindSchema},
         {"an impossible version", executing(u"PRAGMA user_version = -3"_s),
-         u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
+         u"database.integrity fails"_s, behindSchema},
         {"the version of an empty file", executing(u"PRAGMA user_version = 0"_s),
-         u"database.integrity fails"_s, QStringList{u"database.schema"_s} + queue},
-    });
-}
-
-TEST(DoctorFinds, aDatabaseOfAnotherProgram)
-{
-    expectFound({
-        {"a newer one", executing(u"PRAGMA user_version = 99"_s), u"database.schema fails"_s,
+         u"database.integrity fails"_s, behindSchema},
+        {"a log without its index", [](Scene& scene) { leaveInTheMiddle(scene); },
+         u"database.integrity fails"_s, behindSchema},
+        {"a newer program's", executing(u"PRAGMA user_version = 99"_s), u"database.schema fails"_s,
          queue},
-        {"one of its own",
-         [](Scene& scene) {
-             QFile::remove(scene.databaseFile);
-             scene.folder.write(u"till.sqlite"_s, {}); // an empty database to SQLite
-         },
+        {"nothing", [](Scene& scene) { scene.folder.write(u"till.sqlite"_s, {}); },
          u"database.schema fails"_s, queue},
-    });
-}
-
-TEST(DoctorFinds, aDatabaseThatOthersMayOpen)
-{
-    expectFound({{"its group",
-                  [](const Scene& scene) {
-                      QFile::setPermissions(scene.databaseFile, QFile::ReadOwner |
-                                                                    QFile::WriteOwner |
-                                                                    QFile::ReadGroup);
-                  },
-                  u"database.rights warning"_s}});
-}
-
-TEST(DoctorFinds, messagesThatDoNotGoOut)
-{
-    const auto park = [](poshost::Database& database) { poshost::OutgoingQueue(database).park(1); };
-    const auto pause = [](poshost::Database& database) {
-        database.execute(u"UPDATE queue_accounts SET paused_status = 401, paused_at = 1"_s);
+        {"another program's", executing(u"ALTER TABLE queue_messages RENAME TO goods"_s),
+         u"database.schema fails"_s, queue},
     };
-    expectFound({
-        {"for two hours", queueing(2 * 3600), u"queue.oldest warning"_s},
-        {"for two days", queueing(48 * 3600), u"queue.oldest fails"_s},
-        {"paused for two days", queueing(48 * 3600, pause), u"queue.paused fails"_s},
-        {"parked for two days", queueing(48 * 3600, park), u"queue.parked fails"_s},
-    });
 }
 
-TEST(DoctorFinds, aDiskThatIsFull)
+QList<Row> databasesThatOthersMayOpen()
+{
+    const auto open = [](QFile::Permissions more) {
+        return [more](const Scene& scene) {
+            QFile::setPermissions(scene.databaseFile, QFile::ReadOwner | QFile::WriteOwner | more);
+        };
+    };
+    return {{"its group", open(QFile::ReadGroup), u"database.rights warning"_s},
+            {"everybody", open(QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther),
+             u"database.rights warning"_s}};
+}
+
+QList<Row> whatWaits()
+{
+    return {
+        {"for two hours", selling(500, 2), u"queue.oldest warning"_s},
+        {"for two days", selling(500, 48), u"queue.oldest fails"_s},
+        {"for two hours, and nobody has tried",
+         selling(500, 2,
+                 u"UPDATE queue_messages SET attempts = 0, step_attempts = 0, server_errors = 0, "
+                 "next_attempt_at = NULL"_s),
+         u"queue.oldest warning"_s},
+        {"for other credentials", selling(401, 48), u"queue.paused fails"_s},
+        {"for somebody to decide",
+         selling(424, 48),
+         u"queue.parked fails"_s,
+         {},
+         [](const Scene& scene) {
+             scene.runTill({u"queue"_s, u"retry"_s, u"1"_s});
+             scene.runTill({u"queue"_s, u"deliver"_s});
+         }},
+        {"a suspended check",
+         [](const Scene& scene) {
+             const QByteArray sale = QFile::encodeName(QStringLiteral(ORVA_EXAMPLES "/sale.toml"));
+             const QString said =
+                 scene.runTill({u"work"_s}, "open " + sale + "\nrequest\nsuspend\nquit\n");
+             EXPECT_FALSE(said.contains(u"error:"_s)) << said.toStdString();
+             scene.inDatabase([](poshost::Database& database) {
+                 database.execute(u"UPDATE checks SET updated_at = updated_at - 90000000"_s);
+             });
+         },
+         u"checks.suspended warning"_s,
+         {},
+         [](const Scene& scene) { scene.runTill({u"work"_s}, "restore last\nabandon\nquit\n"); }},
+    };
+}
+
+QList<Row> fullDisks()
 {
     const auto leaving = [](quint64 mebibytes) {
         return [mebibytes](const Scene&) { disk::setFree(mebibytes * 1024 * 1024); };
     };
-    expectFound({{"nearly", leaving(100), u"disk warning"_s}});
-    disk::setFree(0);
-    expectFound({{"quite", leaving(1), u"disk fails"_s}});
-    disk::setFree(0);
+    return {{"nearly full", leaving(100), u"disk warning"_s},
+            {"full", leaving(1), u"disk fails"_s}};
+}
+
+} // namespace
+
+QList<tests::Ways> tests::databaseWays()
+{
+    return {{"databasesThatCannotBeOpened", filesThatCannotBeOpened},
+            {"contentThatIsNoDatabase", contentThatIsNoDatabase},
+            {"databasesThatOthersMayOpen", databasesThatOthersMayOpen},
+            {"whatWaitsTooLong", whatWaits},
+            {"disksThatAreFull", fullDisks}};
+}
+
+TEST(Doctor, hasTheDatabasesFolderMade)
+{
+    Scene scene;
+    const QString database = scene.folder.file(u"new folder/it's/till.sqlite"_s);
+    scene.set(u"till.database"_s, Scene::quoted(database));
+    const till::doctor::Report broken = scene.examine();
+    EXPECT_EQ(broken.count(till::doctor::Mark::Fails), 1) << broken.text().toStdString();
+    EXPECT_EQ(Scene::marksOf(broken).value(u"database.file"_s), u"fails"_s);
+    tests::PrintedMend(broken.text()).runAsPrinted({});
+    const poshost::QueueBell service(database);
+    const till::doctor::Report mended = scene.examine();
+    EXPECT_EQ(mended.count(till::doctor::Mark::Fails), 0) << mended.text().toStdString();
+    EXPECT_EQ(mended.count(till::doctor::Mark::Warning), 0) << mended.text().toStdString();
 }
 
 TEST(Doctor, letsAnOlderDatabaseBe)

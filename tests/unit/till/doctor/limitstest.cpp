@@ -13,7 +13,6 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
-using tests::expectFound;
 using tests::Scene;
 
 namespace {

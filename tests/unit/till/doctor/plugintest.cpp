@@ -11,7 +11,6 @@
 #include <string>
 
 using namespace Qt::StringLiterals;
-using tests::expectFound;
 using tests::Row;
 using tests::Scene;
 
@@ -50,23 +49,36 @@ void nameOtherQt(Scene& scene)
     scene.set(u"till.plugin"_s, Scene::quoted(file));
 }
 
-} // namespace
-
-TEST(DoctorFinds, aPluginThatIsNoFile)
+std::function<void(Scene&)> namingInstalled(const QString& file)
 {
-    expectFound({
+    return [file](Scene& scene) {
+        scene.set(u"till.plugin"_s, Scene::quoted(file));
+        scene.subject.installed = QStringLiteral(ORVA_PLUGIN_FILE);
+    };
+}
+
+/// Each that is no use, where another one is installed, or is not.
+QList<Row> pluginsThatAreNone()
+{
+    return {
         {"nothing there", naming(u"/nowhere/liborva.so"_s), u"plugin.file fails"_s, from(1)},
+        {"nothing there but one installed", namingInstalled(u"/nowhere/liborva.so"_s),
+         u"plugin.file fails"_s, from(1)},
         {"a folder",
          [](Scene& scene) {
              scene.set(u"till.plugin"_s, Scene::quoted(scene.folder.file(QString())));
          },
          u"plugin.file fails"_s, from(1)},
-    });
-}
-
-TEST(DoctorFinds, aPluginOfAnotherKind)
-{
-    expectFound({
+        {"a file that its owner may not read",
+         [](Scene& scene) {
+             scene.isOrdinaryUser = true;
+             const QString plugin = scene.folder.file(u"liborva.so"_s);
+             EXPECT_TRUE(QFile::copy(QStringLiteral(ORVA_PLUGIN_FILE), plugin));
+             scene.giveKeySheet();
+             QFile::setPermissions(plugin, QFile::ExeOwner);
+             scene.set(u"till.plugin"_s, Scene::quoted(plugin));
+         },
+         u"plugin.file fails"_s, from(1, tests::server())},
         {"no library",
          [](Scene& scene) {
              const QString file = scene.folder.write(u"liborva.so"_s, "not a library at all");
@@ -75,31 +87,46 @@ TEST(DoctorFinds, aPluginOfAnotherKind)
          u"plugin.metadata fails"_s, from(2)},
         {"no plug-in", naming(QStringLiteral(ORVA_PLAIN_LIBRARY)), u"plugin.metadata fails"_s,
          from(2)},
-        {"for another program", naming(QStringLiteral(ORVA_OTHER_IDENTIFIER)),
+        {"for another program", namingInstalled(QStringLiteral(ORVA_OTHER_IDENTIFIER)),
          u"plugin.metadata fails"_s, from(2)},
-    });
+    };
 }
 
-TEST(DoctorFinds, aPluginThatDoesNotLoad)
+QList<Row> pluginsThatDoNotLoad()
 {
-    expectFound({
+    return {
         {"made with another Qt", nameOtherQt, u"plugin.qt fails"_s, from(3, tests::server())},
         {"a library is missing", naming(QStringLiteral(ORVA_MISSING_LIBRARY)),
          u"plugin.libraries fails"_s, from(4)},
         {"a symbol is missing", naming(QStringLiteral(ORVA_MISSING_SYMBOL)),
          u"plugin.loads fails"_s, from(5)},
-    });
-}
-
-TEST(DoctorFinds, aPluginThatTheTillCannotUse)
-{
-    expectFound({
+        {"a symbol is missing, and one is installed",
+         namingInstalled(QStringLiteral(ORVA_MISSING_SYMBOL)), u"plugin.loads fails"_s, from(5)},
         {"no loyalty system", naming(QStringLiteral(ORVA_PLAIN_OBJECT)), u"plugin.host fails"_s,
          from(6)},
         {"another host's", naming(QStringLiteral(ORVA_WITHOUT_PLUGIN_INTERFACE)),
          u"plugin.host fails"_s, from(6)},
         {"it refuses", naming(QStringLiteral(ORVA_REFUSES_INIT)), u"plugin.ready fails"_s, from(7)},
-    });
+    };
+}
+
+} // namespace
+
+QList<tests::Ways> tests::pluginWays()
+{
+    return {{"pluginsThatAreNone", pluginsThatAreNone},
+            {"pluginsThatDoNotLoad", pluginsThatDoNotLoad}};
+}
+
+TEST(Doctor, takesTheInstalledPluginForSet)
+{
+    Scene scene;
+    scene.set(u"till.plugin"_s, QString());
+    scene.subject.installed = QStringLiteral(ORVA_PLUGIN_FILE);
+    const till::doctor::Report report = scene.examine();
+    EXPECT_EQ(report.count(till::doctor::Mark::Fails), 0) << report.text().toStdString();
+    EXPECT_EQ(report.count(till::doctor::Mark::Warning), 0) << report.text().toStdString();
+    EXPECT_EQ(Scene::marksOf(report).value(u"server.precheck"_s), u"ok"_s);
 }
 
 TEST(DoctorNames, theMissingLibrary)
@@ -143,7 +170,7 @@ public:
         for (const auto& row : report.rows()) {
             if (row.id == u"logging"_s) {
                 return Scene::marksOf(report).value(row.id).toStdString() + ": " +
-                       row.finding.text.toStdString() + " | " + row.finding.mend.toStdString();
+                       row.finding.text.toStdString() + " | " + row.finding.mend.text.toStdString();
             }
         }
         return {};
@@ -164,14 +191,15 @@ private:
 TEST(DoctorNames, log4QtWithoutAConfiguration)
 {
     LoggingLibrary library;
-    EXPECT_EQ(library.found(), till::librarylog::isKnown()
-                                   ? "ok: " + library.way +
-                                         ", without an appender: to the till's "
-                                         "console, by Qt's category orva | "
-                                   : "warning: " + library.way +
-                                         ", without an appender: its lines are "
-                                         "lost | LOG4QT_CONFIGURATION=/etc/orva/"
-                                         "log4qt.properties");
+    EXPECT_EQ(library.found(),
+              till::librarylog::isKnown()
+                  ? "ok: " + library.way +
+                        ", without an appender: to the till's "
+                        "console, by Qt's category orva | "
+                  : "warning: " + library.way +
+                        ", without an appender: its lines are "
+                        "lost | write a log4qt.properties with an appender for the "
+                        "logger orva into the folder of the program");
 }
 
 TEST(DoctorNames, whereLog4QtWrites)

@@ -4,34 +4,61 @@
 #include "tests/unit/till/doctor/scene.h"
 
 #include "host/config/keysheet.h"
+#include "tests/unit/till/doctor/disk.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLoggingCategory>
+#include <QProcess>
+
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace tests {
+namespace {
 
-Scene::Scene(Way given) : way(given), server(elsewhere.file(u"server.sqlite"_s))
+/// Of the calling thread and those that it starts.
+void giveUpPrivileges()
 {
-    const simulator::Rules rules = LoyaltyServer::usualRules();
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    const __user_cap_data_struct none[_LINUX_CAPABILITY_U32S_3] = {};
+    EXPECT_EQ(::syscall(SYS_capset, &header, none), 0);
+}
+
+simulator::Rules ownRules()
+{
+    simulator::Rules rules = tests::LoyaltyServer::usualRules();
+    rules.user = Scene::user();
+    rules.password = Scene::password();
+    rules.apiKey = Scene::apiKey();
+    return rules;
+}
+
+} // namespace
+
+Scene::Scene(Way given)
+    : way(given), rules(ownRules()), server(elsewhere.file(u"server.sqlite"_s))
+{
     server.start(rules);
     if (way == Way::Https) {
         authority = std::make_unique<Authority>(elsewhere.file(QString()), u"authority"_s);
         const Authority::Certificate made = authority->certify(u"shop.orva.test"_s, 90);
-        server.listen(0, {made.file, made.keyFile});
+        listen({made.file, made.keyFile});
     } else {
-        server.listen();
+        listen({});
     }
-    port = server.port();
     keys = {{u"Orva.merchantId"_s, u"\"1042\""_s},
             {u"Orva.pos"_s, u"\"3\""_s},
             {u"Orva.timeout"_s, u"10"_s},
-            {u"Orva.user"_s, u"\"till\""_s},
-            {u"Orva.password"_s, u"\"secret\""_s},
-            {u"Orva.apikey"_s, u"\"demo\""_s},
+            {u"Orva.user"_s, quoted(user())},
+            {u"Orva.password"_s, quoted(password())},
+            {u"Orva.apikey"_s, quoted(apiKey())},
             {u"http.maxAnswerBytes"_s, u"1000000"_s},
             {u"till.name"_s, u"\"3\""_s},
             {u"till.database"_s, quoted(databaseFile)},
@@ -44,6 +71,51 @@ Scene::Scene(Way given) : way(given), server(elsewhere.file(u"server.sqlite"_s))
     inDatabase([](poshost::Database&) {});
     subject.configFile = configFile;
     subject.card = rules.cards.front().number;
+    setService(true);
+    soundKeys = keys;
+    QFile database(databaseFile);
+    EXPECT_TRUE(database.open(QIODevice::ReadOnly));
+    soundDatabase = database.readAll();
+}
+
+void Scene::putRight()
+{
+    keys = soundKeys;
+    writtenByHand = false;
+    subject = {};
+    subject.configFile = configFile;
+    subject.card = rules.cards.front().number;
+    strikeNothing();
+    if (authority) {
+        const Authority::Certificate made = authority->certify(u"shop.orva.test"_s, 90);
+        listen({made.file, made.keyFile});
+    } else {
+        listen({});
+    }
+    for (const QString& end : {u""_s, u"-wal"_s, u"-shm"_s}) {
+        QFile::remove(databaseFile + end);
+    }
+    folder.write(u"till.sqlite"_s, soundDatabase);
+    disk::setFree(0);
+    qunsetenv("QT_LOGGING_RULES");
+    QLoggingCategory::setFilterRules(QString());
+}
+
+void Scene::setService(bool runs)
+{
+    deliveryService = runs ? std::make_unique<poshost::QueueBell>(databaseFile) : nullptr;
+}
+
+QString Scene::runTill(const QStringList& words, const QByteArray& input) const
+{
+    write();
+    QProcess till;
+    till.setProcessChannelMode(QProcess::MergedChannels);
+    till.start(QStringLiteral(ORVA_TILL), QStringList{u"--config"_s, configFile} + words);
+    till.write(input);
+    till.closeWriteChannel();
+    EXPECT_TRUE(till.waitForFinished());
+    return QString::fromUtf8(till.readAll());
 }
 
 void Scene::set(const QString& key, const QString& toml)
@@ -62,6 +134,12 @@ void Scene::setAddress(const QString& value)
     set(u"Orva.serverUrl"_s, quoted(value));
 }
 
+void Scene::listen(const simulator::HttpServer::Certificate& certificate)
+{
+    server.listen(port, certificate);
+    port = server.port();
+}
+
 void Scene::strike(const simulator::Fault& fault, const QString& endpoint)
 {
     simulator::FaultRule rule;
@@ -72,7 +150,7 @@ void Scene::strike(const simulator::Fault& fault, const QString& endpoint)
 
 void Scene::showCertificate(const Authority::Certificate& certificate)
 {
-    server.listen(port, {certificate.file, certificate.keyFile});
+    listen({certificate.file, certificate.keyFile});
 }
 
 void Scene::inDatabase(const std::function<void(poshost::Database&)>& work) const
@@ -108,14 +186,23 @@ void Scene::write() const
             text += u"%1 = %2\n"_s.arg(it.key().section(u'.', 1), *it);
         }
     }
-    folder.write(u"orva.toml"_s, text.toUtf8());
+    folder.write(QFileInfo(configFile).fileName(), text.toUtf8());
 }
 
 till::doctor::Report Scene::examine()
 {
     write();
     till::doctor::Doctor doctor(subject);
-    till::doctor::Report report = doctor.examine();
+    till::doctor::Report report;
+    if (isOrdinaryUser) {
+        // what a thread has given up it does not get back
+        std::thread([&] {
+            giveUpPrivileges();
+            report = doctor.examine();
+        }).join();
+    } else {
+        report = doctor.examine();
+    }
     EXPECT_FALSE(doctor.leftSomethingBehind());
     return report;
 }

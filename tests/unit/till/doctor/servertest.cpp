@@ -7,10 +7,11 @@
 #include "tests/support/mocked.h"
 #include "tests/unit/till/doctor/row.h"
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 using simulator::Fault;
 using simulator::FaultKind;
-using tests::expectFound;
 using tests::Row;
 using tests::Scene;
 
@@ -29,20 +30,18 @@ std::function<void(Scene&)> striking(FaultKind kind, int status = 500)
     };
 }
 
-} // namespace
-
-TEST(DoctorFinds, answersThatDoNotArrive)
+QList<Row> answersThatDoNotArrive()
 {
-    expectFound({
+    return {
         {"nothing", striking(FaultKind::ReplyLost), u"server.answer fails"_s, behindAnswer},
         {"half of it", striking(FaultKind::CutBody), u"server.answer fails"_s, behindAnswer},
         {"no HTTP", striking(FaultKind::GarbledHeaders), u"server.answer fails"_s, behindAnswer},
         {"too much", [](Scene& scene) { scene.set(u"http.maxAnswerBytes"_s, u"1"_s); },
          u"server.answer fails"_s, behindAnswer},
-    });
+    };
 }
 
-TEST(DoctorFinds, credentialsThatAreRefused)
+QList<Row> credentialsThatAreRefused()
 {
     const QStringList rest{u"server.endpoint"_s, u"server.precheck"_s};
     QList<Row> rows{
@@ -51,10 +50,10 @@ TEST(DoctorFinds, credentialsThatAreRefused)
         rows.append({"another value", [key](Scene& scene) { scene.set(key, u"\"another\""_s); },
                      u"server.credentials fails"_s, rest});
     }
-    expectFound(rows);
+    return rows;
 }
 
-TEST(DoctorFinds, addressesWithoutTheService)
+QList<Row> addressesWithoutTheService()
 {
     QList<Row> rows{{"another path",
                      [](Scene& scene) { scene.setAddress(scene.address(u"/elsewhere/"_s)); },
@@ -66,12 +65,12 @@ TEST(DoctorFinds, addressesWithoutTheService)
                      u"server.endpoint fails"_s,
                      {u"server.precheck"_s}});
     }
-    expectFound(rows);
+    return rows;
 }
 
-TEST(DoctorFinds, prechecksThatAreNotGranted)
+QList<Row> prechecksThatAreNotGranted()
 {
-    expectFound({
+    return {
         {"an unknown card", [](Scene& scene) { scene.subject.card = u"1"_s; },
          u"server.precheck fails"_s},
         {"an answer of another shape",
@@ -83,7 +82,7 @@ TEST(DoctorFinds, prechecksThatAreNotGranted)
              scene.strike(fault);
          },
          u"server.precheck fails"_s},
-    });
+    };
 }
 
 TEST(Doctor, saysBesideARefusalWhatTheServerWroteToIt)
@@ -101,18 +100,35 @@ TEST(Doctor, saysBesideARefusalWhatTheServerWroteToIt)
                                  "card *8889 is unknown"_s});
 }
 
-TEST(DoctorFinds, aClockThatGoesWrong)
+QList<Row> clocksThatGoWrong()
 {
+    QList<Row> rows;
     for (const auto& [seconds, mark] : {std::pair(-3600, u"fails"_s),
                                         {-100, u"warning"_s},
                                         {100, u"warning"_s},
                                         {86400, u"fails"_s}}) {
-        std::unique_ptr<tests::StoppedClock> clock;
-        const auto wrong = QDateTime::currentDateTime().addSecs(seconds);
-        expectFound(
-            {{"a clock", [&](Scene&) { clock = std::make_unique<tests::StoppedClock>(wrong); },
-              u"clock "_s + mark}});
+        const auto clock = std::make_shared<std::unique_ptr<tests::StoppedClock>>();
+        rows.append({"a clock",
+                     [clock, offset = seconds](Scene&) {
+                         *clock = std::make_unique<tests::StoppedClock>(
+                             QDateTime::currentDateTime().addSecs(offset));
+                     },
+                     u"clock "_s + mark,
+                     {},
+                     [clock](Scene&) { clock->reset(); }});
     }
+    return rows;
+}
+
+} // namespace
+
+QList<tests::Ways> tests::serverWays()
+{
+    return {{"answersThatDoNotArrive", answersThatDoNotArrive},
+            {"credentialsThatAreRefused", credentialsThatAreRefused},
+            {"addressesWithoutTheService", addressesWithoutTheService},
+            {"prechecksThatAreNotGranted", prechecksThatAreNotGranted},
+            {"clocksThatGoWrong", clocksThatGoWrong}};
 }
 
 TEST(Doctor, asksAboutNobodyWithoutACard)

@@ -8,18 +8,17 @@
 #include "tests/unit/till/doctor/row.h"
 
 #include <QFile>
-#include <QLoggingCategory>
 
 using namespace Qt::StringLiterals;
-using tests::expectFound;
 using tests::Row;
 using tests::Scene;
 
 namespace {
 
-const QStringList everything{u"config."_s, u"address."_s,  u"timeout"_s, u"road."_s,
-                             u"tls."_s,    u"server."_s,   u"clock"_s,   u"plugin."_s,
-                             u"logging"_s, u"database."_s, u"disk"_s,    u"queue."_s};
+const QStringList everything{u"config."_s,   u"address."_s,  u"timeout"_s, u"road."_s,
+                             u"tls."_s,      u"server."_s,   u"clock"_s,   u"plugin."_s,
+                             u"logging"_s,   u"database."_s, u"disk"_s,    u"queue."_s,
+                             u"recording"_s, u"checks."_s,   u"service"_s};
 
 void writeByHand(Scene& scene, const QByteArray& text)
 {
@@ -39,7 +38,8 @@ QStringList behind(const QString& key)
         {u"Orva.password"_s, tests::server()},
         {u"Orva.apikey"_s, tests::server()},
         {u"http.proxy"_s, tests::way()},
-        {u"till.database"_s, {u"database."_s, u"disk"_s, u"queue."_s}},
+        {u"till.database"_s, {u"database."_s, u"disk"_s, u"queue."_s, u"checks."_s, u"service"_s}},
+        {u"recording.folder"_s, {u"recording"_s}},
         {u"till.plugin"_s, QStringList{u"plugin."_s, u"logging"_s} + tests::behindTheSheet()},
     };
     return groups.value(key);
@@ -69,21 +69,245 @@ QList<Row> brokenKeys(const std::function<QString(const poshost::ConfigKey&)>& v
     return rows;
 }
 
-} // namespace
-
-TEST(DoctorFinds, aConfigurationThatCannotBeRead)
+/// The configuration with a line in the place of another one, or behind the last.
+void writeLine(Scene& scene, const QByteArray& former, const QByteArray& line)
 {
-    expectFound({
+    scene.write();
+    QFile file(scene.configFile);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray content = file.readAll();
+    ASSERT_TRUE(content.contains(former)) << content.constData();
+    file.close();
+    writeByHand(scene, content.replace(former, line));
+    // whose keys they are shows no file that cannot be read
+    scene.subject.installed = QStringLiteral(ORVA_PLUGIN_FILE);
+}
+
+Row line(const char* name, const QByteArray& former, const QByteArray& text,
+         const QString& found = u"config.file fails"_s, const QStringList& skipped = everything)
+{
+    return {name, [=](Scene& scene) { writeLine(scene, former, text); }, found, skipped};
+}
+
+void openTo(const QString& file, QFile::Permissions more)
+{
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | more);
+}
+
+QList<Row> unreadableConfigurations()
+{
+    return {
         {"a missing file",
-         [](Scene& scene) { scene.subject.configFile = scene.folder.file(u"absent.toml"_s); },
+         [](Scene& scene) {
+             scene.write();
+             scene.writtenByHand = true;
+             QFile::remove(scene.configFile);
+             scene.subject.plugin = QStringLiteral(ORVA_PLUGIN_FILE);
+         },
+         u"config.file fails"_s,
+         everything,
+         {},
+         [](const Scene& scene) {
+             return scene.address().toUtf8() + "\n1042\n3\n17\n4711\n12a\n";
+         }},
+        {"a file that its owner may not read",
+         [](Scene& scene) {
+             scene.write();
+             scene.writtenByHand = true;
+             scene.isOrdinaryUser = true;
+             QFile::setPermissions(scene.configFile, QFile::WriteOwner);
+         },
          u"config.file fails"_s, everything},
         {"a folder", [](Scene& scene) { scene.subject.configFile = scene.folder.file(QString()); },
          u"config.file fails"_s, everything},
-        {"no TOML", [](Scene& scene) { writeByHand(scene, "[Orva]\nuser = till\n"); },
-         u"config.file fails"_s, everything},
-        {"a table that is none", [](Scene& scene) { writeByHand(scene, "http = 5\n"); },
-         u"config.file fails"_s, everything},
+        line("a text without quotes", "name = \"3\"", "name = shop"),
+        line("two words without quotes", "name = \"3\"", "name = shop three  "),
+        line("a secret without quotes", "apikey = \"12a\"", "apikey = 12a"),
+        line("a text without its second quote", "user = \"17\"", "user = \"17"),
+        line("a secret without its second quote", "password = \"4711\"", "password = \"4711"),
+        line("a key without its sign", "user = \"17\"", "user \"17\""),
+        line("a head without its bracket", "[Orva]", "[Orva"),
+        line("a key that is there twice", "user = \"17\"", "user = \"17\"\nuser = \"other\""),
+        line("a table that is none", "[Orva]", "recording = 5\n[Orva]"),
+    };
+}
+
+QList<Row> secretsThatOthersMayRead()
+{
+    return {
+        {"the configuration",
+         [](Scene& scene) {
+             scene.write();
+             scene.writtenByHand = true;
+             openTo(scene.configFile, QFile::ReadOther);
+         },
+         u"config.rights fails"_s},
+        {"a file of its own",
+         [](Scene& scene) {
+             openTo(scene.folder.write(u"password"_s, "4711\n"), QFile::ReadOther);
+             scene.set(u"Orva.password"_s, u"{ file = \"password\" }"_s);
+         },
+         u"config.rights fails"_s},
+        {"a file that the group may change",
+         [](Scene& scene) {
+             openTo(scene.folder.write(u"password"_s, "4711\n"),
+                    QFile::ReadGroup | QFile::WriteGroup);
+             scene.set(u"Orva.password"_s, u"{ file = \"password\" }"_s);
+         },
+         u"config.rights fails"_s},
+        {"three files at once",
+         [](Scene& scene) {
+             openTo(scene.folder.write(u"the password"_s, "4711\n"), QFile::ReadOther);
+             openTo(scene.folder.write(u"it's the key"_s, "12a\n"), QFile::ReadOther);
+             scene.set(u"Orva.password"_s, u"{ file = \"the password\" }"_s);
+             scene.set(u"Orva.apikey"_s, u"{ file = \"it's the key\" }"_s);
+             scene.set(u"http.proxy"_s, u"\"\""_s);
+         },
+         u"config.rights fails"_s},
+    };
+}
+
+QList<Row> namesThatNobodyReads()
+{
+    const QString found = u"config.names warning"_s;
+    return {
+        {"a key", [](Scene& scene) { scene.set(u"Orva.colour"_s, u"5"_s); }, found},
+        {"a key like a known one that is there",
+         [](Scene& scene) { scene.set(u"Orva.time_out"_s, u"5"_s); }, found},
+        {"a key like a known one that is not there",
+         [](Scene& scene) {
+             scene.set(u"queue.keepDeliveredDays"_s, QString());
+             scene.set(u"queue.keepDeliveredDay"_s, u"30"_s);
+         },
+         found},
+        {"a table like a known one", [](Scene& scene) { scene.set(u"orva.user"_s, u"\"17\""_s); },
+         found},
+        {"a table", [](Scene& scene) { scene.set(u"printer.width"_s, u"40"_s); }, found},
+        {"several",
+         [](Scene& scene) {
+             scene.set(u"printer.width"_s, u"40"_s);
+             scene.set(u"Orva.colour"_s, u"[ 1,\n 2 ]"_s);
+             scene.set(u"till.nmae"_s, u"\"3\""_s);
+         },
+         found},
+        line("a key outside of all tables", "[Orva]", "user = \"17\"\n[Orva]", found, {}),
+    };
+}
+
+QList<Row> missingKeys()
+{
+    return brokenKeys([](const poshost::ConfigKey& key) {
+        const bool isOptional = key.table == u"queue"_s || key.table == u"http"_s ||
+                                key.table == u"recording"_s || key.key == u"timeout"_s ||
+                                key.key == u"name"_s;
+        return isOptional ? QString() : u""_s;
     });
+}
+
+QList<Row> wrongTypes()
+{
+    // the right value, but for its quotes
+    const QHash<QString, QString> values{{u"merchantId"_s, u"1042"_s},
+                                         {u"pos"_s, u"3"_s},
+                                         {u"user"_s, Scene::user()},
+                                         {u"password"_s, Scene::password()},
+                                         {u"apikey"_s, QString()}, // no value of another type
+                                         {u"maxAnswerBytes"_s, u"\"1000000\""_s}};
+    return brokenKeys([&](const poshost::ConfigKey& key) {
+        const bool isNumber = key.kind == poshost::ConfigKey::Kind::Number;
+        return values.value(key.key, isNumber ? u"\"5\""_s : u"5"_s);
+    });
+}
+
+QList<Row> unusableValues()
+{
+    return {
+        {"an empty text", [](Scene& scene) { scene.set(u"Orva.pos"_s, u"\"\""_s); },
+         u"config.Orva.pos fails"_s, tests::server()},
+        {"a number out of range", [](Scene& scene) { scene.set(u"http.maxAnswerBytes"_s, u"0"_s); },
+         u"config.http.maxAnswerBytes fails"_s},
+        {"a number in words",
+         [](Scene& scene) { scene.set(u"Orva.timeout"_s, u"\"ten\""_s); },
+         u"config.Orva.timeout fails"_s,
+         {u"timeout"_s}},
+        {"a secret's file that is not there",
+         [](Scene& scene) { scene.set(u"Orva.password"_s, u"{ file = \"absent\" }"_s); },
+         u"config.Orva.password fails"_s, tests::server()},
+        {"a secret's file that its owner may not read",
+         [](Scene& scene) {
+             QFile::setPermissions(scene.folder.write(u"password"_s, "4711\n"), {});
+             scene.isOrdinaryUser = true;
+             scene.set(u"Orva.password"_s, u"{ file = \"password\" }"_s);
+         },
+         u"config.Orva.password fails"_s, tests::server()},
+        {"a secret's file with two lines",
+         [](Scene& scene) {
+             scene.folder.write(u"password"_s, "4711\nother\n");
+             scene.set(u"Orva.password"_s, u"{ file = \"password\" }"_s);
+         },
+         u"config.Orva.password fails"_s, tests::server(),
+         [](const Scene& scene) { scene.folder.write(u"password"_s, "4711\n"); }},
+        {"certificates that are not there",
+         [](Scene& scene) { scene.set(u"http.caFile"_s, u"\"absent.pem\""_s); },
+         u"config.http.caFile fails"_s},
+        {"certificates that are none",
+         [](Scene& scene) { scene.set(u"http.caFile"_s, u"\"orva.toml\""_s); },
+         u"config.http.caFile fails"_s},
+    };
+}
+
+QList<Row> addressesThatAreNone()
+{
+    const QStringList rest = QStringList{u"address."_s} + tests::way();
+    return {
+        {"another scheme", [](Scene& scene) { scene.setAddress(u"ftp://127.0.0.1/"_s); },
+         u"config.Orva.serverUrl fails"_s, rest},
+        {"no scheme", [](Scene& scene) { scene.setAddress(scene.address().remove(u"http://"_s)); },
+         u"config.Orva.serverUrl fails"_s, rest},
+        {"no host", [](Scene& scene) { scene.setAddress(u"http:///"_s); },
+         u"config.Orva.serverUrl fails"_s, rest},
+        {"http through the shop's network",
+         [](Scene& scene) {
+             scene.setAddress(scene.address().replace(u"127.0.0.1"_s, u"shop.orva.test"_s));
+         },
+         u"address.scheme warning"_s},
+        {"no slash at its end", [](Scene& scene) { scene.setAddress(scene.address(QString())); },
+         u"address.slash fails"_s, tests::server()},
+        {"a query", [](Scene& scene) { scene.setAddress(scene.address(u"/?shop=1"_s)); },
+         u"address.query warning"_s},
+        {"a user",
+         [](Scene& scene) {
+             scene.setAddress(scene.address().replace(u"://"_s, u"://till:secret@"_s));
+         },
+         u"config.Orva.serverUrl fails"_s, rest},
+    };
+}
+
+QList<Row> unwantedTimeOuts()
+{
+    QList<Row> rows;
+    for (const QString& seconds : {u"0"_s, u"-1"_s, u"1"_s, u"31"_s, u"86400"_s}) {
+        rows.append({"a time-out",
+                     [seconds](Scene& scene) { scene.set(u"Orva.timeout"_s, seconds); },
+                     u"timeout warning"_s});
+    }
+    return rows;
+}
+
+} // namespace
+
+QList<tests::Ways> tests::settingsWays()
+{
+    return {
+        {"configurationThatCannotBeRead", unreadableConfigurations},
+        {"secretsThatOthersMayRead", secretsThatOthersMayRead},
+        {"namesThatNobodyReads", namesThatNobodyReads},
+        {"missingKeys", missingKeys},
+        {"keysOfAWrongType", wrongTypes},
+        {"valuesThatCannotBeUsed", unusableValues},
+        {"addressesThatAreNone", addressesThatAreNone},
+        {"timeOutsThatNobodyWants", unwantedTimeOuts},
+    };
 }
 
 TEST(DoctorFinds, aKeySheetThatIsDamaged)
@@ -95,7 +319,8 @@ TEST(DoctorFinds, aKeySheetThatIsDamaged)
     scene.set(u"till.plugin"_s, Scene::quoted(plugin));
     const till::doctor::Report report = scene.examine();
     EXPECT_EQ(Scene::marksOf(report).value(u"config.file"_s), u"fails"_s);
-    EXPECT_TRUE(report.text().contains(u"ls -lL "_s + sheet)) << report.text().toStdString();
+    EXPECT_TRUE(report.text().contains(u"by hand: install the plug-in anew, "_s + sheet))
+        << report.text().toStdString();
 }
 
 TEST(Doctor, asksTheServerThroughAPluginWithoutAKeySheet)
@@ -115,130 +340,4 @@ TEST(Doctor, asksTheServerThroughAPluginWithoutAKeySheet)
         EXPECT_EQ(marks.value(id), u"skipped"_s) << id.toStdString();
     }
     EXPECT_EQ(marks.value(u"server.precheck"_s), u"ok"_s) << report.text().toStdString();
-}
-
-TEST(DoctorFinds, secretsThatOthersMayRead)
-{
-    const QFile::Permissions open = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther;
-    expectFound({
-        {"the configuration",
-         [open](Scene& scene) {
-             scene.write();
-             scene.writtenByHand = true;
-             QFile::setPermissions(scene.configFile, open);
-         },
-         u"config.rights fails"_s},
-        {"a file of its own",
-         [open](Scene& scene) {
-             QFile::setPermissions(scene.folder.write(u"password"_s, "secret\n"), open);
-             scene.set(u"Orva.password"_s, u"{ file = \"password\" }"_s);
-         },
-         u"config.rights fails"_s},
-    });
-}
-
-TEST(DoctorFinds, namesThatNobodyReads)
-{
-    expectFound({
-        {"a key", [](Scene& scene) { scene.set(u"Orva.time_out"_s, u"5"_s); },
-         u"config.names warning"_s},
-        {"a table", [](Scene& scene) { scene.set(u"orva.user"_s, u"\"till\""_s); },
-         u"config.names warning"_s},
-    });
-}
-
-TEST(DoctorFinds, everyMissingKeyThatIsNeeded)
-{
-    const QList<Row> rows = brokenKeys([](const poshost::ConfigKey& key) {
-        const bool isOptional = key.table == u"queue"_s || key.table == u"http"_s ||
-                                key.table == u"recording"_s || key.key == u"timeout"_s ||
-                                key.key == u"name"_s;
-        return isOptional ? QString() : u""_s;
-    });
-    EXPECT_EQ(rows.size(), 8);
-    expectFound(rows);
-}
-
-TEST(DoctorFinds, everyKeyOfAWrongType)
-{
-    const QList<Row> rows = brokenKeys([](const poshost::ConfigKey& key) {
-        return key.kind == poshost::ConfigKey::Kind::Number ? u"\"5\""_s : u"5"_s;
-    });
-    EXPECT_EQ(rows.size(), 17);
-    expectFound(rows);
-}
-
-TEST(DoctorFinds, valuesThatCannotBeUsed)
-{
-    expectFound({
-        {"an empty text", [](Scene& scene) { scene.set(u"Orva.pos"_s, u"\"\""_s); },
-         u"config.Orva.pos fails"_s, tests::server()},
-        {"a number out of range", [](Scene& scene) { scene.set(u"http.maxAnswerBytes"_s, u"0"_s); },
-         u"config.http.maxAnswerBytes fails"_s},
-        {"a secret's file that is not there",
-         [](Scene& scene) { scene.set(u"Orva.password"_s, u"{ file = \"absent\" }"_s); },
-         u"config.Orva.password fails"_s, tests::server()},
-        {"certificates that are not there",
-         [](Scene& scene) { scene.set(u"http.caFile"_s, u"\"absent.pem\""_s); },
-         u"config.http.caFile fails"_s},
-        {"certificates that are none",
-         [](Scene& scene) { scene.set(u"http.caFile"_s, u"\"orva.toml\""_s); },
-         u"config.http.caFile fails"_s},
-    });
-}
-
-TEST(DoctorFinds, addressesThatAreNone)
-{
-    const QStringList rest = QStringList{u"address."_s} + tests::way();
-    expectFound({
-        {"another scheme", [](Scene& scene) { scene.setAddress(u"ftp://127.0.0.1/"_s); },
-         u"config.Orva.serverUrl fails"_s, rest},
-        {"no scheme", [](Scene& scene) { scene.setAddress(u"127.0.0.1:8710/"_s); },
-         u"config.Orva.serverUrl fails"_s, rest},
-        {"no host", [](Scene& scene) { scene.setAddress(u"http:///"_s); },
-         u"config.Orva.serverUrl fails"_s, rest},
-        {"http through the shop's network",
-         [](Scene& scene) {
-             scene.setAddress(scene.address().replace(u"127.0.0.1"_s, u"shop.orva.test"_s));
-         },
-         u"address.scheme warning"_s},
-        {"no slash at its end", [](Scene& scene) { scene.setAddress(scene.address(QString())); },
-         u"address.slash fails"_s, tests::server()},
-        {"a query", [](Scene& scene) { scene.setAddress(scene.address(u"/?shop=1"_s)); },
-         u"address.query warning"_s},
-        {"a user",
-         [](Scene& scene) {
-             scene.setAddress(scene.address().replace(u"://"_s, u"://till:secret@"_s));
-         },
-         u"config.Orva.serverUrl fails"_s, rest},
-    });
-}
-
-TEST(DoctorFinds, timeOutsThatNobodyWants)
-{
-    QList<Row> rows;
-    for (const QString& seconds : {u"0"_s, u"-1"_s, u"1"_s, u"31"_s, u"86400"_s}) {
-        rows.append({"a time-out",
-                     [seconds](Scene& scene) { scene.set(u"Orva.timeout"_s, seconds); },
-                     u"timeout warning"_s});
-    }
-    expectFound(rows);
-}
-
-TEST(DoctorFinds, anEnvironmentWithoutUtf8)
-{
-    const QByteArray before = qgetenv("LC_ALL");
-    for (const QByteArray locale : {"C", "xx_XX.UTF-8"}) {
-        expectFound({{locale.constData(), [locale](Scene&) { qputenv("LC_ALL", locale); },
-                      u"encoding fails"_s}});
-        qputenv("LC_ALL", before);
-    }
-}
-
-TEST(DoctorFinds, errorsThatAreNotLogged)
-{
-    expectFound({{"rules of the environment",
-                  [](Scene&) { QLoggingCategory::setFilterRules(u"orva.critical=false"_s); },
-                  u"logging warning"_s}});
-    QLoggingCategory::setFilterRules(QString());
 }

@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/doctor/queuechecks.h"
+
+#include "host/database/database.h"
+#include "host/queue/databaseexamination.h"
+#include "host/queue/queuebell.h"
+#include "host/services/currenttime.h"
+#include "till/checks/checkstore.h"
+#include "till/doctor/report.h"
+#include "till/doctor/subject.h"
+#include "till/screen/timetext.h"
+#include "till/text.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace till::doctor {
+namespace {
+
+constexpr qint64 warnHours = 1;
+constexpr qint64 failHours = 24;
+constexpr qint64 secondsAnHour = 3600;
+constexpr qint64 hoursOfSuspension = 24;
+
+qint64 hoursSince(const QDateTime& time)
+{
+    return time.secsTo(MockFactory<CurrentTime>::create()->currentDateTime()) / secondsAnHour;
+}
+
+/// The delivery tries a message that was refused again only when its time has come.
+Mend deliverNow(const poshost::QueueEntry& first, const Subject& subject)
+{
+    const QString deliver = subject.command({u"queue"_s, u"deliver"_s});
+    if (!first.nextAttemptAt.isValid()) {
+        return Mend::command(deliver);
+    }
+    return Mend::command(subject.command({u"queue"_s, u"retry"_s, QString::number(first.id)}) +
+                         u" && "_s + deliver);
+}
+
+Finding lookAtOldest(const poshost::DatabaseExamination& found, const Subject& subject)
+{
+    if (!found.firstWaiting) {
+        return Finding::ok(Text::tr("nothing waits"));
+    }
+    const qint64 hours = hoursSince(found.firstWaiting->createdAt);
+    const QString text = Text::tr("%1 wait, the oldest (%2) since %3")
+                             .arg(found.counts.waiting)
+                             .arg(found.firstWaiting->id)
+                             .arg(timetext::toTheMinute(found.firstWaiting->createdAt));
+    const Mend mend = deliverNow(*found.firstWaiting, subject);
+    if (hours >= failHours) {
+        return Finding::fails(text, mend);
+    }
+    return hours >= warnHours ? Finding::warning(text, mend) : Finding::ok(text);
+}
+
+Finding lookAtPaused(const poshost::DatabaseExamination& found, const Subject& subject)
+{
+    if (!found.firstPaused) {
+        return Finding::ok(Text::tr("none"));
+    }
+    return Finding::fails(Text::tr("%1 wait for other credentials or another address (%2)")
+                              .arg(found.counts.paused)
+                              .arg(found.firstPaused->lastError),
+                          Mend::command(subject.command({u"queue"_s, u"reauthorize"_s}) +
+                                        u" && "_s + subject.command({u"queue"_s, u"deliver"_s})));
+}
+
+Finding lookAtParked(const poshost::DatabaseExamination& found, const Subject& subject)
+{
+    if (!found.firstParked) {
+        return Finding::ok(Text::tr("none"));
+    }
+    const QString number = QString::number(found.firstParked->id);
+    return Finding::fails(
+        Text::tr("%1 wait for somebody to decide (%2)")
+            .arg(found.counts.parked)
+            .arg(found.firstParked->lastError),
+        Mend::words(
+            Text::tr("look at it with %1, ask whoever runs the loyalty server, then \"queue "
+                     "retry %2\" or, if the server has it, \"queue settle %2\"")
+                .arg(subject.command({u"queue"_s, u"show"_s, number}), number)));
+}
+
+Finding lookAtSuspended(const SuspendedChecks& found, const Subject& subject)
+{
+    if (found.count == 0) {
+        return Finding::ok(Text::tr("none"));
+    }
+    const QString text = Text::tr("%1 suspended, the oldest (%2) since %3")
+                             .arg(found.count)
+                             .arg(found.oldest, timetext::toTheMinute(found.since));
+    if (hoursSince(found.since) < hoursOfSuspension) {
+        return Finding::ok(text);
+    }
+    return Finding::warning(
+        text,
+        Mend::words(Text::tr("take it up with \"restore %1\" in %2, then close it or abandon it")
+                        .arg(found.oldest, subject.command({u"work"_s}))));
+}
+
+/// Where a till is open it delivers itself, so nobody else need be there for it.
+Finding lookAtService(const Subject& subject)
+{
+    if (poshost::QueueBell::isHeard(subject.databaseFile())) {
+        return Finding::ok(Text::tr("a service delivers what tills leave"));
+    }
+    const QString text = Text::tr("nobody delivers while no till is open");
+    return Finding::warning(
+        text,
+        Mend::command(
+            subject.serviceStart.isEmpty()
+                ? subject.command({u"--quiet"_s, u"queue"_s, u"deliver"_s, u"--watch"_s}) + u" &"_s
+                : subject.serviceStart));
+}
+
+} // namespace
+
+std::optional<SuspendedChecks> queuechecks::suspendedIn(const QString& databaseFile,
+                                                        int milliseconds)
+{
+    try {
+        const QSharedPointer<poshost::Database> database(
+            poshost::Database::openForReading(databaseFile, QDeadlineTimer(milliseconds))
+                .release());
+        return CheckStore(database).suspended();
+    } catch (const std::exception&) {
+        return std::nullopt; // what is wrong with the file its own checks say
+    }
+}
+
+void queuechecks::check(Report& report, const Subject& subject,
+                        const std::optional<poshost::DatabaseExamination>& found,
+                        const std::optional<SuspendedChecks>& suspended)
+{
+    using Look = Finding (*)(const poshost::DatabaseExamination&, const Subject&);
+    const QString schema = u"database.schema"_s;
+    const bool exists = QFile::exists(subject.databaseFile());
+    const auto notMade = [] { return Finding::notNeeded(Text::tr("not made yet")); };
+    const auto queue = [&](const QString& id, const QString& title, Look look) {
+        report.check(id, title, {schema},
+                     [&] { return exists ? look(*found, subject) : notMade(); });
+    };
+    queue(u"queue.oldest"_s, Text::tr("Queue, waiting"), lookAtOldest);
+    queue(u"queue.paused"_s, Text::tr("Queue, paused"), lookAtPaused);
+    queue(u"queue.parked"_s, Text::tr("Queue, parked"), lookAtParked);
+    report.check(u"checks.suspended"_s, Text::tr("Suspended checks"), {schema}, [&] {
+        if (!exists) {
+            return notMade();
+        }
+        return suspended ? lookAtSuspended(*suspended, subject)
+                         : Finding::notNeeded(Text::tr("not read in time"));
+    });
+    report.check(u"service"_s, Text::tr("Delivery without a till"), {u"database.file"_s},
+                 [&] { return lookAtService(subject); });
+}
+
+} // namespace till::doctor
