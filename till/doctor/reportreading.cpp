@@ -22,6 +22,25 @@ Mark markOf(const QString& name)
                                   : Mark::Fails;
 }
 
+Mend mendOf(const QJsonObject& row)
+{
+    const QString kind = row.value("mendKind"_L1).toString();
+    const QString place = row.value("mendPlace"_L1).toString();
+    Mend mend;
+    mend.kind = kind == "command"_L1 ? Mend::Kind::Command
+                : kind == "line"_L1  ? Mend::Kind::Line
+                : kind == "words"_L1 ? Mend::Kind::Words
+                                     : Mend::Kind::None;
+    mend.text = row.value("mend"_L1).toString();
+    mend.file = row.value("mendFile"_L1).toString();
+    mend.place = place == "instead"_L1  ? Mend::Place::Instead
+                 : place == "behind"_L1 ? Mend::Place::Behind
+                                        : Mend::Place::AtEnd;
+    mend.number = row.value("mendLine"_L1).toInt();
+    mend.isSafe = row.value("safe"_L1).toBool();
+    return mend;
+}
+
 } // namespace
 
 std::optional<Report> Report::fromJson(const QByteArray& json)
@@ -31,8 +50,7 @@ std::optional<Report> Report::fromJson(const QByteArray& json)
     for (const auto& entry : checks) {
         const QJsonObject row = entry.toObject();
         const Finding finding{markOf(row.value("mark"_L1).toString()),
-                              row.value("text"_L1).toString(), row.value("mend"_L1).toString(),
-                              false};
+                              row.value("text"_L1).toString(), mendOf(row), false};
         report.done.append(
             {row.value("id"_L1).toString(), row.value("title"_L1).toString(), finding});
     }
