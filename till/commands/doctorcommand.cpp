@@ -43,7 +43,7 @@ ExitCode run(const Options& options, Output& out, Output& errors)
     if (!options.verbose && !doctor.leftSomethingBehind()) {
         qInstallMessageHandler(formerHandler);
     }
-    out.write(options.json ? report.json() : report.text());
+    out.write(options.json ? report.json() : report.text(out.columns()));
     const ExitCode code = report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
     if (doctor.leftSomethingBehind()) {
         // the usual end would wait for locks of the loader that the thread holds

@@ -8,6 +8,7 @@
 #include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -61,9 +62,9 @@ Finding lookAtFile(const Subject& subject)
     if (wrong == nullptr) {
         return Finding::ok(file);
     }
-    return Finding::fails(wrong->text, wrong->kind == Kind::Unreadable
-                                           ? u"ls -lL %1"_s.arg(wrong->file)
-                                           : lineAsItShouldBe());
+    return Finding::fails(said(wrong->text), wrong->kind == Kind::Unreadable
+                                                 ? u"ls -lL %1"_s.arg(wrong->file)
+                                                 : lineAsItShouldBe());
 }
 
 Finding lookAtRights(const Subject& subject)
@@ -82,7 +83,7 @@ Finding lookAtNames(const Subject& subject)
     QStringList texts;
     for (const ConfigFinding& finding : subject.findings) {
         if (finding.kind == Kind::UnknownName) {
-            texts.append(finding.text);
+            texts.append(said(finding.text));
         }
     }
     if (texts.isEmpty()) {
@@ -151,7 +152,7 @@ Finding lookAtKey(const poshost::ConfigKey& key, const Subject& subject)
     for (const ConfigFinding& finding : subject.findings) {
         if (finding.kind == Kind::WrongValue && finding.table == key.table &&
             finding.key == key.key) {
-            return Finding::fails(finding.text, mend);
+            return Finding::fails(said(finding.text), mend);
         }
     }
     const QString given = key.table != "till"_L1     ? QString()

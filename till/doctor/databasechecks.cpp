@@ -8,6 +8,7 @@
 #include "host/services/currenttime.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/reason.h"
 #include "till/screen/timetext.h"
 #include "till/text.h"
 
@@ -100,7 +101,7 @@ Finding lookAtIntegrity(const poshost::DatabaseExamination& found, const QString
     case Integrity::Unreadable:
         break;
     }
-    return Finding::fails(found.trouble,
+    return Finding::fails(said(found.trouble),
                           u"sqlite3 %1 \".recover\" | sqlite3 mended.sqlite"_s.arg(file));
 }
 
@@ -147,7 +148,7 @@ Finding lookAtPaused(const poshost::DatabaseExamination& found)
     }
     return Finding::fails(Text::tr("%1 wait for other credentials or another address (%2)")
                               .arg(found.counts.paused)
-                              .arg(found.firstPaused->lastError),
+                              .arg(said(found.firstPaused->obstacle)),
                           u"orva-till queue reauthorize"_s);
 }
 
@@ -158,7 +159,7 @@ Finding lookAtParked(const poshost::DatabaseExamination& found)
     }
     return Finding::fails(Text::tr("%1 wait for somebody to decide (%2)")
                               .arg(found.counts.parked)
-                              .arg(found.firstParked->lastError),
+                              .arg(said(found.firstParked->obstacle)),
                           u"orva-till queue show %1"_s.arg(found.firstParked->id));
 }
 

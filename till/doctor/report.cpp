@@ -55,6 +55,29 @@ QString padded(const QString& text, qsizetype width)
     return text + QString(std::max<qsizetype>(0, width - Table::widthOf(text)), u' ');
 }
 
+/// A text behind what stands to its left. What has no room goes on below itself, or indented where
+/// too little is left beside the other.
+QString aligned(const QString& left, const QString& text, qsizetype width)
+{
+    constexpr qsizetype leastRoom = 30;
+    const QString line = printable::line(text);
+    const qsizetype room = width - Table::widthOf(left);
+    if (Table::widthOf(line) <= room) {
+        return left + line + u'\n';
+    }
+    const bool isBeside = room >= leastRoom;
+    const QString indent(isBeside ? width - room : 4, u' ');
+    const QStringList rows = printable::wrapped(line, width - indent.size());
+    QString start = left;
+    if (!isBeside) {
+        while (start.endsWith(u' ')) {
+            start.chop(1);
+        }
+        start += u'\n' + indent;
+    }
+    return start + rows.join(u'\n' + indent) + u'\n';
+}
+
 } // namespace
 
 void Report::check(const QString& id, const QString& title, const QStringList& needs,
@@ -98,7 +121,7 @@ qsizetype Report::count(Mark mark) const
                          [mark](const Row& row) { return row.finding.mark == mark; });
 }
 
-QString Report::text() const
+QString Report::text(int width) const
 {
     qsizetype markWidth = 0;
     qsizetype titleWidth = 0;
@@ -108,19 +131,21 @@ QString Report::text() const
     }
     QString text;
     for (const Row& row : done) {
-        text += padded(markText(row.finding.mark), markWidth) + u"  "_s +
-                padded(row.title, titleWidth) + u"  "_s + printable::line(row.finding.text) + u'\n';
+        text += aligned(padded(markText(row.finding.mark), markWidth) + u"  "_s +
+                            padded(row.title, titleWidth) + u"  "_s,
+                        row.finding.text, width);
         if (!row.finding.mend.isEmpty()) {
-            text +=
-                QString(markWidth, u' ') + u"  -> "_s + printable::line(row.finding.mend) + u'\n';
+            text += aligned(QString(markWidth, u' ') + u"  -> "_s, row.finding.mend, width);
         }
     }
-    return text + Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
-                      .arg(done.size())
-                      .arg(count(Mark::Ok))
-                      .arg(count(Mark::Warning))
-                      .arg(count(Mark::Fails))
-                      .arg(count(Mark::Skipped));
+    return text + printable::folded(
+                      Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
+                          .arg(done.size())
+                          .arg(count(Mark::Ok))
+                          .arg(count(Mark::Warning))
+                          .arg(count(Mark::Fails))
+                          .arg(count(Mark::Skipped)),
+                      width);
 }
 
 QString Report::json() const

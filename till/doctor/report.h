@@ -39,7 +39,8 @@ public:
     qsizetype count(Mark mark) const;
 
     /// A line for each check, under a failing one the line that mends it, and a line of sums.
-    QString text() const;
+    /// @param width how many characters fit on a line
+    QString text(int width = 80) const;
     QString json() const;
 
 private:

@@ -9,6 +9,7 @@
 #include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/reason.h"
 #include "till/screen/timetext.h"
 #include "till/text.h"
 
@@ -42,7 +43,7 @@ public:
             return Finding::notNeeded(Text::tr("the proxy looks the name up"));
         }
         if (probe.trouble == Trouble::Name) {
-            return Finding::fails(probe.text.ru(), u"getent hosts %1"_s.arg(url.host()));
+            return Finding::fails(said(probe.text), u"getent hosts %1"_s.arg(url.host()));
         }
         return Finding::ok(url.host());
     }
@@ -55,7 +56,7 @@ public:
         if (probe.trouble == Trouble::Proxy) {
             return Finding::fails(
                 Text::tr("%1 does not let through (%2)")
-                    .arg(poshost::serveraddress::shownProxy(subject.proxy()), probe.text.ru()),
+                    .arg(poshost::serveraddress::shownProxy(subject.proxy()), said(probe.text)),
                 u"[http] proxy = \"http://proxy.example.com:3128\""_s);
         }
         return Finding::ok(poshost::serveraddress::shownProxy(subject.proxy()));
@@ -64,7 +65,7 @@ public:
     Finding connection() const
     {
         if (probe.trouble == Trouble::Connection) {
-            return Finding::fails(probe.text.ru(), u"nc -vz %1 %2"_s.arg(url.host()).arg(port));
+            return Finding::fails(said(probe.text), u"nc -vz %1 %2"_s.arg(url.host()).arg(port));
         }
         if (proxied && !secure) {
             return Finding::notNeeded(Text::tr("the proxy connects when it is asked"));
@@ -79,10 +80,10 @@ public:
             return Finding::notNeeded(Text::tr("http has no certificate"));
         }
         if (probe.trouble == Trouble::CaFile || probe.trouble == Trouble::Certificate) {
-            return Finding::fails(probe.text.ru(), u"[http] caFile = \"/etc/orva/ca.pem\""_s);
+            return Finding::fails(said(probe.text), u"[http] caFile = \"/etc/orva/ca.pem\""_s);
         }
         if (probe.trouble == Trouble::Tls) {
-            return Finding::fails(probe.text.ru(), showCertificate());
+            return Finding::fails(said(probe.text), showCertificate());
         }
         return Finding::ok(Text::tr("the certificate is trusted"));
     }
@@ -93,7 +94,7 @@ public:
             return Finding::notNeeded(Text::tr("http has no certificate"));
         }
         if (probe.trouble == Trouble::Validity) {
-            return Finding::fails(probe.text.ru(), showCertificate() + u" -noout -dates"_s);
+            return Finding::fails(said(probe.text), showCertificate() + u" -noout -dates"_s);
         }
         const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
         const QString end = timetext::toTheMinute(probe.validUntil.toLocalTime());
