@@ -41,9 +41,10 @@ std::string HelpText::make_option(const CLI::Option* option, bool isPositional) 
 
 std::string HelpText::make_option_opts(const CLI::Option* option) const
 {
-    // a range is written "INT:INT in [0 - 9]", under no label
+    // a range is written "INT:INT in [0 - 9]", and a choice "TEXT:{a,b}", under no label
     return QString::fromStdString(Formatter::make_option_opts(option))
         .replace(u"INT:INT in ["_s, Text::tr("NUMBER") + u" ["_s)
+        .replace(u"TEXT:{"_s, u"{"_s)
         .toStdString();
 }
 

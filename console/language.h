@@ -4,15 +4,18 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 namespace console {
 
-/// The language that a program speaks to somebody who reads these, best first ("ru-RU", "en"):
-/// "ru" or "en".
-QString languageFor(const QStringList& uiLanguages);
+/// The language that the environment asks a program to speak, by gettext's rules: the first that is
+/// not empty of LC_ALL, LC_MESSAGES and LANG names the locale; unless that is "C", the list in
+/// LANGUAGE goes before it. @return "ru" or "en"
+QString languageOfEnvironment();
 
-/// Translates all that the programs say from now on into the language of the environment's locale.
+/// The language that this program speaks: "ru" or "en", and "en" until speakUsersLanguage.
+QString spokenLanguage();
+
+/// Translates all that the programs say from now on into the language of the environment.
 /// To be called once, after the application object was made.
 void speakUsersLanguage();
 

@@ -138,6 +138,23 @@ QStringList printable::wrapped(const QString& text, qsizetype width)
     return rows;
 }
 
+QString printable::folded(const QString& lines, qsizetype width)
+{
+    constexpr qsizetype indent = 4;
+    QString text;
+    const QStringList whole = lines.split(u'\n');
+    for (qsizetype i = 0; i < whole.size(); ++i) {
+        text += i == 0 ? QString() : u"\n"_s;
+        if (whole.at(i).size() <= width) {
+            text += whole.at(i);
+            continue;
+        }
+        // as if the continuation were the rule: a first line of the same width leaves no word over
+        text += wrapped(whole.at(i), width - indent).join(u'\n' + QString(indent, u' '));
+    }
+    return text;
+}
+
 QString printable::csv(const QString& value)
 {
     QString text = line(value);

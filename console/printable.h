@@ -22,6 +22,10 @@ QString line(const QString& text);
 /// text are kept.
 QStringList wrapped(const QString& text, qsizetype width);
 
+/// Several lines, each of at most so many characters; what does not fit on its line goes on below
+/// it, indented, so that it does not look like a line of its own.
+QString folded(const QString& lines, qsizetype width);
+
 /// One value of a line of comma-separated values: quoted where it holds a comma or a quote.
 QString csv(const QString& value);
 

@@ -10,9 +10,14 @@ using namespace Qt::StringLiterals;
 
 namespace console {
 
+bool terminal::isTerminal(std::FILE* stream)
+{
+    return stream != nullptr && ::isatty(::fileno(stream)) == 1;
+}
+
 bool terminal::canRedraw(std::FILE* stream)
 {
-    return stream != nullptr && ::isatty(::fileno(stream)) == 1 && qgetenv("TERM") != "dumb";
+    return isTerminal(stream) && qgetenv("TERM") != "dumb";
 }
 
 bool terminal::hasColours(std::FILE* stream)

@@ -17,6 +17,8 @@ enum class Colour
     Yellow,
 };
 
+/// Whether somebody sits at it; a file or a pipe is no terminal.
+bool isTerminal(std::FILE* stream);
 /// Whether it is a terminal on which a line can be drawn anew; a file or a pipe is none, and
 /// neither is a terminal that calls itself "dumb" in TERM.
 bool canRedraw(std::FILE* stream);

@@ -97,7 +97,7 @@ CLI::App* addLedger(CLI::App& app, simulator::Options& options)
         app.add_subcommand("ledger", words(Text::tr("Print the points of every card and check")));
     ledger->add_flag("--csv", options.csv,
                      words(Text::tr("The checks as a till lists them, to be compared")));
-    ledger->add_flag("--json", options.json, words(Text::tr("As JSON, amounts in kopecks")));
+    ledger->add_flag("--json", options.json, words(Text::tr("As JSON")));
     ledger->fallthrough();
     return ledger;
 }
@@ -121,6 +121,8 @@ int main(int argc, char** argv)
                      .toStdString(),
                  "orva-simulator");
     console::usage::prepare(app);
+    app.set_version_flag("--version", ORVA_VERSION,
+                         Text::tr("Print the version and exit").toStdString());
     addServing(app, options, texts);
     const CLI::App* const ledger = addLedger(app, options);
     const CLI::App* const rules = app.add_subcommand(

@@ -257,7 +257,7 @@ int printLedger(const Options& options, Outputs& print)
     const LedgerView view = readLedger(database, rulesFor(options));
     print.out.write(options.csv    ? ledgerCsv(view)
                     : options.json ? QString::fromUtf8(ledgerJson(view))
-                                   : ledgerTables(view));
+                                   : ledgerTables(view, print.out.columns()));
     const QString wrong = view.wrongCard();
     if (!wrong.isEmpty()) {
         print.failure(Text::tr("the balance of card %1 is not its opening balance and its "

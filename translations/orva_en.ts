@@ -4,6 +4,33 @@
 <context>
     <name>Till</name>
     <message numerus="yes">
+        <source>%n calls, %1 sent, identical.
+</source>
+        <translation>
+            <numerusform>%n call, %1 sent, identical.
+</numerusform>
+            <numerusform>%n calls, %1 sent, identical.
+</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n records are in %1. It holds whole card numbers: hand it on with care.</source>
+        <translation>
+            <numerusform>%n record is in %1. It holds whole card numbers: hand it on with care.</numerusform>
+            <numerusform>%n records are in %1. It holds whole card numbers: hand it on with care.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n do not agree.
+</source>
+        <translation>
+            <numerusform>%n does not agree.
+</numerusform>
+            <numerusform>%n do not agree.
+</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
         <source>%n messages go out with the configured credentials.</source>
         <translation>
             <numerusform>%n message goes out with the configured credentials.</numerusform>

@@ -261,8 +261,12 @@
         <translation>Чеки в том виде, в каком их выводит касса, — для сверки</translation>
     </message>
     <message>
-        <source>As JSON, amounts in kopecks</source>
-        <translation>В формате JSON, суммы в копейках</translation>
+        <source>As JSON</source>
+        <translation>В формате JSON</translation>
+    </message>
+    <message>
+        <source>Print the version and exit</source>
+        <translation>Показать версию и выйти</translation>
     </message>
     <message>
         <source>A loyalty server for trying and testing. Without a command it serves until it is stopped (SIGTERM or Ctrl+C).
@@ -1232,6 +1236,34 @@ The server&apos;s last refusal:
         <translation>В %1 не указан плагин; укажите plugin в [till] или ключ --plugin.</translation>
     </message>
     <message>
+        <source>NUMBER</source>
+        <translation>НОМЕР</translation>
+    </message>
+    <message>
+        <source>POSITION QUANTITY</source>
+        <translation>ПОЗИЦИЯ КОЛИЧЕСТВО</translation>
+    </message>
+    <message>
+        <source>POSITION SUM</source>
+        <translation>ПОЗИЦИЯ СУММА</translation>
+    </message>
+    <message>
+        <source>SUM|all|none</source>
+        <translation>СУММА|all|none</translation>
+    </message>
+    <message>
+        <source>SUM</source>
+        <translation>СУММА</translation>
+    </message>
+    <message>
+        <source>[SECONDS]</source>
+        <translation>[СЕКУНД]</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>ФАЙЛ</translation>
+    </message>
+    <message>
         <source>open a sale and present its card, if the file names one</source>
         <translation>открыть продажу и предъявить карту, если она есть в файле</translation>
     </message>
@@ -2031,11 +2063,17 @@ The server&apos;s last refusal:
         <translation>Подтверждение: %1
 </translation>
     </message>
-    <message>
-        <source>%1 do not agree.
+    <message numerus="yes">
+        <source>%n do not agree.
 </source>
-        <translation>Не сходится: %1.
-</translation>
+        <translation>
+            <numerusform>Не сходится %n сумма.
+</numerusform>
+            <numerusform>Не сходятся %n суммы.
+</numerusform>
+            <numerusform>Не сходится %n сумм.
+</numerusform>
+        </translation>
     </message>
     <message>
         <source>All %1 amounts and messages are explained; the sums agree.
@@ -2151,11 +2189,17 @@ The server&apos;s last refusal:
         <source>cut off, replayed as far as it goes: </source>
         <translation>обрывается, повторена до обрыва: </translation>
     </message>
-    <message>
-        <source>%1 calls, %2 sent, identical.
+    <message numerus="yes">
+        <source>%n calls, %1 sent, identical.
 </source>
-        <translation>вызовов — %1, отправлено — %2, совпадает.
-</translation>
+        <translation>
+            <numerusform>%n вызов, отправлено — %1, совпадает.
+</numerusform>
+            <numerusform>%n вызова, отправлено — %1, совпадает.
+</numerusform>
+            <numerusform>%n вызовов, отправлено — %1, совпадает.
+</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1 of %2 calls differ.
@@ -2179,9 +2223,13 @@ The server&apos;s last refusal:
         <source>%1 cannot be written (%2).</source>
         <translation>%1 не записывается (%2).</translation>
     </message>
-    <message>
-        <source>%1 records are in %2. It holds whole card numbers: hand it on with care.</source>
-        <translation>Записей в %2: %1. Номера карт в них целиком: передавайте файл осторожно.</translation>
+    <message numerus="yes">
+        <source>%n records are in %1. It holds whole card numbers: hand it on with care.</source>
+        <translation>
+            <numerusform>%n запись теперь в %1. Номера карт в ней целиком: передавайте файл осторожно.</numerusform>
+            <numerusform>%n записи теперь в %1. Номера карт в них целиком: передавайте файл осторожно.</numerusform>
+            <numerusform>%n записей теперь в %1. Номера карт в них целиком: передавайте файл осторожно.</numerusform>
+        </translation>
     </message>
     <message>
         <source>Record %1 of %2: %3

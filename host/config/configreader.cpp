@@ -32,23 +32,23 @@ QString toQString(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QString typeName(const toml::node& node)
+Message typeName(const toml::node& node)
 {
     switch (node.type()) {
     case toml::node_type::string:
-        return u"строка"_s;
+        return Message::of("toml.text");
     case toml::node_type::integer:
-        return u"целое число"_s;
+        return Message::of("toml.integer");
     case toml::node_type::floating_point:
-        return u"дробное число"_s;
+        return Message::of("toml.fraction");
     case toml::node_type::boolean:
-        return u"true или false"_s;
+        return Message::of("toml.boolean");
     case toml::node_type::array:
-        return u"список"_s;
+        return Message::of("toml.list");
     case toml::node_type::table:
-        return u"таблица"_s;
+        return Message::of("toml.table");
     default:
-        return u"дата или время"_s;
+        return Message::of("toml.time");
     }
 }
 
@@ -88,9 +88,9 @@ public:
                 readTable(table, known, *content);
             } else if (known) {
                 fail(node.source(), table, {},
-                     u"ожидается таблица [%1], а здесь %2"_s.arg(table, typeName(node)));
+                     Message::of("config.noTable", table, typeName(node)));
             } else {
-                warn(key, {}, table, u"ключ %1 стоит вне таблицы"_s.arg(table), {});
+                warn(key, {}, table, Message::of("config.outside", table), {});
             }
         }
         if (namesSecret) {
@@ -105,7 +105,7 @@ private:
             const QString key = toQString(tomlKey.str());
             const std::optional<ConfigKey> known = knownkeys::find(table, key);
             if (!known && tableIsKnown) {
-                warn(tomlKey, table, key, u"ключ %1.%2 неизвестен"_s.arg(table, key),
+                warn(tomlKey, table, key, Message::of("config.unknownKey", table, key),
                      input::nearestName(key, knownkeys::keysOf(table)));
             }
             const QVariant value = known ? checked(*known, node) : valueOf(node);
@@ -129,12 +129,11 @@ private:
             namesSecret = namesSecret || !value.toString().isEmpty();
         }
         if (!node.is_string()) {
-            return fail(
-                node.source(), known.table, known.key,
-                u"ожидается строка, а здесь %1; возьмите значение в кавычки"_s.arg(typeName(node)));
+            return fail(node.source(), known.table, known.key,
+                        Message::of("config.noText", typeName(node)));
         }
         if (known.kind == ConfigKey::Kind::Address) {
-            const QString complaint = serveraddress::complaintAbout(value.toString());
+            const Message complaint = serveraddress::complaintAbout(value.toString());
             return complaint.isEmpty() ? value
                                        : fail(node.source(), known.table, known.key, complaint);
         }
@@ -145,14 +144,14 @@ private:
     {
         if (!node.is_integer()) {
             return fail(node.source(), known.table, known.key,
-                        u"ожидается целое число, а здесь %1"_s.arg(typeName(node)));
+                        Message::of("config.noNumber", typeName(node)));
         }
         const QVariant value = valueOf(node);
         if (value.toLongLong() < known.minimum ||
             value.toLongLong() > std::numeric_limits<int>::max()) {
-            return fail(node.source(), known.table, known.key,
-                        u"ожидается целое число от %1 до %2"_s.arg(known.minimum)
-                            .arg(std::numeric_limits<int>::max()));
+            return fail(
+                node.source(), known.table, known.key,
+                Message::of("config.range", known.minimum, std::numeric_limits<int>::max()));
         }
         return value;
     }
@@ -161,8 +160,7 @@ private:
     {
         const std::optional<std::string> file = table["file"].value_exact<std::string>();
         if (!file || table.size() != 1) {
-            return fail(table.source(), known.table, known.key,
-                        u"ожидается строка или { file = \"путь\" }"_s);
+            return fail(table.source(), known.table, known.key, Message::of("config.noSecret"));
         }
         const QString path = absolutePath(toQString(*file));
         try {
@@ -170,15 +168,14 @@ private:
             reportRights(path);
             return secret;
         } catch (const secretfile::Error& error) {
-            return fail(
-                table.source(), known.table, known.key,
-                u"%1; проверьте путь, права и содержимое"_s.arg(QString::fromUtf8(error.what())));
+            return fail(table.source(), known.table, known.key,
+                        Message::of("config.secret", error.message()));
         }
     }
 
     void reportRights(const QString& file)
     {
-        const QString complaint = secretfile::complaintAboutRights(file);
+        const Message complaint = secretfile::complaintAboutRights(file);
         const bool told = std::any_of(
             target.findings.cbegin(), target.findings.cend(), [&](const ConfigFinding& finding) {
                 return finding.kind == Kind::OpenRights && finding.file == file;
@@ -199,29 +196,29 @@ private:
     {
         const QString nearest = input::nearestName(table, knownkeys::tables());
         if (!nearest.isEmpty() || !knownkeys::of(keysheet::owner()).isEmpty()) {
-            warn(where, table, {}, u"таблица %1 неизвестна"_s.arg(table), nearest);
+            warn(where, table, {}, Message::of("config.unknownTable", table), nearest);
         }
     }
 
-    void warn(const toml::key& where, const QString& table, const QString& key, const QString& what,
+    void warn(const toml::key& where, const QString& table, const QString& key, const Message& what,
               const QString& nearest)
     {
-        const QString hint =
-            nearest.isEmpty() ? QString() : u"; возможно, имелось в виду %1"_s.arg(nearest);
-        target.findings.append({Kind::UnknownName, table, key, fileName,
-                                u"%1, строка %2: %3 и не используется%4"_s.arg(fileName)
-                                    .arg(where.source().begin.line)
-                                    .arg(what, hint)});
+        const qint64 line = where.source().begin.line;
+        target.findings.append(
+            {Kind::UnknownName, table, key, fileName,
+             nearest.isEmpty()
+                 ? Message::of("config.unused", fileName, line, what)
+                 : Message::of("config.unusedNearest", fileName, line, what, nearest)});
     }
 
     /// @return no value
     QVariant fail(const toml::source_region& where, const QString& table, const QString& key,
-                  const QString& what)
+                  const Message& what)
     {
         const QString name = key.isEmpty() ? table : table + u'.' + key;
         target.findings.append(
             {Kind::WrongValue, table, key, fileName,
-             u"%1, строка %2, ключ %3: %4"_s.arg(fileName).arg(where.begin.line).arg(name, what)});
+             Message::of("config.value", fileName, where.begin.line, name, what)});
         return {};
     }
 
@@ -240,41 +237,33 @@ QString keyInLine(const QByteArray& content, qsizetype line)
 
 /// Where the text stops being TOML. The parser's words stay out: they may quote the value, which
 /// may be a password.
-QString syntaxError(const QString& fileName, const QByteArray& content,
+Message syntaxError(const QString& fileName, const QByteArray& content,
                     const toml::source_position& where)
 {
     const QString key = keyInLine(content, where.line);
-    return u"%1, строка %2, столбец %3%4: не по правилам TOML; проверьте кавычки и знак равенства"_s
-        .arg(fileName)
-        .arg(where.line)
-        .arg(where.column)
-        .arg(key.isEmpty() ? QString() : u", ключ %1"_s.arg(key));
+    return key.isEmpty()
+               ? Message::of("config.syntax", fileName, where.line, where.column)
+               : Message::of("config.syntaxOfKey", fileName, where.line, where.column, key);
 }
 
 /// Why there is no content.
-QString unreadable(const QString& fileName, const input::FileError& error)
+Message unreadable(const QString& fileName, const input::FileError& error)
 {
     switch (error.kind()) {
     case input::FileError::Kind::NotRegular:
-        return u"%1: это не обычный файл; укажите файл настроек"_s.arg(fileName);
+        return Message::of("config.notRegular", fileName);
     case input::FileError::Kind::TooLarge:
-        return u"%1: файл больше %2 байт, настройки столько не занимают; проверьте путь"_s
-            .arg(fileName)
-            .arg(input::maximumTomlBytes);
+        return Message::of("config.tooLarge", fileName, input::maximumTomlBytes);
     case input::FileError::Kind::Unreadable:
         break;
     }
-    return u"%1: файл настроек не читается (%2); проверьте путь и права"_s.arg(fileName,
-                                                                               error.reason());
+    return Message::of("config.unreadable", fileName, error.reason());
 }
 
 /// The file was read, so that only its levels can be refused.
-QString tooDeep(const QString& fileName, const input::TomlRefused& error)
+Message tooDeep(const QString& fileName, const input::TomlRefused& error)
 {
-    return u"%1, строка %2: таблицы и списки вложены глубже %3 уровней; уберите лишние точки и "
-           "скобки"_s.arg(fileName)
-               .arg(error.line())
-               .arg(input::maximumTomlLevels);
+    return Message::of("config.tooDeep", fileName, error.line(), input::maximumTomlLevels);
 }
 
 } // namespace

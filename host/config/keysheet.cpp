@@ -27,11 +27,9 @@ using Kind = ConfigKey::Kind;
 using Use = ConfigKey::Use;
 
 /// To be thrown.
-BasicException wrong(const QString& fileName, const QString& what)
+BasicException wrong(const QString& fileName, const Message& what)
 {
-    return BasicException(
-        tr::Tr(u"configError"_s,
-               u"%1: описание ключей плагина: %2; переустановите плагин"_s.arg(fileName, what)));
+    return BasicException(tr::Tr(u"configError"_s, Message::of("sheet", fileName, what)));
 }
 
 const QHash<QString, Kind>& kinds()
@@ -68,7 +66,7 @@ public:
         key.sample = needed("sample");
         const QString type = needed("type");
         if (!kinds().contains(type)) {
-            throw wrong(fileName, u"строка %1: тип %2 неизвестен"_s.arg(line()).arg(type));
+            throw wrong(fileName, Message::of("sheet.type", line(), type));
         }
         key.kind = kinds().value(type);
         key.without = text("without");
@@ -97,8 +95,7 @@ private:
     {
         const QString value = text(field);
         if (value.isEmpty()) {
-            throw wrong(fileName,
-                        u"строка %1: у ключа нет %2"_s.arg(line()).arg(QString::fromLatin1(field)));
+            throw wrong(fileName, Message::of("sheet.missing", line(), QString::fromLatin1(field)));
         }
         return value;
     }
@@ -113,16 +110,13 @@ toml::table parse(const QString& fileName)
     try {
         return input::parseToml(input::readFile(fileName, largestSheet));
     } catch (const input::FileError& error) {
-        throw wrong(fileName,
-                    error.kind() == input::FileError::Kind::Unreadable
-                        ? u"не читается (%1)"_s.arg(error.reason())
-                        : u"это не обычный файл или он больше %1 байт"_s.arg(largestSheet));
+        throw wrong(fileName, error.kind() == input::FileError::Kind::Unreadable
+                                  ? Message::of("sheet.unreadable", error.reason())
+                                  : Message::of("sheet.notRegular", largestSheet));
     } catch (const input::TomlRefused& error) {
-        throw wrong(fileName,
-                    u"строка %1: таблицы и списки вложены глубже %2 уровней"_s.arg(error.line())
-                        .arg(input::maximumTomlLevels));
+        throw wrong(fileName, Message::of("sheet.tooDeep", error.line(), input::maximumTomlLevels));
     } catch (const toml::parse_error& error) {
-        throw wrong(fileName, u"строка %1: не по правилам TOML"_s.arg(error.source().begin.line));
+        throw wrong(fileName, Message::of("sheet.syntax", error.source().begin.line));
     }
 }
 
@@ -155,13 +149,13 @@ QList<ConfigKey> read(const QString& fileName)
     const QString table = QString::fromStdString(root["table"].value_or(std::string()));
     const toml::array* const entries = root["key"].as_array();
     if (table.isEmpty() || entries == nullptr) {
-        throw wrong(fileName, u"ожидаются table и [[key]]"_s);
+        throw wrong(fileName, Message::of("sheet.tables"));
     }
     QList<ConfigKey> keys;
     for (const toml::node& entry : *entries) {
         const toml::table* const content = entry.as_table();
         if (content == nullptr) {
-            throw wrong(fileName, u"ожидаются table и [[key]]"_s);
+            throw wrong(fileName, Message::of("sheet.tables"));
         }
         keys.append(KeyReader(fileName, *content, table).read());
     }
@@ -177,7 +171,7 @@ void registerPlugin(const QString& pluginFile)
     }
     const QList<ConfigKey> keys = read(sheet);
     if (!keys.isEmpty() && knownkeys::tables().contains(keys.first().table)) {
-        throw wrong(sheet, u"таблица [%1] занята"_s.arg(keys.first().table));
+        throw wrong(sheet, Message::of("sheet.taken", keys.first().table));
     }
     knownkeys::registerKeys(owner(), keys);
 }

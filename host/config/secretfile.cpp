@@ -26,13 +26,13 @@ QByteArray contentOf(const QString& fileName)
     } catch (const input::FileError& error) {
         switch (error.kind()) {
         case input::FileError::Kind::NotRegular:
-            throw Error(u"%1 не обычный файл; укажите файл с одной строкой"_s.arg(fileName));
+            throw Error(Message::of("secret.notRegular", fileName));
         case input::FileError::Kind::TooLarge:
-            throw Error(u"файл %1 длиннее %2 байт"_s.arg(fileName).arg(longestSecret));
+            throw Error(Message::of("secret.tooLong", fileName, longestSecret));
         case input::FileError::Kind::Unreadable:
             break;
         }
-        throw Error(u"файл %1 не читается (%2)"_s.arg(fileName, error.reason()));
+        throw Error(Message::of("secret.unreadable", fileName, error.reason()));
     }
 }
 
@@ -52,25 +52,24 @@ QString read(const QString& fileName)
 {
     const QByteArray line = withoutLineEnd(contentOf(fileName));
     if (line.contains('\n')) {
-        throw Error(u"в файле %1 больше одной строки"_s.arg(fileName));
+        throw Error(Message::of("secret.lines", fileName));
     }
     QStringDecoder decoder(QStringDecoder::Utf8);
     const QString secret = decoder(line);
     if (decoder.hasError()) {
-        throw Error(u"файл %1 не в кодировке UTF-8"_s.arg(fileName));
+        throw Error(Message::of("secret.encoding", fileName));
     }
     return secret;
 }
 
-QString complaintAboutRights(const QString& fileName)
+Message complaintAboutRights(const QString& fileName)
 {
     constexpr QFile::Permissions tooMuch =
         QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     if ((QFile::permissions(fileName) & tooMuch) == QFile::Permissions()) {
         return {};
     }
-    return u"%1: файл с паролем доступен другим пользователям; закройте доступ (chmod g-w,o= %1)"_s
-        .arg(fileName);
+    return Message::of("secret.rights", fileName);
 }
 
 } // namespace secretfile

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "host/core/message.h"
+
 #include <QString>
 
 #include <stdexcept>
@@ -10,11 +12,18 @@
 /// Files that hold a secret.
 namespace poshost::secretfile {
 
-/// A secret cannot be had; what() is the reason in UTF-8 and never quotes the content.
+/// A secret cannot be had. The reason never quotes the content.
 class Error : public std::runtime_error
 {
 public:
-    explicit Error(const QString& what) : std::runtime_error(what.toStdString()) {}
+    explicit Error(const Message& reason)
+        : std::runtime_error(reason.ru().toStdString()), said(reason)
+    {}
+
+    Message message() const { return said; }
+
+private:
+    Message said;
 };
 
 /// The file's only line without its end. Waits for nobody. @throws Error when the file is no
@@ -23,6 +32,6 @@ QString read(const QString& fileName);
 
 /// What is wrong with who may read or change the file, with the command that mends it; empty when
 /// it is only its owner and, for reading, its group.
-QString complaintAboutRights(const QString& fileName);
+Message complaintAboutRights(const QString& fileName);
 
 } // namespace poshost::secretfile

@@ -7,6 +7,10 @@ namespace tr {
 
 Tr::Tr(const QString& id, const QString& text) : identifier(id), russian(text) {}
 
+Tr::Tr(const QString& id, const poshost::Message& message)
+    : identifier(id), russian(message.ru()), said(message)
+{}
+
 Tr::~Tr() = default;
 
 } // namespace tr

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "host/core/message.h"
 #include "host/hostexport.h"
 
 #include <QString>
@@ -18,6 +19,9 @@ public:
     /// @param id stable identifier, for errors the error code
     /// @param text the Russian wording
     Tr(const QString& id, const QString& text);
+    /// @param id stable identifier, for errors the error code
+    /// @param said one of the host's sentences, whose Russian wording the text is
+    Tr(const QString& id, const poshost::Message& said);
     Tr(const Tr&) = default;
     Tr& operator=(const Tr&) = default;
     virtual ~Tr();
@@ -26,6 +30,12 @@ public:
     QString id() const { return identifier; }
     /// @return the Russian wording, plain text of any length
     QString ru() const { return russian; }
+    /// @return what can be said in the reader's language; of a text that no host has made the
+    /// wording itself, the same in every language
+    poshost::Message message() const
+    {
+        return said.isEmpty() ? poshost::Message::plain(russian) : said;
+    }
     /// @return whether there is neither an identifier nor a wording: nothing happened
     bool isEmpty() const { return identifier.isEmpty() && russian.isEmpty(); }
 
@@ -38,6 +48,7 @@ public:
 private:
     QString identifier;
     QString russian;
+    poshost::Message said; ///< empty: the wording is all there is
 };
 
 } // namespace tr

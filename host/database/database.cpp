@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(logDatabase, "poshost.database")
+Q_LOGGING_CATEGORY(logDatabase, "poshost.database", QtInfoMsg)
 
 constexpr size_t maxIdleStatements = 64;
 void tightenRights(const QString& file)

@@ -14,32 +14,33 @@ namespace databaseerror {
 
 namespace {
 
-tr::Tr databaseError(const QString& file, const QString& what)
+tr::Tr databaseError(const QString& file, const Message& what)
 {
-    return {u"databaseError"_s, u"База данных %1: %2"_s.arg(file, what)};
+    return {u"databaseError"_s, Message::of("database", file, what)};
 }
 
-QString advice(int resultCode)
+/// What SQLite says, with what to do about it.
+Message withAdvice(int resultCode, const QString& cause)
 {
     switch (resultCode) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return u"; файл занят другой программой, повторите позже"_s;
+        return Message::of("database.busy", cause);
     case SQLITE_READONLY:
-        return u"; файл или папка только для чтения, проверьте права"_s;
+        return Message::of("database.readOnly", cause);
     case SQLITE_IOERR:
-        return u"; диск не читается или не пишется, проверьте его"_s;
+        return Message::of("database.disk", cause);
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return u"; файл повреждён или это не база данных, восстановите его из копии"_s;
+        return Message::of("database.damaged", cause);
     case SQLITE_FULL:
-        return u"; освободите место на диске"_s;
+        return Message::of("database.full", cause);
     case SQLITE_CANTOPEN:
-        return u"; проверьте путь и права на папку"_s;
+        return Message::of("database.cannotOpen", cause);
     case SQLITE_NOMEM:
-        return u"; не хватает памяти, закройте другие программы"_s;
+        return Message::of("database.noMemory", cause);
     default:
-        return u"; содержимое файла не такое, какого ждёт программа, проверьте файл"_s;
+        return Message::of("database.unexpected", cause);
     }
 }
 
@@ -48,20 +49,18 @@ QString advice(int resultCode)
 tr::Tr fromSql(const QString& file, int resultCode, const QString& cause)
 {
     constexpr int primaryCodeMask = 0xff;
-    return databaseError(file, cause + advice(resultCode & primaryCodeMask));
+    return databaseError(file, withAdvice(resultCode & primaryCodeMask, cause));
 }
 
 tr::Tr fromSystem(const QString& file, int systemError)
 {
-    return databaseError(file, u"%1; проверьте путь и права"_s.arg(
-                                   QString::fromLocal8Bit(std::strerror(systemError))));
+    return databaseError(
+        file, Message::of("database.system", QString::fromLocal8Bit(std::strerror(systemError))));
 }
 
 tr::Tr leftInTheMiddle(const QString& file)
 {
-    return databaseError(
-        file,
-        u"касса остановлена во время записи, а файла -shm рядом нет; запустите кассу один раз"_s);
+    return databaseError(file, Message::of("database.leftInTheMiddle"));
 }
 
 tr::Tr damaged(const QString& file, const QString& said)
@@ -73,31 +72,22 @@ tr::Tr damaged(const QString& file, const QString& said)
 
 tr::Tr tooNew(const QString& file, int fileVersion, int knownVersion)
 {
-    return databaseError(
-        file, u"файл записан более новой программой (схема %1, известна %2); обновите программу"_s
-                  .arg(fileVersion)
-                  .arg(knownVersion));
+    return databaseError(file, Message::of("database.tooNew", fileVersion, knownVersion));
 }
 
 tr::Tr wrongVersion(const QString& file, int fileVersion)
 {
-    return databaseError(
-        file,
-        u"номер схемы %1 не подходит к таблицам файла: он повреждён или это база "
-        "другой программы; восстановите файл из копии или назовите другой"_s.arg(fileVersion));
+    return databaseError(file, Message::of("database.wrongVersion", fileVersion));
 }
 
 tr::Tr emptied(const QString& file)
 {
-    return databaseError(file,
-                         u"файл пуст или удалён, а рядом остался его журнал с записями (-wal); "
-                         "сохраните оба и восстановите файл из копии"_s);
+    return databaseError(file, Message::of("database.emptied"));
 }
 
 tr::Tr transactionFailed(const QString& file)
 {
-    return databaseError(file,
-                         u"операция отменена из-за предыдущей ошибки; повторите её целиком"_s);
+    return databaseError(file, Message::of("database.transactionFailed"));
 }
 
 } // namespace databaseerror

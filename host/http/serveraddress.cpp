@@ -50,16 +50,14 @@ QString composed(const QUrl& url)
 
 } // namespace
 
-QString serveraddress::complaintAbout(const QString& written)
+Message serveraddress::complaintAbout(const QString& written)
 {
     if (written.contains(u'@')) {
-        return u"в адресе не может быть знака @: для имени и пароля есть свои ключи, а в пути он "
-               "пишется %40"_s;
+        return Message::of("address.at");
     }
     const QUrl url(written); // as forgiving as the plug-ins are
-    return written.isEmpty() || (isWhole(url) && isOfServer(url))
-               ? QString()
-               : u"это не адрес; нужен http:// или https://, имя сервера и путь"_s;
+    return written.isEmpty() || (isWhole(url) && isOfServer(url)) ? Message()
+                                                                  : Message::of("address.none");
 }
 
 QString serveraddress::shown(const QUrl& url)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "host/core/message.h"
 #include "host/hostexport.h"
 
 #include <QString>
@@ -22,7 +23,7 @@ namespace poshost::serveraddress {
 /// @param written the address as it stands in the configuration
 /// @return what is wrong with it, a sentence that does not repeat it; empty for a good or an empty
 /// one
-HOST_EXPORT QString complaintAbout(const QString& written);
+HOST_EXPORT Message complaintAbout(const QString& written);
 
 /// Makes an address fit to be shown to anybody.
 /// @param url the address

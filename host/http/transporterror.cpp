@@ -13,9 +13,9 @@ namespace transporterror {
 
 namespace {
 
-tr::Tr transport(const QString& host, const QString& what)
+tr::Tr transport(const QString& host, const Message& what)
 {
-    return {u"restTransportError"_s, u"Сервер %1: %2"_s.arg(host, what)};
+    return {u"restTransportError"_s, Message::of("transport", host, what)};
 }
 
 QString inBrackets(const QString& detail)
@@ -28,39 +28,40 @@ QString inBrackets(int osError)
     return osError == 0 ? QString() : inBrackets(QString::fromLocal8Bit(std::strerror(osError)));
 }
 
-QString cause(CURLcode code, const QString& detail, int osError)
+Message cause(CURLcode code, const QString& detail, int osError)
 {
     switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:
-        return u"имя не найдено, проверьте адрес и сеть"_s;
+        return Message::of("transport.noName");
     case CURLE_COULDNT_RESOLVE_PROXY:
-        return u"не найдено имя прокси, проверьте http.proxy"_s;
+        return Message::of("transport.noProxyName");
     case CURLE_COULDNT_CONNECT:
-        return u"нет соединения%1"_s.arg(inBrackets(osError));
+        return Message::of("transport.noConnection", inBrackets(osError));
     case CURLE_OPERATION_TIMEDOUT:
-        return u"нет ответа за отведённое время"_s;
+        return Message::of("transport.noAnswer");
     case CURLE_PARTIAL_FILE:
     case CURLE_RECV_ERROR:
-        return u"соединение прервано, ответ пришёл не целиком"_s;
+        return Message::of("transport.cut");
     case CURLE_SEND_ERROR:
-        return u"соединение прервано при отправке"_s;
+        return Message::of("transport.cutWhileSending");
     case CURLE_GOT_NOTHING:
-        return u"соединение закрыто без ответа"_s;
+        return Message::of("transport.closed");
     case CURLE_UNSUPPORTED_PROTOCOL:
     case CURLE_WEIRD_SERVER_REPLY:
-        return u"ответ не по протоколу HTTP"_s;
+        return Message::of("transport.notHttp");
     case CURLE_SSL_CACERT_BADFILE:
-        return u"не читается файл сертификатов, проверьте http.caFile"_s;
+        return Message::of("transport.caFile");
     case CURLE_PEER_FAILED_VERIFICATION:
-        return u"сертификату сервера нет доверия%1"_s.arg(inBrackets(detail));
+        return Message::of("transport.noTrust", inBrackets(detail));
     case CURLE_SSL_CONNECT_ERROR:
-        return u"не удалось защищённое соединение%1"_s.arg(inBrackets(detail));
+        return Message::of("transport.notSecure", inBrackets(detail));
     case CURLE_ABORTED_BY_CALLBACK:
-        return u"запрос прерван"_s;
+        return Message::of("transport.aborted");
     case CURLE_OUT_OF_MEMORY:
-        return u"не хватает памяти"_s;
+        return Message::of("transport.noMemory");
     default:
-        return u"ошибка обмена%1"_s.arg(inBrackets(QString::fromLatin1(curl_easy_strerror(code))));
+        return Message::of("transport.other",
+                           inBrackets(QString::fromLatin1(curl_easy_strerror(code))));
     }
 }
 
@@ -73,47 +74,42 @@ tr::Tr fromCurl(CURLcode code, const QString& host, const QString& detail, int o
 
 tr::Tr fromStatus(int status, const QString& host)
 {
-    return {u"restHttpStatus"_s, u"Сервер %1: ответ HTTP %2"_s.arg(host).arg(status)};
+    return {u"restHttpStatus"_s, Message::of("transport.status", host, status)};
 }
 
 tr::Tr notFinal(int status, const QString& host)
 {
-    return transport(host, u"ответ HTTP %1 не завершает запрос"_s.arg(status));
+    return transport(host, Message::of("transport.notFinal", status));
 }
 
 tr::Tr fromProxy(int status, const QString& host)
 {
-    return transport(host, u"прокси не пропускает (HTTP %1), проверьте http.proxy"_s.arg(status));
+    return transport(host, Message::of("transport.proxyRefuses", status));
 }
 
 tr::Tr proxyAway(const QString& host, int osError)
 {
-    return transport(host,
-                     u"нет соединения с прокси%1, проверьте http.proxy"_s.arg(inBrackets(osError)));
+    return transport(host, Message::of("transport.proxyAway", inBrackets(osError)));
 }
 
 tr::Tr headersTooLarge(const QString& host)
 {
-    return transport(
-        host, u"заголовки ответа больше допустимых 256 КиБ или один из них длиннее 100 КиБ"_s);
+    return transport(host, Message::of("transport.headersTooLarge"));
 }
 
 tr::Tr answerTooLarge(const QString& host, qint64 limitBytes)
 {
-    return transport(host, u"ответ больше допустимых %1 байт"_s.arg(limitBytes));
+    return transport(host, Message::of("transport.answerTooLarge", limitBytes));
 }
 
 tr::Tr badAddress()
 {
-    return {
-        u"restAddressError"_s,
-        u"Адрес сервера не задан или записан с ошибкой: нужен http:// или https://, имя и путь"_s};
+    return {u"restAddressError"_s, Message::of("transport.badAddress")};
 }
 
 tr::Tr badHeader(const QString& name)
 {
-    return {u"restHeaderError"_s,
-            u"Заголовок %1 содержит недопустимые знаки, запрос не отправлен"_s.arg(name)};
+    return {u"restHeaderError"_s, Message::of("transport.badHeader", name)};
 }
 
 } // namespace transporterror

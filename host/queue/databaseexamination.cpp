@@ -62,7 +62,7 @@ void look(Database& database, const QDeadlineTimer& deadline, DatabaseExaminatio
     }
     found.integrity = said == "ok"_L1 ? Integrity::Sound : Integrity::Damaged;
     if (found.integrity == Integrity::Damaged) {
-        found.trouble = databaseerror::damaged(database.fileName(), said).ru();
+        found.trouble = databaseerror::damaged(database.fileName(), said).message();
     }
 }
 
@@ -80,7 +80,7 @@ DatabaseExamination examine(const QString& fileName, const QDeadlineTimer& deadl
         } else {
             found.integrity = found.integrity == Integrity::Unfinished ? Integrity::Damaged
                                                                        : Integrity::Unreadable;
-            found.trouble = error.tr().ru();
+            found.trouble = error.tr().message();
         }
     }
     return found;

@@ -25,7 +25,7 @@ struct HOST_EXPORT DatabaseExamination
 
     /// What the file is good for.
     Integrity integrity = Integrity::Unreadable;
-    QString trouble;         ///< what is wrong, a sentence; empty when the file is sound
+    Message trouble;         ///< what is wrong, a sentence; empty when the file is sound
     int schemaVersion = 0;   ///< as the file says
     int newestVersion = 0;   ///< that this program knows
     bool isTillFile = false; ///< whether the queue's tables are there

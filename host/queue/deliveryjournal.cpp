@@ -196,7 +196,7 @@ bool DeliveryJournal::beginAttempt(const DeliveryTask& task)
         park(task, {Meaning::Refused, 0, task.damage, {}, 0});
         qCWarning(logDelivery).noquote() << u"Очередь %1, сообщение %2: %3"_s.arg(task.queue)
                                                 .arg(task.messageId)
-                                                .arg(task.damage);
+                                                .arg(task.damage.ru());
         ++parkedUnsent;
         return false;
     }
@@ -314,7 +314,7 @@ void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& resul
                                   "step_attempts = CASE WHEN ? THEN 0 ELSE step_attempts - ? END "
                                   "WHERE id = ?"_s);
     statement.bind(result.status)
-        .bind(result.error)
+        .bind(result.error.stored())
         .bind(result.answer)
         .bind(result.meaning == Meaning::Duplicate)
         .bind(isRefusedForSure(result) ? 1 : 0)
@@ -338,7 +338,7 @@ void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& r
     statement.bind(serverErrors)
         .bind(nextAttempt)
         .bind(result.status)
-        .bind(result.error)
+        .bind(result.error.stored())
         .bind(isRefusedForSure(result) ? 1 : 0)
         .bind(task.messageId)
         .execute();

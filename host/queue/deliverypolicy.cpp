@@ -66,29 +66,25 @@ Meaning meaningOf(const Answer& answer)
     return Meaning::ServerAway; // not a status of HTTP
 }
 
-QString explain(Meaning meaning, int status, const QString& transportText)
+Message explain(Meaning meaning, int status, const Message& transportText)
 {
     switch (meaning) {
     case Meaning::StepDone:
         return {};
     case Meaning::Duplicate:
-        return u"HTTP %1: чек с таким идентификатором уже был обработан; сверьте его с сервером "
-               "и, если он там, закончите (queue settle)"_s.arg(status);
+        return Message::of("queue.duplicate", status);
     case Meaning::WrongAuthorization:
-        return u"HTTP %1: сервер не принял учётные данные; исправьте их в настройках и замените "
-               "в очереди (queue reauthorize)"_s.arg(status);
+        return Message::of("queue.wrongAuthorization", status);
     case Meaning::WrongAddress:
-        return u"HTTP %1: по этому адресу сервер не отвечает на запросы; проверьте serverUrl"_s.arg(
-            status);
+        return Message::of("queue.wrongAddress", status);
     case Meaning::Refused:
-        return status < httpstatus::firstError
-                   ? transportText
-                   : u"HTTP %1: сервер отказал; посмотрите его ответ (queue show)"_s.arg(status);
+        return status < httpstatus::firstError ? transportText
+                                               : Message::of("queue.refused", status);
     case Meaning::ServerAway:
     case Meaning::ServerError:
         break;
     }
-    return transportText.isEmpty() ? u"HTTP %1"_s.arg(status) : transportText;
+    return transportText.isEmpty() ? Message::of("queue.status", status) : transportText;
 }
 
 qint64 retryAfter(const QString& value, const QDateTime& now)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "host/core/message.h"
 #include "host/hostexport.h"
 
 #include <QDateTime>
@@ -42,7 +43,7 @@ HOST_EXPORT Meaning meaningOf(const Answer& answer);
 
 /// The sentence for people: what came back and what to do about it.
 /// @param transportText the transport's own words, used where no status tells more
-HOST_EXPORT QString explain(Meaning meaning, int status, const QString& transportText);
+HOST_EXPORT Message explain(Meaning meaning, int status, const Message& transportText);
 
 /// The wait that a Retry-After header asks for, in milliseconds.
 /// @param value whole seconds or an HTTP date

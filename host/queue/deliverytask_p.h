@@ -27,7 +27,7 @@ struct DeliveryTask
     QList<QUrl> addresses;        ///< of all steps
     QByteArray payload;
     QHash<QString, QString> headers;
-    QString damage;        ///< why it cannot be sent, for people; empty when it can
+    Message damage;        ///< why it cannot be sent, for people; empty when it can
     QString authorization; ///< as it also stands among the headers; empty for none
 
     bool isLastStep() const { return step + 1 >= addresses.size(); }
@@ -38,7 +38,7 @@ struct DeliveryResult
 {
     deliverypolicy::Meaning meaning = deliverypolicy::Meaning::ServerAway;
     int status = 0;
-    QString error;  ///< for people
+    Message error;  ///< for people
     QString answer; ///< beginning of the server's answer
     qint64 retryAfterMilliseconds = 0;
     bool sentTwice = false; ///< the transport sent it again by itself: the first may have arrived

@@ -67,7 +67,8 @@ QueueEntry readEntry(const Statement& row)
     entry.stepsDone = row.value(4).toInt();
     entry.attempts = row.value(5).toInt();
     entry.lastStatus = row.value(6).toInt();
-    entry.lastError = row.value(7).toString();
+    entry.obstacle = Message::fromStored(row.value(7).toString());
+    entry.lastError = entry.obstacle.ru();
     entry.createdAt = timeOf(row.value(8));
     entry.deliveredAt = timeOf(row.value(9));
     entry.state = stateOf(row.value(10).toString());
@@ -78,9 +79,8 @@ QueueEntry readEntry(const Statement& row)
     return entry;
 }
 
-bool changesOne(Database& database, const QString& sql, qint64 messageId)
+bool changesOne(Statement& statement, qint64 messageId)
 {
-    Statement statement(database, sql);
     statement.bind(messageId).execute();
     return statement.affectedRows() == 1;
 }
@@ -173,10 +173,9 @@ QueueCounts OutgoingQueue::counts()
 bool OutgoingQueue::retry(qint64 messageId)
 {
     Transaction transaction(database);
-    if (!changesOne(database,
-                    u"UPDATE queue_messages SET state = 'waiting', next_attempt_at = NULL, "
-                    "server_errors = 0 WHERE id = ? AND account_id IS NOT NULL"_s,
-                    messageId)) {
+    Statement due(database, u"UPDATE queue_messages SET state = 'waiting', next_attempt_at = NULL, "
+                            "server_errors = 0 WHERE id = ? AND account_id IS NOT NULL"_s);
+    if (!changesOne(due, messageId)) {
         transaction.commit();
         return false;
     }
@@ -194,10 +193,10 @@ bool OutgoingQueue::retry(qint64 messageId)
 
 bool OutgoingQueue::park(qint64 messageId)
 {
-    return changesOne(database,
-                      u"UPDATE queue_messages SET state = 'parked', "
-                      "last_error = 'Отложено вручную' WHERE id = ? AND account_id IS NOT NULL"_s,
-                      messageId);
+    Statement parked(database, u"UPDATE queue_messages SET state = 'parked', last_error = ? "
+                               "WHERE id = ? AND account_id IS NOT NULL"_s);
+    parked.bind(Message::of("queue.parkedByHand").stored());
+    return changesOne(parked, messageId);
 }
 
 bool OutgoingQueue::settle(qint64 messageId)

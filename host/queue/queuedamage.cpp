@@ -20,10 +20,9 @@ namespace queuedamage {
 
 namespace {
 
-QString compareAndSettle(const QString& what)
+Message compareAndSettle(const char* what)
 {
-    return u"Запись о сообщении повреждена (%1); сверьте чек с сервером и, если он там, закончите "
-           "(queue settle), иначе восстановите базу из копии"_s.arg(what);
+    return Message::of("queue.damaged", Message::of(what));
 }
 
 /// A message that no delivery takes.
@@ -61,45 +60,42 @@ void giveAccount(Database& database, const Overlooked& message)
 
 void park(Database& database, const Overlooked& message)
 {
-    const QString sentence =
-        message.hasAccount
-            ? compareAndSettle(u"неизвестное состояние"_s)
-            : u"Учётные данные сообщения потеряны; замените их (queue reauthorize) и верните "
-              "сообщение (queue retry)"_s;
+    const Message sentence = message.hasAccount ? compareAndSettle("queue.damagedState")
+                                                : Message::of("queue.noAccount");
     if (!message.hasAccount) {
         giveAccount(database, message);
     }
     Statement parked(database, u"UPDATE queue_messages SET state = 'parked', last_error = ? "
                                "WHERE id = ?"_s);
-    parked.bind(sentence).bind(message.id).execute();
+    parked.bind(sentence.stored()).bind(message.id).execute();
     qCWarning(logDelivery).noquote()
-        << u"Очередь %1, сообщение %2: %3"_s.arg(message.queue).arg(message.id).arg(sentence);
+        << u"Очередь %1, сообщение %2: %3"_s.arg(message.queue).arg(message.id).arg(sentence.ru());
 }
 
 } // namespace
 
-QString of(const StoredMessage& message)
+Message of(const StoredMessage& message)
 {
     QueueMessage content;
     content.payload = message.payload.toByteArray();
     content.headers = message.headers.toUtf8();
     content.urls = message.urls.toUtf8();
     if (message.payload.isNull()) {
-        return compareAndSettle(u"нет содержимого"_s);
+        return compareAndSettle("queue.damagedEmpty");
     }
     if ((!message.digest.isNull() && message.digest.toByteArray() != content.digest()) ||
         !QueueMessage::isTextObject(content.headers) || !QueueMessage::isTextObject(content.urls)) {
-        return compareAndSettle(u"содержимое изменилось"_s);
+        return compareAndSettle("queue.damagedContent");
     }
     const qsizetype addresses = QueueMessage::addressesOf(content.urls).size();
     if (addresses == 0 && countIn(message.steps) == 0) {
-        return u"В сообщении нет адресов для отправки"_s;
+        return Message::of("queue.noAddress");
     }
     // a step that was done has left its status
     const qint64 done = message.stepsDone.toLongLong();
     if (message.steps.toLongLong() != addresses || done < 0 || done >= addresses ||
         (done > 0 && message.lastStatus.isNull())) {
-        return compareAndSettle(u"неверные шаги"_s);
+        return compareAndSettle("queue.damagedSteps");
     }
     return {};
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "host/core/message.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -27,7 +29,7 @@ struct StoredMessage
 
 /// What is wrong with a message, and what to do about it, in one sentence; empty when it can be
 /// sent.
-QString of(const StoredMessage& message);
+Message of(const StoredMessage& message);
 
 /// A number from 0 up as it stands in the file; 0 for anything else.
 int countIn(const QVariant& value);

@@ -71,7 +71,7 @@ void log(const DeliveryTask& task, const DeliveryResult& result)
     if (result.meaning == Meaning::StepDone) {
         qCDebug(logDelivery).noquote() << nameOf(task) + u"HTTP %1"_s.arg(result.status);
     } else {
-        qCWarning(logDelivery).noquote() << nameOf(task) + result.error;
+        qCWarning(logDelivery).noquote() << nameOf(task) + result.error.ru();
     }
 }
 
@@ -200,7 +200,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
     answer.attemptedBefore = task.attemptedBefore || result.sentTwice;
     result.meaning = deliverypolicy::meaningOf(answer);
     result.status = answer.status;
-    result.error = deliverypolicy::explain(result.meaning, answer.status, error.ru());
+    result.error = deliverypolicy::explain(result.meaning, answer.status, error.message());
     result.answer = xmltext::decoded(client->getResponse().left(maxKeptAnswerBytes));
     if (result.meaning != Meaning::StepDone) {
         result.retryAfterMilliseconds =

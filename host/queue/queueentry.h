@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "host/core/message.h"
+
 #include <QDateTime>
 #include <QMap>
 #include <QString>
@@ -30,7 +32,8 @@ struct QueueEntry
     int stepsDone = 0;       ///< of these, finished
     int attempts = 0;        ///< requests sent, or begun to be sent, over all steps
     int lastStatus = 0;      ///< HTTP status of the last answer, 0 without one
-    QString lastError;       ///< what is in the way, for people; empty when nothing is
+    Message obstacle;        ///< what is in the way; empty when nothing is
+    QString lastError;       ///< the same in Russian
     qint64 waitsFor = 0;     ///< an undelivered message that must go first, 0 for none
     QDateTime createdAt;     ///< local time
     QDateTime nextAttemptAt; ///< invalid: as soon as its turn comes

@@ -17,15 +17,15 @@ Config::~Config() = default;
 void Config::load(const QString& fileName)
 {
     const poshost::ConfigReader reader(fileName);
-    QStringList warnings;
+    QList<poshost::Message> notices;
     for (const ConfigFinding& finding : reader.findings) {
         if (finding.isError()) {
             throw BasicException(tr::Tr(u"configError"_s, finding.text));
         }
-        warnings.append(finding.text);
+        notices.append(finding.text);
     }
     values = reader.values;
-    loadWarnings = warnings;
+    loadNotices = notices;
     loadedFile = fileName;
 }
 
@@ -33,9 +33,18 @@ QList<ConfigFinding> Config::examine(const QString& fileName)
 {
     const poshost::ConfigReader reader(fileName);
     values = reader.values;
-    loadWarnings.clear();
+    loadNotices.clear();
     loadedFile = fileName;
     return reader.findings;
+}
+
+QStringList Config::warnings() const
+{
+    QStringList texts;
+    for (const poshost::Message& notice : loadNotices) {
+        texts.append(notice.ru());
+    }
+    return texts;
 }
 
 bool Config::contains(const QString& key) const

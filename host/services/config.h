@@ -62,14 +62,16 @@ public:
     bool contains(const QString& key) const;
 
     /// @return what load noticed and let pass, a sentence each: unknown keys with the nearest known
-    /// name, files with a secret in them that others may read.
-    QStringList warnings() const { return loadWarnings; }
+    /// name, files with a secret in them that others may read; in Russian
+    QStringList warnings() const;
+    /// @return the same, to be said in the reader's language
+    QList<poshost::Message> notices() const { return loadNotices; }
     /// @return the loaded file's path as it was given, empty when none was loaded
     QString fileName() const { return loadedFile; }
 
 private:
     QHash<QString, QVariant> values;
-    QStringList loadWarnings;
+    QList<poshost::Message> loadNotices;
     QString loadedFile;
 };
 

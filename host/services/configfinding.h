@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "host/core/message.h"
+
 #include <QString>
 
 /// Something about a configuration file that is not as it should be.
@@ -24,7 +26,7 @@ struct ConfigFinding
     QString key;   ///< the same
     QString file;  ///< the file that the finding is about
     /// What is wrong, for people, with file and line; never quotes a value.
-    QString text;
+    poshost::Message text;
 
     /// Whether the configuration cannot be used like this.
     bool isError() const

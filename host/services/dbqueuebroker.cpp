@@ -17,9 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-BasicException queueError(const QString& what)
+BasicException queueError(const poshost::Message& what)
 {
-    return BasicException(tr::Tr(u"queueError"_s, u"Очередь отправки: %1"_s.arg(what)));
+    return BasicException(tr::Tr(u"queueError"_s, poshost::Message::of("queue", what)));
 }
 
 QSharedPointer<poshost::Database> openConfigured()
@@ -27,9 +27,8 @@ QSharedPointer<poshost::Database> openConfigured()
     const QString file = poshost::Database::configuredFile();
     if (file.isEmpty()) {
         const auto key = poshost::knownkeys::find(poshost::ConfigKey::Use::Database);
-        throw queueError(key ? u"в настройках нет файла базы данных, добавьте %1 в [%2]"_s.arg(
-                                   key->key, key->table)
-                             : u"ключ с файлом базы данных не зарегистрирован"_s);
+        throw queueError(key ? poshost::Message::of("queue.noFile", key->key, key->table)
+                             : poshost::Message::of("queue.noKey"));
     }
     return QSharedPointer<poshost::Database>::create(file);
 }
@@ -95,7 +94,7 @@ bool DBQueueBroker::addToQueue(const QString& queueName, const QVariantMap& mess
         if (error.tr().id() == "queueError"_L1) {
             throw;
         }
-        throw queueError(u"сообщение не сохранено. %1"_s.arg(error.tr().ru()));
+        throw queueError(poshost::Message::of("queue.notStored", error.tr().message()));
     }
     return true;
 }

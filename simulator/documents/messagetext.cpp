@@ -16,6 +16,26 @@ QRegularExpressionMatchIterator inBraces(const QString& text)
     return pattern.globalMatch(text);
 }
 
+bool isOfOwner(const QString& placeholder)
+{
+    return placeholder == "name"_L1 || placeholder == "surname"_L1;
+}
+
+/// Without the punctuation that led up to a name, or away from it, where there was none.
+QString withoutLonePunctuation(QString text)
+{
+    static const QRegularExpression atStart(u"^[\\s,:;]+"_s);
+    static const QRegularExpression beforeOther(u"[\\s,]+(?=[,.:;!?])"_s);
+    static const QRegularExpression severalBlanks(u" {2,}"_s);
+    text.replace(severalBlanks, u" "_s).replace(beforeOther, QString());
+    const qsizetype before = text.size();
+    text.remove(atStart);
+    if (text.size() < before && !text.isEmpty()) {
+        text.front() = text.front().toUpper();
+    }
+    return text;
+}
+
 } // namespace
 
 QStringList placeholders()
@@ -40,15 +60,18 @@ QString messageText(const QString& text, const QHash<QString, QString>& values)
 {
     QString result;
     qsizetype written = 0;
+    bool isNameless = false;
     QRegularExpressionMatchIterator matches = inBraces(text);
     while (matches.hasNext()) {
         const QRegularExpressionMatch match = matches.next();
         result += QStringView(text).sliced(written, match.capturedStart() - written);
-        result += values.value(match.captured(1));
+        const QString value = values.value(match.captured(1));
+        isNameless = isNameless || (isOfOwner(match.captured(1)) && value.trimmed().isEmpty());
+        result += value;
         written = match.capturedEnd();
     }
     result += QStringView(text).sliced(written);
-    return result;
+    return isNameless ? withoutLonePunctuation(result) : result;
 }
 
 } // namespace simulator

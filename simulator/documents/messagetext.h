@@ -23,7 +23,7 @@ QStringList placeholders();
 QString unknownPlaceholder(const QString& text);
 
 /// The text with every placeholder replaced by its value. What a value contains is not replaced
-/// again.
+/// again. Where the owner has no name, the commas and blanks around it go with it.
 QString messageText(const QString& text, const QHash<QString, QString>& values);
 
 } // namespace simulator

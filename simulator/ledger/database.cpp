@@ -3,6 +3,8 @@
 
 #include "simulator/ledger/database.h"
 
+#include "console/language.h"
+#include "host/core/basicexception.h"
 #include "host/database/databasefailure.h"
 #include "simulator/ledger/schema.h"
 #include "simulator/text.h"
@@ -50,7 +52,10 @@ try : HostDatabase(usable(path, mode), prepareBooks, busyMilliseconds) {
     throw DatabaseError(Text::tr("The database %1 cannot be opened: %2")
                             .arg(failure.file(), failure.cause().simplified()));
 } catch (const BasicException& error) {
-    throw DatabaseError(error.tr().ru()); // a file that must not be opened
+    throw DatabaseError(error.tr().message().in(
+        console::spokenLanguage() == "ru"_L1
+            ? poshost::Language::Russian
+            : poshost::Language::English)); // a file that must not be opened
 }
 
 } // namespace simulator

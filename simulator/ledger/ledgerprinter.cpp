@@ -4,6 +4,7 @@
 #include "simulator/ledger/ledgerprinter.h"
 
 #include "console/printable.h"
+#include "console/table.h"
 #include "host/database/databasefailure.h"
 #include "simulator/text.h"
 
@@ -12,40 +13,15 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
 namespace simulator {
 namespace {
 
-/// Aligns rows of equal length: the first columns to the left, the others, which are amounts, to
-/// the right.
-QString table(std::vector<QStringList> rows, qsizetype leftColumns)
-{
-    for (QStringList& row : rows) {
-        std::transform(row.cbegin(), row.cend(), row.begin(), console::printable::line);
-    }
-    std::vector<qsizetype> widths(static_cast<size_t>(rows.front().size()), 0);
-    for (const QStringList& row : rows) {
-        for (size_t i = 0; i < widths.size(); ++i) {
-            widths[i] = std::max(widths[i], row[static_cast<qsizetype>(i)].size());
-        }
-    }
-    QString out;
-    for (const QStringList& row : rows) {
-        QString line;
-        for (qsizetype i = 0; i < row.size(); ++i) {
-            const qsizetype width = widths[static_cast<size_t>(i)];
-            line += i < leftColumns ? row[i].leftJustified(width) : row[i].rightJustified(width);
-            line += u"  "_s;
-        }
-        while (line.endsWith(u' ')) {
-            line.chop(1);
-        }
-        out += line + u'\n';
-    }
-    return out;
-}
+using console::Table;
+using Align = Table::Align;
 
 /// As the till writes it in its own ledger, with which this one is compared line by line: the
 /// simulator knows nothing of the till.
@@ -65,35 +41,46 @@ QString typeText(Check::Type type)
     return type == Check::Type::Sale ? Text::tr("sale") : Text::tr("return");
 }
 
-QString cardTable(const LedgerView& view)
+QString cardTable(const LedgerView& view, int width)
 {
-    std::vector<QStringList> rows{{Text::tr("Card"), Text::tr("Owner"), Text::tr("Opening"),
-                                   Text::tr("Earned"), Text::tr("Spent"), Text::tr("Given back"),
-                                   Text::tr("Taken back"), Text::tr("Balance")}};
+    Table table({{Text::tr("Card")},
+                 {Text::tr("Owner")},
+                 {Text::tr("Opening"), Align::Right},
+                 {Text::tr("Earned"), Align::Right},
+                 {Text::tr("Spent"), Align::Right},
+                 {Text::tr("Given back"), Align::Right},
+                 {Text::tr("Taken back"), Align::Right},
+                 {Text::tr("Balance"), Align::Right}});
     for (const LedgerView::CardRow& row : view.cards) {
         const Account& account = row.account;
-        rows.push_back({shortCard(account.card), row.owner, writeKopecks(account.opening),
-                        writeKopecks(account.earned), writeKopecks(account.spent),
-                        writeKopecks(account.givenBack), writeKopecks(account.takenBack),
-                        writeKopecks(account.balance)});
+        table.addRow({shortCard(account.card), row.owner, writeKopecks(account.opening),
+                      writeKopecks(account.earned), writeKopecks(account.spent),
+                      writeKopecks(account.givenBack), writeKopecks(account.takenBack),
+                      writeKopecks(account.balance)});
     }
-    return table(rows, 2);
+    return table.text(width);
 }
 
-QString checkTable(const LedgerView& view)
+QString checkTable(const LedgerView& view, int width)
 {
-    std::vector<QStringList> rows{{Text::tr("Check"), Text::tr("Type"), Text::tr("Card"),
-                                   Text::tr("Total"), Text::tr("Discount"), Text::tr("Paid"),
-                                   Text::tr("Earned"), Text::tr("Spent"), Text::tr("Given back"),
-                                   Text::tr("Taken back")}};
+    Table table({{Text::tr("Check"), Align::Left, Table::Narrow::Above},
+                 {Text::tr("Type"), Align::Left, Table::Narrow::Above},
+                 {Text::tr("Card")},
+                 {Text::tr("Total"), Align::Right},
+                 {Text::tr("Discount"), Align::Right},
+                 {Text::tr("Paid"), Align::Right},
+                 {Text::tr("Earned"), Align::Right},
+                 {Text::tr("Spent"), Align::Right},
+                 {Text::tr("Given back"), Align::Right},
+                 {Text::tr("Taken back"), Align::Right}});
     for (const Booking& check : view.checks) {
-        rows.push_back({check.checkId, typeText(check.type), shortCard(check.cardNumber),
-                        writeKopecks(check.total), writeKopecks(check.discount),
-                        writeKopecks(check.paid), writeKopecks(check.earned),
-                        writeKopecks(check.spent), writeKopecks(check.givenBack),
-                        writeKopecks(check.takenBack)});
+        table.addRow({check.checkId, typeText(check.type), shortCard(check.cardNumber),
+                      writeKopecks(check.total), writeKopecks(check.discount),
+                      writeKopecks(check.paid), writeKopecks(check.earned),
+                      writeKopecks(check.spent), writeKopecks(check.givenBack),
+                      writeKopecks(check.takenBack)});
     }
-    return table(rows, 3);
+    return table.text(width);
 }
 
 QJsonObject cardObject(const LedgerView::CardRow& row)
@@ -101,12 +88,12 @@ QJsonObject cardObject(const LedgerView::CardRow& row)
     const Account& account = row.account;
     return {{u"number"_s, shortCard(account.card)},
             {u"owner"_s, row.owner},
-            {u"opening"_s, account.opening},
-            {u"earned"_s, account.earned},
-            {u"spent"_s, account.spent},
-            {u"givenBack"_s, account.givenBack},
-            {u"takenBack"_s, account.takenBack},
-            {u"balance"_s, account.balance}};
+            {u"opening"_s, writeKopecks(account.opening)},
+            {u"earned"_s, writeKopecks(account.earned)},
+            {u"spent"_s, writeKopecks(account.spent)},
+            {u"givenBack"_s, writeKopecks(account.givenBack)},
+            {u"takenBack"_s, writeKopecks(account.takenBack)},
+            {u"balance"_s, writeKopecks(account.balance)}};
 }
 
 QJsonObject checkObject(const Booking& check)
@@ -116,13 +103,13 @@ QJsonObject checkObject(const Booking& check)
                        {u"card"_s, shortCard(check.cardNumber)},
                        {u"number"_s, check.number},
                        {u"date"_s, check.date},
-                       {u"total"_s, check.total},
-                       {u"discount"_s, check.discount},
-                       {u"paid"_s, check.paid},
-                       {u"earned"_s, check.earned},
-                       {u"spent"_s, check.spent},
-                       {u"givenBack"_s, check.givenBack},
-                       {u"takenBack"_s, check.takenBack}};
+                       {u"total"_s, writeKopecks(check.total)},
+                       {u"discount"_s, writeKopecks(check.discount)},
+                       {u"paid"_s, writeKopecks(check.paid)},
+                       {u"earned"_s, writeKopecks(check.earned)},
+                       {u"spent"_s, writeKopecks(check.spent)},
+                       {u"givenBack"_s, writeKopecks(check.givenBack)},
+                       {u"takenBack"_s, writeKopecks(check.takenBack)}};
     if (check.type == Check::Type::Return) {
         object.insert(u"originalId"_s, check.originalId);
     }
@@ -169,30 +156,37 @@ LedgerView readLedger(Database& database, const Rules& rules)
     try {
         // one transaction, so that cards and checks are of the same moment
         const Transaction transaction(database);
-        return {readCards(database, rules), Ledger(database).bookings()};
+        LedgerView view{readCards(database, rules), Ledger(database).bookings()};
+        // of two checks of the same second the one that was booked first
+        std::stable_sort(view.checks.begin(), view.checks.end(),
+                         [](const Booking& a, const Booking& b) { return a.date < b.date; });
+        return view;
     } catch (const poshost::DatabaseFailure& failure) {
         throw DatabaseError(failure);
     }
 }
 
-QString ledgerTables(const LedgerView& view)
+QString ledgerTables(const LedgerView& view, int width)
 {
-    QString out = cardTable(view) + u'\n';
-    out += view.checks.empty() ? Text::tr("No check is confirmed yet.\n") : checkTable(view);
+    QString out = cardTable(view, width) + u'\n';
+    out += view.checks.empty() ? Text::tr("No check is confirmed yet.\n") : checkTable(view, width);
     return out;
 }
 
 QString ledgerCsv(const LedgerView& view)
 {
+    std::vector<Booking> checks = view.checks;
+    std::sort(checks.begin(), checks.end(), [](const Booking& left, const Booking& right) {
+        return std::tie(left.date, left.checkId) < std::tie(right.date, right.checkId);
+    });
     QStringList lines;
-    for (const Booking& check : view.checks) {
+    for (const Booking& check : checks) {
         lines.append(QStringList{console::printable::csv(check.checkId),
                                  shortCard(check.cardNumber), writeKopecks(check.earned),
                                  writeKopecks(check.spent), writeKopecks(check.givenBack),
                                  writeKopecks(check.takenBack)}
                          .join(u','));
     }
-    lines.sort();
     lines.prepend(u"check,card,earned,spent,givenBack,takenBack"_s);
     return lines.join(u'\n') + u'\n';
 }

@@ -9,7 +9,7 @@
 namespace simulator {
 
 /// The books as a reader sees them: every card that was seen and every card of the rules, and every
-/// confirmed check in the order of booking.
+/// confirmed check in the order of their times, as the tills have sent them.
 struct LedgerView
 {
     struct CardRow
@@ -33,13 +33,15 @@ std::vector<LedgerView::CardRow> readCards(Database& database, const Rules& rule
 LedgerView readLedger(Database& database, const Rules& rules);
 
 /// Two aligned tables, amounts with two decimals, cards by their last four digits.
-QString ledgerTables(const LedgerView& view);
+/// @param width how many characters fit on a line
+QString ledgerTables(const LedgerView& view, int width);
 
-/// The checks sorted by identifier as "check,card,earned,spent,givenBack,takenBack" with a heading
-/// line, amounts with two decimals, so that a till's books can be compared line by line.
+/// The checks in the order of their times and identifiers as
+/// "check,card,earned,spent,givenBack,takenBack" with a heading line, amounts with two decimals, so
+/// that a till's books can be compared line by line.
 QString ledgerCsv(const LedgerView& view);
 
-/// Everything as JSON; amounts are whole numbers of kopecks.
+/// Everything as JSON; amounts are texts with two decimals, as in the JSON of a till.
 QByteArray ledgerJson(const LedgerView& view);
 
 } // namespace simulator

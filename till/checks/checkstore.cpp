@@ -56,19 +56,24 @@ void requireChanged(const Check& check, bool changed)
 int CheckStore::takeNumber()
 {
     poshost::Transaction transaction(*database);
-    constexpr int most = std::numeric_limits<int>::max();
-    poshost::Statement known(*database,
-                             u"SELECT value FROM settings WHERE key = 'nextCheckNumber'"_s);
-    const bool isFirst = !known.next();
-    const qint64 kept = isFirst ? 1 : known.value(0).toLongLong();
-    const int number = kept >= 1 && kept <= most ? int(kept) : behindLargestNumber();
-    const int following = number == most ? 1 : number + 1;
+    const int number = nextNumber();
+    const int following = number == std::numeric_limits<int>::max() ? 1 : number + 1;
     poshost::Statement store(*database,
                              u"INSERT INTO settings (key, value) VALUES ('nextCheckNumber', ?) "
                              "ON CONFLICT (key) DO UPDATE SET value = excluded.value"_s);
     store.bind(following).execute();
     transaction.commit();
     return number;
+}
+
+int CheckStore::nextNumber()
+{
+    constexpr int most = std::numeric_limits<int>::max();
+    poshost::Statement known(*database,
+                             u"SELECT value FROM settings WHERE key = 'nextCheckNumber'"_s);
+    const bool isFirst = !known.next();
+    const qint64 kept = isFirst ? 1 : known.value(0).toLongLong();
+    return kept >= 1 && kept <= most ? int(kept) : behindLargestNumber();
 }
 
 /// The next check number when the one that was kept is damaged.

@@ -57,6 +57,8 @@ public:
 
     /// Takes the next check number.
     int takeNumber();
+    /// The number that takeNumber would take; takes none.
+    int nextNumber();
     /// Notes that a check was opened. What is on it is not kept before it is suspended or closed.
     void noteOpen(const Check& check);
     /// Keeps the whole check for another process. It stays kept until it is closed or abandoned.

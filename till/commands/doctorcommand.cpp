@@ -58,7 +58,7 @@ Subject subjectOf(const Options& options)
     return subject;
 }
 
-QString shown(const Report& report, const Mending& mending, const Options& options)
+QString shown(const Report& report, const Mending& mending, const Options& options, int width)
 {
     if (options.json) {
         QJsonObject object = report.toJson();
@@ -67,7 +67,8 @@ QString shown(const Report& report, const Mending& mending, const Options& optio
         }
         return QString::fromUtf8(QJsonDocument(object).toJson());
     }
-    return options.quiet ? mending.failures() + report.failures() : mending.text() + report.text();
+    return options.quiet ? mending.failures() + report.failures(width)
+                         : mending.text() + report.text(width);
 }
 
 /// The report that another till has handed on.
@@ -79,7 +80,7 @@ ExitCode showElsewhere(const Options& options, Output& out)
         throw Failure(Text::tr("%1 holds no report; have it made again.").arg(options.file),
                       ExitCode::Usage);
     }
-    out.write(shown(*report, Mending(), options));
+    out.write(shown(*report, Mending(), options, out.columns()));
     return report->count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
 }
 
@@ -109,7 +110,7 @@ ExitCode run(const Options& options, Output& out, Output& errors)
     if (!options.verbose && !doctor->leftSomethingBehind()) {
         qInstallMessageHandler(formerHandler);
     }
-    out.write(shown(report, mending, options));
+    out.write(shown(report, mending, options, out.columns()));
     const ExitCode code = report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
     if (doctor->leftSomethingBehind()) {
         // the usual end would wait for locks of the loader that the thread holds

@@ -72,7 +72,7 @@ QString replayText(const Record& record, const QList<RecordDifference>& differen
         what += Text::tr("cut off, replayed as far as it goes: ");
     }
     if (differences.isEmpty()) {
-        return what + Text::tr("%1 calls, %2 sent, identical.\n").arg(calls).arg(sent);
+        return what + Text::tr("%n calls, %1 sent, identical.\n", nullptr, int(calls)).arg(sent);
     }
     QString text = what + Text::tr("%1 of %2 calls differ.\n").arg(differences.size()).arg(calls);
     for (const RecordDifference& difference : differences) {
@@ -102,7 +102,7 @@ LogCommands::LogCommands(const Options& given, Output& output, Output& errorOutp
     : options(given), out(output), errors(errorOutput), config(loadConfig(given)),
       folder(RecordFolder::configured(config))
 {
-    errorOutput.notes(config.warnings());
+    errorOutput.notes(noticesOf(config));
 }
 
 LogCommands::~LogCommands() = default;
@@ -213,8 +213,8 @@ ExitCode LogCommands::exportTo()
                           .arg(options.record, folder->name()));
     }
     wholefile::create(options.target, content);
-    out.line(Text::tr("%1 records are in %2. It holds whole card numbers: hand it on with care.")
-                 .arg(count)
+    out.line(Text::tr("%n records are in %1. It holds whole card numbers: hand it on with care.",
+                      nullptr, int(count))
                  .arg(options.target));
     return ExitCode::Ok;
 }

@@ -3,6 +3,8 @@
 
 #include "till/commands/program.h"
 
+#include "console/printable.h"
+#include "console/terminal.h"
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
 #include "till/commands/doctorcommand.h"
@@ -31,6 +33,7 @@
 
 #include <QJsonDocument>
 
+#include <cstdio>
 #include <iostream>
 
 using namespace Qt::StringLiterals;
@@ -83,10 +86,9 @@ ExitCode exitCodeFor(const Check& check)
                                                                        : ExitCode::Ok;
 }
 
-/// Opens a sale, presents its card and asks for the effect.
-void openWithCard(CashDesk& desk, const CheckFile& file)
+/// Presents an open sale's card and asks for the effect.
+void presentCardOf(CashDesk& desk, const CheckFile& file)
 {
-    desk.openSale(file);
     if (!file.card.isEmpty() && desk.presentCard(file.card)) {
         desk.request();
     }
@@ -163,10 +165,12 @@ ExitCode Program::check(Workplace& workplace)
     workplace.loadPlugin();
     const poshost::OperationBudget operation(&waiting);
     CashDesk& desk = workplace.cashDesk();
-    openWithCard(desk, file);
+    desk.openTrial(file);
+    presentCardOf(desk, file);
     const qint64 available = desk.availablePoints();
     const ExitCode code = exitCodeFor(desk.current());
-    show(desk.current(), checkview::forCashier(desk.current(), available), desk.takeNotices());
+    show(desk.current(), checkview::forCashier(desk.current(), available, out.columns()),
+         desk.takeNotices());
     desk.abandon();
     return code;
 }
@@ -178,7 +182,8 @@ ExitCode Program::sell(Workplace& workplace)
     workplace.startDelivery();
     const poshost::OperationBudget operation(&waiting);
     CashDesk& desk = workplace.cashDesk();
-    openWithCard(desk, file);
+    desk.openSale(file);
+    presentCardOf(desk, file);
     if (options.points.kind != PointsChoice::Kind::None &&
         desk.current().loyalty == LoyaltyState::Ready) {
         desk.choosePoints(options.points);
@@ -188,7 +193,9 @@ ExitCode Program::sell(Workplace& workplace)
     }
     if (!options.json) {
         for (const QString& message : desk.current().cashierMessages) {
-            out.line(Text::tr("To the cashier: %1").arg(message));
+            const QString line =
+                console::printable::line(Text::tr("To the cashier: %1").arg(message));
+            out.write(console::printable::folded(line, out.columns()) + u'\n');
         }
     }
     return closeAndPrint(workplace);
@@ -219,7 +226,8 @@ ExitCode Program::closeAndPrint(Workplace& workplace)
         if (!options.json) {
             out.notes(notes);
         }
-        show(closed, checkview::slip(closed), options.json ? notes : QStringList());
+        show(closed, checkview::slip(closed, checkview::Messages::Wrapped, out.columns()),
+             options.json ? notes : QStringList());
         awaitDelivery(workplace);
         return exitCodeFor(closed);
     } catch (const std::exception&) {
@@ -235,7 +243,9 @@ ExitCode Program::work(Workplace& workplace)
     WorkSession session(
         workplace.cashDesk(), workplace.database(), out,
         [&workplace] { workplace.notifyDelivery(); }, &waiting);
-    session.run(std::cin);
+    const bool isTyped =
+        console::terminal::isTerminal(stdin) && console::terminal::isTerminal(stdout);
+    session.run(std::cin, isTyped ? u"> "_s : QString());
     if (!out.isWhole()) {
         done = Text::tr("The work ends here; \"orva-till checks\" lists what is closed.");
     }
@@ -248,7 +258,7 @@ ExitCode Program::checks(Workplace& workplace)
         out.write(checkjson::list(workplace.checks().list()));
         return ExitCode::Ok;
     }
-    Table table({{Text::tr("Check")},
+    Table table({{Text::tr("Check"), Table::Align::Left, Table::Narrow::Above},
                  {Text::tr("No"), Table::Align::Right},
                  {Text::tr("Kind")},
                  {Text::tr("State")},
@@ -258,14 +268,16 @@ ExitCode Program::checks(Workplace& workplace)
                       row.isReturn ? Text::tr("return") : Text::tr("sale"), stateText(row.state),
                       timetext::toTheSecond(row.updatedAt)});
     }
-    out.write(table.text());
+    out.write(table.text(out.columns()));
     return ExitCode::Ok;
 }
 
 ExitCode Program::ledger(Workplace& workplace)
 {
     const Ledger ledger(workplace.checks());
-    out.write(options.csv ? ledger.csv() : options.json ? ledger.json() : ledger.table());
+    out.write(options.csv    ? ledger.csv()
+              : options.json ? ledger.json()
+                             : ledger.table(out.columns()));
     return ExitCode::Ok;
 }
 

@@ -63,7 +63,7 @@ ExitCode QueueCommands::list()
         out.line(options.all ? Text::tr("The queue is empty.")
                              : Text::tr("Nothing is to be delivered."));
     } else {
-        out.write(queueview::table(entries));
+        out.write(queueview::table(entries, out.columns()));
     }
     return ExitCode::Ok;
 }
@@ -82,7 +82,7 @@ ExitCode QueueCommands::show()
             text->replace(card, checkview::shortCard(card));
         }
     }
-    out.write(options.json ? queueview::json(*content) : queueview::text(*content));
+    out.write(options.json ? queueview::json(*content) : queueview::text(*content, out.columns()));
     return ExitCode::Ok;
 }
 

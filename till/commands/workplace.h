@@ -9,6 +9,7 @@
 #include "till/checks/checkstore.h"
 #include "till/desk/cashdesk.h"
 #include "till/options.h"
+#include "till/reason.h"
 
 #include <QSharedPointer>
 #include <QString>
@@ -48,7 +49,7 @@ public:
     poshost::Database& database() { return *opened; }
     CheckStore& checks() { return store; }
     /// Sentences about the configuration that the cashier should see.
-    QStringList warnings() const { return config.warnings(); }
+    QStringList warnings() const { return noticesOf(config); }
 
     /// Loads the plug-in. @throws Failure
     void loadPlugin();

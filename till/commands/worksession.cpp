@@ -38,20 +38,22 @@ struct WorkSession::Entry
 const QList<WorkSession::Entry>& WorkSession::entries()
 {
     static const QList<Entry> all{
-        {u"open"_s, u"FILE"_s, Text::tr("open a sale and present its card, if the file names one"),
-         &WorkSession::open, true},
-        {u"card"_s, u"NUMBER"_s, Text::tr("present a card"), &WorkSession::card, true},
-        {u"quantity"_s, u"POSITION QUANTITY"_s, Text::tr("change a line's quantity"),
-         &WorkSession::quantity, true},
-        {u"price"_s, u"POSITION SUM"_s, Text::tr("change a line's price"), &WorkSession::price,
+        {u"open"_s, Text::tr("FILE"),
+         Text::tr("open a sale and present its card, if the file names one"), &WorkSession::open,
          true},
+        {u"card"_s, Text::tr("NUMBER"), Text::tr("present a card"), &WorkSession::card, true},
+        {u"quantity"_s, Text::tr("POSITION QUANTITY"), Text::tr("change a line's quantity"),
+         &WorkSession::quantity, true},
+        {u"price"_s, Text::tr("POSITION SUM"), Text::tr("change a line's price"),
+         &WorkSession::price, true},
         {u"request"_s,
          {},
          Text::tr("ask the loyalty system about the check as it stands"),
          &WorkSession::request,
          false},
-        {u"points"_s, u"SUM|all|none"_s, Text::tr("pay with points"), &WorkSession::points, true},
-        {u"tender"_s, u"SUM"_s, Text::tr("take cash"), &WorkSession::tender, true},
+        {u"points"_s, Text::tr("SUM|all|none"), Text::tr("pay with points"), &WorkSession::points,
+         true},
+        {u"tender"_s, Text::tr("SUM"), Text::tr("take cash"), &WorkSession::tender, true},
         {u"close"_s,
          {},
          Text::tr("close the check and print its slip"),
@@ -61,11 +63,11 @@ const QList<WorkSession::Entry>& WorkSession::entries()
         {u"restore"_s, u"ID|last"_s, Text::tr("take a suspended check up again"),
          &WorkSession::restore, true},
         {u"abandon"_s, {}, Text::tr("give the check up"), &WorkSession::abandon, false},
-        {u"return"_s, u"FILE"_s, Text::tr("open a return against a closed sale"),
+        {u"return"_s, Text::tr("FILE"), Text::tr("open a return against a closed sale"),
          &WorkSession::openReturn, true},
         {u"show"_s, {}, Text::tr("show the check"), &WorkSession::show, false},
         {u"queue"_s, {}, Text::tr("list the messages to be delivered"), &WorkSession::queue, false},
-        {u"wait"_s, u"[SECONDS]"_s,
+        {u"wait"_s, Text::tr("[SECONDS]"),
          Text::tr("wait until the queue is delivered, %1 s at most").arg(QueueWait::usualSeconds),
          &WorkSession::wait, false},
         {u"help"_s, {}, Text::tr("list the commands"), &WorkSession::help, false},
@@ -79,11 +81,19 @@ WorkSession::WorkSession(CashDesk& cashDesk, poshost::Database& till, Output& ou
     : desk(cashDesk), database(till), out(output), closed(checkClosed), observer(requestObserver)
 {}
 
-void WorkSession::run(std::istream& input)
+void WorkSession::run(std::istream& input, const QString& prompt)
 {
     std::string line;
     // nobody can work who is told nothing
-    while (out.isWhole() && std::getline(input, line) && command(QString::fromStdString(line))) {
+    while (out.isWhole()) {
+        out.write(prompt);
+        if (!std::getline(input, line)) {
+            out.write(prompt.isEmpty() ? QString() : u"\n"_s); // the shell's own prompt comes next
+            break;
+        }
+        if (!command(QString::fromStdString(line))) {
+            break;
+        }
     }
     desk.leave();
     out.notes(desk.takeNotices());
@@ -211,7 +221,7 @@ void WorkSession::close(const QString&)
 {
     const Check check = desk.close();
     closed();
-    out.write(checkview::slip(check, checkview::Messages::InOneLine));
+    out.write(checkview::slip(check, checkview::Messages::InOneLine, out.columns()));
 }
 
 void WorkSession::suspend(const QString&)
@@ -233,14 +243,14 @@ void WorkSession::abandon(const QString&)
 void WorkSession::show(const QString&)
 {
     const qint64 available = desk.availablePoints();
-    out.write(checkview::forCashier(desk.current(), available));
+    out.write(checkview::forCashier(desk.current(), available, out.columns()));
 }
 
 void WorkSession::queue(const QString&)
 {
     const auto entries = poshost::OutgoingQueue(database).list();
     out.write(entries.isEmpty() ? Text::tr("Nothing is to be delivered.\n")
-                                : queueview::table(entries));
+                                : queueview::table(entries, out.columns()));
 }
 
 void WorkSession::wait(const QString& seconds)
@@ -267,7 +277,7 @@ void WorkSession::help(const QString&)
         table.addRow({entry.name, entry.arguments, entry.description});
     }
     table.addRow({u"quit"_s, {}, Text::tr("end the work; an open check is abandoned")});
-    out.write(table.text());
+    out.write(table.text(out.columns()));
 }
 
 } // namespace till

@@ -33,7 +33,8 @@ public:
 
     /// Reads commands until "quit", the end of the input or an answer that cannot be written, then
     /// lays the work down.
-    void run(std::istream& input);
+    /// @param prompt written before each command, for a person at a terminal; empty for none
+    void run(std::istream& input, const QString& prompt = {});
     /// Does one command. @return false for "quit"
     bool command(const QString& line);
 

@@ -53,6 +53,16 @@ void CashDesk::openReturn(const CheckFile& file)
     }
 }
 
+void CashDesk::openTrial(const CheckFile& file)
+{
+    requireNone();
+    takeUp(storing([&] {
+        return Check::create(EDocumentType::Sale, file.number ? *file.number : store.nextNumber(),
+                             file.lines);
+    }));
+    isTrial = true;
+}
+
 /// A return as its file says, noted as open.
 Check CashDesk::returnOf(const CheckFile& file)
 {
@@ -269,7 +279,7 @@ void CashDesk::abandon()
 bool CashDesk::giveUp()
 {
     const QString id = check->id();
-    const bool given = storing([this] { return store.abandon(*check); });
+    const bool given = isTrial || storing([this] { return store.abandon(*check); });
     settle([this] { rollBack(); });
     if (!given) {
         notices.append(
@@ -284,7 +294,9 @@ void CashDesk::leave()
         return;
     }
     const QString id = check->id();
-    if (restored) {
+    if (isTrial) {
+        giveUp();
+    } else if (restored) {
         notices.append(Text::tr("Check %1 stays suspended.").arg(id));
         layDown();
     } else if (giveUp()) {
@@ -330,6 +342,7 @@ void CashDesk::takeUp(Check&& taken)
 {
     check = std::move(taken);
     restored = false;
+    isTrial = false;
     session.setDocument(check->document);
 }
 
@@ -342,7 +355,7 @@ void CashDesk::layDown()
 
 QString CashDesk::lastError() const
 {
-    const QString text = loyalty.getLastErrorString().ru();
+    const QString text = said(loyalty.getLastErrorString());
     return text.isEmpty() ? Text::tr("the loyalty system gives no reason") : text;
 }
 

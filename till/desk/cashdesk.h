@@ -37,6 +37,9 @@ public:
 
     /// Opens a sale. Its card, if the file names one, is not presented yet.
     void openSale(const CheckFile& file);
+    /// Opens a sale that is only looked at: it has the number that the next check will have, is in
+    /// no list, and can be asked about and abandoned, but neither suspended nor closed.
+    void openTrial(const CheckFile& file);
     /// Opens a return against a closed sale of this till.
     void openReturn(const CheckFile& file);
     /// Identifies the customer's card. @return false when the loyalty system knows no such card or
@@ -114,6 +117,7 @@ private:
     Session& session;
     std::optional<Check> check;
     bool restored = false;
+    bool isTrial = false;
     QStringList notices;
 };
 

@@ -13,6 +13,7 @@
 #include "till/doctor/settingsyntax.h"
 #include "till/doctor/shell.h"
 #include "till/doctor/subject.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -53,20 +54,20 @@ Finding unreadable(const ConfigFinding& finding, const Subject& subject)
     const QFileInfo information(finding.file);
     const QString path = information.absoluteFilePath();
     if (!information.isFile()) {
-        return Finding::fails(finding.text,
+        return Finding::fails(said(finding.text),
                               Mend::words(Text::tr("name the file of the settings with --config")));
     }
     if (!information.isReadable() && shell::isOwn(path)) {
-        return Finding::fails(finding.text, Mend::command(shell::chmod(u"u+r"_s, {path})).safe());
+        return Finding::fails(said(finding.text), Mend::command(shell::chmod(u"u+r"_s, {path})).safe());
     }
     if (!information.isReadable()) {
-        return Finding::fails(finding.text,
+        return Finding::fails(said(finding.text),
                               Mend::words(Text::tr("%1 belongs to %2, and %3 may not read it: make "
                                                    "that account a member of the file's group")
                                               .arg(path, shell::ownerOf(path), shell::account())));
     }
     return Finding::fails(
-        finding.text,
+        said(finding.text),
         finding.file == subject.configFile
             ? Mend::words(Text::tr("name the file of the settings with --config"))
             : Mend::words(Text::tr("install the plug-in anew, %1 belongs to it").arg(path)));
@@ -91,11 +92,11 @@ Finding lookAtFile(const Subject& subject)
         return unreadable(*wrong, subject);
     }
     if (wrong->kind == Kind::WrongValue) {
-        return Finding::fails(wrong->text,
+        return Finding::fails(said(wrong->text),
                               SettingsFile(subject.configFile).leaveOut(QString(), wrong->table));
     }
     return lookAtSyntax(wrong->file)
-        .value_or(Finding::fails(wrong->text,
+        .value_or(Finding::fails(said(wrong->text),
                                  Mend::words(Text::tr("take out what is nested so deeply"))));
 }
 
@@ -145,7 +146,7 @@ Finding lookAtNames(const Subject& subject, const SettingsFile& file)
     QList<ConfigFinding> unknown;
     for (const ConfigFinding& finding : subject.findings) {
         if (finding.kind == Kind::UnknownName) {
-            texts.append(finding.text);
+            texts.append(said(finding.text));
             unknown.append(finding);
         }
     }
@@ -227,7 +228,7 @@ Finding lookAtKey(const poshost::ConfigKey& key, const Subject& subject, const S
     for (const ConfigFinding& finding : subject.findings) {
         if (finding.kind == Kind::WrongValue && finding.table == key.table &&
             finding.key == key.key) {
-            return Finding::fails(finding.text, keymends::ofWrongValue(key, subject, file));
+            return Finding::fails(said(finding.text), keymends::ofWrongValue(key, subject, file));
         }
     }
     const QString given = key.table != "till"_L1     ? QString()

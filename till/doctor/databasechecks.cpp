@@ -8,6 +8,7 @@
 #include "till/doctor/report.h"
 #include "till/doctor/shell.h"
 #include "till/doctor/subject.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -131,7 +132,7 @@ Finding lookAtIntegrity(const poshost::DatabaseExamination& found, const Subject
     }
     const QString file = subject.databaseFile();
     return Finding::fails(
-        found.trouble,
+        said(found.trouble),
         isLeftInTheMiddle(file)
             ? Mend::command(subject.command({u"checks"_s}))
             : Mend::words(

@@ -114,7 +114,7 @@ Exchange ask(BasicLoyaltySystem& system, const QString& card, int limitSeconds)
     try {
         system.clearLastErrorString();
         exchange.accepted = system.request(check.document);
-        exchange.reason = system.getLastErrorString().ru();
+        exchange.reason = said(system.getLastErrorString());
     } catch (const std::exception& error) {
         exchange.reason = reasonOf(error);
     }
@@ -127,7 +127,7 @@ Exchange ask(BasicLoyaltySystem& system, const QString& card, int limitSeconds)
     // with an answer that came whole, the error is at most its status
     exchange.whole =
         exchange.status != 0 && (witness.getError() == 0 || witness.getError() == exchange.status);
-    exchange.transport = witness.getErrorText().ru();
+    exchange.transport = said(witness.getErrorText());
     exchange.words = serverswords::lineOf(heard, card);
     exchange.date = witness.getResponseHeader(u"Date"_s);
     return exchange;

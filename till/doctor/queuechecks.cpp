@@ -11,6 +11,7 @@
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
 #include "till/screen/timetext.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QFile>
@@ -65,7 +66,7 @@ Finding lookAtPaused(const poshost::DatabaseExamination& found, const Subject& s
     }
     return Finding::fails(Text::tr("%1 wait for other credentials or another address (%2)")
                               .arg(found.counts.paused)
-                              .arg(found.firstPaused->lastError),
+                              .arg(said(found.firstPaused->obstacle)),
                           Mend::command(subject.command({u"queue"_s, u"reauthorize"_s}) +
                                         u" && "_s + subject.command({u"queue"_s, u"deliver"_s})));
 }
@@ -79,7 +80,7 @@ Finding lookAtParked(const poshost::DatabaseExamination& found, const Subject& s
     return Finding::fails(
         Text::tr("%1 wait for somebody to decide (%2)")
             .arg(found.counts.parked)
-            .arg(found.firstParked->lastError),
+            .arg(said(found.firstParked->obstacle)),
         Mend::words(
             Text::tr("look at it with %1, ask whoever runs the loyalty server, then \"queue "
                      "retry %2\" or, if the server has it, \"queue settle %2\"")

@@ -53,8 +53,31 @@ QString padded(const QString& text, qsizetype width)
     return text + QString(std::max<qsizetype>(0, width - Table::widthOf(text)), u' ');
 }
 
-/// A line for each, and below it what mends it.
-QString linesOf(const QList<Report::Row>& rows)
+/// A text behind what stands to its left. What has no room goes on below itself, or indented where
+/// too little is left beside the other.
+QString aligned(const QString& left, const QString& text, qsizetype width)
+{
+    constexpr qsizetype leastRoom = 30;
+    const QString line = printable::line(text);
+    const qsizetype room = width - Table::widthOf(left);
+    if (Table::widthOf(line) <= room) {
+        return left + line + u'\n';
+    }
+    const bool isBeside = room >= leastRoom;
+    const QString indent(isBeside ? width - room : 4, u' ');
+    const QStringList rows = printable::wrapped(line, width - indent.size());
+    QString start = left;
+    if (!isBeside) {
+        while (start.endsWith(u' ')) {
+            start.chop(1);
+        }
+        start += u'\n' + indent;
+    }
+    return start + rows.join(u'\n' + indent) + u'\n';
+}
+
+/// A line for each, and below it what mends it: commands and lines whole, since they are pasted.
+QString linesOf(const QList<Report::Row>& rows, int width)
 {
     qsizetype markWidth = 0;
     qsizetype titleWidth = 0;
@@ -64,10 +87,13 @@ QString linesOf(const QList<Report::Row>& rows)
     }
     QString text;
     for (const Report::Row& row : rows) {
-        text += padded(markText(row.finding.mark), markWidth) + u"  "_s +
-                padded(row.title, titleWidth) + u"  "_s + printable::line(row.finding.text) + u'\n';
+        text += aligned(padded(markText(row.finding.mark), markWidth) + u"  "_s +
+                            padded(row.title, titleWidth) + u"  "_s,
+                        row.finding.text, width);
+        const QString indent = QString(markWidth, u' ') + u"  "_s;
         for (const QString& line : row.finding.mend.lines()) {
-            text += QString(markWidth, u' ') + u"  "_s + line + u'\n';
+            text += row.finding.mend.kind == Mend::Kind::Words ? aligned(indent, line, width)
+                                                               : indent + line + u'\n';
         }
     }
     return text;
@@ -116,21 +142,24 @@ qsizetype Report::count(Mark mark) const
                          [mark](const Row& row) { return row.finding.mark == mark; });
 }
 
-QString Report::text() const
+QString Report::text(int width) const
 {
-    return linesOf(done) + Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
-                               .arg(done.size())
-                               .arg(count(Mark::Ok))
-                               .arg(count(Mark::Warning))
-                               .arg(count(Mark::Fails))
-                               .arg(count(Mark::Skipped));
+    return linesOf(done, width) +
+           printable::folded(
+               Text::tr("%1 checks: %2 ok, %3 with a warning, %4 failed, %5 skipped.\n")
+                   .arg(done.size())
+                   .arg(count(Mark::Ok))
+                   .arg(count(Mark::Warning))
+                   .arg(count(Mark::Fails))
+                   .arg(count(Mark::Skipped)),
+               width);
 }
 
-QString Report::failures() const
+QString Report::failures(int width) const
 {
     QList<Row> failing = done;
     failing.removeIf([](const Row& row) { return row.finding.mark != Mark::Fails; });
-    return linesOf(failing);
+    return linesOf(failing, width);
 }
 
 QJsonObject Report::toJson() const

@@ -42,9 +42,10 @@ public:
     qsizetype count(Mark mark) const;
 
     /// A line for each check, under a failing one what mends it, and a line of sums.
-    QString text() const;
+    /// @param width how many characters fit on a line; commands and lines to paste stay whole
+    QString text(int width = 80) const;
     /// The same of what fails only, without sums; empty when nothing does.
-    QString failures() const;
+    QString failures(int width = 80) const;
     QString json() const { return QString::fromUtf8(QJsonDocument(toJson()).toJson()); }
     /// The same before it is a text.
     QJsonObject toJson() const;

@@ -9,6 +9,7 @@
 #include "till/doctor/keylines.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
+#include "till/reason.h"
 #include "till/screen/timetext.h"
 #include "till/text.h"
 
@@ -43,7 +44,7 @@ public:
         }
         if (probe.trouble == Trouble::Name) {
             return Finding::fails(
-                probe.text.ru(),
+                said(probe.text),
                 Mend::words(
                     Text::tr("see to the address in the settings, to the network and to its "
                              "name server")));
@@ -59,7 +60,7 @@ public:
         if (probe.trouble == Trouble::Proxy) {
             return Finding::fails(
                 Text::tr("%1 does not let through (%2)")
-                    .arg(poshost::serveraddress::shownProxy(subject.proxy()), probe.text.ru()),
+                    .arg(poshost::serveraddress::shownProxy(subject.proxy()), said(probe.text)),
                 Mend::words(
                     Text::tr("ask whoever runs the network for the proxy's address, and write "
                              "it as proxy under [http]")));
@@ -71,7 +72,7 @@ public:
     {
         if (probe.trouble == Trouble::Connection) {
             return Finding::fails(
-                probe.text.ru(),
+                said(probe.text),
                 Mend::words(
                     Text::tr("see to the address in the settings, to the network, and whether "
                              "the server runs")));
@@ -90,12 +91,12 @@ public:
         }
         if (probe.trouble == Trouble::CaFile || probe.trouble == Trouble::Certificate) {
             return Finding::fails(
-                probe.text.ru(),
+                said(probe.text),
                 Mend::words(Text::tr("ask whoever runs the loyalty server for the certificate of "
                                      "its authority, and name its file as caFile under [http]")));
         }
         if (probe.trouble == Trouble::Tls) {
-            return Finding::fails(probe.text.ru(), ofServer());
+            return Finding::fails(said(probe.text), ofServer());
         }
         return Finding::ok(Text::tr("the certificate is trusted"));
     }
@@ -106,7 +107,7 @@ public:
             return Finding::notNeeded(Text::tr("http has no certificate"));
         }
         if (probe.trouble == Trouble::Validity) {
-            return Finding::fails(probe.text.ru(), ofServer());
+            return Finding::fails(said(probe.text), ofServer());
         }
         const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
         const QString end = timetext::toTheMinute(probe.validUntil.toLocalTime());

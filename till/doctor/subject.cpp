@@ -31,7 +31,7 @@ void Subject::read(int milliseconds)
             poshost::keysheet::registerPlugin(loaded);
         } catch (const BasicException& error) {
             result.findings.append({ConfigFinding::Kind::Unreadable, QString(), QString(),
-                                    poshost::keysheet::fileOf(loaded), error.tr().ru()});
+                                    poshost::keysheet::fileOf(loaded), error.tr().message()});
         }
         result.findings.append(result.config->examine(file));
         return result;

@@ -128,7 +128,7 @@ QString verdict(const Explanation& explanation)
 {
     const qsizetype wrong = explanation.disagreements();
     if (wrong > 0) {
-        return Text::tr("%1 do not agree.\n").arg(wrong);
+        return Text::tr("%n do not agree.\n", nullptr, int(wrong));
     }
     return Text::tr("All %1 amounts and messages are explained; the sums agree.\n")
         .arg(explanation.amounts.size());

@@ -9,6 +9,7 @@
 #include "till/doctor/doctor.h"
 #include "till/init/settings.h"
 #include "till/options.h"
+#include "till/reason.h"
 #include "till/text.h"
 
 #include <QLoggingCategory>
@@ -62,16 +63,16 @@ bool concernsAnswers(const QString& id, const Settings& settings)
 
 QString ofAddress(const QString& address)
 {
-    const QString complaint = poshost::serveraddress::complaintAbout(address);
+    const poshost::Message complaint = poshost::serveraddress::complaintAbout(address);
     if (!complaint.isEmpty()) {
-        return Text::tr("This address cannot be used: %1.").arg(complaint);
+        return Text::tr("This address cannot be used: %1.").arg(said(complaint));
     }
     const auto probe = poshost::ConnectionProbe::of(QUrl(address), roadMilliseconds);
     if (probe.trouble == poshost::ConnectionProbe::Trouble::None) {
         return {};
     }
     return Text::tr("The server cannot be reached: %1. With --offline nothing is tried.")
-        .arg(probe.text.ru());
+        .arg(said(probe.text));
 }
 
 Answer ofAll(const Settings& settings, const Options& options)

@@ -27,10 +27,10 @@ QString units(const Line& line)
     return line.fractional ? Text::tr("kg") : Text::tr("pcs");
 }
 
-QString saleLines(const Check& check)
+QString saleLines(const Check& check, int width)
 {
     Table table({{Text::tr("No"), Align::Right},
-                 {Text::tr("Goods")},
+                 {Text::tr("Goods"), Align::Left, Table::Narrow::Above},
                  {Text::tr("Quantity"), Align::Right},
                  {QString()},
                  {Text::tr("Price"), Align::Right},
@@ -51,13 +51,13 @@ QString saleLines(const Check& check)
                   moneyText(check.goodsKopecks()), moneyText(check.discountKopecks()),
                   moneyText(check.spentKopecks()), moneyText(check.moneyKopecks()),
                   moneyText(check.earnedKopecks())});
-    return table.text();
+    return table.text(width);
 }
 
-QString returnLines(const Check& check)
+QString returnLines(const Check& check, int width)
 {
     Table table({{Text::tr("No"), Align::Right},
-                 {Text::tr("Goods")},
+                 {Text::tr("Goods"), Align::Left, Table::Narrow::Above},
                  {Text::tr("Returned"), Align::Right},
                  {QString()},
                  {Text::tr("Of"), Align::Right},
@@ -79,7 +79,7 @@ QString returnLines(const Check& check)
                   moneyText(check.goodsKopecks()), moneyText(check.discountKopecks()),
                   moneyText(check.givenBackKopecks()), moneyText(check.moneyKopecks()),
                   moneyText(check.takenBackKopecks())});
-    return table.text();
+    return table.text(width);
 }
 
 QString heading(const Check& check)
@@ -106,8 +106,10 @@ QString cardText(const Check& check)
     QString text =
         Text::tr("Card: %1").arg(printable::line(checkview::shortCard(check.cardNumber())));
     const auto client = record->getCard()->getClient();
-    if (!client.isNull() && !client->getName().isEmpty()) {
-        text += u", "_s + printable::line(client->getName());
+    const QString owner =
+        client.isNull() ? QString() : printable::line(client->getName()).simplified();
+    if (!owner.isEmpty()) {
+        text += u", "_s + owner;
     }
     const auto balance = record->getBonusBalance().isNull()
                              ? std::nullopt
@@ -127,14 +129,13 @@ QString messages(const QString& pattern, const QStringList& texts)
     return result;
 }
 
-QString slipMessages(const QStringList& texts, checkview::Messages form)
+QString slipMessages(const QStringList& texts, checkview::Messages form, int width)
 {
-    constexpr qsizetype width = 78;
     const QString indent = u"  "_s;
     QString result;
     for (const QString& text : texts) {
         const QStringList rows = form == checkview::Messages::Wrapped
-                                     ? printable::wrapped(text, width)
+                                     ? printable::wrapped(text, width - indent.size())
                                      : QStringList{printable::line(text)};
         for (const QString& row : rows) {
             result += (row.isEmpty() ? QString() : indent + row) + u'\n';
@@ -181,10 +182,10 @@ QString checkview::shortCard(const QString& number)
     return cardnumber::shortened(number);
 }
 
-QString checkview::forCashier(const Check& check, qint64 availableKopecks)
+QString checkview::forCashier(const Check& check, qint64 availableKopecks, int width)
 {
-    QString text = heading(check) + cardText(check);
-    text += check.isReturn() ? returnLines(check) : saleLines(check);
+    const QString goods = check.isReturn() ? returnLines(check, width) : saleLines(check, width);
+    QString text;
     switch (check.loyalty) {
     case LoyaltyState::NoCard:
         break;
@@ -211,20 +212,22 @@ QString checkview::forCashier(const Check& check, qint64 availableKopecks)
     if (check.tenderedKopecks) {
         text += Text::tr("Tendered: %1\n").arg(moneyText(*check.tenderedKopecks));
     }
-    return text;
+    return printable::folded(heading(check) + cardText(check), width) + goods +
+           printable::folded(text, width);
 }
 
-QString checkview::slip(const Check& check, Messages form)
+QString checkview::slip(const Check& check, Messages form, int width)
 {
-    QString text = heading(check) + cardText(check);
-    text += check.isReturn() ? returnLines(check) : saleLines(check);
+    const QString goods = check.isReturn() ? returnLines(check, width) : saleLines(check, width);
+    QString points;
     if (check.confirmed) {
-        text += pointsText(check);
+        points = pointsText(check);
     } else if (check.loyalty == LoyaltyState::Refused) {
-        text += withoutLoyalty(check);
+        points = withoutLoyalty(check);
     }
-    text += slipMessages(check.clientMessages, form);
-    return text + paid(check);
+    return printable::folded(heading(check) + cardText(check), width) + goods +
+           printable::folded(points, width) + slipMessages(check.clientMessages, form, width) +
+           printable::folded(paid(check), width);
 }
 
 } // namespace till

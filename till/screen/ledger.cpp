@@ -8,11 +8,15 @@
 #include "till/checks/checkstore.h"
 #include "till/screen/checkview.h"
 #include "till/screen/table.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <algorithm>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -40,17 +44,22 @@ Ledger::Ledger(CheckStore& store)
 {
     store.forEachClosed([this](const Check& check) {
         if (check.confirmed) {
-            checks.append({check.id(), checkview::shortCard(check.cardNumber()),
-                           check.earnedKopecks(), check.spentKopecks(), check.givenBackKopecks(),
+            checks.append({check.id(), timetext::toTheSecond(check.document->getDateTime()),
+                           checkview::shortCard(check.cardNumber()), check.earnedKopecks(),
+                           check.spentKopecks(), check.givenBackKopecks(),
                            check.takenBackKopecks()});
         }
     });
+    // a loyalty server's books, which they are compared with, know the times to the second only
+    std::sort(checks.begin(), checks.end(), [](const LedgerRow& left, const LedgerRow& right) {
+        return std::tie(left.time, left.check) < std::tie(right.time, right.check);
+    });
 }
 
-QString Ledger::table() const
+QString Ledger::table(int width) const
 {
     using Align = Table::Align;
-    Table table({{Text::tr("Check")},
+    Table table({{Text::tr("Check"), Align::Left, Table::Narrow::Above},
                  {Text::tr("Card")},
                  {Text::tr("Earned"), Align::Right},
                  {Text::tr("Spent"), Align::Right},
@@ -66,7 +75,7 @@ QString Ledger::table() const
         total.takenBack += row.takenBack;
     }
     table.addRow(texts(total));
-    return table.text();
+    return table.text(width);
 }
 
 QString Ledger::csv() const

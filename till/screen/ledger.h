@@ -14,6 +14,7 @@ class CheckStore;
 struct LedgerRow
 {
     QString check;
+    QString time; ///< as the check has it, to the second
     /// The card's last four digits, "****0017".
     QString card;
     qint64 earned = 0;
@@ -26,12 +27,13 @@ struct LedgerRow
 class Ledger
 {
 public:
-    /// Reads the closed checks, sorted by identifier.
+    /// Reads the closed checks, in the order of their times, to the second, and identifiers.
     explicit Ledger(CheckStore& store);
 
     const QList<LedgerRow>& rows() const { return checks; }
     /// Aligned, with a line of totals.
-    QString table() const;
+    /// @param width how many characters fit on a line
+    QString table(int width) const;
     /// check,card,earned,spent,givenBack,takenBack; amounts with two decimals.
     QString csv() const;
     /// An array of objects with the same fields; the amounts are texts, exact to the kopeck.

@@ -4,6 +4,7 @@
 #include "till/screen/queueview.h"
 
 #include "console/printable.h"
+#include "till/reason.h"
 #include "till/screen/table.h"
 #include "till/screen/timetext.h"
 #include "till/text.h"
@@ -59,7 +60,7 @@ QString timeText(const QDateTime& time)
 QString obstacle(const poshost::QueueEntry& entry)
 {
     return entry.waitsFor != 0 ? Text::tr("waits for message %1").arg(entry.waitsFor)
-                               : entry.lastError;
+                               : said(entry.obstacle);
 }
 
 QJsonObject object(const poshost::QueueEntry& entry)
@@ -80,7 +81,7 @@ QJsonObject object(const poshost::QueueEntry& entry)
 
 } // namespace
 
-QString queueview::table(const QList<poshost::QueueEntry>& entries)
+QString queueview::table(const QList<poshost::QueueEntry>& entries, int width)
 {
     using Align = Table::Align;
     Table table({{Text::tr("No"), Align::Right},
@@ -91,7 +92,7 @@ QString queueview::table(const QList<poshost::QueueEntry>& entries)
                  {Text::tr("Status"), Align::Right},
                  {Text::tr("Created")},
                  {Text::tr("Next attempt")},
-                 {Text::tr("What is in the way")}});
+                 {Text::tr("What is in the way"), Align::Left, Table::Narrow::Below}});
     for (const poshost::QueueEntry& entry : entries) {
         table.addRow({QString::number(entry.id), entry.queue, stateText(entry.state),
                       u"%1/%2"_s.arg(entry.stepsDone).arg(entry.steps),
@@ -99,7 +100,7 @@ QString queueview::table(const QList<poshost::QueueEntry>& entries)
                       entry.lastStatus == 0 ? QString() : QString::number(entry.lastStatus),
                       timeText(entry.createdAt), timeText(entry.nextAttemptAt), obstacle(entry)});
     }
-    return table.text();
+    return table.text(width);
 }
 
 QString queueview::json(const QList<poshost::QueueEntry>& entries)
@@ -111,9 +112,9 @@ QString queueview::json(const QList<poshost::QueueEntry>& entries)
     return QString::fromUtf8(QJsonDocument(array).toJson());
 }
 
-QString queueview::text(const poshost::QueueContent& content)
+QString queueview::text(const poshost::QueueContent& content, int width)
 {
-    QString text = table({content.entry}) + u'\n';
+    QString text = table({content.entry}, width) + u'\n';
     for (qsizetype i = 0; i < content.addresses.size(); ++i) {
         text += Text::tr("Step %1: %2\n").arg(i + 1).arg(printable::line(content.addresses.at(i)));
     }

@@ -11,10 +11,11 @@
 /// The outgoing queue as people and scripts read it.
 namespace till::queueview {
 
-QString table(const QList<poshost::QueueEntry>& entries);
+/// @param width how many characters fit on a line
+QString table(const QList<poshost::QueueEntry>& entries, int width);
 QString json(const QList<poshost::QueueEntry>& entries);
 /// One message; its secrets have been hidden already.
-QString text(const poshost::QueueContent& content);
+QString text(const poshost::QueueContent& content, int width);
 QString json(const poshost::QueueContent& content);
 
 } // namespace till::queueview

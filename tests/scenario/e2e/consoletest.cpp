@@ -3,15 +3,13 @@
 
 // The programs towards the person at the terminal: language, progress, colour.
 
+#include "tests/support/environmentvariable.h"
 #include "tests/support/shop.h"
+#include "tests/support/terminal.h"
 
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,34 +18,15 @@ namespace {
 const QString tillFile = QStringLiteral(ORVA_TILL);
 const QString simulatorFile = QStringLiteral(ORVA_SIMULATOR);
 
-/// An environment variable for as long as it lives.
-class Variable
-{
-public:
-    Variable(const char* variable, const QByteArray& value)
-        : name(variable), former(qgetenv(variable)), wasSet(qEnvironmentVariableIsSet(variable))
-    {
-        qputenv(name, value);
-    }
-    ~Variable() { wasSet ? qputenv(name, former) : qunsetenv(name); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* name;
-    QByteArray former;
-    bool wasSet;
-};
-
 /// The program's texts under LC_MESSAGES or LANG alone, which count when LANGUAGE and LC_ALL are
 /// empty.
 RunResult runIn(const char* variable, const QByteArray& locale, const QStringList& arguments)
 {
-    const Variable language("LANGUAGE", "");
-    const Variable all("LC_ALL", "");
-    const Variable messages("LC_MESSAGES", "");
-    const Variable lang("LANG", "C.UTF-8");
-    const Variable chosen(variable, locale);
+    const EnvironmentVariable language("LANGUAGE", "");
+    const EnvironmentVariable all("LC_ALL", "");
+    const EnvironmentVariable messages("LC_MESSAGES", "");
+    const EnvironmentVariable lang("LANG", "C.UTF-8");
+    const EnvironmentVariable chosen(variable, locale);
     return runProgram(tillFile, arguments, QDir::tempPath());
 }
 
@@ -57,34 +36,7 @@ protected:
     /// A till's command on a terminal of its own.
     RunResult onTerminal(const QStringList& arguments) const
     {
-        std::vector<QByteArray> words{tillFile.toUtf8()};
-        for (const QString& argument : arguments) {
-            words.push_back(argument.toUtf8());
-        }
-        std::vector<char*> pointers;
-        for (QByteArray& word : words) {
-            pointers.push_back(word.data());
-        }
-        pointers.push_back(nullptr);
-        const QByteArray where = folder().toUtf8();
-        int terminal = -1;
-        const winsize size{25, 80, 0, 0};
-        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, &size);
-        if (child == 0) {
-            const bool isThere = ::chdir(where.constData()) == 0;
-            isThere&& ::execv(pointers.front(), pointers.data());
-            ::_exit(127);
-        }
-        QByteArray output;
-        char buffer[4096];
-        // ends with an error as soon as nobody has the terminal open any more
-        for (ssize_t count = 0; (count = ::read(terminal, buffer, sizeof buffer)) > 0;) {
-            output.append(buffer, count);
-        }
-        ::close(terminal);
-        int status = 0;
-        EXPECT_EQ(::waitpid(child, &status, 0), child);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, QString::fromUtf8(output)};
+        return runOnTerminal(tillFile, arguments, folder());
     }
 
     /// A sale whose confirmation waits in the queue and is due.
@@ -124,7 +76,7 @@ TEST(ProgramLanguage, isThatOfTheEnvironment)
 
 TEST(ProgramLanguage, isOneThroughoutTheHelp)
 {
-    const Variable language("LANGUAGE", "ru");
+    const EnvironmentVariable language("LANGUAGE", "ru");
     for (const QString& program : {tillFile, simulatorFile}) {
         for (const QStringList& arguments :
              {QStringList{u"--help"_s}, {u"ledger"_s, u"--help"_s}}) {
@@ -142,7 +94,7 @@ TEST(ProgramLanguage, isOneThroughoutTheHelp)
 
 TEST_F(ConsoleTest, aVisitInRussianEndsInTheSameBooks)
 {
-    const Variable language("LANGUAGE", "ru");
+    const EnvironmentVariable language("LANGUAGE", "ru");
     const RunResult sold =
         till({u"sell"_s, u"sale.toml"_s, u"--points"_s, u"50"_s, u"--wait"_s, u"60"_s});
     EXPECT_EQ(sold.exitCode, 0) << qPrintable(sold.output);
@@ -157,7 +109,7 @@ TEST_F(ConsoleTest, aVisitInRussianEndsInTheSameBooks)
 
 TEST_F(ConsoleTest, failuresAndUsageErrorsAreInRussianToo)
 {
-    const Variable language("LANGUAGE", "ru");
+    const EnvironmentVariable language("LANGUAGE", "ru");
     EXPECT_EQ(till({u"quue"_s}).output,
               u"orva-till: Команды «quue» нет; возможно, имелась в виду «queue»?\n"
               "Подробнее: «orva-till --help».\n"_s);
@@ -170,7 +122,7 @@ TEST_F(ConsoleTest, failuresAndUsageErrorsAreInRussianToo)
 
 TEST_F(ConsoleTest, theServerTellsItsPersonInRussianAndTheTillInEnglish)
 {
-    const Variable language("LANGUAGE", "ru");
+    const EnvironmentVariable language("LANGUAGE", "ru");
     writeFile(u"bad.toml"_s, u"[earn]\nprecent = 5\n"_s);
     EXPECT_EQ(
         runProgram(simulatorFile, {u"--config"_s, u"bad.toml"_s}, folder()).output,
@@ -189,7 +141,7 @@ TEST_F(ConsoleTest, theServerTellsItsPersonInRussianAndTheTillInEnglish)
 
 TEST_F(ConsoleTest, aDeliveryShowsABarOnATerminal)
 {
-    const Variable terminal("TERM", "xterm");
+    const EnvironmentVariable terminal("TERM", "xterm");
     leaveOneUndelivered();
     const RunResult delivered = onTerminal({u"queue"_s, u"deliver"_s});
     EXPECT_EQ(delivered.exitCode, 0) << qPrintable(delivered.output);
@@ -219,13 +171,13 @@ TEST_F(ConsoleTest, nothingIsSaidOfAQuietDelivery)
 
 TEST_F(ConsoleTest, coloursAreLeftOutOnRequest)
 {
-    const Variable terminal("TERM", "xterm");
+    const EnvironmentVariable terminal("TERM", "xterm");
     const QStringList failing{u"queue"_s, u"show"_s, u"7"_s};
     EXPECT_TRUE(onTerminal(failing).output.startsWith(u"\033[31morva-till:\033[0m There is"_s));
     EXPECT_TRUE(till(failing).output.startsWith(u"orva-till: There is"_s));
-    const Variable noColours("NO_COLOR", "1");
+    const EnvironmentVariable noColours("NO_COLOR", "1");
     EXPECT_TRUE(onTerminal(failing).output.startsWith(u"orva-till: There is"_s));
-    const Variable empty("NO_COLOR", "");
+    const EnvironmentVariable empty("NO_COLOR", "");
     EXPECT_TRUE(onTerminal(failing).output.startsWith(u"\033[31m"_s));
 }
 

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # The installed programs run without being told where the library and the plug-in are, also from a
-# folder that has been moved since. With two plug-ins somebody has to choose.
+# folder that has been moved since, and so do the commands that the Russian README prints. With two plug-ins somebody has to choose.
 
 include(${CMAKE_CURRENT_LIST_DIR}/installed.cmake)
 
@@ -10,6 +10,8 @@ set(moved ${WORK_DIR}/moved)
 file(RENAME ${PREFIX} ${moved})
 run(${CMAKE_CURRENT_LIST_DIR}/sale.bash ${moved} ${WORK_DIR}/shop)
 expect("${printed}" CONTAINS "The books agree.")
+run(${CMAKE_CURRENT_LIST_DIR}/readme.bash ${moved} ${SOURCE_DIR}/README.ru.md ${WORK_DIR}/readme)
+expect("${printed}" CONTAINS " commands work.")
 
 # Its keys are known from the sheet that is installed beside it.
 file(WRITE ${WORK_DIR}/mistyped.toml

@@ -98,3 +98,10 @@ TEST(Printable, quotesAValueThatWouldBeSeveral)
     EXPECT_EQ(printable::csv(u"sale-1"_s), u"sale-1"_s);
     EXPECT_EQ(printable::csv(u"a,\"b\"\nc"_s), u"\"a,\"\"b\"\" c\""_s);
 }
+
+TEST(Folded, goesOnBelowWhatHasNoRoom)
+{
+    EXPECT_EQ(printable::folded(u"short\none two three\n"_s, 12), u"short\none two\n    three\n"_s);
+    EXPECT_EQ(printable::folded(u"fits in 12 c"_s, 12), u"fits in 12 c"_s);
+    EXPECT_EQ(printable::folded(QString(), 12), QString());
+}

@@ -6,6 +6,7 @@
 
 set(contract_headers
     core/basicexception.h
+    core/message.h
     core/mockfactory.h
     core/singleton.h
     core/tr.h

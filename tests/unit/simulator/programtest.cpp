@@ -222,10 +222,9 @@ TEST_F(Program, keepsWhatItAnsweredThroughAKill)
     EXPECT_EQ(ledger.exitCode, 0) << ledger.errors.toStdString();
     const QJsonObject root = QJsonDocument::fromJson(ledger.output.toUtf8()).object();
     ASSERT_EQ(root.value(u"checks"_s).toArray().size(), 1);
-    // 4.73 and 3.38, each x 122/162
-    EXPECT_EQ(root.value(u"checks"_s).toArray()[0].toObject().value(u"earned"_s), 356 + 255);
-    EXPECT_EQ(root.value(u"cards"_s).toArray()[1].toObject().value(u"balance"_s),
-              7'550 - 4'000 + 611);
+    // 4.73 and 3.38, each x 122/162, are 3.56 and 2.55; 75.50 less the 40.00 spent
+    EXPECT_EQ(root.value(u"checks"_s).toArray()[0].toObject().value(u"earned"_s), u"6.11"_s);
+    EXPECT_EQ(root.value(u"cards"_s).toArray()[1].toObject().value(u"balance"_s), u"41.61"_s);
 }
 
 TEST_F(Program, tellsTheLedgerOfANamedDatabase)

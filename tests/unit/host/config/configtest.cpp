@@ -303,7 +303,8 @@ TEST_F(ConfigFile, WhatIsNoRegularFileIsNamedAtOnce)
         const QList<ConfigFinding> findings = config.examine(file);
         ASSERT_EQ(findings.size(), 1);
         EXPECT_EQ(findings.first().kind, ConfigFinding::Kind::Unreadable);
-        EXPECT_EQ(findings.first().text, file + u": это не обычный файл; укажите файл настроек"_s);
+        EXPECT_EQ(findings.first().text.ru(),
+                  file + u": это не обычный файл; укажите файл настроек"_s);
     }
     for (const QByteArray& file : {QByteArray("/dev/zero"), QByteArray("pipe")}) {
         EXPECT_THAT(errorOf("[Orva]\npassword = { file = \"" + file + "\" }\n"),

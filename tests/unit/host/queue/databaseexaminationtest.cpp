@@ -70,7 +70,7 @@ TEST_F(Examination, ADamagedFileIsToldInOneSentence)
     }
     const poshost::DatabaseExamination damaged = poshost::DatabaseExamination::of(file, 5000);
     EXPECT_EQ(damaged.integrity, Integrity::Damaged);
-    const std::string trouble = damaged.trouble.toStdString();
+    const std::string trouble = damaged.trouble.ru().toStdString();
     EXPECT_THAT(trouble, HasSubstr("till.db: "));
     EXPECT_THAT(trouble, HasSubstr("файл повреждён"));
     EXPECT_THAT(trouble, Not(HasSubstr("***")));
@@ -83,7 +83,7 @@ TEST_F(Examination, AnEmptiedFileIsNotTakenForANewOne)
     folder.write(u"till.db"_s, {});
     const poshost::DatabaseExamination emptied = poshost::DatabaseExamination::of(file, 5000);
     EXPECT_EQ(emptied.integrity, Integrity::Unreadable);
-    EXPECT_THAT(emptied.trouble.toStdString(), HasSubstr("файл пуст или удалён"));
+    EXPECT_THAT(emptied.trouble.ru().toStdString(), HasSubstr("файл пуст или удалён"));
 }
 
 TEST_F(Examination, ALookThatTakesTooLongIsBrokenOff)
@@ -92,7 +92,7 @@ TEST_F(Examination, ALookThatTakesTooLongIsBrokenOff)
     EXPECT_EQ(poshost::DatabaseExamination::of(file, 5000).integrity, Integrity::Sound);
     const poshost::DatabaseExamination broken = poshost::DatabaseExamination::of(file, 0);
     EXPECT_EQ(broken.integrity, Integrity::Unfinished);
-    EXPECT_TRUE(broken.trouble.isEmpty()) << broken.trouble.toStdString();
+    EXPECT_TRUE(broken.trouble.isEmpty()) << broken.trouble.ru().toStdString();
 }
 
 } // namespace

@@ -115,11 +115,15 @@ TEST(DeliveryPolicy, EveryMeaningIsExplainedWithItsStatus)
     EXPECT_TRUE(explain(Meaning::StepDone, 200, {}).isEmpty());
     for (const Meaning meaning : {Meaning::Duplicate, Meaning::WrongAuthorization,
                                   Meaning::WrongAddress, Meaning::Refused}) {
-        EXPECT_TRUE(explain(meaning, 477, u"transport"_s).contains(u"HTTP 477"_s));
+        EXPECT_TRUE(explain(meaning, 477, poshost::Message::plain(u"transport"_s))
+                        .ru()
+                        .contains(u"HTTP 477"_s));
     }
-    EXPECT_EQ(explain(Meaning::ServerAway, 0, u"нет соединения"_s), u"нет соединения"_s);
-    EXPECT_EQ(explain(Meaning::ServerError, 503, {}), u"HTTP 503"_s);
-    EXPECT_EQ(explain(Meaning::Refused, 0, u"нет адреса"_s), u"нет адреса"_s);
+    EXPECT_EQ(explain(Meaning::ServerAway, 0, poshost::Message::plain(u"нет соединения"_s)).ru(),
+              u"нет соединения"_s);
+    EXPECT_EQ(explain(Meaning::ServerError, 503, {}).ru(), u"HTTP 503"_s);
+    EXPECT_EQ(explain(Meaning::Refused, 0, poshost::Message::plain(u"нет адреса"_s)).ru(),
+              u"нет адреса"_s);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +35,7 @@ protected:
 TEST_F(LedgerOutput, isTwoAlignedTables)
 {
     fill();
-    EXPECT_EQ(ledgerTables(ledger()).toStdString(),
+    EXPECT_EQ(ledgerTables(ledger(), 100).toStdString(),
               "Card      Owner          Opening  Earned  Spent  Given back  Taken back  Balance\n"
               "****0017  Анна Соколова   500.00    4.75  54.00       15.67        1.01   465.41\n"
               "****0024  Борис Орлов      75.50    0.00   0.00        0.00        0.00    75.50\n"
@@ -48,7 +49,7 @@ TEST_F(LedgerOutput, isTwoAlignedTables)
               "1.01\n");
 }
 
-TEST_F(LedgerOutput, asCsvIsSortedByCheckAndHidesTheCard)
+TEST_F(LedgerOutput, asCsvIsSortedByTimeThenCheckAndHidesTheCard)
 {
     fill();
     EXPECT_EQ(ledgerCsv(ledger()).toStdString(), "check,card,earned,spent,givenBack,takenBack\n"
@@ -66,7 +67,7 @@ TEST(LedgerView, hasALineForEachCheckWhateverItIsCalled)
     EXPECT_EQ(ledgerCsv(view).toStdString(),
               "check,card,earned,spent,givenBack,takenBack\n"
               "\"a,\"\"b\"\" Total\\u001b[2J\\u202e\",****,0.00,0.00,0.00,0.00\n");
-    const QString tables = ledgerTables(view);
+    const QString tables = ledgerTables(view, 120);
     EXPECT_EQ(tables.count(u'\n'), 5) << tables.toStdString();
     EXPECT_TRUE(tables.contains(u"\na,\"b\" Total\\u001b[2J\\u202e  sale "_s))
         << tables.toStdString();
@@ -75,10 +76,10 @@ TEST(LedgerView, hasALineForEachCheckWhateverItIsCalled)
 
 TEST_F(LedgerOutput, ofNoCheckSaysSo)
 {
-    EXPECT_TRUE(ledgerTables(ledger()).endsWith(u"\n\nNo check is confirmed yet.\n"));
+    EXPECT_TRUE(ledgerTables(ledger(), 100).endsWith(u"\n\nNo check is confirmed yet.\n"));
 }
 
-TEST_F(LedgerOutput, isJsonInKopecks)
+TEST_F(LedgerOutput, isJsonWithAmountsAsATillWritesThem)
 {
     fill();
     const QJsonObject root = QJsonDocument::fromJson(ledgerJson(ledger())).object();
@@ -86,12 +87,12 @@ TEST_F(LedgerOutput, isJsonInKopecks)
     ASSERT_EQ(cards.size(), 3);
     EXPECT_EQ(cards[0].toObject(), (QJsonObject{{u"number"_s, u"****0017"_s},
                                                 {u"owner"_s, u"Анна Соколова"_s},
-                                                {u"opening"_s, 50'000},
-                                                {u"earned"_s, 475},
-                                                {u"spent"_s, 5'400},
-                                                {u"givenBack"_s, 1'567},
-                                                {u"takenBack"_s, 101},
-                                                {u"balance"_s, 46'541}}));
+                                                {u"opening"_s, u"500.00"_s},
+                                                {u"earned"_s, u"4.75"_s},
+                                                {u"spent"_s, u"54.00"_s},
+                                                {u"givenBack"_s, u"15.67"_s},
+                                                {u"takenBack"_s, u"1.01"_s},
+                                                {u"balance"_s, u"465.41"_s}}));
     const QJsonArray checks = root.value(u"checks"_s).toArray();
     ASSERT_EQ(checks.size(), 2);
     EXPECT_EQ(checks[1].toObject(), (QJsonObject{{u"id"_s, u"return"_s},
@@ -100,14 +101,42 @@ TEST_F(LedgerOutput, isJsonInKopecks)
                                                  {u"number"_s, u"117"_s},
                                                  {u"date"_s, u"2024-03-05 14:20:31"_s},
                                                  {u"originalId"_s, u"sale"_s},
-                                                 {u"total"_s, 3'333},
-                                                 {u"discount"_s, 0},
-                                                 {u"paid"_s, 0},
-                                                 {u"earned"_s, 0},
-                                                 {u"spent"_s, 0},
-                                                 {u"givenBack"_s, 1'567},
-                                                 {u"takenBack"_s, 101}}));
-    EXPECT_EQ(checks[0].toObject().value(u"paid"_s), 9'500);
+                                                 {u"total"_s, u"33.33"_s},
+                                                 {u"discount"_s, u"0.00"_s},
+                                                 {u"paid"_s, u"0.00"_s},
+                                                 {u"earned"_s, u"0.00"_s},
+                                                 {u"spent"_s, u"0.00"_s},
+                                                 {u"givenBack"_s, u"15.67"_s},
+                                                 {u"takenBack"_s, u"1.01"_s}}));
+    EXPECT_EQ(checks[0].toObject().value(u"paid"_s), u"95.00"_s);
+}
+
+TEST_F(LedgerOutput, isInTheOrderOfTheChecksTimes)
+{
+    LedgerView view;
+    const auto add = [&view](const QString& id, const QString& date) {
+        Booking booking;
+        booking.checkId = id;
+        booking.date = date;
+        view.checks.push_back(booking);
+    };
+    add(u"c"_s, u"2024-03-05 14:20:31"_s);
+    add(u"a"_s, u"2024-03-05 14:20:32"_s);
+    add(u"b"_s, u"2024-03-05 14:20:31"_s);
+    add(u"d"_s, u"2024-03-04 23:59:59"_s);
+    EXPECT_EQ(ledgerCsv(view).remove(QRegularExpression(u",[^\\n]*"_s)), u"check\nd\nb\nc\na\n"_s);
+}
+
+TEST_F(LedgerOutput, fitsTheWidthThatItIsGiven)
+{
+    fill();
+    for (const int width : {80, 60}) {
+        const QStringList lines = ledgerTables(ledger(), width).split(u'\n');
+        for (const QString& line : lines) {
+            EXPECT_LE(line.size(), width) << line.toStdString();
+        }
+        EXPECT_GT(lines.size(), 8);
+    }
 }
 
 TEST_F(LedgerOutput, namesACardWhoseBalanceDoesNotAddUp)

@@ -62,7 +62,7 @@ protected:
         const QString refusal = refusalOf(work);
         GetParam().remove(*database);
 
-        EXPECT_TRUE(refusal.contains(u"База данных "_s)) << refusal.toStdString();
+        EXPECT_TRUE(refusal.contains(u"Database "_s)) << refusal.toStdString();
         EXPECT_EQ(states(), before);
         ASSERT_EQ(desk->hasCheck(), wasOpen);
         if (wasOpen) {
@@ -112,7 +112,7 @@ TEST_P(FailingStoreTest, aReturnIsNotAskedAbout)
     desk->openReturn(returnOf(sale, {{1, 1000}}));
     if (GetParam().readingFails) {
         GetParam().raise(*database);
-        EXPECT_TRUE(refusalOf([this] { desk->request(); }).contains(u"База данных "_s));
+        EXPECT_TRUE(refusalOf([this] { desk->request(); }).contains(u"Database "_s));
         GetParam().remove(*database);
     }
     EXPECT_FALSE(desk->request());

@@ -146,7 +146,7 @@ TEST_F(ClosingTest, theLedgerListsConfirmedChecksByIdentifier)
     EXPECT_EQ(ledger.csv(),
               u"check,card,earned,spent,givenBack,takenBack\n"_s + expected.join(u'\n') + u'\n');
     EXPECT_EQ(ledger.rows().size(), 2);
-    EXPECT_TRUE(ledger.table().contains(u"18.00  46.00"_s)) << ledger.table().toStdString();
+    EXPECT_TRUE(ledger.table(80).contains(u"18.00  46.00"_s)) << ledger.table(80).toStdString();
     EXPECT_TRUE(ledger.json().contains(u"\"earned\": \"8.00\""_s)) << ledger.json().toStdString();
     EXPECT_FALSE(ledger.json().contains(u"2200000000017"_s));
 }

@@ -133,7 +133,7 @@ TEST(DoctorNames, theMissingLibrary)
 {
     Scene scene;
     scene.set(u"till.plugin"_s, Scene::quoted(QStringLiteral(ORVA_MISSING_LIBRARY)));
-    const QString text = scene.examine().text();
+    const QString text = scene.examine().text(1000);
     EXPECT_TRUE(text.contains(u"libtest-vanished.so is not found"_s)) << text.toStdString();
 }
 
