@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include "till/options.h"
 #include "till/erase/customer.h"
 #include "till/erase/erasurereport.h"
 #include "till/exitcode.h"
+#include "till/options.h"
 
 #include <QStringList>
 

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "till/options.h"
 #include "till/doctor/subject.h"
 #include "till/exitcode.h"
+#include "till/options.h"
 #include "till/support/supportcontent.h"
 
 #include <QSharedPointer>

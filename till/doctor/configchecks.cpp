@@ -58,7 +58,8 @@ Finding unreadable(const ConfigFinding& finding, const Subject& subject)
                               Mend::words(Text::tr("name the file of the settings with --config")));
     }
     if (!information.isReadable() && shell::isOwn(path)) {
-        return Finding::fails(said(finding.text), Mend::command(shell::chmod(u"u+r"_s, {path})).safe());
+        return Finding::fails(said(finding.text),
+                              Mend::command(shell::chmod(u"u+r"_s, {path})).safe());
     }
     if (!information.isReadable()) {
         return Finding::fails(said(finding.text),

@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 namespace till::doctor {
 namespace {
 
-using Kind = poshost::ConfigKey::Kind;
 using Use = poshost::ConfigKey::Use;
 
 /// The number that was meant where it stands in quotes, otherwise the one that holds without it.
@@ -106,17 +105,17 @@ Mend keymends::ofWrongValue(const poshost::ConfigKey& key, const Subject& subjec
                             const SettingsFile& file)
 {
     switch (key.kind) {
-    case Kind::Number:
+    case poshost::ConfigKey::Kind::Number:
         return ofNumber(key, file);
-    case Kind::Address:
+    case poshost::ConfigKey::Kind::Address:
         return ofAddress(key, file);
-    case Kind::Secret:
+    case poshost::ConfigKey::Kind::Secret:
         return ofSecret(key, file);
-    case Kind::Path:
+    case poshost::ConfigKey::Kind::Path:
         return ofPath(key, subject, file);
-    case Kind::Proxy:
+    case poshost::ConfigKey::Kind::Proxy:
         return file.leaveOut(key.table, key.key);
-    case Kind::Text:
+    case poshost::ConfigKey::Kind::Text:
         break;
     }
     return file.quote(key).safe();

@@ -10,8 +10,8 @@
 #include "till/checks/checkstore.h"
 #include "till/doctor/report.h"
 #include "till/doctor/subject.h"
-#include "till/screen/timetext.h"
 #include "till/reason.h"
+#include "till/screen/timetext.h"
 #include "till/text.h"
 
 #include <QFile>
