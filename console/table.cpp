@@ -32,12 +32,6 @@ qsizetype longestWord(const QString& text)
     return longest;
 }
 
-/// A word is never broken here: an amount or an identifier would be read as two.
-QStringList brokenBetweenWords(const QString& text, qsizetype width)
-{
-    return printable::wrapped(text, std::max(width, longestWord(text)));
-}
-
 QString withoutBlanksAtEnd(QString line)
 {
     while (line.endsWith(u' ')) {
@@ -76,6 +70,11 @@ void Table::addRow(const QStringList& cells)
         row.append(printable::line(cell));
     }
     rows.append(row);
+}
+
+QStringList Table::brokenBetweenWords(const QString& text, qsizetype width)
+{
+    return printable::wrapped(text, std::max(width, longestWord(text)));
 }
 
 QString Table::text(qsizetype width) const

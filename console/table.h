@@ -48,6 +48,9 @@ public:
     /// @param width how many characters fit on a line
     QString text(qsizetype width = std::numeric_limits<int>::max()) const;
 
+    /// Lines of at most so many characters, broken between words only: half a path or amount would
+    /// be read as a whole one. A word that is wider stays whole.
+    static QStringList brokenBetweenWords(const QString& text, qsizetype width);
     /// How many places a text takes.
     static qsizetype widthOf(const QString& text);
 

@@ -54,7 +54,7 @@ QString padded(const QString& text, qsizetype width)
 }
 
 /// A text behind what stands to its left. What has no room goes on below itself, or indented where
-/// too little is left beside the other.
+/// too little is left beside the other. A word stays whole, however wide: paths are copied.
 QString aligned(const QString& left, const QString& text, qsizetype width)
 {
     constexpr qsizetype leastRoom = 30;
@@ -63,9 +63,14 @@ QString aligned(const QString& left, const QString& text, qsizetype width)
     if (Table::widthOf(line) <= room) {
         return left + line + u'\n';
     }
-    const bool isBeside = room >= leastRoom;
+    const QStringList beside = Table::brokenBetweenWords(line, room);
+    const bool isBeside =
+        room >= leastRoom && std::all_of(beside.begin(), beside.end(), [room](const QString& row) {
+            return Table::widthOf(row) <= room;
+        });
     const QString indent(isBeside ? width - room : 4, u' ');
-    const QStringList rows = printable::wrapped(line, width - indent.size());
+    const QStringList rows =
+        isBeside ? beside : Table::brokenBetweenWords(line, width - indent.size());
     QString start = left;
     if (!isBeside) {
         while (start.endsWith(u' ')) {

@@ -41,14 +41,14 @@ TEST_F(SaleProgramTest, SaleWithServerAwayGoesOnWithoutLoyaltyAndSaysWhy)
 
 TEST_F(SaleProgramTest, WrongPasswordIsSaidAndTheSaleGoesOn)
 {
-    writeConfig(u"wrong"_s);
+    writeConfig(u"not-the-password"_s);
 
     const RunResult sold = till({u"sell"_s, u"sale.toml"_s});
 
     EXPECT_EQ(sold.exitCode, 3) << qPrintable(sold.output);
     EXPECT_TRUE(sold.output.contains(u"Ошибка авторизации на сервере"_s))
         << qPrintable(sold.output);
-    EXPECT_FALSE(sold.output.contains(u"wrong"_s));
+    EXPECT_FALSE(sold.output.contains(u"not-the-password"_s));
     EXPECT_EQ(undelivered(), 0);
 }
 

@@ -120,7 +120,7 @@ TEST_F(SupportTest, isReadElsewhere)
     const QJsonArray checks = list({u"checks"_s});
     ASSERT_EQ(checks.size(), 3);
     for (const auto& check : checks) {
-        const QString id = check.toObject().value("check"_L1).toString();
+        const QString id = check.toObject().value("id"_L1).toString();
         const QString here = done({u"explain"_s, id});
         const RunResult there = elsewhere({u"explain"_s, id, u"--from"_s, u"case.tar"_s});
         EXPECT_EQ(there.exitCode, 0) << qPrintable(there.output);

@@ -213,6 +213,7 @@ TEST(Doctor, letsAnOlderDatabaseBe)
     Scene scene;
     scene.inDatabase([](poshost::Database& database) {
         database.execute(u"DROP INDEX checks_last"_s);
+        database.execute(u"DROP INDEX queue_due"_s);
         database.execute(u"CREATE INDEX checks_recent ON checks(state, type, updated_at)"_s);
         database.execute(u"PRAGMA user_version = 3"_s);
     });

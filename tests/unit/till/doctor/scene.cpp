@@ -42,8 +42,7 @@ simulator::Rules ownRules()
 
 } // namespace
 
-Scene::Scene(Way given)
-    : way(given), rules(ownRules()), server(elsewhere.file(u"server.sqlite"_s))
+Scene::Scene(Way given) : way(given), rules(ownRules()), server(elsewhere.file(u"server.sqlite"_s))
 {
     server.start(rules);
     if (way == Way::Https) {

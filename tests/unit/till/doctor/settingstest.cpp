@@ -319,7 +319,8 @@ TEST(DoctorFinds, aKeySheetThatIsDamaged)
     scene.set(u"till.plugin"_s, Scene::quoted(plugin));
     const till::doctor::Report report = scene.examine();
     EXPECT_EQ(Scene::marksOf(report).value(u"config.file"_s), u"fails"_s);
-    EXPECT_TRUE(report.text().contains(u"by hand: install the plug-in anew, "_s + sheet))
+    constexpr int wide = 1000;
+    EXPECT_TRUE(report.text(wide).contains(u"by hand: install the plug-in anew, "_s + sheet))
         << report.text().toStdString();
 }
 

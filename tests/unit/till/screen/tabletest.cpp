@@ -58,7 +58,7 @@ TEST(Table, breaksTitlesAndTextsBetweenWords)
 {
     Table table({{u"Given back"_s, Table::Align::Right}, {u"Since"_s}, {u"State"_s}});
     table.addRow({u"1.00"_s, u"2026-03-02 12:00:00"_s, u"waiting"_s});
-    EXPECT_EQ(table.text(28), u"Given  Since       State\n"
+    EXPECT_EQ(table.text(26), u"Given  Since       State\n"
                               " back\n"
                               " 1.00  2026-03-02  waiting\n"
                               "       12:00:00\n"_s);
