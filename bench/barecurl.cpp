@@ -11,7 +11,8 @@ namespace {
 
 size_t take(const char* data, size_t size, size_t count, void* user)
 {
-    static_cast<QByteArray*>(user)->append(data, static_cast<qsizetype>(size * count));
+    static_cast<QByteArray*>(user)->append(data, static_cast<qsizetype>(size) *
+                                                     static_cast<qsizetype>(count));
     return size * count;
 }
 

@@ -111,10 +111,10 @@ constexpr std::array all{
     Wording{"secret.unreadable", "файл %1 не читается (%2)", "the file %1 cannot be read (%2)"},
     Wording{"secret.lines", "в файле %1 больше одной строки", "the file %1 has more than one line"},
     Wording{"secret.encoding", "файл %1 не в кодировке UTF-8", "the file %1 is not in UTF-8"},
-    Wording{
-        "secret.rights",
-        "%1: файл с паролем доступен другим пользователям; закройте доступ (chmod g-w,o= %1)",
-        "%1: the file with the password is open to other users; close it to them (chmod g-w,o= %1)"},
+    Wording{"secret.rights",
+            "%1: файл с паролем доступен другим пользователям; закройте доступ (chmod g-w,o= %1)",
+            "%1: the file with the password is open to other users; close it to them (chmod g-w,o= "
+            "%1)"},
 
     Wording{"sheet", "%1: описание ключей плагина: %2; переустановите плагин",
             "%1: the description of the plug-in's keys: %2; install the plug-in again"},
