@@ -22,12 +22,12 @@ namespace {
 namespace limit = orva::xmllimit;
 
 /// What a till needs before it goes on.
-const QByteArray head =
+constexpr QByteArrayView head =
     "<RawCheck><client><RawCheckClient><name>A</name><surname>B</surname><account><RawCheckAccount>"
     "<balance>250.50</balance></RawCheckAccount></account></RawCheckClient></client><awards>"
     "<RawCheckAwards><allowBonus>60.00</allowBonus><awardBonus>8.25</awardBonus></RawCheckAwards>"
     "</awards>";
-const QByteArray tail = "</RawCheck>";
+constexpr QByteArrayView tail = "</RawCheck>";
 
 /// Far above what any limit lets pass, and below the bytes that a transport takes.
 constexpr qsizetype mostBytes = 8 * 1024 * 1024;
@@ -35,7 +35,7 @@ constexpr qsizetype mostBytes = 8 * 1024 * 1024;
 QByteArray answerOf(const QByteArray& before, const QByteArray& piece, qsizetype count,
                     const QByteArray& behind)
 {
-    return head + before + piece.repeated(count) + behind + tail;
+    return head.toByteArray() + before + piece.repeated(count) + behind + tail.toByteArray();
 }
 
 /// The piece as often as the limits allow, between the other two.

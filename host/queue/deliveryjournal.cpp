@@ -35,6 +35,18 @@ const QString selectTask =
 
 const QString selectTaskById = selectTask + u"?"_s;
 
+const QString& selectTaskAlone()
+{
+    static const QString text = selectTask + u"("_s + RequestsUnderWay::selectDue(false) + u")"_s;
+    return text;
+}
+
+const QString& selectTaskBeside()
+{
+    static const QString text = selectTask + u"("_s + RequestsUnderWay::selectDue(true) + u")"_s;
+    return text;
+}
+
 /// All waits that may still be running.
 const QString selectWaits =
     u"SELECT min(until) FROM (SELECT until FROM queue_holds "
@@ -153,7 +165,7 @@ std::optional<qint64> DeliveryJournal::nextWaitEnd()
 
 std::optional<qint64> DeliveryJournal::dueMessage()
 {
-    Statement statement(database, underWay.selectDue());
+    Statement statement(database, RequestsUnderWay::selectDue(!underWay.isEmpty()));
     underWay.bindTo(statement, now);
     if (!statement.next() || statement.value(0).isNull()) {
         return std::nullopt;
@@ -165,7 +177,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeDue()
 {
     while (underWay.allowAnother()) {
         // one statement instead of two: a queue that was filled for weeks is drained through here
-        Statement row(database, selectTask + u"("_s + underWay.selectDue() + u")"_s);
+        Statement row(database, underWay.isEmpty() ? selectTaskAlone() : selectTaskBeside());
         underWay.bindTo(row, now);
         if (!row.next()) {
             return std::nullopt;

@@ -47,12 +47,21 @@ QString firstDue(const QString& condition, int rows)
         u"SELECT c.id FROM (%1) c%2 LIMIT 1"_s.arg(due, condition));
 }
 
-const QString selectFirst = firstDue({}, 1);
+const QString& selectFirst()
+{
+    static const QString text = firstDue({}, 1);
+    return text;
+}
+
 /// A lane that is damaged counts as the one that has no name, here as where it is read.
-const QString selectBeside =
-    firstDue(u" WHERE c.id NOT IN (SELECT value FROM json_each(?2)) "
-             "AND coalesce(CAST(c.lane AS INTEGER), 0) NOT IN (SELECT value FROM json_each(?3))"_s,
-             lookAhead);
+const QString& selectBeside()
+{
+    static const QString text = firstDue(
+        u" WHERE c.id NOT IN (SELECT value FROM json_each(?2)) "
+        "AND coalesce(CAST(c.lane AS INTEGER), 0) NOT IN (SELECT value FROM json_each(?3))"_s,
+        lookAhead);
+    return text;
+}
 
 QString toJson(const QJsonArray& numbers)
 {
@@ -77,9 +86,9 @@ bool RequestsUnderWay::allowAnother() const
                         [](const Request& one) { return one.isProbe; });
 }
 
-QString RequestsUnderWay::selectDue() const
+const QString& RequestsUnderWay::selectDue(bool beside)
 {
-    return requests.isEmpty() ? selectFirst : selectBeside;
+    return beside ? selectBeside() : selectFirst();
 }
 
 void RequestsUnderWay::bindTo(Statement& statement, qint64 now) const

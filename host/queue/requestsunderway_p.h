@@ -26,7 +26,9 @@ public:
     /// SQL that gives the message which is due: the oldest one of those that wait neither by
     /// themselves, nor for another one, nor for their queue or authorization, nor because one of
     /// their lane is under way. One value, NULL when none is due.
-    QString selectDue() const;
+    /// @param beside whether anything is under way
+    static const QString& selectDue(bool beside);
+    bool isEmpty() const { return requests.isEmpty(); }
     /// Binds the values of selectDue, which must be the first ones of the statement.
     void bindTo(Statement& statement, qint64 now) const;
 

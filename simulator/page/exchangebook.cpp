@@ -185,7 +185,10 @@ ExchangeBook::Place ExchangeBook::write(const QByteArray& row, const QByteArray&
 /// Forgets what is in the oldest file, or the oldest exchange where that is in none.
 void ExchangeBook::forgetOldest()
 {
-    const std::shared_ptr<File> oldest = places.empty() ? files.front() : places.front().file;
+    std::shared_ptr<File> oldest = files.empty() ? nullptr : files.front();
+    if (!places.empty()) {
+        oldest = places.front().file;
+    }
     while (!places.empty() && places.front().file == oldest) {
         places.pop_front();
         ++first;
