@@ -72,6 +72,8 @@ struct Options
     bool withCards = false;
     /// The file to export to.
     QString target;
+    /// With the export: a page to look at.
+    bool asPage = false;
     /// With the making of settings: the file of answers; empty: they are asked for.
     QString answers;
     /// They are those of the loyalty server for trying.

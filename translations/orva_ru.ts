@@ -1414,6 +1414,26 @@ The server&apos;s last refusal:
         <translation>Номер записи или все: all</translation>
     </message>
     <message>
+        <source>The page is %1. It holds whole card numbers: hand it on with care.</source>
+        <translation>Страница — %1. В ней полные номера карт: передавайте её осторожно.</translation>
+    </message>
+    <message>
+        <source>The page is %1. Card numbers and names are masked.</source>
+        <translation>Страница — %1. Номера карт и имена скрыты.</translation>
+    </message>
+    <message>
+        <source>A page shows one record; name its number instead of &quot;%1&quot;.</source>
+        <translation>Страница показывает одну запись; назовите её номер вместо «%1».</translation>
+    </message>
+    <message>
+        <source>Check and queue are left out (%1).</source>
+        <translation>Чека и очереди нет (%1).</translation>
+    </message>
+    <message>
+        <source>A new file: one record as a page for a browser</source>
+        <translation>Новый файл: одна запись страницей для браузера</translation>
+    </message>
+    <message>
         <source>A new file</source>
         <translation>Новый файл</translation>
     </message>

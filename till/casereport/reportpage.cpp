@@ -21,6 +21,22 @@ QByteArray style()
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// XML has no place for these: halves of a pair of surrogates, U+FFFE and U+FFFF.
+QString writable(const QString& text)
+{
+    QString result = text;
+    for (qsizetype i = 0; i < result.size(); ++i) {
+        const QChar character = result.at(i);
+        const QChar next = i + 1 < result.size() ? result.at(i + 1) : QChar();
+        if (character.isHighSurrogate() && next.isLowSurrogate()) {
+            ++i;
+        } else if (character.isSurrogate() || character.unicode() >= 0xfffe) {
+            result[i] = QChar::ReplacementCharacter;
+        }
+    }
+    return result;
+}
+
 } // namespace
 
 ReportPage::Element::Element(ReportPage& owner, const QString& name, const QString& className)
@@ -54,29 +70,27 @@ ReportPage::ReportPage(const QString& title, const Mask& mask, const QString& la
     writer.writeEmptyElement(u"meta"_s);
     writer.writeAttribute(u"http-equiv"_s, u"Content-Security-Policy"_s);
     writer.writeAttribute(u"content"_s, u"default-src 'none'; style-src 'unsafe-inline'"_s);
+    writer.writeTextElement(u"style"_s, QString::fromLatin1(styleMark)); // no other text before it
     element(u"title"_s, title);
-    element(u"style"_s, QString::fromLatin1(styleMark));
     writer.writeEndElement();
     writer.writeStartElement(u"body"_s);
+    writer.writeStartElement(u"main"_s);
     element(u"h1"_s, title);
 }
 
 void ReportPage::attribute(const QString& name, const QString& value)
 {
-    writer.writeAttribute(name, console::printable::line(masked(value)));
+    writer.writeAttribute(name, value);
 }
 
 void ReportPage::text(const QString& text)
 {
-    writer.writeCharacters(console::printable::line(masked(text)));
+    writer.writeCharacters(writable(console::printable::line(masked(text))));
 }
 
 void ReportPage::lines(const QString& text)
 {
-    const QStringList all = masked(text).split(u'\n');
-    for (qsizetype i = 0; i < all.size(); ++i) {
-        writer.writeCharacters((i > 0 ? u"\n"_s : QString()) + console::printable::line(all.at(i)));
-    }
+    writer.writeCharacters(writable(console::printable::lines(masked(text))));
 }
 
 void ReportPage::element(const QString& name, const QString& words, const QString& className)

@@ -12,8 +12,9 @@
 
 namespace till {
 
-/// Writes one HTML page. Whatever is written as text or as an attribute's value is masked, made
-/// printable and escaped here; names of elements and attributes are the caller's own words.
+/// Writes one HTML page, which is well-formed XML too. Whatever is written as text is masked, made
+/// printable and escaped here; names of elements, attributes and their values are the caller's own
+/// words, never a document's.
 class ReportPage
 {
 public:
@@ -39,9 +40,9 @@ public:
 
     /// An attribute of the element just begun; before its text.
     void attribute(const QString& name, const QString& value);
-    /// In one line.
+    /// In one line; blanks stay.
     void text(const QString& text);
-    /// Line breaks stay.
+    /// Line breaks and blanks stay.
     void lines(const QString& text);
     /// An element with nothing but a text.
     void element(const QString& name, const QString& words, const QString& className = QString());

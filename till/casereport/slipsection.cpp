@@ -43,6 +43,7 @@ void writeReasons(ReportPage& page, const ExplainedAmount& amount, const QString
     const ReportPage::Element cell(page, u"td"_s);
     for (const AmountSource& source : amount.sources) {
         const ReportPage::Element one(page, u"div"_s);
+        page.text(explainview::nameOf(source.document) + u": "_s);
         XmlPane* const pane = paneOf(source.document, documents);
         const QString id = pane == nullptr ? QString() : pane->idOf(source.finding.path);
         const QString text = u"%1: %2"_s.arg(source.finding.path, source.finding.text);

@@ -33,6 +33,12 @@ void writeElement(ReportPage& page, const XmlTree::Element& element, int depth)
     }
 }
 
+void writeAsItIs(ReportPage& page, const QByteArray& document)
+{
+    const ReportPage::Element plain(page, u"pre"_s);
+    page.lines(document.isEmpty() ? Text::tr("(empty)") : poshost::xmltext::decoded(document));
+}
+
 } // namespace
 
 XmlPane::XmlPane(const QByteArray& document, const QString& shownAs)
@@ -61,8 +67,7 @@ void XmlPane::write(ReportPage& page) const
 {
     const XmlTree tree(content);
     if (tree.elements().isEmpty()) {
-        const ReportPage::Element plain(page, u"pre"_s);
-        page.lines(content.isEmpty() ? Text::tr("(empty)") : poshost::xmltext::decoded(content));
+        writeAsItIs(page, content);
         return;
     }
     {
@@ -82,6 +87,7 @@ void XmlPane::write(ReportPage& page) const
     }
     if (!tree.problem().isEmpty()) {
         page.element(u"p"_s, tree.problem(), u"wrong"_s);
+        writeAsItIs(page, content); // the rest of it too
     }
 }
 

@@ -29,6 +29,7 @@ struct Texts
     std::string tender;
     std::string record;
     std::string target;
+    std::string page;
     std::string card;
     std::string answers;
     std::string defaults;
@@ -224,6 +225,28 @@ void addQueue(CLI::App& app, Options& options)
         Command::QueueReauthorize);
 }
 
+/// Records for programs, or one of them as a page for people.
+void addExport(CLI::App* command, Options& options, Texts& texts)
+{
+    CLI::Option* const file =
+        command->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")));
+    CLI::Option* const page =
+        command
+            ->add_option("--html", texts.page,
+                         words(QT_TRANSLATE_NOOP("Till", "A new file: one record as a page for a "
+                                                         "browser")))
+            ->excludes(file);
+    command
+        ->add_flag("--with-cards", options.withCards,
+                   words(QT_TRANSLATE_NOOP("Till", "Leave card numbers and names in it")))
+        ->needs(page);
+    command->parse_complete_callback([file, page] {
+        if (file->count() == 0 && page->count() == 0) {
+            throw CLI::RequiredError("FILE");
+        }
+    });
+}
+
 void addLog(CLI::App& app, Options& options, Texts& texts)
 {
     CLI::App* const log = app.add_subcommand(
@@ -250,11 +273,10 @@ void addLog(CLI::App& app, Options& options, Texts& texts)
                       Command::LogShow),
                   QT_TRANSLATE_NOOP("Till", "The record's number, such as 3, or 3.2 for its "
                                             "second exchange")));
-    addRecord(
-        add("export", QT_TRANSLATE_NOOP("Till", "Write records into one file"), Command::LogExport),
-        QT_TRANSLATE_NOOP("Till", "The record's number, or \"all\""))
-        ->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")))
-        ->required();
+    addExport(addRecord(add("export", QT_TRANSLATE_NOOP("Till", "Write records into one file"),
+                            Command::LogExport),
+                        QT_TRANSLATE_NOOP("Till", "The record's number, or \"all\"")),
+              options, texts);
     addRecord(add("replay",
                   QT_TRANSLATE_NOOP("Till", "Have the plug-in do it again, offline, and compare"),
                   Command::LogReplay),
@@ -345,7 +367,8 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
         options.wantedChecks.append(QString::fromStdString(check));
     }
     options.record = QString::fromStdString(texts.record);
-    options.target = QString::fromStdString(texts.target);
+    options.asPage = !texts.page.empty();
+    options.target = QString::fromStdString(options.asPage ? texts.page : texts.target);
     options.card = QString::fromStdString(texts.card);
     options.points = readPoints(QString::fromStdString(texts.points));
     if (!texts.tender.empty()) {

@@ -4,51 +4,20 @@
 #include "till/commands/explaincommand.h"
 
 #include "till/checks/checkstore.h"
-#include "till/explain/exchangefinder.h"
+#include "till/explain/checkexplainer.h"
 #include "till/explain/explainview.h"
-#include "till/explain/returnexplainer.h"
-#include "till/explain/saleexplainer.h"
-#include "till/failure.h"
 #include "till/screen/output.h"
-#include "till/text.h"
 
 namespace till {
 
 ExitCode ExplainCommand::run()
 {
     const Check check = store.findClosed(options.record);
-    const Explanation explanation = check.isReturn() ? explainReturn(check) : explainSale(check);
+    const Explanation explanation =
+        CheckExplainer(store, till, records, options.configFile).explain(check);
     out.write(options.json ? explainview::json(check, explanation)
                            : explainview::text(check, explanation));
     return explanation.disagreements() == 0 ? ExitCode::Ok : ExitCode::Differs;
-}
-
-Exchange ExplainCommand::exchangeOf(const Check& check) const
-{
-    return ExchangeFinder(records, store, till).find(check);
-}
-
-Explanation ExplainCommand::explainSale(const Check& check) const
-{
-    // a check that went on without the loyalty system has nothing of any answer
-    const Exchange exchange = check.confirmed ? exchangeOf(check) : Exchange();
-    if (check.confirmed && exchange.answer.isEmpty()) {
-        throw Failure(Text::tr("Nothing was recorded for check %1, and it keeps no answer itself; "
-                               "name a folder in [recording] of %2 and later checks can be "
-                               "explained.")
-                          .arg(check.id(), options.configFile));
-    }
-    return SaleExplainer(check, exchange).explain();
-}
-
-Explanation ExplainCommand::explainReturn(const Check& check) const
-{
-    const Check sale = store.findSale(check.document->getSaleDocumentId());
-    QList<Check> earlier = store.returnsOf(sale.id());
-    earlier.removeIf(
-        [&](const Check& other) { return other.returnsBefore >= check.returnsBefore; });
-    const Explanation ofSale = explainSale(sale);
-    return ReturnExplainer(check, exchangeOf(check), sale, earlier, ofSale).explain();
 }
 
 } // namespace till

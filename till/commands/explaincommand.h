@@ -4,7 +4,6 @@
 #pragma once
 
 #include "till/exitcode.h"
-#include "till/explain/explanation.h"
 #include "till/options.h"
 
 namespace poshost {
@@ -16,7 +15,6 @@ namespace till {
 class CheckStore;
 class Output;
 class RecordFolder;
-struct Check;
 
 /// The command "explain": where the amounts on a closed check come from.
 class ExplainCommand
@@ -33,10 +31,6 @@ public:
     ExitCode run();
 
 private:
-    Exchange exchangeOf(const Check& check) const;
-    Explanation explainSale(const Check& check) const;
-    Explanation explainReturn(const Check& check) const;
-
     CheckStore& store;
     poshost::Database& till;
     const RecordFolder* const records;

@@ -4,6 +4,7 @@
 #include "till/commands/logcommands.h"
 
 #include "console/printable.h"
+#include "till/commands/caseexport.h"
 #include "till/commands/workplace.h"
 #include "till/failure.h"
 #include "till/recording/logview.h"
@@ -197,6 +198,9 @@ ExitCode LogCommands::show()
 
 ExitCode LogCommands::exportTo()
 {
+    if (options.asPage) {
+        return CaseExport(config, requireFolder(), options, out, errors).run();
+    }
     QByteArray content;
     int count = 0;
     const int wanted = numbersIn(options.record).first;

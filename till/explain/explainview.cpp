@@ -178,6 +178,11 @@ QString explainview::nameOf(What what)
     return wordsFor(what).text;
 }
 
+QString explainview::nameOf(Document document)
+{
+    return wordsFor(document).text;
+}
+
 QString explainview::text(const Check& check, const Explanation& explanation)
 {
     const QString kind = check.isReturn() ? Text::tr("Return") : Text::tr("Sale");

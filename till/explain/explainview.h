@@ -13,6 +13,8 @@ namespace till::explainview {
 
 /// The name of an amount for people, such as "Points earned".
 QString nameOf(ExplainedAmount::What what);
+/// The name of a document that an amount comes from, such as "answer to the sale".
+QString nameOf(AmountSource::Document document);
 QString text(const Check& check, const Explanation& explanation);
 QString json(const Check& check, const Explanation& explanation);
 

@@ -29,6 +29,8 @@ public:
     /// A text, with markup where it begins with "<": there only what stands between tags, in
     /// comments and in the values of attributes is looked at.
     QString masked(const QString& text) const;
+    /// A text that is no markup, whatever it begins with: all of it is looked at.
+    QString plainMasked(const QString& text) const;
     /// All texts in a value; the names of an object's members stay.
     QJsonValue masked(const QJsonValue& value) const;
     QVariant masked(const QVariant& value) const;
@@ -44,7 +46,6 @@ private:
     using Replace = std::function<QString(const QString&)>;
     QString replaced(const QString& text, const QRegularExpression& what,
                      const Replace& replacement) const;
-    QString plainMasked(const QString& text) const;
     QString markupMasked(const QString& text) const;
     QString tagMasked(const QString& tag) const;
     QString referencesMasked(const QString& text) const;

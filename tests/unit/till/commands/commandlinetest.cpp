@@ -52,6 +52,7 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"log", "list"}, Command::LogList},
         {{"log", "show", "3.2"}, Command::LogShow},
         {{"log", "export", "all", "case.jsonl"}, Command::LogExport},
+        {{"log", "export", "3", "--html", "case.html"}, Command::LogExport},
         {{"log", "replay", "case.jsonl"}, Command::LogReplay},
         {{"explain", "last"}, Command::Explain},
         {{"support", "case.tar"}, Command::Support},
@@ -72,6 +73,17 @@ TEST(CommandLine, optionsOfASale)
     EXPECT_EQ(parsed({"sell", "a", "--points", "all"}).points, PointsChoice::all());
     EXPECT_EQ(parsed({"sell", "a"}).points, PointsChoice());
     EXPECT_EQ(parsed({"sell", "a"}).tenderKopecks, std::nullopt);
+}
+
+TEST(CommandLine, optionsOfAPage)
+{
+    const Options page = parsed({"log", "export", "3", "--html", "case.html", "--with-cards"});
+    EXPECT_EQ(page.record, u"3"_s);
+    EXPECT_EQ(page.target, u"case.html"_s);
+    EXPECT_TRUE(page.asPage);
+    EXPECT_TRUE(page.withCards);
+    EXPECT_FALSE(parsed({"log", "export", "3", "--html", "case.html"}).withCards);
+    EXPECT_FALSE(parsed({"log", "export", "3", "case.jsonl"}).asPage);
 }
 
 TEST(CommandLine, globalOptionsStandBeforeOrAfterTheCommand)
@@ -102,6 +114,9 @@ TEST(CommandLine, whatIsNotUnderstoodIsAUsageError)
                                                {"queue", "show"},
                                                {"queue", "show", "x"},
                                                {"ledger", "--csv", "--json"},
+                                               {"log", "export", "3"},
+                                               {"log", "export", "3", "a", "--html", "b"},
+                                               {"log", "export", "3", "a", "--with-cards"},
                                                {"sell", "a", "--wait", "-1"},
                                                {"work", "--bogus"}}) {
         Options options;
