@@ -39,6 +39,14 @@ std::string HelpText::make_option(const CLI::Option* option, bool isPositional) 
                 make_option_desc(option));
 }
 
+std::string HelpText::make_option_name(const CLI::Option* option, bool isPositional) const
+{
+    // the name that switches a flag off comes with the value that it sets
+    return QString::fromStdString(Formatter::make_option_name(option, isPositional))
+        .remove(u"{false}"_s)
+        .toStdString();
+}
+
 std::string HelpText::make_option_opts(const CLI::Option* option) const
 {
     // a range is written "INT:INT in [0 - 9]", and a choice "TEXT:{a,b}", under no label

@@ -17,6 +17,7 @@ public:
     std::string make_group(std::string group, bool isPositional,
                            std::vector<const CLI::Option*> options) const override;
     std::string make_option(const CLI::Option* option, bool isPositional) const override;
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
     std::string make_option_opts(const CLI::Option* option) const override;
     std::string make_subcommand(const CLI::App* command) const override;
 

@@ -11,7 +11,7 @@ _orva_help() {
 
 # The options in a text of --help, one a line.
 _orva_options() {
-    sed -nE -e 's/^  (-[a-zA-Z]),(--[a-z-]+).*/\1\n\2/p' -e 's/^  (--[a-z-]+).*/\1/p'
+    sed -nE 's/^  (-[a-zA-Z,-]+).*/\1/p' | tr , '\n'
 }
 
 # The commands in a text of --help, one a line.
@@ -49,7 +49,7 @@ _orva() {
 
     # Options of the whole program may stand behind a command too. Some say which values they take.
     local choice
-    choice=$(sed -nE "s/^  (-[a-zA-Z],)?$previous [A-Z]+:\{([^}]*)\}.*/\2/p" <<<"$help"$'\n'"$general" | head -n 1)
+    choice=$(sed -nE "s/^  (-[a-zA-Z],)?$previous \{([^}]*)\}.*/\2/p" <<<"$help"$'\n'"$general" | head -n 1)
     if [ -n "$choice" ]; then
         mapfile -t COMPREPLY < <(compgen -W "${choice//,/ }" -- "$current")
     elif grep -qE -e "^  (-[a-zA-Z],)?$previous [A-Z]" <<<"$help"$'\n'"$general"; then

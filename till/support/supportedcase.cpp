@@ -11,8 +11,13 @@
 #include "till/text.h"
 
 #include <QFileInfo>
+#include <QHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +30,20 @@ struct HandedCheck
     QString confirmation;
 };
 
-/// Sales first, and the returns of one sale in the order in which they were closed.
+/// Every listed check's place in the order of the last changes.
+QHash<QString, int> placesIn(const SupportArchive& archive)
+{
+    QHash<QString, int> places;
+    const QByteArray json = archive.content(supportfiles::checks);
+    const QJsonArray list = QJsonDocument::fromJson(json).array();
+    for (const auto& check : list) {
+        places.insert(check.toObject().value("id"_L1).toString(), int(places.size()));
+    }
+    return places;
+}
+
+/// In the order in which they were closed, by the list of checks; those that are not in it go
+/// before, sales first and the returns of one sale one after the other.
 QList<HandedCheck> checksIn(const SupportArchive& archive)
 {
     QList<HandedCheck> checks;
@@ -36,8 +54,10 @@ QList<HandedCheck> checksIn(const SupportArchive& archive)
         checks.append({checkcodec::decode(member.content, member.name),
                        QString::fromUtf8(archive.content(name))});
     }
-    const auto rank = [](const HandedCheck& kept) {
-        return kept.check.isReturn() ? 1 + kept.check.returnsBefore : 0;
+    const QHash<QString, int> places = placesIn(archive);
+    const auto rank = [&places](const HandedCheck& kept) {
+        return std::pair(places.value(kept.check.id(), -1),
+                         kept.check.isReturn() ? 1 + kept.check.returnsBefore : 0);
     };
     std::stable_sort(checks.begin(), checks.end(),
                      [&](const HandedCheck& left, const HandedCheck& right) {

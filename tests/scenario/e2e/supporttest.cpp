@@ -143,6 +143,18 @@ TEST_F(SupportTest, holdsTheChecksThatAreNamedWithTheirRecords)
     EXPECT_EQ(records.output.count(u"identical"_s), 1) << qPrintable(records.output);
 }
 
+TEST_F(SupportTest, hasTheLastCheckThatTheTillHas)
+{
+    trade(); // its return is older than its last sale
+    done({u"support"_s, u"case.tar"_s, u"--records"_s, u"all"_s});
+    const QString here = done({u"explain"_s, u"last"_s});
+    const RunResult there = elsewhere({u"explain"_s, u"last"_s, u"--from"_s, u"case.tar"_s});
+    EXPECT_EQ(there.exitCode, 0) << qPrintable(there.output);
+    const auto heading = [](const QString& text) { return text.section(u'\n', 0, 0); };
+    EXPECT_TRUE(heading(here).startsWith(u"Sale No "_s)) << qPrintable(here);
+    EXPECT_EQ(heading(there.output), heading(here));
+}
+
 TEST_F(SupportTest, isMadeOfABrokenTill)
 {
     writeFile(u"orva.toml"_s, u"[Orva]\nserverUrl = 17\npassword = \"secret\"\n[till]\n"

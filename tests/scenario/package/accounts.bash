@@ -101,9 +101,9 @@ grep -v '^Settings' "$scene/till.csv" | diff - "$scene/server.csv" || fail 'The 
 others=$(find /var/lib/orva -mindepth 1 \( ! -group orva -o ! -perm 660 \) -printf '%m %u:%g %p\n')
 [ -z "$others" ] || fail "not the group's: $others"
 # whatever else it says here
-examined=$(as anna "$till" doctor 2>&1) || true
-grep -qxE "ok +Database, rights +only its owner and the folder's group may open it" <<<"$examined" ||
-    fail "$examined"
+examined=$(as anna "$till" doctor --json 2>/dev/null) || true
+rights=$(grep -A 9 -F '"id": "database.rights"' <<<"$examined") || fail "$examined"
+grep -qF '"mark": "ok"' <<<"$rights" && grep -qF "the folder's group" <<<"$rights" || fail "$rights"
 
 # Somebody else reads nothing and sells nothing.
 for file in /etc/orva/orva.toml /etc/orva/password /etc/orva/apikey /var/lib/orva/till.sqlite; do

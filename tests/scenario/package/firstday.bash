@@ -172,11 +172,15 @@ look_around() {
     typed anna 'orva-till log list'
     typed anna 'orva-till log show 3'
     typed anna 'orva-till log replay 3'
-    typed anna 'orva-till doctor --json > doctor.json'
-    typed anna 'orva-till log export 3 case.jsonl'
-    typed anna 'orva-till queue list --all --json > queue.json'
+    typed anna 'orva-till support case.tar --records all'
+    typed anna 'orva-till log replay case.tar'
+    typed anna 'orva-till explain last --from case.tar'
+    typed anna 'orva-till doctor --from case.tar'
+    ! grep -e demo -e 2200000000017 -e Соколова /home/anna/case.tar || fail 'the file for the support tells too much'
     typed anna 'QT_LOGGING_RULES="orva.debug=true;orva.info=true" orva-till check /usr/share/doc/orva-tools/examples/sale.toml'
-    ! grep -l demo /home/anna/*.json* || fail 'a file for the support names the key'
+    typed anna 'orva-till erase 2200000000017'
+    ! grep -r 2200000000017 /var/lib/orva || fail 'the erased card is still there'
+    same_books 4
 }
 
 # The queue outlives removing and purging; only who says so loses it.

@@ -8,7 +8,7 @@
 set -euo pipefail
 prefix=$1
 readme=$2
-mkdir "$3"
+mkdir "$3" "$3.server" # what is the server's own stands elsewhere
 cd "$3"
 export PATH=$prefix/bin:$PATH
 
@@ -26,14 +26,15 @@ finish() {
     wait
 }
 trap finish EXIT
-: >server.log
-orva-simulator --port 8710 --database server.sqlite >server.log 2>&1 &
+server_log=$3.server/server.log
+: >"$server_log"
+orva-simulator --port 8710 --database "$3.server/server.sqlite" >"$server_log" 2>&1 &
 server=$!
 waited=0
-until grep -q '^Listening on ' server.log; do
+until grep -q '^Listening on ' "$server_log"; do
     waited=$((waited + 1))
     if [ "$waited" -gt 200 ] || ! kill -0 "$server" 2>/dev/null; then
-        cat server.log >&2
+        cat "$server_log" >&2
         exit 1
     fi
     sleep 0.05
