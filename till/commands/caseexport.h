@@ -47,6 +47,7 @@ private:
     const Options& options;
     Output& out;
     Output& errors;
+    QByteArray lines; ///< of the record
     CaseMaterial material;
     People people;
 };
