@@ -3,7 +3,7 @@
 
 #include "till/commands/doctorcommand.h"
 
-#include "till/configfile.h"
+#include "till/commands/examination.h"
 #include "till/doctor/doctor.h"
 #include "till/doctor/mending.h"
 #include "till/failure.h"
@@ -12,51 +12,17 @@
 #include "till/support/supportarchive.h"
 #include "till/text.h"
 
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <cstdlib>
-#include <cstring>
 #include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace till::doctor {
 namespace {
-
-QtMessageHandler formerHandler = nullptr;
-
-/// The doctor says in its own words what the host and the plug-in log about a broken set-up.
-void withoutTheirErrors(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    const bool isTheirs =
-        context.category != nullptr && (std::strcmp(context.category, "orva") == 0 ||
-                                        std::strncmp(context.category, "poshost.", 8) == 0);
-    if (!isTheirs) {
-        formerHandler(type, context, text);
-    }
-}
-
-/// The system's own service delivers the queue of the machine's settings.
-QString serviceStart(const QString& configFile)
-{
-    const bool isMachines = QFileInfo(configFile).absoluteFilePath() == configfile::ofMachine();
-    return isMachines && QFileInfo(u"/run/systemd/system"_s).isDir()
-               ? u"systemctl start orva-delivery"_s
-               : QString();
-}
-
-Subject subjectOf(const Options& options)
-{
-    Subject subject;
-    subject.configFile = options.configFile;
-    subject.plugin = options.plugin;
-    subject.database = options.database;
-    subject.card = options.card;
-    subject.serviceStart = serviceStart(options.configFile);
-    return subject;
-}
 
 QString shown(const Report& report, const Mending& mending, const Options& options, int width)
 {
@@ -96,20 +62,19 @@ ExitCode run(const Options& options, Output& out, Output& errors)
             return failure.exitCode();
         }
     }
-    const Subject subject = subjectOf(options);
-    if (!options.verbose) {
-        formerHandler = qInstallMessageHandler(withoutTheirErrors);
-    }
+    const Subject subject = examination::subjectOf(options);
     Mending mending;
+    std::optional<examination::WithoutLog> withoutLog(options.verbose);
     auto doctor = std::make_unique<Doctor>(subject);
     Report report = doctor->examine();
     while (options.fix && !doctor->leftSomethingBehind() && mending.applyNext(report)) {
         doctor = std::make_unique<Doctor>(subject);
         report = doctor->examine();
     }
-    if (!options.verbose && !doctor->leftSomethingBehind()) {
-        qInstallMessageHandler(formerHandler);
+    if (doctor->leftSomethingBehind()) {
+        withoutLog->stay();
     }
+    withoutLog.reset();
     out.write(shown(report, mending, options, out.columns()));
     const ExitCode code = report.count(Mark::Fails) == 0 ? ExitCode::Ok : ExitCode::Failed;
     if (doctor->leftSomethingBehind()) {

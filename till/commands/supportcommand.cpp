@@ -7,6 +7,7 @@
 #include "host/queue/outgoingqueue.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/checkstore.h"
+#include "till/commands/examination.h"
 #include "till/doctor/doctor.h"
 #include "till/doctor/libraryconfig.h"
 #include "till/failure.h"
@@ -61,12 +62,9 @@ QString aboutOf(const QString& name)
 } // namespace
 
 SupportCommand::SupportCommand(const Options& given, Output& output, Output& errorOutput)
-    : options(given), out(output), errors(errorOutput), content(given.withCards)
-{
-    subject.configFile = options.configFile;
-    subject.plugin = options.plugin;
-    subject.database = options.database;
-}
+    : options(given), out(output), errors(errorOutput), subject(examination::subjectOf(given)),
+      content(given.withCards)
+{}
 
 SupportCommand::~SupportCommand() = default;
 
@@ -108,9 +106,13 @@ ExitCode SupportCommand::run()
 
 void SupportCommand::addReport()
 {
+    examination::WithoutLog withoutLog(options.verbose);
     doctor::Doctor doctor(subject);
     const doctor::Report report = doctor.examine();
     leftSomethingBehind = doctor.leftSomethingBehind();
+    if (leftSomethingBehind) {
+        withoutLog.stay();
+    }
     content.addText(supportfiles::doctorText, report.text().toUtf8());
     content.addText(supportfiles::doctorJson, report.json().toUtf8());
 }

@@ -155,6 +155,15 @@ TEST_F(SupportTest, hasTheLastCheckThatTheTillHas)
     EXPECT_EQ(heading(there.output), heading(here));
 }
 
+TEST_F(SupportTest, printsTheLogOfItsExaminationOnlyWhenAsked)
+{
+    const QString ofPlugin = u" orva critical: "_s;
+    const QString said = done({u"support"_s, u"case.tar"_s});
+    EXPECT_FALSE(said.contains(ofPlugin)) << qPrintable(said);
+    const QString more = done({u"--verbose"_s, u"support"_s, u"more.tar"_s});
+    EXPECT_TRUE(more.contains(ofPlugin)) << qPrintable(more);
+}
+
 TEST_F(SupportTest, isMadeOfABrokenTill)
 {
     writeFile(u"orva.toml"_s, u"[Orva]\nserverUrl = 17\npassword = \"secret\"\n[till]\n"
