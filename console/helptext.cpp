@@ -20,6 +20,7 @@ HelpText::HelpText()
     name("Positionals", Text::tr("Arguments"));
     name("REQUIRED", Text::tr("(required)"));
     name("Excludes", Text::tr("not with"));
+    name("Needs", Text::tr("only with"));
     name("TEXT", Text::tr("TEXT"));
     name("INT", Text::tr("NUMBER"));
 }

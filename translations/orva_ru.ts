@@ -28,6 +28,10 @@
         <translation>не вместе с</translation>
     </message>
     <message>
+        <source>only with</source>
+        <translation>только с</translation>
+    </message>
+    <message>
         <source>TEXT</source>
         <translation>ТЕКСТ</translation>
     </message>
