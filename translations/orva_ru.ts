@@ -1618,15 +1618,15 @@ The server&apos;s last refusal:
         <translation>ничего не ждёт</translation>
     </message>
     <message>
-        <source>%1 wait, the oldest (%2) since %3</source>
+        <source>waiting: %1, the oldest (%2) since %3</source>
         <translation>ожидают: %1, старейшее (%2) — с %3</translation>
     </message>
     <message>
-        <source>%1 wait for other credentials or another address (%2)</source>
+        <source>waiting for other credentials or another address: %1 (%2)</source>
         <translation>ждут других учётных данных или другого адреса: %1 (%2)</translation>
     </message>
     <message>
-        <source>%1 wait for somebody to decide (%2)</source>
+        <source>waiting for somebody to decide: %1 (%2)</source>
         <translation>ждут решения человека: %1 (%2)</translation>
     </message>
     <message>

@@ -48,7 +48,7 @@ Finding lookAtOldest(const poshost::DatabaseExamination& found, const Subject& s
         return Finding::ok(Text::tr("nothing waits"));
     }
     const qint64 hours = hoursSince(found.firstWaiting->createdAt);
-    const QString text = Text::tr("%1 wait, the oldest (%2) since %3")
+    const QString text = Text::tr("waiting: %1, the oldest (%2) since %3")
                              .arg(found.counts.waiting)
                              .arg(found.firstWaiting->id)
                              .arg(timetext::toTheMinute(found.firstWaiting->createdAt));
@@ -64,7 +64,7 @@ Finding lookAtPaused(const poshost::DatabaseExamination& found, const Subject& s
     if (!found.firstPaused) {
         return Finding::ok(Text::tr("none"));
     }
-    return Finding::fails(Text::tr("%1 wait for other credentials or another address (%2)")
+    return Finding::fails(Text::tr("waiting for other credentials or another address: %1 (%2)")
                               .arg(found.counts.paused)
                               .arg(said(found.firstPaused->obstacle)),
                           Mend::command(subject.command({u"queue"_s, u"reauthorize"_s}) +
@@ -78,7 +78,7 @@ Finding lookAtParked(const poshost::DatabaseExamination& found, const Subject& s
     }
     const QString number = QString::number(found.firstParked->id);
     return Finding::fails(
-        Text::tr("%1 wait for somebody to decide (%2)")
+        Text::tr("waiting for somebody to decide: %1 (%2)")
             .arg(found.counts.parked)
             .arg(said(found.firstParked->obstacle)),
         Mend::words(

@@ -7,7 +7,12 @@
 #include "tests/support/gate.h"
 #include "tests/support/shop.h"
 
+#include <QDeadlineTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
+#include <QThread>
 
 #include <atomic>
 #include <csignal>
@@ -129,13 +134,23 @@ TEST_F(DeliveryProgramTest, PasswordChangedWithFullQueueIsMendedByReauthorizing)
 {
     const auto till = startTill();
     closeWithServerAway(*till);
+    const auto attempts = [this] {
+        const RunResult list = this->till({u"queue"_s, u"list"_s, u"--json"_s});
+        const QJsonArray messages = QJsonDocument::fromJson(list.output.toUtf8()).array();
+        return messages.at(0).toObject().value("attempts"_L1).toInt();
+    };
+    const QDeadlineTimer patience(std::chrono::seconds(20));
+    while (attempts() == 0 && !patience.hasExpired()) {
+        QThread::msleep(20);
+    }
+    ASSERT_GT(attempts(), 0);
     till->kill();
     const QString rules = runProgram(QStringLiteral(ORVA_SIMULATOR), {u"rules"_s}, folder()).output;
     ASSERT_TRUE(rules.contains(u"\"secret\""_s)) << qPrintable(rules);
     writeFile(u"rules.toml"_s, QString(rules).replace(u"\"secret\""_s, u"\"new secret\""_s));
     startServer(path(u"rules.toml"_s));
 
-    // the till may have found the server gone before it was killed, and its queue still wait for it
+    // the till has found the server gone, and its queue still waits for it
     EXPECT_EQ(this->till({u"queue"_s, u"retry"_s, u"1"_s}).exitCode, 0);
     const RunResult refused = this->till({u"queue"_s, u"deliver"_s});
     EXPECT_EQ(refused.exitCode, 1) << qPrintable(refused.output);

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "tests/unit/till/doctor/printedmend.h"
 #include "tests/unit/till/doctor/row.h"
 #include "till/desk/librarylog.h"
 
@@ -225,6 +226,27 @@ TEST(DoctorNames, whereLog4QtWrites)
     library.configure("log4j.rootLogger=INFO, f\nlog4j.logger.orva=OFF\n" + appended);
     EXPECT_EQ(library.found(),
               "warning: " + where + "/var/log/orva.log, but switched off | log4j.logger.orva=INFO");
+}
+
+/// In the file, behind its last line and in the place of a line.
+TEST(DoctorNames, linesForLog4QtThatMendAsTheyArePrinted)
+{
+    const QByteArray appender = "log4j.appender.f=org.apache.log4j.FileAppender\n"
+                                "log4j.appender.f.file=orva.log\n";
+    for (const QByteArray& broken :
+         {"log4j.rootLogger=INFO, f\n" + appender,
+          "log4j.appender.f.appendFile=false\nlog4j.rootLogger=INFO, f\n" + appender,
+          "log4j.rootLogger=INFO, f\nlog4j.logger.orva=OFF\nlog4j.appender.f.appendFile=true\n" +
+              appender}) {
+        LoggingLibrary library;
+        library.configure(broken);
+        EXPECT_EQ(library.found().find("warning"), 0u) << broken.toStdString();
+        const tests::PrintedMend mend(library.scene.examine().text());
+        ASSERT_TRUE(mend.isLine()) << mend.text().toStdString();
+        mend.putIntoFile();
+        EXPECT_EQ(library.found(),
+                  "ok: " + library.way + ", by " + library.configuration + ", to orva.log | ");
+    }
 }
 
 TEST(DoctorNames, noLog4QtTargetThatTheLoggerDoesNotReach)

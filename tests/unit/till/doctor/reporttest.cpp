@@ -82,7 +82,7 @@ TEST(Doctor, changesNothing)
     scene.writtenByHand = true;
     const QStringList before = snapshot(scene);
     const QString books = scene.books();
-    EXPECT_EQ(waiting(scene.examine()), u"1 wait,"_s);
+    EXPECT_EQ(waiting(scene.examine()), u"waiting: 1,"_s);
     EXPECT_EQ(snapshot(scene).join(u'\n').toStdString(), before.join(u'\n').toStdString());
     EXPECT_EQ(scene.books(), books) << "something was booked";
 }
@@ -107,7 +107,7 @@ TEST(Doctor, changesNothingBesideATillAtWork)
     scene.writtenByHand = true;
     const QStringList before = snapshot(scene);
     const QString output = run(scene, {u"doctor"_s}).output;
-    EXPECT_TRUE(output.contains(u"1 wait for somebody to decide"_s)) << output.toStdString();
+    EXPECT_TRUE(output.contains(u"waiting for somebody to decide: 1 ("_s)) << output.toStdString();
     EXPECT_EQ(snapshot(scene).join(u'\n').toStdString(), before.join(u'\n').toStdString());
 }
 
@@ -123,7 +123,7 @@ TEST(Doctor, changesNothingAfterATillThatWasKilled)
     scene.write();
     scene.writtenByHand = true;
     const QStringList before = snapshot(scene);
-    EXPECT_EQ(waiting(scene.examine()), u"1 wait,"_s) << "the log was not read";
+    EXPECT_EQ(waiting(scene.examine()), u"waiting: 1,"_s) << "the log was not read";
     EXPECT_EQ(snapshot(scene).join(u'\n').toStdString(), before.join(u'\n').toStdString());
 }
 
