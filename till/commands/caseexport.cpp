@@ -115,7 +115,7 @@ void CaseExport::replay()
     const QByteArray replayed =
         options.withCards ? lines : personinrecord::masked(lines, PersonMask(people));
     try {
-        const Record record = Record::parse(replayed, options.record).first();
+        const Record record = Record::parse(replayed, options.record).constFirst();
         const QList<Record> again = Replay(pluginFile(options, config)).run(record);
         material.differences = recordcomparison::differences(record, again);
     } catch (const std::exception& error) {
