@@ -15,7 +15,7 @@ namespace simulator {
 namespace {
 
 /// As many as an event tells; more are asked for.
-constexpr qint64 mostRows = 300;
+constexpr qint64 mostRowsAtOnce = 300;
 
 /// Some number that is another one after a fault was armed, taken away or has struck.
 qint64 faultsVersion(const FaultPlan& plan)
@@ -45,7 +45,7 @@ public:
         if (hasBegun && span.last == lastTold && state == stateTold) {
             return {};
         }
-        const bool isFew = hasBegun && span.last - lastTold <= mostRows;
+        const bool isFew = hasBegun && span.last - lastTold <= mostRowsAtOnce;
         const QByteArrayList rows =
             isFew ? sources.exchanges.rows(lastTold, span.last - lastTold) : QByteArrayList();
         hasBegun = true;
