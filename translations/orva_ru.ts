@@ -2668,10 +2668,6 @@ are there already.</source>
         <translation>Что и когда произошло</translation>
     </message>
     <message>
-        <source>What</source>
-        <translation>Что</translation>
-    </message>
-    <message>
         <source>throws</source>
         <translation>исключение</translation>
     </message>
