@@ -96,6 +96,19 @@ QByteArray manyElements()
     return QByteArray("<a>1</a>").repeated(limit::nodes / 2 - 20);
 }
 
+/// As many goods lines as an answer may have, each granted everything on a position of its own.
+QByteArray manyLines()
+{
+    QByteArray lines;
+    for (int number = 1; number <= limit::entries; ++number) {
+        lines += "<RawItem><id>" + QByteArray::number(number) +
+                 "</id><awards><RawItemAwards><discount>1</discount><discountOnChange>1"
+                 "</discountOnChange><awardBonus>1</awardBonus><allowBonusInCurrency>1"
+                 "</allowBonusInCurrency></RawItemAwards></awards></RawItem>";
+    }
+    return lines;
+}
+
 /// Seconds that the parser and the writer take with it.
 double costOf(const QByteArray& answer)
 {
@@ -124,15 +137,11 @@ QByteArray contentOf(const QByteArray& input)
 
 std::vector<CostlyAnswer> answersAtTheLimits()
 {
-    const QByteArray line =
-        "<RawItem><id>1</id><awards><RawItemAwards><discount>1</discount><discountOnChange>1"
-        "</discountOnChange><awardBonus>1</awardBonus><allowBonusInCurrency>1"
-        "</allowBonusInCurrency></RawItemAwards></awards></RawItem>";
     const QByteArray message = "<RawCheckInforming><communicationChannel>check"
                                "</communicationChannel><info>x</info></RawCheckInforming>";
     const QByteArray escapes = "<a>" + QByteArray("&lt;").repeated(10'000);
     return {{"ordinary-10000", [] { return makeAnswer(10'000); }},
-            {"lines", [=] { return grown(line, "<items>", "</items>"); }},
+            {"lines", [] { return answerOf("<items>", manyLines(), 1, "</items>"); }},
             {"messages", [=] { return grown(message, "<informing>", "</informing>"); }},
             {"elements", [] { return grown("<a>1</a>"); }},
             {"mixed", [] { return grown("<a/>x"); }},

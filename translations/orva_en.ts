@@ -4,6 +4,13 @@
 <context>
     <name>Till</name>
     <message numerus="yes">
+        <source>The loyalty system sent %n more that the check cannot take; that is left out.</source>
+        <translation>
+            <numerusform>The loyalty system sent %n more that the check cannot take; that is left out.</numerusform>
+            <numerusform>The loyalty system sent %n more that the check cannot take; they are left out.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
         <source>%n calls, %1 sent, identical.
 </source>
         <translation>

@@ -461,6 +461,14 @@ Try: %3
 </context>
 <context>
     <name>Till</name>
+    <message numerus="yes">
+        <source>The loyalty system sent %n more that the check cannot take; that is left out.</source>
+        <translation>
+            <numerusform>Система лояльности прислала ещё %n сумму, которой в чеке нет места; она пропущена.</numerusform>
+            <numerusform>Система лояльности прислала ещё %n суммы, которым в чеке нет места; они пропущены.</numerusform>
+            <numerusform>Система лояльности прислала ещё %n сумм, которым в чеке нет места; они пропущены.</numerusform>
+        </translation>
+    </message>
     <message>
         <source>The quantity must be above 0.</source>
         <translation>Количество должно быть больше 0.</translation>

@@ -12,6 +12,9 @@
 namespace till {
 namespace {
 
+/// A cashier reads no more; of a server gone wrong there may be twenty thousand.
+constexpr int mostSentences = 10;
+
 qint64 leftOf(const Line& line)
 {
     return line.sumKopecks - line.discountKopecks - line.spentKopecks;
@@ -37,21 +40,42 @@ void ImpactApplier::takeOff()
     check.systemEarnKopecks.reset();
 }
 
+template <typename Sentence>
+void ImpactApplier::leaveOut(Sentence sentence)
+{
+    if (++leftOut <= mostSentences) {
+        notices.append(sentence());
+    }
+}
+
+ImpactApplier::~ImpactApplier()
+{
+    if (leftOut > mostSentences) {
+        notices.append(Text::tr("The loyalty system sent %n more that the check cannot take; that "
+                                "is left out.",
+                                nullptr, leftOut - mostSentences));
+    }
+}
+
 Line* ImpactApplier::lineOf(const QSharedPointer<DocumentImpact>& impact)
 {
     if (impact.isNull() || impact->getTotals().isNull() ||
         impact->getTotals()->getCardType() != QVariant(systemType)) {
-        notices.append(Text::tr("The loyalty system sent an impact that is not its own; it is "
-                                "left out."));
+        leaveOut([] {
+            return Text::tr("The loyalty system sent an impact that is not its own; it is "
+                            "left out.");
+        });
         return nullptr;
     }
     const int position = impact->getTotals()->getPosition();
     Line* const line = check.line(position);
     if (line == nullptr) {
-        notices.append(Text::tr("The loyalty system sent \"%1\" for line %2, which the check does "
-                                "not have; it is left out.")
-                           .arg(impact->getTotals()->getDiscountName())
-                           .arg(position));
+        leaveOut([&] {
+            return Text::tr("The loyalty system sent \"%1\" for line %2, which the check does "
+                            "not have; it is left out.")
+                .arg(impact->getTotals()->getDiscountName())
+                .arg(position);
+        });
     }
     return line;
 }
@@ -60,11 +84,13 @@ std::optional<qint64> ImpactApplier::checked(double value, const Line& line, con
 {
     const auto kopecks = money::toKopecks(value);
     if (!kopecks || *kopecks < 0 || *kopecks > leftOf(line)) {
-        notices.append(Text::tr("The loyalty system sent \"%1\" of %2 for line %3, of which %4 is "
-                                "left; it is left out.")
-                           .arg(what, QString::number(value, 'f', 2))
-                           .arg(line.position)
-                           .arg(amount::moneyText(leftOf(line))));
+        leaveOut([&] {
+            return Text::tr("The loyalty system sent \"%1\" of %2 for line %3, of which %4 is "
+                            "left; it is left out.")
+                .arg(what, QString::number(value, 'f', 2))
+                .arg(line.position)
+                .arg(amount::moneyText(leftOf(line)));
+        });
         return std::nullopt;
     }
     return kopecks;
@@ -127,10 +153,11 @@ void ImpactApplier::noteAccruals(const QList<DocumentBonusRecord>& records)
         // an award may be negative: a system may take points for a line
         if (line == nullptr || !kopecks ||
             std::abs(line->awardedKopecks + *kopecks) > line->sumKopecks) {
-            notices.append(
-                Text::tr("The loyalty system awards %1 points on line %2, which cannot "
-                         "be; they are left out.")
-                    .arg(QString::number(record.bonusAmount, 'f', 2), record.position.toString()));
+            leaveOut([&] {
+                return Text::tr("The loyalty system awards %1 points on line %2, which cannot "
+                                "be; they are left out.")
+                    .arg(QString::number(record.bonusAmount, 'f', 2), record.position.toString());
+            });
             continue;
         }
         line->awardedKopecks += *kopecks;

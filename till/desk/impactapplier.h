@@ -22,6 +22,10 @@ public:
     ImpactApplier(Check& target, int loyaltySystemType, QStringList& noticeList)
         : check(target), systemType(loyaltySystemType), notices(noticeList)
     {}
+    /// Says how many more were left out than have a sentence of their own.
+    ~ImpactApplier();
+    ImpactApplier(const ImpactApplier&) = delete;
+    ImpactApplier& operator=(const ImpactApplier&) = delete;
 
     /// Takes everything of the system off the check: impacts, accruals, messages.
     void takeOff();
@@ -42,9 +46,14 @@ private:
     /// The amount in kopecks; nothing, with a notice, when the line cannot take it.
     std::optional<qint64> checked(double amount, const Line& line, const QString& what);
 
+    /// @param sentence what a cashier is told, as long as there are few
+    template <typename Sentence>
+    void leaveOut(Sentence sentence);
+
     Check& check;
     int systemType;
     QStringList& notices;
+    int leftOut = 0;
 };
 
 } // namespace till

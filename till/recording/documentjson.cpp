@@ -6,7 +6,7 @@
 #include "host/document/discountimpact.h"
 #include "till/recording/documentimage.h"
 #include "till/recording/fieldjson.h"
-#include "till/recording/jsonseries.h"
+#include "till/recording/longlists.h"
 #include "till/recording/recordedfields_p.h"
 #include "till/recording/valuejson.h"
 
@@ -117,30 +117,31 @@ std::string imageOf(const Document& document)
 }
 
 template <auto List>
-QJsonArray jsonOf(const Document& document)
+QJsonValue jsonOf(const Document& document)
 {
-    QJsonArray array;
-    JsonSeries series;
-    const auto entries = (document.*List)();
-    for (const auto& entry : entries) {
-        array.append(series.of(*entry));
-    }
-    return array;
+    return longlists::of((document.*List)(),
+                         [](const auto& entry) -> const auto& { return *entry; });
 }
 
-template <auto List>
-documentjson::Part partOf(const QString& name)
+/// Always whole: a card record is known by its fields.
+QJsonValue cardsOf(const Document& document)
 {
-    return {name, jsonOf<List>, imageOf<List>};
+    QJsonArray array;
+    const auto records = document.getCardRecords();
+    for (const auto& record : records) {
+        array.append(documentjson::ofCard(*record));
+    }
+    return array;
 }
 
 } // namespace
 
 const QList<documentjson::Part>& documentjson::parts()
 {
-    static const QList<Part> all{partOf<&Document::getGoodsItems>(u"goods"_s),
-                                 partOf<&Document::getCardRecords>(u"cards"_s),
-                                 partOf<&Document::getImpacts>(u"impacts"_s)};
+    static const QList<Part> all{
+        {u"goods"_s, jsonOf<&Document::getGoodsItems>, imageOf<&Document::getGoodsItems>},
+        {u"cards"_s, cardsOf, imageOf<&Document::getCardRecords>},
+        {u"impacts"_s, jsonOf<&Document::getImpacts>, imageOf<&Document::getImpacts>}};
     return all;
 }
 

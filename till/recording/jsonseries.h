@@ -7,6 +7,7 @@
 #include "till/recording/fieldjson.h"
 #include "till/recording/recordedfields_p.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
@@ -25,6 +26,7 @@ public:
     QJsonObject of(const Entry& entry)
     {
         begin();
+        present = first;
         recordedfields::of(entry, *this);
         if (next == known.size() && !isOther) {
             return isFirst ? first : present;
@@ -32,6 +34,26 @@ public:
         fieldjson::JsonFields whole; // it has other fields than the first one
         recordedfields::of(entry, whole);
         return whole.object;
+    }
+
+    /// The entry as it is written in a long list: the first one whole, another one's object with
+    /// the fields that are others than the first one's. One that has not the same fields as the
+    /// first stands whole in an array of its own.
+    template <typename Entry>
+    QJsonValue shortOf(const Entry& entry)
+    {
+        begin();
+        present = {};
+        recordedfields::of(entry, *this);
+        if (isFirst) {
+            return first;
+        }
+        if (next == known.size() && !isOther) {
+            return present;
+        }
+        fieldjson::JsonFields whole;
+        recordedfields::of(entry, whole);
+        return QJsonArray{whole.object};
     }
 
     template <typename Value>
@@ -62,7 +84,6 @@ private:
         isFirst = known.empty();
         isOther = false;
         next = 0;
-        present = first;
     }
 
     std::vector<Known> known; // the first entry's fields

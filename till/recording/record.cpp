@@ -5,6 +5,7 @@
 
 #include "input/readfile.h"
 #include "till/failure.h"
+#include "till/recording/longlists.h"
 #include "till/recording/recordedaddresses.h"
 #include "till/recording/recordedevents.h"
 #include "till/recording/recordedtexts.h"
@@ -115,6 +116,7 @@ QString Record::add(const QJsonObject& written)
 {
     QJsonObject line = written;
     const bool whole = RecordedTexts::putBack(line, texts);
+    longlists::putBack(line);
     if (line.contains(u"document"_s)) {
         if (line.value(u"document"_s).toInt(-1) != documents.size()) {
             return Text::tr("the documents are not in order");

@@ -17,7 +17,7 @@ namespace till {
 ///
 /// Written as JSON Lines, so that a record that was cut off is good up to the last whole line:
 ///
-///     {"format":"orva-till recording","version":2,"number":7,"started":…,"session":…,"config":{…}}
+///     {"format":"orva-till recording","version":3,"number":7,"started":…,"session":…,"config":{…}}
 ///     {"document":0,"content":{…}}                       the whole document
 ///     {"document":1,"from":0,"changed":{…}}              the fields that are others than in 0
 ///     {"config":{…}}                                     values asked for later
@@ -27,10 +27,11 @@ namespace till {
 /// An event is one of {"clock":…}, {"transport":"getError"}, {"exchange":{…}}, {"queue":{…}}; of
 /// {"clock":…,"times":3} there were three, with equal readings. {"text":0} stands for that long
 /// text as a request, an answer, a value of a queued message or of a document's plug-in data.
-/// Version 1 has neither; read, both are the same.
+/// A list of many entries is {"series":[...]} (longlists.h). Version 1 has none of the three,
+/// version 2 no series; read, all are the same.
 struct Record
 {
-    static constexpr int version = 2;
+    static constexpr int version = 3;
 
     /// The first line.
     QJsonObject header;

@@ -3,9 +3,10 @@
 
 #include "till/recording/recordingloyalty.h"
 
-#include "till/recording/jsonseries.h"
+#include "till/recording/longlists.h"
 #include "till/recording/valuejson.h"
 
+#include <algorithm>
 #include <type_traits>
 
 using namespace Qt::StringLiterals;
@@ -35,22 +36,24 @@ QJsonValue resultOf(const tr::Tr& text)
 
 QJsonValue resultOf(const QList<DocumentBonusRecord>& records)
 {
-    QJsonArray array;
-    JsonSeries series;
-    for (const DocumentBonusRecord& record : records) {
-        array.append(series.of(record));
-    }
-    return array;
+    return longlists::of(
+        records, [](const auto& record) -> const auto& { return record; });
 }
 
 template <typename Impact>
 QJsonValue resultOf(const QList<QSharedPointer<Impact>>& impacts)
 {
+    const auto isWhole = [](const auto& impact) {
+        return !impact.isNull() && !impact->getTotals().isNull();
+    };
+    if (std::all_of(impacts.cbegin(), impacts.cend(), isWhole)) {
+        return longlists::of(
+            impacts, [](const auto& impact) -> const auto& { return *impact; });
+    }
     QJsonArray array;
     JsonSeries series;
     for (const auto& impact : impacts) {
-        const bool whole = !impact.isNull() && !impact->getTotals().isNull();
-        array.append(whole ? QJsonValue(series.of(*impact)) : QJsonValue());
+        array.append(isWhole(impact) ? QJsonValue(series.of(*impact)) : QJsonValue());
     }
     return array;
 }

@@ -3,13 +3,14 @@
 
 #include "till/recording/valuejson.h"
 
-#include "till/recording/jsonseries.h"
+#include "till/recording/longlists.h"
 
 #include <QDataStream>
 #include <QIODevice>
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -38,14 +39,19 @@ QVariant fromStream(const QString& text)
     return value;
 }
 
-QJsonArray ofList(const QVariantList& list)
+QJsonValue ofList(const QVariantList& list)
 {
+    const auto isMap = [](const QVariant& entry) {
+        return entry.typeId() == QMetaType::QVariantMap;
+    };
+    if (list.size() >= longlists::leastEntries && std::all_of(list.cbegin(), list.cend(), isMap)) {
+        return longlists::of(list, [](const QVariant& entry) { return entry.toMap(); });
+    }
     QJsonArray array;
     JsonSeries maps;
     for (const QVariant& entry : list) {
-        array.append(entry.typeId() == QMetaType::QVariantMap
-                         ? QJsonObject{{u"map"_s, maps.of(entry.toMap())}}
-                         : valuejson::ofVariant(entry));
+        array.append(isMap(entry) ? QJsonObject{{u"map"_s, maps.of(entry.toMap())}}
+                                  : valuejson::ofVariant(entry));
     }
     return array;
 }

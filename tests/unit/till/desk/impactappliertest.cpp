@@ -69,6 +69,20 @@ class RefusedAmountTest : public ImpactApplierTest, public ::testing::WithParamI
 
 } // namespace
 
+TEST_F(ImpactApplierTest, ofManyThatAreLeftOutTheFirstHaveASentenceAndTheOthersANumber)
+{
+    QList<QSharedPointer<DocumentImpact>> impacts;
+    for (int position = 3; position < 28; ++position) {
+        impacts.append(discount(position, 1));
+    }
+    impacts.append(discount(1, 5));
+    till::ImpactApplier(check, 15, notices).applyDiscounts(impacts);
+    ASSERT_EQ(notices.size(), 11);
+    EXPECT_TRUE(notices.at(9).contains(u"12"_s)) << notices.at(9).toStdString();
+    EXPECT_TRUE(notices.at(10).contains(u"15"_s)) << notices.at(10).toStdString();
+    EXPECT_EQ(check.lines.at(0).discountKopecks, 5'00);
+}
+
 TEST_F(ImpactApplierTest, discountsCountOnTheirLinesAndInTheDocument)
 {
     applier.applyDiscounts({discount(1, 20.0), discount(2, 3.004), discount(1, 0.35)});
