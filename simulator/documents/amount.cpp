@@ -3,6 +3,8 @@
 
 #include "simulator/documents/amount.h"
 
+#include "input/exactquotient.h"
+
 #include <limits>
 #include <stdexcept>
 
@@ -10,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace simulator {
 namespace {
-
-__extension__ using Wide = __int128;
 
 constexpr qint64 largestAmount = 100'000'000'000'000;
 
@@ -95,12 +95,15 @@ qint64 roundedShare(qint64 amount, qint64 part, qint64 whole)
     if (amount < 0 || part < 0 || whole <= 0) {
         throw std::invalid_argument("a share is computed of amounts that are not negative");
     }
-    const Wide doubled = Wide(amount) * part * 2 + whole;
-    const Wide result = doubled / (Wide(whole) * 2);
-    if (result > std::numeric_limits<qint64>::max()) {
+    const auto divisor = static_cast<quint64>(whole);
+    const auto exact =
+        input::dividedProduct(static_cast<quint64>(amount), static_cast<quint64>(part), divisor);
+    constexpr auto most = static_cast<quint64>(std::numeric_limits<qint64>::max());
+    const quint64 up = exact && exact->rest >= divisor - exact->rest ? 1 : 0;
+    if (!exact || exact->quotient > most - up) {
         throw std::overflow_error("a share does not fit 64 bits");
     }
-    return static_cast<qint64>(result);
+    return static_cast<qint64>(exact->quotient + up);
 }
 
 qint64 checkedSum(qint64 a, qint64 b)
