@@ -44,6 +44,8 @@ int slowly(long call, int file)
 
 extern "C" {
 
+#pragma GCC visibility push(default)
+
 int fsync(int file)
 {
     return slowly(SYS_fsync, file);
@@ -53,4 +55,6 @@ int fdatasync(int file)
 {
     return slowly(SYS_fdatasync, file);
 }
+
+#pragma GCC visibility pop
 }
