@@ -75,7 +75,7 @@ orva_package(host ${host_package} libs "host of loyalty plug-ins for cash regist
 "The framework that a loyalty plug-in of a cash register sees: document model,
 configuration, HTTP client, and the outgoing queue in SQLite with its delivery.")
 file(CONFIGURE OUTPUT packaging/shlibs @ONLY
-    CONTENT "libposhost ${PROJECT_VERSION_MAJOR} ${host_package} (= @version@)\n")
+    CONTENT "libposhost ${PROJECT_VERSION_MAJOR} ${host_package} (>= @version@)\n")
 file(CONFIGURE OUTPUT packaging/triggers @ONLY CONTENT "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_HOST_PACKAGE_CONTROL_EXTRA
     "${PROJECT_BINARY_DIR}/packaging/shlibs;${PROJECT_BINARY_DIR}/packaging/triggers")

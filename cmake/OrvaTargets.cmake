@@ -7,12 +7,20 @@
 # Where "host/…", "client/…" and so on are found.
 set(ORVA_INCLUDE_ROOT ${PROJECT_SOURCE_DIR})
 
+# What arithmetic yields is the same on every machine: the registers of old 32-bit processors hold more
+# digits than a double has.
+set(ORVA_ARITHMETIC_OPTIONS "")
+if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+    set(ORVA_ARITHMETIC_OPTIONS -msse2 -mfpmath=sse)
+endif()
+
 function(_orva_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wconversion -Wshadow
         # Points are spread over the lines in doubles: a fused multiply-add would round elsewhere.
         -ffp-contract=off
+        ${ORVA_ARITHMETIC_OPTIONS}
         # GCC 12 reports these for lists of shared pointers and for strings put together, where
         # nothing is uninitialised or overlaps, once it optimises.
         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<NOT:$<CONFIG:Debug>>>:-Wno-maybe-uninitialized>
@@ -42,6 +50,30 @@ function(_orva_settings target)
     endif()
 endfunction()
 
+# For what is shipped: Debian's hardening, all of it, and nothing of the folder or the hour of the build in
+# what comes out. The tests are not optimised, which the checks of the C library's functions need.
+function(_orva_shipped target)
+    if(ORVA_SANITIZE OR ORVA_COVERAGE OR ORVA_FUZZ)
+        return()
+    endif()
+    set(control_flow "")
+    if(CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+        set(control_flow -fcf-protection)
+    endif()
+    target_compile_options(${target} PRIVATE
+        $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>
+        -fstack-protector-strong -fstack-clash-protection ${control_flow}
+        -Wformat -Werror=format-security -Werror=date-time
+        -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+    get_target_property(type ${target} TYPE)
+    if(NOT type MATCHES "STATIC_LIBRARY|OBJECT_LIBRARY")
+        target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now)
+    endif()
+    if(type STREQUAL "EXECUTABLE")
+        target_link_options(${target} PRIVATE -fPIE -pie)
+    endif()
+endfunction()
+
 # Compiles the headers that nearly every file includes once for all targets. A compiler cache works
 # better without.
 function(_orva_reuse_headers target from)
@@ -53,11 +85,17 @@ function(_orva_reuse_headers target from)
     endif()
 endfunction()
 
-# orva_precompiled_headers(NAME LIBRARIES libraries... HEADERS headers...)
+# orva_precompiled_headers(NAME [TESTS] LIBRARIES libraries... HEADERS headers...)
 function(orva_precompiled_headers target)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "LIBRARIES;HEADERS")
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "TESTS" "" "LIBRARIES;HEADERS")
     add_library(${target} STATIC ${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp)
     _orva_settings(${target})
+    if(NOT ARG_TESTS)
+        _orva_shipped(${target})
+        # A compiler takes them without what only debuggers read where they are made with it, and never
+        # the other way round.
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-g>)
+    endif()
     target_link_libraries(${target} PRIVATE ${ARG_LIBRARIES})
     if(ORVA_PRECOMPILE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         target_precompile_headers(${target} PRIVATE ${ARG_HEADERS})
@@ -68,6 +106,7 @@ endfunction()
 function(orva_library target kind)
     add_library(${target} ${kind} ${ARGN})
     _orva_settings(${target})
+    _orva_shipped(${target})
     _orva_reuse_headers(${target} orva-precompiled)
 endfunction()
 
@@ -93,6 +132,7 @@ endfunction()
 function(orva_plugin target)
     add_library(${target} MODULE ${ARGN})
     _orva_settings(${target})
+    _orva_shipped(${target})
     _orva_reuse_headers(${target} orva-precompiled)
 endfunction()
 
@@ -100,6 +140,7 @@ endfunction()
 function(orva_program target)
     add_executable(${target} ${ARGN})
     _orva_settings(${target})
+    _orva_shipped(${target})
     _orva_reuse_headers(${target} orva-precompiled)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endfunction()

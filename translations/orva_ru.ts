@@ -1514,6 +1514,10 @@ Try: %3
         <translation>Метаданные плагина: %1 — плагин для «%2», а не для «%3» (класс %4; %5); проверьте путь.</translation>
     </message>
     <message>
+        <source>Plug-in contract: %1 was built for version %2 of the host&apos;s contract, this till has version %3; install the plug-in and the till of one release.</source>
+        <translation>Договор плагина: %1 собран для версии %2 договора хоста, у этой кассы версия %3; установите плагин и кассу одного выпуска.</translation>
+    </message>
+    <message>
         <source>Plug-in loading: %1 cannot be loaded (%2); look for missing libraries and another Qt version.</source>
         <translation>Загрузка плагина: %1 не загружается (%2); проверьте, нет ли недостающих библиотек и другой версии Qt.</translation>
     </message>

@@ -5,6 +5,7 @@
 // example-till [FOLDER]
 
 #include "host/loyalty/basicloyaltysystem.h"
+#include "host/loyalty/plugincontract.h"
 #include "host/services/config.h"
 
 #include <QCoreApplication>
@@ -25,6 +26,13 @@ int main(int argc, char** argv)
     for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files)) {
         if (!QLibrary::isLibrary(file.fileName())) {
             continue; // what a plug-in brings along
+        }
+        namespace plugincontract = poshost::plugincontract;
+        const auto contract = plugincontract::versionNeededBy(file.filePath());
+        if (contract.value_or(plugincontract::version()) != plugincontract::version()) {
+            std::printf("%s: built for version %d of the contract, this till has version %d\n",
+                        qPrintable(file.fileName()), *contract, plugincontract::version());
+            continue;
         }
         QPluginLoader loader(file.filePath());
         auto* const plugin = qobject_cast<BasicPlugin*>(loader.instance());

@@ -3,6 +3,8 @@
 
 #include "simulator/documents/amount.h"
 
+#include "input/exactquotient.h"
+
 #include <limits>
 #include <stdexcept>
 
@@ -10,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace simulator {
 namespace {
-
-__extension__ using Wide = __int128;
 
 constexpr qint64 largestAmount = 100'000'000'000'000;
 
@@ -95,15 +95,21 @@ qint64 roundedShare(qint64 amount, qint64 part, qint64 whole)
     if (part < 0 || whole <= 0) {
         throw std::invalid_argument("a share is a part of something, and not a negative one");
     }
-    const Wide dividend = Wide(amount) * part * 2 + whole;
-    const Wide divisor = Wide(whole) * 2;
-    // the division goes towards 0, rounding goes down
-    const Wide result = dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
-    if (result > std::numeric_limits<qint64>::max() ||
-        result < std::numeric_limits<qint64>::min()) {
+    const bool below = amount < 0;
+    // the size of the smallest number has no positive counterpart in 64 signed bits
+    const quint64 size = below ? 0 - static_cast<quint64>(amount) : static_cast<quint64>(amount);
+    const auto divisor = static_cast<quint64>(whole);
+    const auto exact = input::dividedProduct(size, static_cast<quint64>(part), divisor);
+    constexpr auto most = static_cast<quint64>(std::numeric_limits<qint64>::max());
+    // upwards is away from 0 above it and towards 0 below
+    const quint64 tillNext = exact ? divisor - exact->rest : 0;
+    const bool next = exact && (below ? exact->rest > tillNext : exact->rest >= tillNext);
+    const quint64 share = exact ? exact->quotient : 0;
+    if (!exact || share > most - (next ? 1 : 0)) {
         throw std::overflow_error("a share does not fit 64 bits");
     }
-    return static_cast<qint64>(result);
+    const auto result = static_cast<qint64>(share + (next ? 1 : 0));
+    return below ? -result : result;
 }
 
 qint64 checkedSum(qint64 a, qint64 b)

@@ -7,6 +7,7 @@
 #include "simulator/http/response.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <stdexcept>
 #include <unistd.h>
@@ -44,7 +45,8 @@ WireFaults::~WireFaults()
 void WireFaults::stop()
 {
     // never read, so it wakes everybody
-    static_cast<void>(::write(stopPipe[1], "x", 1));
+    while (::write(stopPipe[1], "x", 1) < 0 && errno == EINTR) {
+    }
 }
 
 bool WireFaults::wait(const Channel& channel, milliseconds duration) const

@@ -3,7 +3,11 @@
 
 #include "simulator/page/grantreasons.h"
 
+#include "input/exactquotient.h"
 #include "simulator/rules/granting.h"
+
+#include <cstdlib>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -18,9 +22,16 @@ QString exactShare(Kopecks amount, qint64 part, qint64 whole)
     }
     constexpr qint64 unit = 1'000'000;
     constexpr int decimals = 6;
-    __extension__ using Wide = __int128;
-    const Wide millionths = Wide(amount) * part * (unit / 100) / whole;
-    const auto value = static_cast<qint64>(millionths);
+    constexpr quint64 millionthsInKopeck = unit / 100;
+    const auto divisor = static_cast<quint64>(whole);
+    const auto share = input::dividedProduct(static_cast<quint64>(std::abs(amount)),
+                                             static_cast<quint64>(std::abs(part)), divisor);
+    const auto beyond = input::dividedProduct(share ? share->rest : 0, millionthsInKopeck, divisor);
+    if (!share || !beyond) {
+        throw std::overflow_error("a share does not fit 64 bits");
+    }
+    const auto size = static_cast<qint64>(share->quotient * millionthsInKopeck + beyond->quotient);
+    const qint64 value = (amount < 0) != (part < 0) ? -size : size;
     QString text = u"%1.%2"_s.arg(value / unit).arg(value % unit, decimals, 10, QChar(u'0'));
     while (text.endsWith(u'0') && text.size() - text.indexOf(u'.') > 3) {
         text.chop(1);

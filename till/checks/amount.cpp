@@ -4,13 +4,20 @@
 #include "till/checks/amount.h"
 
 #include "host/document/money.h"
+#include "input/exactquotient.h"
+
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
 namespace till::amount {
 namespace {
 
-__extension__ typedef __int128 Wide;
+quint64 sizeOf(qint64 value)
+{
+    // the size of the smallest number has no positive counterpart in 64 signed bits
+    return value < 0 ? 0 - static_cast<quint64>(value) : static_cast<quint64>(value);
+}
 
 QString scaledText(qint64 value, int decimals)
 {
@@ -60,13 +67,17 @@ std::optional<qint64> readDecimal(QStringView text, int decimals)
 
 qint64 proportion(qint64 amount, qint64 part, qint64 whole)
 {
-    const Wide numerator = Wide(2) * amount * part + whole;
-    const Wide denominator = Wide(2) * whole;
-    Wide quotient = numerator / denominator;
-    if (numerator % denominator < 0) {
-        --quotient; // the division truncates, a half must go upwards below 0 too
+    const quint64 divisor = sizeOf(whole);
+    const auto exact = input::dividedProduct(sizeOf(amount), sizeOf(part), divisor);
+    if (!exact.has_value()) {
+        throw std::overflow_error("a proportion does not fit 64 bits");
     }
-    return static_cast<qint64>(quotient);
+    const bool negative = (amount < 0) != (part < 0);
+    // upwards is away from 0 above it and towards 0 below
+    const quint64 tillNext = divisor - exact->rest;
+    const bool next = negative ? exact->rest > tillNext : exact->rest >= tillNext;
+    const quint64 size = exact->quotient + (next ? 1 : 0);
+    return static_cast<qint64>(negative ? 0 - size : size);
 }
 
 qint64 lineSum(qint64 priceKopecks, qint64 thousandths)

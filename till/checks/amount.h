@@ -28,7 +28,7 @@ QString quantityText(qint64 thousandths, bool fractional);
 std::optional<qint64> readDecimal(QStringView text, int decimals);
 
 /// amount * part / whole rounded to the nearest integer, a half upwards. whole must be above 0, the
-/// result must fit.
+/// result must fit; throws std::overflow_error where it is beyond 64 bits.
 qint64 proportion(qint64 amount, qint64 part, qint64 whole);
 
 /// The sum of a line: price times quantity, rounded half up to kopecks.

@@ -4,6 +4,7 @@
 #include "till/desk/pluginhost.h"
 
 #include "host/loyalty/basicloyaltysystem.h"
+#include "host/loyalty/plugincontract.h"
 #include "till/desk/librarylog.h"
 #include "till/text.h"
 
@@ -16,6 +17,9 @@ namespace till {
 PluginHost::PluginHost(const QString& fileName) : file(fileName), loader(fileName)
 {
     checkMetadata();
+    if (const QString complaint = contractComplaint(fileName); !complaint.isEmpty()) {
+        throw PluginFailure(PluginFailure::Step::Contract, complaint);
+    }
     librarylog::giveConsole(); // its first lines come when it is made
     QObject* const object = load();
     instance = object;
@@ -36,6 +40,21 @@ PluginHost::~PluginHost()
         plugin->deinit();
         delete instance.data();
     }
+}
+
+QString PluginHost::contractComplaint(const QString& fileName)
+{
+    namespace plugincontract = poshost::plugincontract;
+    const std::optional<int> needed = plugincontract::versionNeededBy(fileName);
+    if (!needed || *needed == plugincontract::version()) {
+        return {};
+    }
+    return Text::tr(
+               "Plug-in contract: %1 was built for version %2 of the host's contract, this till "
+               "has version %3; install the plug-in and the till of one release.")
+        .arg(fileName)
+        .arg(*needed)
+        .arg(plugincontract::version());
 }
 
 QString PluginHost::requiredIid()

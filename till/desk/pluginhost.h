@@ -21,6 +21,7 @@ public:
     enum class Step
     {
         Metadata,
+        Contract,
         Loading,
         Cast,
         Initialisation,
@@ -43,7 +44,8 @@ private:
 class PluginHost
 {
 public:
-    /// Checks the library's metadata, loads it, casts its object and initialises it.
+    /// Checks the library's metadata and the version of the contract that it was built for, loads
+    /// it, casts its object and initialises it.
     /// @throws PluginFailure that names the step and holds Qt's own error text
     explicit PluginHost(const QString& fileName);
     ~PluginHost();
@@ -51,6 +53,10 @@ public:
     PluginHost& operator=(const PluginHost&) = delete;
 
     BasicLoyaltySystem& loyaltySystem() const { return *system; }
+
+    /// Why a library cannot be used by what its file says of the contract that it was built for;
+    /// empty when it can. Runs nothing of it.
+    static QString contractComplaint(const QString& fileName);
 
     /// The identifier that a loyalty plug-in of this till must have in its metadata.
     static QString requiredIid();

@@ -58,6 +58,10 @@ int findLog4Qt(dl_phdr_info* library, size_t, void* found)
 
 PluginLoading load(QPluginLoader& loader)
 {
+    if (const QString complaint = PluginHost::contractComplaint(loader.fileName());
+        !complaint.isEmpty()) {
+        return {.loaded = false, .error = complaint, .missingLibrary = {}};
+    }
     static const QRegularExpression missing(
         u"([^\\s(:]+): cannot open shared object file: No such file"_s);
     const EnglishMessages messages;

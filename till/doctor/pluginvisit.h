@@ -27,7 +27,7 @@ struct PluginMetadata
 struct PluginLoading
 {
     bool loaded = false;
-    QString error;          ///< Qt's words
+    QString error;          ///< Qt's words, or why nothing of it may run here
     QString missingLibrary; ///< the first library that it needs and that is not found
 };
 

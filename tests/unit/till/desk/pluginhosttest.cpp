@@ -5,6 +5,7 @@
 
 #include "host/loyalty/basicloyaltysystem.h"
 #include "host/loyalty/loyaltysystems.h"
+#include "host/loyalty/plugincontract.h"
 #include "tests/unit/till/tilltest.h"
 
 using namespace Qt::StringLiterals;
@@ -71,6 +72,18 @@ TEST(PluginHost, aLibraryThatDoesNotLoadSaysWhatIsMissing)
     expectRefusal(refusal, u"Plug-in loading: %1 cannot be loaded ("_s.arg(file),
                   u"); look for missing libraries and another Qt version."_s);
     EXPECT_TRUE(refusal.contains(u"missingFromEveryLibrary"_s)) << refusal.toStdString();
+}
+
+TEST(PluginHost, aPluginBuiltForAnotherContractIsRefusedBeforeAnythingOfItRuns)
+{
+    const QString file = built(ORVA_OTHER_CONTRACT);
+    ASSERT_EQ(poshost::plugincontract::versionNeededBy(file), ORVA_OTHER_CONTRACT_VERSION);
+    EXPECT_EQ(
+        refusalOfPlugin(file),
+        u"Plug-in contract: %1 was built for version %2 of the host's contract, this till has "
+        "version %3; install the plug-in and the till of one release."_s.arg(file)
+            .arg(ORVA_OTHER_CONTRACT_VERSION)
+            .arg(poshost::plugincontract::version()));
 }
 
 TEST(PluginHost, anObjectThatIsNoLoyaltySystemFailsAtTheCast)
