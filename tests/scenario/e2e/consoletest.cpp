@@ -42,14 +42,7 @@ protected:
     /// A sale whose confirmation waits in the queue and is due.
     void leaveOneUndelivered()
     {
-        {
-            const auto working = startTill();
-            EXPECT_TRUE(working->command(u"open sale.toml"_s).endsWith(u"ok\n"_s));
-            EXPECT_TRUE(working->command(u"request"_s).endsWith(u"ok\n"_s));
-            stopServer();
-            EXPECT_TRUE(working->command(u"close"_s).endsWith(u"ok\n"_s));
-            working->kill();
-        }
+        closeWithoutServer();
         startServer();
         EXPECT_EQ(till({u"queue"_s, u"retry"_s, u"1"_s}).exitCode, 0);
     }

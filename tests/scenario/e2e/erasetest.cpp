@@ -217,14 +217,7 @@ TEST_F(EraseTest, leavesChecksAndRecordsOfUse)
 TEST_F(EraseTest, deliversFirstAndLeavesWhatCannotBe)
 {
     sell(u"sale.toml"_s);
-    {
-        std::unique_ptr<Program> till = startTill();
-        till->command(u"open given/sale.toml"_s);
-        till->command(u"request"_s);
-        stopServer();
-        till->command(u"close"_s);
-        till->kill();
-    }
+    closeWithoutServer(u"given/sale.toml"_s);
     ASSERT_EQ(undelivered(), 1);
     const RunResult refused = till({u"erase"_s, forgottenCard});
     EXPECT_EQ(refused.exitCode, 1);
