@@ -132,7 +132,11 @@ export class Exchanges {
     }
 
     #append(rows) {
-        this.#shown = this.#shown.concat(rows.filter((row) => this.#matches(row)));
+        for (const row of rows) {
+            if (this.#matches(row)) {
+                this.#shown.push(row);
+            }
+        }
         this.#show();
     }
 
