@@ -1928,6 +1928,10 @@ The server&apos;s last refusal:
         <translation>Чека и очереди нет (%1).</translation>
     </message>
     <message>
+        <source>The plug-in does not answer.</source>
+        <translation>Плагин не отвечает.</translation>
+    </message>
+    <message>
         <source>A new file: one record as a page for a browser</source>
         <translation>Новый файл: одна запись страницей для браузера</translation>
     </message>
@@ -3352,6 +3356,14 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
         <translation>его подтверждение</translation>
     </message>
     <message>
+        <source>Record %1 has no page (%2).</source>
+        <translation>У записи %1 нет страницы (%2).</translation>
+    </message>
+    <message>
+        <source>a record as a page</source>
+        <translation>запись как страница</translation>
+    </message>
+    <message>
         <source>end of a log</source>
         <translation>конец журнала</translation>
     </message>
@@ -3448,6 +3460,10 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
     <message>
         <source>support archives</source>
         <translation>архивы для поддержки</translation>
+    </message>
+    <message>
+        <source>pages of cases</source>
+        <translation>страницы случаев</translation>
     </message>
     <message>
         <source>logs</source>

@@ -27,6 +27,13 @@ namespace {
 
 constexpr int secondsBetweenRemovals = 3600;
 constexpr qsizetype maxKeptAnswerBytes = 4096;
+
+/// What is kept of an answer.
+QString beginningOf(const QByteArray& answer)
+{
+    const QString text = xmltext::decoded(answer.left(maxKeptAnswerBytes));
+    return answer.size() > maxKeptAnswerBytes ? xmltext::withoutHalfWord(text) : text;
+}
 /// As many as the pool of connections keeps.
 constexpr int maxConnections = 16;
 
@@ -201,7 +208,7 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
     result.meaning = deliverypolicy::meaningOf(answer);
     result.status = answer.status;
     result.error = deliverypolicy::explain(result.meaning, answer.status, error.message());
-    result.answer = xmltext::decoded(client->getResponse().left(maxKeptAnswerBytes));
+    result.answer = beginningOf(client->getResponse());
     if (result.meaning != Meaning::StepDone) {
         result.retryAfterMilliseconds =
             deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());

@@ -8,6 +8,8 @@
 #include <QRegularExpression>
 #include <QStringDecoder>
 
+#include <algorithm>
+
 namespace poshost::xmltext {
 
 using namespace Qt::StringLiterals;
@@ -155,6 +157,17 @@ QString withoutReferences(const QString& text)
         from = match.capturedEnd();
     }
     return result.append(QStringView(text).sliced(from));
+}
+
+QString withoutHalfWord(const QString& text)
+{
+    constexpr qsizetype longest = 256;
+    static const QRegularExpression word(u"(?:\\p{N}+[\\s\\p{Z}.\\-_/]{1,2})*"
+                                         "[\\p{L}\\p{N}\\p{M}&#;\\x{FFFD}]*\\z"_s,
+                                         QRegularExpression::UseUnicodePropertiesOption);
+    const QString end = text.last(std::min(text.size(), longest + 1));
+    const qsizetype length = word.match(end).capturedLength();
+    return length > longest ? text : text.chopped(length);
 }
 
 } // namespace poshost::xmltext

@@ -37,4 +37,11 @@ HOST_EXPORT QString decoded(const QByteArray& text);
 /// @return what it says
 HOST_EXPORT QString withoutReferences(const QString& text);
 
+/// A text that was cut, without the word at its end, which may be half a word: half a name or half
+/// a number is known by nobody who takes names and numbers out. References count to the word, the
+/// groups of a number that blanks divide count as one. A word of more than 256 characters stays.
+/// @param text the beginning of a longer one
+/// @return it, or less of it
+HOST_EXPORT QString withoutHalfWord(const QString& text);
+
 } // namespace poshost::xmltext

@@ -5,8 +5,8 @@
 
 #include <QFile>
 #include <QHash>
-#include <QStringList>
 
+#include <algorithm>
 #include <libxml/parser.h>
 #include <stdexcept>
 
@@ -65,6 +65,23 @@ void resolveGroups(xmlNode* node, const Element& definitions)
     }
 }
 
+/// Declares an element of its own for each type of texts, called as the type is: by these a text is
+/// judged apart from the document that it stands in.
+void declareTexts(const Element& definitions)
+{
+    xmlNode* const model = definitions.child("element"_L1).handle();
+    for (const Element& type : definitions.all({"simpleType"_L1})) {
+        constexpr int attributesAlone = 2;
+        xmlNode* const declaration = xmlDocCopyNode(model, model->doc, attributesAlone);
+        const QByteArray name = nameOf(type).toUtf8();
+        for (const char* attribute : {"name", "type"}) {
+            xmlSetProp(declaration, reinterpret_cast<const xmlChar*>(attribute),
+                       reinterpret_cast<const xmlChar*>(name.constData()));
+        }
+        xmlAddChild(definitions.handle(), declaration);
+    }
+}
+
 /// A schema with what it includes, so that nothing is looked for on the disk.
 Document wholeSchema(const QString& name)
 {
@@ -83,6 +100,7 @@ Document wholeSchema(const QString& name)
     schema.root().remove("include"_L1);
     // libxml2 compares each line's id with each other's; two equal ones are found elsewhere
     schema.root().child("element"_L1).remove("unique"_L1);
+    declareTexts(schema.root());
     return schema;
 }
 
@@ -134,31 +152,34 @@ QString subject(const Element& element, const QString& path)
 }
 
 /// What is wrong with which elements there are and how many of them.
-std::optional<QString> countObjection(const Element& element, const Element& list,
-                                      const QString& path)
+QStringList countObjections(const Element& element, const Element& list, const QString& path,
+                            qsizetype most)
 {
+    QStringList objections;
     QHash<QString, int> counts;
-    for (xmlNode* at = xmlFirstElementChild(element.handle()); at != nullptr;
-         at = xmlNextElementSibling(at)) {
+    for (xmlNode* at = xmlFirstElementChild(element.handle());
+         at != nullptr && objections.size() < most; at = xmlNextElementSibling(at)) {
         const QString name = Element(at).name();
         if (!counts.contains(name) && !rowOf(list, name)) {
-            return u"%1%2 is unknown here: known are %3"_s.arg(path, name.left(40), namesIn(list));
+            objections.append(
+                u"%1%2 is unknown here: known are %3"_s.arg(path, name.left(40), namesIn(list)));
         }
         ++counts[name];
     }
     for (const Element& row : list.all({"element"_L1})) {
         const int count = counts.value(nameOf(row));
         if (count == 0 && !isChoice(list) && attributeOf(row, "minOccurs") != "0"_L1) {
-            return u"%1%2 is missing"_s.arg(path, nameOf(row));
+            objections.append(u"%1%2 is missing"_s.arg(path, nameOf(row)));
         }
         if (count > 1 && !isRepeated(list, row)) {
-            return u"%1%2 is there %3 times: expected once"_s.arg(path, nameOf(row)).arg(count);
+            objections.append(
+                u"%1%2 is there %3 times: expected once"_s.arg(path, nameOf(row)).arg(count));
         }
     }
     if (counts.isEmpty() && isChoice(list)) {
-        return u"%1 is empty: expected %2"_s.arg(subject(element, path), namesIn(list));
+        objections.append(u"%1 is empty: expected %2"_s.arg(subject(element, path), namesIn(list)));
     }
-    return std::nullopt;
+    return objections.first(std::min(most, objections.size()));
 }
 
 /// What is wrong with the order of elements whose names and numbers are right.
@@ -242,8 +263,8 @@ std::optional<QString> DocumentForm::objectionTo(const Element& root) const
     }
     const std::vector<Place> way = wayTo(finding.node);
     for (const Place& place : way) {
-        if (const std::optional<QString> objection = objectionAt(place)) {
-            return objection;
+        if (const QStringList objections = objectionsAt(place, 1); !objections.isEmpty()) {
+            return objections.first();
         }
     }
     const Place& place = way.back();
@@ -258,18 +279,23 @@ std::vector<DocumentForm::Place> DocumentForm::wayTo(xmlNode* node) const
         return {{Element(node), source.root().child("element"_L1), QString()}};
     }
     std::vector<Place> way = wayTo(node->parent);
-    const Place& around = way.back();
-    const QString name = Element(node).name();
-    const Element list = listIn(typeOf(around.declaration));
-    const Element row = rowOf(list, name);
     int number = 1;
     for (const xmlNode* at = node->prev; at != nullptr; at = at->prev) {
         number += xmlStrEqual(at->name, node->name);
     }
-    way.push_back(
-        {Element(node), row,
-         around.path + name.left(40) + (isRepeated(list, row) ? u"[%1]/"_s.arg(number) : u"/"_s)});
+    way.push_back(placeIn(way.back(), node, number));
     return way;
+}
+
+/// number: of the element among its siblings of the same name, from 1 on.
+DocumentForm::Place DocumentForm::placeIn(const Place& around, xmlNode* node, int number) const
+{
+    const QString name = Element(node).name();
+    const Element list = listIn(typeOf(around.declaration));
+    const Element row = rowOf(list, name);
+    return {Element(node), row,
+            around.path + name.left(40) +
+                (isRepeated(list, row) ? u"[%1]/"_s.arg(number) : u"/"_s)};
 }
 
 Element DocumentForm::typeOf(const Element& declaration) const
@@ -289,18 +315,72 @@ Element DocumentForm::typeOf(const Element& declaration) const
 }
 
 /// What is wrong with the elements of an element.
-std::optional<QString> DocumentForm::objectionAt(const Place& place) const
+QStringList DocumentForm::objectionsAt(const Place& place, qsizetype most) const
 {
     const Element list = listIn(typeOf(place.declaration));
     if (!list) {
-        return std::nullopt;
+        return {};
     }
     if (!place.element.text().isEmpty()) {
-        return u"%1 holds text: expected the elements %2"_s.arg(subject(place.element, place.path),
-                                                                namesIn(list));
+        return {u"%1 holds text: expected the elements %2"_s.arg(subject(place.element, place.path),
+                                                                 namesIn(list))};
     }
-    const std::optional<QString> objection = countObjection(place.element, list, place.path);
-    return objection ? objection : orderObjection(place.element, list, place.path);
+    QStringList objections = countObjections(place.element, list, place.path, most);
+    if (objections.isEmpty()) {
+        if (const auto order = orderObjection(place.element, list, place.path)) {
+            objections.append(*order);
+        }
+    }
+    return objections;
+}
+
+/// Whether an element holds a text of the type that is declared for it.
+bool DocumentForm::isTextOf(const Element& element, const Element& declaration) const
+{
+    const Document alone(element);
+    xmlNode* const root = alone.root().handle();
+    const QByteArray type = attributeOf(declaration, "type").toUtf8();
+    xmlNodeSetName(root, reinterpret_cast<const xmlChar*>(type.constData()));
+    const std::unique_ptr<xmlSchemaValidCtxt, decltype(&xmlSchemaFreeValidCtxt)> judge(
+        xmlSchemaNewValidCtxt(schema.get()), &xmlSchemaFreeValidCtxt);
+    Finding unsaid;
+    xmlSchemaSetValidStructuredErrors(judge.get(), takeFinding, &unsaid);
+    return xmlSchemaValidateDoc(judge.get(), alone.handle()) == 0;
+}
+
+/// Appends what is wrong with an element, then with those in it.
+void DocumentForm::collect(const Place& place, qsizetype most, QStringList& objections) const
+{
+    const Element type = typeOf(place.declaration);
+    if (!listIn(type)) {
+        if (!isTextOf(place.element, place.declaration)) {
+            objections.append(textObjection(place.element, type, place.path));
+        }
+        return;
+    }
+    objections += objectionsAt(place, most - objections.size());
+    QHash<QString, int> numbers;
+    for (xmlNode* at = xmlFirstElementChild(place.element.handle());
+         at != nullptr && objections.size() < most; at = xmlNextElementSibling(at)) {
+        const Place inside = placeIn(place, at, ++numbers[Element(at).name()]);
+        if (inside.declaration) {
+            collect(inside, most, objections);
+        }
+    }
+}
+
+QStringList DocumentForm::objectionsTo(const Element& root, qsizetype most) const
+{
+    const std::optional<QString> first = objectionTo(root);
+    if (!first) {
+        return {};
+    }
+    QStringList objections;
+    collect({root, source.root().child("element"_L1), QString()}, most, objections);
+    if (!objections.contains(*first)) { // an attribute, for one
+        objections.prepend(*first);
+    }
+    return objections.first(std::min(most, objections.size()));
 }
 
 } // namespace simulator

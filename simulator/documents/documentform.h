@@ -5,6 +5,8 @@
 
 #include "simulator/documents/element.h"
 
+#include <QStringList>
+
 #include <libxml/xmlschemas.h>
 #include <optional>
 
@@ -25,6 +27,10 @@ public:
     /// that is no matter of the form.
     [[nodiscard]] std::optional<QString> objectionTo(const Element& root) const;
 
+    /// The same of everything in which it differs, in the order of the document: at most that many
+    /// sentences. What stands in an element that is unknown is not looked at.
+    [[nodiscard]] QStringList objectionsTo(const Element& root, qsizetype most) const;
+
 private:
     struct Free
     {
@@ -40,8 +46,11 @@ private:
     };
 
     [[nodiscard]] std::vector<Place> wayTo(xmlNode* node) const;
+    [[nodiscard]] Place placeIn(const Place& around, xmlNode* node, int number) const;
     [[nodiscard]] Element typeOf(const Element& declaration) const;
-    [[nodiscard]] std::optional<QString> objectionAt(const Place& place) const;
+    [[nodiscard]] QStringList objectionsAt(const Place& place, qsizetype most) const;
+    [[nodiscard]] bool isTextOf(const Element& element, const Element& declaration) const;
+    void collect(const Place& place, qsizetype most, QStringList& objections) const;
 
     const Document source;
     std::unique_ptr<xmlSchema, Free> schema; // refers to source

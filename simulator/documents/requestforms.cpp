@@ -30,15 +30,27 @@ const DocumentForm& formOf(const Element& request, const QString& endpoint)
     return endpoint == endpoints::precheck ? forms.saleRequest : forms.saleConfirmation;
 }
 
+/// What is wrong with the root; empty for nothing.
+QString rootObjection(const Element& request)
+{
+    return request.name() == names::rawCheck ? QString()
+                                             : u"%1 is the root element: expected %2"_s.arg(
+                                                   request.name().left(40), names::rawCheck);
+}
+
 } // namespace
 
 std::optional<QString> requestObjection(const Element& request, const QString& endpoint)
 {
-    if (request.name() != names::rawCheck) {
-        return u"%1 is the root element: expected %2"_s.arg(request.name().left(40),
-                                                            names::rawCheck);
-    }
-    return formOf(request, endpoint).objectionTo(request);
+    const QString root = rootObjection(request);
+    return root.isEmpty() ? formOf(request, endpoint).objectionTo(request) : root;
+}
+
+QStringList requestObjections(const Element& request, const QString& endpoint, qsizetype most)
+{
+    const QString root = rootObjection(request);
+    return root.isEmpty() ? formOf(request, endpoint).objectionsTo(request, most)
+                          : QStringList{root};
 }
 
 } // namespace simulator

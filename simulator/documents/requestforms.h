@@ -5,6 +5,8 @@
 
 #include "simulator/documents/element.h"
 
+#include <QStringList>
+
 #include <optional>
 
 namespace simulator {
@@ -18,5 +20,8 @@ namespace simulator {
 /// request: the root of a document that readXml has read.
 /// endpoint: one of endpoints.
 std::optional<QString> requestObjection(const Element& request, const QString& endpoint);
+
+/// The same of everything that is wrong, in the order of the request: at most that many sentences.
+QStringList requestObjections(const Element& request, const QString& endpoint, qsizetype most);
 
 } // namespace simulator

@@ -7,7 +7,7 @@
 #include "simulator/documents/rejection.h"
 #include "simulator/ledger/ledgerpages.h"
 #include "simulator/ledger/ledgerprinter.h"
-#include "simulator/page/grantreasons.h"
+#include "simulator/page/bookedreasons.h"
 #include "simulator/service.h"
 
 #include <QJsonArray>
@@ -29,10 +29,14 @@ constexpr qint64 longestCourse = 500;
 QJsonObject wholeCard(const LedgerView::CardRow& row)
 {
     const Account& account = row.account;
-    return {{u"number"_s, account.card},         {u"owner"_s, row.owner},
-            {u"opening"_s, account.opening},     {u"earned"_s, account.earned},
-            {u"spent"_s, account.spent},         {u"givenBack"_s, account.givenBack},
-            {u"takenBack"_s, account.takenBack}, {u"balance"_s, account.balance}};
+    return {{u"number"_s, account.card},
+            {u"owner"_s, row.owner},
+            {u"opening"_s, writeKopecks(account.opening)},
+            {u"earned"_s, writeKopecks(account.earned)},
+            {u"spent"_s, writeKopecks(account.spent)},
+            {u"givenBack"_s, writeKopecks(account.givenBack)},
+            {u"takenBack"_s, writeKopecks(account.takenBack)},
+            {u"balance"_s, writeKopecks(account.balance)}};
 }
 
 QJsonObject lineObject(const BookedLine& line)
@@ -40,12 +44,12 @@ QJsonObject lineObject(const BookedLine& line)
     return {{u"line"_s, line.id},
             {u"sku"_s, line.sku},
             {u"thousandths"_s, line.quantity},
-            {u"total"_s, line.total},
-            {u"discount"_s, line.discount},
-            {u"spent"_s, line.spent},
-            {u"earned"_s, line.earned},
-            {u"givenBack"_s, line.givenBack},
-            {u"takenBack"_s, line.takenBack}};
+            {u"total"_s, writeKopecks(line.total)},
+            {u"discount"_s, writeKopecks(line.discount)},
+            {u"spent"_s, writeKopecks(line.spent)},
+            {u"earned"_s, writeKopecks(line.earned)},
+            {u"givenBack"_s, writeKopecks(line.givenBack)},
+            {u"takenBack"_s, writeKopecks(line.takenBack)}};
 }
 
 QJsonObject wholeCheck(const Booking& check)
@@ -56,13 +60,13 @@ QJsonObject wholeCheck(const Booking& check)
                        {u"originalId"_s, check.originalId},
                        {u"number"_s, check.number},
                        {u"date"_s, check.date},
-                       {u"total"_s, check.total},
-                       {u"discount"_s, check.discount},
-                       {u"paid"_s, check.paid},
-                       {u"earned"_s, check.earned},
-                       {u"spent"_s, check.spent},
-                       {u"givenBack"_s, check.givenBack},
-                       {u"takenBack"_s, check.takenBack}};
+                       {u"total"_s, writeKopecks(check.total)},
+                       {u"discount"_s, writeKopecks(check.discount)},
+                       {u"paid"_s, writeKopecks(check.paid)},
+                       {u"earned"_s, writeKopecks(check.earned)},
+                       {u"spent"_s, writeKopecks(check.spent)},
+                       {u"givenBack"_s, writeKopecks(check.givenBack)},
+                       {u"takenBack"_s, writeKopecks(check.takenBack)}};
     if (!check.lines.empty()) {
         QJsonArray lines;
         for (const BookedLine& line : check.lines) {
@@ -117,8 +121,9 @@ Answer cardAnswer(Database& database, const Rules& rules, const QString& number)
     QJsonArray course;
     for (const LedgerPages::Point& point :
          LedgerPages(database).course(number, found->account.balance, longestCourse)) {
-        course.append(QJsonObject{
-            {u"check"_s, point.checkId}, {u"date"_s, point.date}, {u"balance"_s, point.balance}});
+        course.append(QJsonObject{{u"check"_s, point.checkId},
+                                  {u"date"_s, point.date},
+                                  {u"balance"_s, writeKopecks(point.balance)}});
     }
     QJsonObject card = wholeCard(*found);
     card.insert(u"course"_s, course);
@@ -138,19 +143,44 @@ Answer checksAnswer(Database& database, const AdminCall& call)
     return objectAnswer({{u"checks"_s, checks}, {u"next"_s, checks.size() < most ? 0 : next}});
 }
 
-/// Of each line of a sale by which rules its amounts would come about now.
-QJsonArray reasonsOf(const Rules& rules, const Booking& check)
+/// By which rules the amounts of a check and of its lines would come about now.
+QJsonArray reasonList(const std::vector<BookedReason>& reasons)
 {
     QJsonArray list;
-    for (size_t i = 0; check.type == Check::Type::Sale && i < check.lines.size(); ++i) {
-        for (const BookedReason& reason : bookedReasons(rules, check, i)) {
-            list.append(QJsonObject{{u"line"_s, check.lines[i].id},
-                                    {u"what"_s, reason.what},
-                                    {u"rule"_s, reason.rule},
-                                    {u"fits"_s, reason.fits}});
-        }
+    for (const BookedReason& reason : reasons) {
+        list.append(QJsonObject{{u"line"_s, reason.line},
+                                {u"what"_s, reason.what},
+                                {u"rule"_s, reason.rule},
+                                {u"amount"_s, writeKopecks(reason.amount)},
+                                {u"fits"_s, reason.fits}});
     }
     return list;
+}
+
+/// The returns of a sale, each with its lines and their reasons.
+QJsonArray returnList(const Booking& sale, const std::vector<Booking>& returns)
+{
+    QJsonArray list;
+    for (size_t i = 0; i < returns.size(); ++i) {
+        QJsonObject object = wholeCheck(returns[i]);
+        object.insert(u"reasons"_s, reasonList(returnReasons(sale, returns, i)));
+        list.append(object);
+    }
+    return list;
+}
+
+/// The reasons of a return that is asked for by itself.
+std::vector<BookedReason> reasonsOfReturn(const LedgerPages& pages, const Booking& check)
+{
+    const std::optional<Booking> sale = pages.check(check.originalId);
+    const std::vector<Booking> returns = pages.returnsOf(check.originalId);
+    const auto at = std::find_if(returns.begin(), returns.end(), [&](const Booking& booking) {
+        return booking.checkId == check.checkId;
+    });
+    if (!sale || at == returns.end()) {
+        return {}; // books that were changed from outside
+    }
+    return returnReasons(*sale, returns, static_cast<size_t>(at - returns.begin()));
 }
 
 /// A check with its lines and, of a sale, its returns.
@@ -163,12 +193,10 @@ Answer checkAnswer(Database& database, const Rules& rules, const QString& id)
         throw Rejection(404, u"No such check is confirmed: GET /checks lists them"_s);
     }
     QJsonObject object = wholeCheck(*check);
-    QJsonArray returns;
-    for (const Booking& booking : pages.returnsOf(id)) {
-        returns.append(wholeCheck(booking));
-    }
-    object.insert(u"returns"_s, returns);
-    object.insert(u"reasons"_s, reasonsOf(rules, *check));
+    object.insert(u"returns"_s, returnList(*check, pages.returnsOf(id)));
+    object.insert(u"reasons"_s,
+                  reasonList(check->type == Check::Type::Sale ? saleReasons(rules, *check)
+                                                              : reasonsOfReturn(pages, *check)));
     return objectAnswer(object);
 }
 

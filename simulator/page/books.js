@@ -25,14 +25,13 @@ function lineTable(check) {
             ...names.map((name) => amountText(line[name]))]), 2);
 }
 
-/** By which rule each amount of a sale's lines would come about now. */
+/** By which rule each amount of a check and of its lines would come about now. */
 function reasonTable(check) {
-    const words = { discount: 'Discount', spent: 'Spent', earned: 'Earned' };
-    const amountOf = (reason) => check.lines.find((line) => line.line === reason.line)[reason.what];
-    const heads = ['Line', 'What', 'Rule', 'As the rules are now', 'Granted'];
+    const words = Object.fromEntries(amounts.map((name, i) => [name, amountHeads[i]]));
+    const heads = ['Line', 'What', 'Rule', 'As the rules are now', 'Booked'];
     return table(`${text('Rules')} ${check.id}`, heads.map(text), check.reasons.map((reason) => [
-        String(reason.line), text(words[reason.what]), reason.rule, text(reason.fits ? 'yes' : 'no'),
-        amountText(amountOf(reason))]), 4);
+        reason.line === 0 ? text('Check') : String(reason.line), text(words[reason.what]), reason.rule,
+        text(reason.fits ? 'yes' : 'no'), amountText(reason.amount)]), 4);
 }
 
 function checkView(check) {

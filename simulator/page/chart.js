@@ -10,8 +10,9 @@ const width = 640;
 const height = 200;
 const edge = { left: 90, right: 10, top: 14, bottom: 14 };
 
-/** amounts: whole kopecks, the oldest first. label: what a reader of the screen is told. */
-export function lineChart(amounts, label) {
+/** texts: amounts as the server writes them, the oldest first. label: what a reader of the screen is told. */
+export function lineChart(texts, label) {
+    const amounts = texts.map(Number); // a place in a drawing need not be exact
     const least = Math.min(...amounts, 0);
     const most = Math.max(...amounts, least + 1);
     const across = (index) => edge.left + (width - edge.left - edge.right) *
@@ -27,5 +28,5 @@ export function lineChart(amounts, label) {
             points: amounts.map((amount, i) => `${across(i)},${down(amount)}`).join(' ') }),
         amounts.length > 60 ? [] : amounts.map((amount, i) =>
             draw('circle', { class: 'point', cx: across(i), cy: down(amount), r: 3 },
-                draw('title', {}, amountText(amount)))));
+                draw('title', {}, amountText(texts[i])))));
 }

@@ -71,9 +71,16 @@ async function bookingView(exchange) {
     }
 }
 
-function side(name, source, finding) {
+function side(name, source, findings) {
     return make('section', {}, make('h3', {}, text(name)), source === ''
-        ? make('p', {}, text('empty')) : xmlView(source, text(name), finding));
+        ? make('p', {}, text('empty')) : xmlView(source, text(name), findings));
+}
+
+/** Each objection of strict mode; they stand at their elements as well. */
+function findingList(findings) {
+    return findings.length === 0 ? null : make('section', { class: 'findings' },
+        make('h3', {}, text('Strict mode objects')),
+        make('ul', {}, findings.map((finding) => make('li', { class: 'finding' }, finding.sentence))));
 }
 
 /** The exchange as an element. say: shows a sentence; close: what the button for that does. */
@@ -92,9 +99,8 @@ export async function exchangeView(exchange, say, close) {
             press('Copy as curl', () => copyLine(exchange, line, say)),
             press('Send again', () => sendAgain(exchange, say)), press('Close', close)),
         line,
-        exchange.finding && make('p', { class: 'finding' },
-            `${text('Strict mode objects')}: ${exchange.finding.sentence}`),
-        make('div', { class: 'sides' }, side('Request', exchange.request, exchange.finding),
-            side('Answer', exchange.answer, null)),
+        findingList(exchange.findings),
+        make('div', { class: 'sides' }, side('Request', exchange.request, exchange.findings),
+            side('Answer', exchange.answer, [])),
         difference, booking);
 }

@@ -10,6 +10,7 @@
 #include "simulator/page/exchangebook.h"
 #include "simulator/service.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -24,29 +25,36 @@ constexpr qint64 usualRows = 1000;
 constexpr qint64 mostRows = 10'000;
 /// As many exchanges one request looks into for a text; the next goes on from there.
 constexpr qint64 mostSearched = 5000;
+/// As many things that are wrong with a request its reader can do with.
+constexpr qsizetype mostFindings = 100;
+
+QJsonObject findingOf(const QString& sentence)
+{
+    qsizetype end = 0; // the path ends before a blank or a colon
+    while (end < sentence.size() && sentence[end] != u' ' && sentence[end] != u':') {
+        ++end;
+    }
+    return {{u"path"_s, sentence.first(end)}, {u"sentence"_s, sentence}};
+}
 
 /// What the schemas object to in a request, whether or not the rules are strict.
-QJsonValue findingIn(const QJsonObject& row, const QByteArray& request)
+QJsonArray findingsIn(const QJsonObject& row, const QByteArray& request)
 {
     const QString operation = row[u"operation"_s].toString();
     if (!endpoints::all().contains(operation) || request.isEmpty()) {
         return {};
     }
-    QString sentence;
+    QJsonArray findings;
     try {
         const Document document = readXml(request);
-        sentence = requestObjection(document.root(), operation).value_or(QString());
+        for (const QString& sentence :
+             requestObjections(document.root(), operation, mostFindings)) {
+            findings.append(findingOf(sentence));
+        }
     } catch (const Rejection& rejection) {
-        return QJsonObject{{u"path"_s, QString()}, {u"sentence"_s, rejection.reason}};
+        findings.append(QJsonObject{{u"path"_s, QString()}, {u"sentence"_s, rejection.reason}});
     }
-    if (sentence.isEmpty()) {
-        return {};
-    }
-    qsizetype end = 0; // the path ends before a blank or a colon
-    while (end < sentence.size() && sentence[end] != u' ' && sentence[end] != u':') {
-        ++end;
-    }
-    return QJsonObject{{u"path"_s, sentence.first(end)}, {u"sentence"_s, sentence}};
+    return findings;
 }
 
 /// The number of the last pre-check of the same check before an exchange; 0 for none.
@@ -86,7 +94,7 @@ Answer oneExchange(const ExchangeBook& book, const AdminCall& call)
     QJsonObject object = QJsonDocument::fromJson(entry.row).object();
     object.insert(u"earlierPrecheck"_s,
                   earlierPrecheck(book, object[u"number"_s].toInteger(), object));
-    object.insert(u"finding"_s, findingIn(object, entry.request));
+    object.insert(u"findings"_s, findingsIn(object, entry.request));
     object.insert(u"request"_s, QString::fromUtf8(entry.request));
     object.insert(u"answer"_s, QString::fromUtf8(entry.answer));
     return jsonAnswer(QJsonDocument(object).toJson(QJsonDocument::Compact));

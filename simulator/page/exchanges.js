@@ -19,9 +19,12 @@ const cells = (row) => [
 export class Exchanges {
     name = 'Exchanges';
     #shown = [];
-    #inBodies = null; // the numbers of those that hold the text, as far as was looked
+    #inBodies = null; // the numbers of those that hold the text; null where there is none
+    #searchedTo = 0; // the last one that was looked into for the text
+    #judgedTo = 0; // the last one that was there when all were filtered
+    #isSearching = false;
     #timer = 0;
-    #search = 0;
+    #search = 0; // the number of the text
 
     constructor(live, say) {
         this.live = live;
@@ -32,7 +35,7 @@ export class Exchanges {
         this.detail = make('section', { class: 'detail', hidden: true, 'aria-label': text('Exchange') });
         this.element = make('div', { class: 'exchanges' },
             this.#filterForm(), this.count, this.list.element, this.detail);
-        live.addEventListener('rows', () => this.refilter());
+        live.addEventListener('rows', (event) => this.#add(event.detail));
         this.refilter();
     }
 
@@ -53,36 +56,56 @@ export class Exchanges {
 
     #typed() {
         clearTimeout(this.#timer);
-        this.#timer = setTimeout(() => {
-            this.#lookInBodies();
-            this.refilter();
-        }, typingPause);
+        this.#timer = setTimeout(() => this.#filterAnew(), typingPause);
     }
 
-    /** Lets the server look for the text, for the bodies lie there. */
-    async #lookInBodies() {
-        const wanted = this.inputs.text.value.trim();
-        const search = ++this.#search;
-        this.#inBodies = wanted === '' ? null : new Set();
-        let after = 0;
-        while (wanted !== '' && search === this.#search) {
-            try {
-                const found = await get(`/exchanges?after=${after}&text=${encodeURIComponent(wanted)}`);
+    #filterAnew() {
+        this.#inBodies = this.inputs.text.value.trim() === '' ? null : new Set();
+        this.#searchedTo = 0;
+        this.#isSearching = false;
+        ++this.#search;
+        this.refilter();
+        this.#searchOn();
+    }
+
+    /** Lets the server look for the text in those exchanges that it was not looked for in yet. */
+    async #searchOn() {
+        if (this.#inBodies === null || this.#isSearching) {
+            return;
+        }
+        const search = this.#search;
+        const wanted = encodeURIComponent(this.inputs.text.value.trim());
+        this.#isSearching = true;
+        try {
+            while (this.#searchedTo < this.live.known) {
+                const found = await get(`/exchanges?after=${this.#searchedTo}&text=${wanted}`);
                 if (search !== this.#search) {
                     return;
                 }
                 found.exchanges.forEach((row) => this.#inBodies.add(row.number));
-                this.refilter();
-                if (found.next >= found.last) { // those that come are looked for as they come
-                    this.searchedTo = found.next;
-                    return;
-                }
-                after = found.next;
-            } catch (refused) {
-                this.say(refused.message);
-                return;
+                this.#takeSearched(found.next);
+            }
+        } catch (refused) {
+            this.say(refused.message);
+        } finally {
+            if (search === this.#search) {
+                this.#isSearching = false;
             }
         }
+    }
+
+    #takeSearched(next) {
+        const from = this.#searchedTo;
+        this.#searchedTo = next;
+        if (from < this.#judgedTo) { // by what stands in the rows alone
+            this.refilter();
+            return;
+        }
+        let start = this.live.rows.length;
+        while (start > 0 && this.live.rows[start - 1].number > from) {
+            --start;
+        }
+        this.#append(this.live.rows.slice(start).filter((row) => row.number <= next));
     }
 
     #matches(row) {
@@ -94,9 +117,37 @@ export class Exchanges {
                 cells(row).concat(row.reason).join(' ').toLowerCase().includes(wanted));
     }
 
+    /** Takes new rows in; those that were looked at before are not looked at again. */
+    #add(rows) {
+        if (rows.length === this.live.rows.length) { // another server
+            this.#filterAnew();
+        } else if (this.#shown === this.live.rows) {
+            this.#show();
+        } else if (this.#inBodies === null) {
+            this.#append(rows);
+        } else { // the others when the server has looked into them
+            this.#append(rows.filter((row) => row.number <= this.#searchedTo));
+            this.#searchOn();
+        }
+    }
+
+    #append(rows) {
+        for (const row of rows) {
+            if (this.#matches(row)) {
+                this.#shown.push(row);
+            }
+        }
+        this.#show();
+    }
+
     refilter() {
         const isFiltered = Object.values(this.inputs).some((input) => input.value.trim() !== '');
         this.#shown = isFiltered ? this.live.rows.filter((row) => this.#matches(row)) : this.live.rows;
+        this.#judgedTo = this.live.known;
+        this.#show();
+    }
+
+    #show() {
         this.list.show(this.#shown);
         this.count.textContent = this.live.rows.length === 0
             ? text('No exchange yet: point a till here.')

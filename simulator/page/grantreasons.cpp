@@ -39,14 +39,6 @@ QString exactShare(Kopecks amount, qint64 part, qint64 whole)
     return text;
 }
 
-/// The key that decides for a goods code, and its value.
-QString ruleText(const QString& table, const Percentage& percentage, const QString& sku)
-{
-    const QString key =
-        percentage.bySku.contains(sku) ? u"%1.sku.\"%2\""_s.arg(table, sku) : table + u".percent"_s;
-    return u"%1 = %2 %"_s.arg(key, writeKopecks(percentage.of(sku)));
-}
-
 GrantReason percentReason(const QString& what, const QString& table, const Percentage& percentage,
                           const QString& sku, Kopecks base)
 {
@@ -59,6 +51,13 @@ GrantReason percentReason(const QString& what, const QString& table, const Perce
 }
 
 } // namespace
+
+QString ruleText(const QString& table, const Percentage& percentage, const QString& sku)
+{
+    const QString key =
+        percentage.bySku.contains(sku) ? u"%1.sku.\"%2\""_s.arg(table, sku) : table + u".percent"_s;
+    return u"%1 = %2 %"_s.arg(key, writeKopecks(percentage.of(sku)));
+}
 
 Kopecks discountOf(const Grant& grant)
 {
@@ -118,38 +117,6 @@ std::vector<GrantReason> grantReasons(const Rules& rules, const Check& check, co
                            {}});
     }
     return reasons;
-}
-
-std::vector<BookedReason> bookedReasons(const Rules& rules, const Booking& sale, size_t i)
-{
-    Check check;
-    check.total = sale.total;
-    for (const BookedLine& line : sale.lines) {
-        Line sold;
-        sold.id = line.id;
-        sold.sku = line.sku;
-        sold.total = line.total;
-        check.lines.push_back(sold);
-    }
-    const BookedLine& line = sale.lines.at(i);
-    const LineGrant given = grantSale(rules, check, 0).lines.at(i);
-    QString discountRule = ruleText(u"discount"_s, rules.discount, line.sku);
-    if (given.discountOnChange > 0) {
-        discountRule += u", discount.roundDownTo = %1"_s.arg(writeKopecks(rules.roundDownTo));
-    }
-    const Kopecks left = line.total - line.discount;
-    const Kopecks afterDiscount = sale.total - sale.discount;
-    const Kopecks award = roundedShare(left, rules.earn.of(line.sku), Percentage::whole);
-    const Kopecks mostSpent = roundedShare(left, rules.spend.of(line.sku), Percentage::whole);
-    const Kopecks earned =
-        afterDiscount > 0 ? roundedShare(award, afterDiscount - sale.spent, afterDiscount) : 0;
-    return {{u"discount"_s, discountRule, line.discount == given.discount + given.discountOnChange},
-            {u"spent"_s, ruleText(u"spend"_s, rules.spend, line.sku), line.spent <= mostSpent},
-            {u"earned"_s,
-             u"%1, x %2 / %3"_s.arg(ruleText(u"earn"_s, rules.earn, line.sku),
-                                    writeKopecks(afterDiscount - sale.spent),
-                                    writeKopecks(afterDiscount)),
-             line.earned == earned}};
 }
 
 } // namespace simulator

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "simulator/documents/check.h"
 #include "simulator/documents/grant.h"
-#include "simulator/ledger/booking.h"
 #include "simulator/rules/rules.h"
 
 #include <vector>
@@ -26,17 +26,9 @@ struct GrantReason
 std::vector<GrantReason> grantReasons(const Rules& rules, const Check& check, const Grant& grant,
                                       size_t i, Kopecks points);
 
-/// By which rule a booked amount of a sale's line would come about now.
-struct BookedReason
-{
-    QString what;      ///< discount, spent or earned
-    QString rule;      ///< as in GrantReason
-    bool fits = false; ///< whether the rules of the moment allow for what is booked
-};
-
-/// The reasons of line number i. Rules that have changed since, or a least total, which is not
-/// booked, are why one may not fit.
-std::vector<BookedReason> bookedReasons(const Rules& rules, const Booking& sale, size_t i);
+/// The key that decides for a goods code, and its value, as in "earn.percent = 5.00 %".
+/// table: of the rules, as in "earn"
+QString ruleText(const QString& table, const Percentage& percentage, const QString& sku);
 
 /// The discounts of a whole grant.
 Kopecks discountOf(const Grant& grant);

@@ -44,7 +44,9 @@ export class VirtualList {
         const grown = rows.length - this.#count;
         this.#rows = rows;
         this.#count = rows.length;
-        this.#chosen = chosen ? rows.lastIndexOf(chosen) : -1;
+        if (rows[this.#chosen] !== chosen) { // not only grown
+            this.#chosen = chosen ? rows.lastIndexOf(chosen) : -1;
+        }
         if (fromTop > 0 && grown > 0) { // what is read stays where it is
             this.#layOut();
             this.element.scrollTop = fromTop + grown * this.#rowHeight();

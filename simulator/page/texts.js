@@ -18,7 +18,7 @@ const russian = {
     'Copied.': 'Скопировано.', 'Sent again: the answer was': 'Отправлено ещё раз, ответ:',
     'The browser lets nothing be copied: take the line from here.':
         'Браузер не дал скопировать: возьмите строку отсюда.',
-    'Strict mode objects': 'Замечание строгого режима',
+    'Strict mode objects': 'Замечания строгого режима',
     'Against the pre-check before': 'Отличия от прошлой предпроверки',
     'No difference.': 'Отличий нет.', 'Booked by it': 'Проведено по нему',
     'Nothing is booked for this check.': 'По этому чеку ничего не проведено.',
@@ -32,7 +32,8 @@ const russian = {
     'The books agree.': 'Книга сходится.',
     'The books do not agree: the balance of a card is not its opening balance and its movements.':
         'Книга не сходится: баланс карты не равен начальному балансу и движениям по ней.',
-    'As the rules are now': 'По нынешним правилам', 'yes': 'да', 'no': 'нет', 'Sum': 'Итого', 'No check is confirmed yet.': 'Ни один чек ещё не подтверждён.',
+    'Booked': 'Проведено', 'As the rules are now': 'По нынешним правилам',
+    'yes': 'да', 'no': 'нет', 'Sum': 'Итого', 'No check is confirmed yet.': 'Ни один чек ещё не подтверждён.',
     'Show': 'Показать', 'Newer': 'Новее', 'Older': 'Старее', 'Date': 'Дата', 'Number': 'Номер',
     'Arm a fault': 'Подготовить неисправность', 'Kind': 'Вид', 'Times': 'Сколько раз', 'Arm': 'Подготовить',
     'From request': 'С запроса', 'Seconds': 'Секунды', 'always': 'всегда',
@@ -65,7 +66,8 @@ const decimal = new Intl.NumberFormat(locale, { minimumFractionDigits: 2, maximu
 const whole = new Intl.NumberFormat(locale);
 
 export const timeText = (milliseconds) => clock.format(milliseconds);
-export const amountText = (kopecks) => decimal.format(kopecks / 100);
+/** amount: as the server writes it, as in "-12.50"; what is formatted as a text stays exact. */
+export const amountText = (amount) => decimal.format(amount);
 export const countText = (count) => whole.format(count);
 export const durationText = (milliseconds) =>
     `${milliseconds < 10 ? milliseconds.toFixed(1) : Math.round(milliseconds)} ${text('ms')}`;

@@ -77,9 +77,9 @@ QJsonArray reasonList(const std::vector<GrantReason>& reasons)
     for (const GrantReason& reason : reasons) {
         list.append(QJsonObject{{u"what"_s, reason.what},
                                 {u"rule"_s, reason.rule},
-                                {u"base"_s, reason.base},
+                                {u"base"_s, writeKopecks(reason.base)},
                                 {u"exact"_s, reason.exact},
-                                {u"granted"_s, reason.granted},
+                                {u"granted"_s, writeKopecks(reason.granted)},
                                 {u"limit"_s, reason.limit}});
     }
     return list;
@@ -102,19 +102,20 @@ Answer tried(const Service& service, const QString& database, const QByteArray& 
         lines.append(
             QJsonObject{{u"line"_s, check.lines[i].id},
                         {u"sku"_s, check.lines[i].sku},
-                        {u"total"_s, check.lines[i].total},
+                        {u"total"_s, writeKopecks(check.lines[i].total)},
                         {u"grants"_s, reasonList(grantReasons(*rules, check, grant, i, points))}});
     }
     const Kopecks discount = discountOf(grant);
-    return jsonAnswer(QJsonDocument(QJsonObject{{u"balance"_s, balance},
-                                                {u"total"_s, check.total},
-                                                {u"discount"_s, discount},
-                                                {u"mostPoints"_s, grant.allowBonus},
-                                                {u"points"_s, points},
-                                                {u"toPay"_s, check.total - discount - points},
-                                                {u"earned"_s, earnedWith(check, grant, points)},
-                                                {u"lines"_s, lines}})
-                          .toJson(QJsonDocument::Compact));
+    return jsonAnswer(
+        QJsonDocument(QJsonObject{{u"balance"_s, writeKopecks(balance)},
+                                  {u"total"_s, writeKopecks(check.total)},
+                                  {u"discount"_s, writeKopecks(discount)},
+                                  {u"mostPoints"_s, writeKopecks(grant.allowBonus)},
+                                  {u"points"_s, writeKopecks(points)},
+                                  {u"toPay"_s, writeKopecks(check.total - discount - points)},
+                                  {u"earned"_s, writeKopecks(earnedWith(check, grant, points))},
+                                  {u"lines"_s, lines}})
+            .toJson(QJsonDocument::Compact));
 }
 
 } // namespace

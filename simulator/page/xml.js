@@ -70,17 +70,31 @@ export function linesOf(source) {
     return lines;
 }
 
-/** Whether a path of the server, which numbers only what may be repeated, is that of a line. */
-const isAt = (linePath, wanted) =>
-    linePath === wanted || linePath.replaceAll('[1]', '') === wanted.replaceAll('[1]', '');
+/** A path without the number of what stands alone: the server numbers only what may be repeated. */
+const withoutFirst = (path) => path.replaceAll('[1]', '');
 
-/** The deepest line of a path or, where the element is missing, of what it is missing in. */
-function lineAt(lines, path) {
-    for (let wanted = path; ; wanted = wanted.slice(0, Math.max(0, wanted.lastIndexOf('/')))) {
-        const at = lines.findIndex((line) => isAt(line.path, wanted));
-        if (at >= 0 || wanted === '') {
-            return Math.max(at, 0);
+/** The line of a path or, where the element is missing, of what it is missing in. */
+function lineAt(lineOfPath, path) {
+    for (let wanted = withoutFirst(path); ; wanted = wanted.slice(0, Math.max(0, wanted.lastIndexOf('/')))) {
+        const at = lineOfPath.get(wanted);
+        if (at !== undefined || wanted === '') {
+            return at ?? 0;
         }
+    }
+}
+
+/** Puts each finding behind its element. */
+function addFindings(lines, elements, findings) {
+    const lineOfPath = new Map();
+    lines.forEach((line, i) => {
+        const path = withoutFirst(line.path);
+        if (!lineOfPath.has(path)) {
+            lineOfPath.set(path, i);
+        }
+    });
+    for (const finding of findings) {
+        elements[lineAt(lineOfPath, finding.path)].append(
+            make('strong', { class: 'finding' }, finding.sentence), '\n');
     }
 }
 
@@ -89,8 +103,8 @@ function lineElement(line) {
         line.parts.map((part) => make('span', { class: `xml-${part.kind}` }, part.text)), '\n');
 }
 
-/** The document as an element. finding: {path, sentence} put behind its element, or null. */
-export function xmlView(source, label, finding = null) {
+/** The document as an element. findings: {path, sentence}, each put behind its element. */
+export function xmlView(source, label, findings) {
     const view = make('pre', { class: 'xml', tabindex: 0, role: 'region', 'aria-label': label });
     if (source.length > longestColoured) {
         view.textContent = source;
@@ -98,9 +112,8 @@ export function xmlView(source, label, finding = null) {
     }
     const lines = linesOf(source);
     const elements = lines.map(lineElement);
-    if (finding && elements.length > 0) {
-        elements[lineAt(lines, finding.path)].append(
-            make('strong', { class: 'finding' }, finding.sentence), '\n');
+    if (findings.length > 0 && elements.length > 0) {
+        addFindings(lines, elements, findings);
     }
     view.append(...elements);
     return view;

@@ -121,6 +121,20 @@ QString ShopFolder::serverBooks() const
     return run.output;
 }
 
+void Shop::closeWithoutServer(const QString& checkFile)
+{
+    const auto working = startTill();
+    for (const QString& command : {u"open "_s + checkFile, u"request"_s, u"close"_s}) {
+        if (command == "close"_L1) {
+            stopServer();
+        }
+        const QString answer = working->command(command);
+        EXPECT_TRUE(answer.endsWith(u"ok\n"_s))
+            << qPrintable(command) << ": " << qPrintable(answer);
+    }
+    working->kill();
+}
+
 QString Shop::balance() const
 {
     const RunResult ledger =

@@ -55,6 +55,10 @@ protected:
     void startServer(const QString& rules = QString());
     void stopServer();
 
+    /// Leaves the confirmation of a sale undelivered: the server stops before the check is closed,
+    /// and the till is killed after that.
+    void closeWithoutServer(const QString& checkFile = QStringLiteral("sale.toml"));
+
     /// Writes orva.toml for the running server's address.
     void writeConfig(const QString& password = QStringLiteral("secret"),
                      const QString& address = QString()) const;

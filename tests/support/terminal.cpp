@@ -10,7 +10,7 @@
 #include <vector>
 
 RunResult runOnTerminal(const QString& file, const QStringList& arguments, const QString& folder,
-                        int columns, const QByteArray& typed)
+                        int columns, const QByteArray& typed, const QByteArray& prompt)
 {
     std::vector<QByteArray> words{file.toUtf8()};
     for (const QString& argument : arguments) {
@@ -30,13 +30,17 @@ RunResult runOnTerminal(const QString& file, const QStringList& arguments, const
         isThere&& ::execv(pointers.front(), pointers.data());
         ::_exit(127);
     }
-    EXPECT_EQ(::write(terminal, typed.constData(), static_cast<size_t>(typed.size())),
-              typed.size());
     QByteArray output;
+    bool isTyped = false;
     char buffer[4096];
     // ends with an error as soon as nobody has the terminal open any more
-    for (ssize_t count = 0; (count = ::read(terminal, buffer, sizeof buffer)) > 0;) {
+    for (ssize_t count = 0; count >= 0; count = ::read(terminal, buffer, sizeof buffer)) {
         output.append(buffer, count);
+        if (!isTyped && output.contains(prompt)) {
+            isTyped = true;
+            EXPECT_EQ(::write(terminal, typed.constData(), static_cast<size_t>(typed.size())),
+                      typed.size());
+        }
     }
     ::close(terminal);
     int status = 0;

@@ -7,8 +7,10 @@
 
 /// Runs a program to its end on a terminal of its own.
 /// @param columns the terminal's width
-/// @param typed what somebody types at once, lines
+/// @param typed what somebody types, lines
+/// @param prompt what stands on the terminal before anybody types
 /// @return its exit code, -1 when a signal ended it, and what stands on the terminal, the typed
 /// lines among it
 RunResult runOnTerminal(const QString& file, const QStringList& arguments, const QString& folder,
-                        int columns = 80, const QByteArray& typed = {});
+                        int columns = 80, const QByteArray& typed = {},
+                        const QByteArray& prompt = {});

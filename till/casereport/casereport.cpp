@@ -12,6 +12,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace till {
@@ -258,6 +260,14 @@ void CaseWriter::writeReplay()
 }
 
 } // namespace
+
+bool casereport::isOne(const QByteArray& content)
+{
+    constexpr qsizetype head = 1024;
+    return content.startsWith("<!DOCTYPE html>") &&
+           content.first(std::min(content.size(), head))
+               .contains("\"generator\" content=\"" + QByteArray(ReportPage::generator) + '"');
+}
 
 QByteArray casereport::html(const CaseMaterial& material,
                             const std::function<QString(const QString&)>& mask,

@@ -43,5 +43,8 @@ namespace casereport {
 QByteArray html(const CaseMaterial& material, const std::function<QString(const QString&)>& mask,
                 const QString& language);
 
+/// Whether a file's content is such a page.
+bool isOne(const QByteArray& content);
+
 } // namespace casereport
 } // namespace till

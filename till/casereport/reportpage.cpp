@@ -66,6 +66,9 @@ ReportPage::ReportPage(const QString& title, const Mask& mask, const QString& la
     writer.writeEmptyElement(u"meta"_s);
     writer.writeAttribute(u"name"_s, u"viewport"_s);
     writer.writeAttribute(u"content"_s, u"width=device-width, initial-scale=1"_s);
+    writer.writeEmptyElement(u"meta"_s);
+    writer.writeAttribute(u"name"_s, u"generator"_s);
+    writer.writeAttribute(u"content"_s, QLatin1StringView(generator));
     // nothing is loaded and nothing runs, whatever a document of the case holds
     writer.writeEmptyElement(u"meta"_s);
     writer.writeAttribute(u"http-equiv"_s, u"Content-Security-Policy"_s);

@@ -20,6 +20,9 @@ class ReportPage
 public:
     using Mask = std::function<QString(const QString&)>;
 
+    /// By which a page is known again; it stands in the head.
+    static constexpr char generator[] = "orva-till log export";
+
     /// Begins the page.
     /// @param mask takes from a text what tells who somebody is; empty: texts stay whole
     /// @param language of the page's own words, such as "ru"

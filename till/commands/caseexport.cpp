@@ -30,10 +30,11 @@ namespace till {
 
 ExitCode CaseExport::run()
 {
-    takeRecord();
-    takeFromDatabase();
-    replay();
-    wholefile::create(options.target, page());
+    const QByteArray content = pageOf(options.record, true);
+    if (!leftOut.isEmpty()) {
+        errors.notes({leftOut});
+    }
+    wholefile::create(options.target, content);
     out.line(
         options.withCards
             ? Text::tr("The page is %1. It holds whole card numbers: hand it on with care.")
@@ -42,14 +43,26 @@ ExitCode CaseExport::run()
     return ExitCode::Ok;
 }
 
-void CaseExport::takeRecord()
+QByteArray CaseExport::pageOf(const QString& record, bool mayReplay)
+{
+    takeRecord(record);
+    takeFromDatabase();
+    if (mayReplay) {
+        replay(record);
+    } else {
+        material.notReplayed = Text::tr("The plug-in does not answer.");
+    }
+    return page();
+}
+
+void CaseExport::takeRecord(const QString& number)
 {
     bool isNumber = false;
-    const int wanted = options.record.toInt(&isNumber);
+    const int wanted = number.toInt(&isNumber);
     if (!isNumber) {
-        throw Failure(Text::tr("A page shows one record; name its number instead of \"%1\".")
-                          .arg(options.record),
-                      ExitCode::Usage);
+        throw Failure(
+            Text::tr("A page shows one record; name its number instead of \"%1\".").arg(number),
+            ExitCode::Usage);
     }
     const QList<RecordFile> files = records.records();
     for (const RecordFile& file : files) {
@@ -63,8 +76,8 @@ void CaseExport::takeRecord()
             }
         }
     }
-    throw Failure(Text::tr("There is no record %1 in %2; look at \"log list\".")
-                      .arg(options.record, records.name()));
+    throw Failure(
+        Text::tr("There is no record %1 in %2; look at \"log list\".").arg(number, records.name()));
 }
 
 /// Makes none.
@@ -81,7 +94,7 @@ void CaseExport::takeFromDatabase()
         CheckStore checks(database);
         takeCheck(checks, *database);
     } catch (const std::exception& error) {
-        errors.notes({Text::tr("Check and queue are left out (%1).").arg(reasonOf(error))});
+        leftOut = Text::tr("Check and queue are left out (%1).").arg(reasonOf(error));
     }
 }
 
@@ -109,13 +122,13 @@ void CaseExport::takeCheck(CheckStore& checks, poshost::Database& database)
     }
 }
 
-void CaseExport::replay()
+void CaseExport::replay(const QString& number)
 {
     // a difference is cut to a few characters: no mask would find half of a name in it
     const QByteArray replayed =
         options.withCards ? lines : personinrecord::masked(lines, PersonMask(people));
     try {
-        const Record record = Record::parse(replayed, options.record).constFirst();
+        const Record record = Record::parse(replayed, number).constFirst();
         const QList<Record> again = Replay(pluginFile(options, config)).run(record);
         material.differences = recordcomparison::differences(record, again);
     } catch (const std::exception& error) {

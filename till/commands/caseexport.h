@@ -20,8 +20,9 @@ class CheckStore;
 class Output;
 class RecordFolder;
 
-/// The command "log export --html": a case as a page. Beside its record all else is welcome and
-/// nothing necessary: what cannot be had, of a till without a database for instance, the page says.
+/// The command "log export --html", and the pages of a support archive: a case as a page. Beside
+/// its record all else is welcome and nothing necessary: what cannot be had, of a till without a
+/// database for instance, the page says.
 class CaseExport
 {
 public:
@@ -35,11 +36,17 @@ public:
     /// @throws Failure when there is no such record, or the page cannot be written
     ExitCode run();
 
+    /// The page of a case, for a support archive; an object makes one page.
+    /// @param record its number
+    /// @param mayReplay false: the plug-in is not asked again
+    /// @throws Failure when there is no such record, or it is unreadable
+    QByteArray pageOf(const QString& record, bool mayReplay);
+
 private:
-    void takeRecord();
+    void takeRecord(const QString& number);
     void takeFromDatabase();
     void takeCheck(CheckStore& checks, poshost::Database& database);
-    void replay();
+    void replay(const QString& number);
     QByteArray page() const;
 
     const Config& config;
@@ -48,6 +55,7 @@ private:
     Output& out;
     Output& errors;
     QByteArray lines; ///< of the record
+    QString leftOut;  ///< why check and queue are not there; empty when they are
     CaseMaterial material;
     People people;
 };

@@ -7,6 +7,7 @@
 #include "host/queue/outgoingqueue.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/checkstore.h"
+#include "till/commands/caseexport.h"
 #include "till/commands/examination.h"
 #include "till/doctor/doctor.h"
 #include "till/doctor/libraryconfig.h"
@@ -35,6 +36,8 @@ namespace till {
 namespace {
 
 constexpr int configMilliseconds = 500;
+/// Each is replayed, which takes its time.
+constexpr qsizetype mostPages = 20;
 
 /// The end of a file, from a line's beginning.
 QByteArray endOf(QFile& file, qint64 most)
@@ -56,6 +59,7 @@ QString aboutOf(const QString& name)
            : name == supportfiles::records         ? Text::tr("records")
            : folder == supportfiles::checkFolder   ? Text::tr("a check")
            : folder == supportfiles::messageFolder ? Text::tr("its confirmation")
+           : folder == supportfiles::caseFolder    ? Text::tr("a record as a page")
                                                    : Text::tr("end of a log");
 }
 
@@ -81,6 +85,7 @@ ExitCode SupportCommand::run()
     addLists();
     addWantedRecords();
     addWantedChecks();
+    addPages();
     addLogs();
     const SupportArchive archive = content.archive();
     const QByteArray bytes = archive.written();
@@ -162,11 +167,27 @@ void SupportCommand::addLogs()
     }
 }
 
-void SupportCommand::addRecord(const QString& file, const QByteArray& lines)
+void SupportCommand::addRecord(const RecordFile& file, const QByteArray& lines)
 {
-    if (!added.contains(file)) {
-        added.insert(file);
+    if (!added.contains(file.number)) {
+        added.insert(file.number);
         content.addRecord(lines);
+    }
+}
+
+/// The newest of the records as pages. What a replay logs is for nobody here.
+void SupportCommand::addPages()
+{
+    QList<int> numbers = added.values();
+    std::sort(numbers.begin(), numbers.end());
+    const examination::WithoutLog withoutLog(options.verbose || leftSomethingBehind);
+    for (const int number : numbers.last(std::min(numbers.size(), mostPages))) {
+        try {
+            content.addPage(number, CaseExport(*subject.config, *records, options, out, errors)
+                                        .pageOf(QString::number(number), !leftSomethingBehind));
+        } catch (const Failure& failure) {
+            errors.notes({Text::tr("Record %1 has no page (%2).").arg(number).arg(failure.text())});
+        }
     }
 }
 
@@ -183,7 +204,7 @@ void SupportCommand::addWantedRecords()
             continue;
         }
         wanted.removeAll(number);
-        addRecord(file.path, Record::handedOn(file.path));
+        addRecord(file, Record::handedOn(file.path));
         if (checks != nullptr) {
             const Record record = records->read(file.number);
             try {
@@ -241,12 +262,12 @@ void SupportCommand::addRecordsOf(const QString& check)
 {
     const QList<RecordFile> files = records == nullptr ? QList<RecordFile>() : records->records();
     for (const RecordFile& file : files) {
-        if (added.contains(file.path)) {
+        if (added.contains(file.number)) {
             continue;
         }
         const QByteArray lines = Record::handedOn(file.path);
         if (lines.contains(check.toUtf8()) && records->read(file.number).checkId() == check) {
-            addRecord(file.path, lines);
+            addRecord(file, lines);
         }
     }
 }

@@ -21,6 +21,7 @@ namespace till {
 class CheckStore;
 class Output;
 class RecordFolder;
+struct RecordFile;
 
 /// The command "support": gathers what helps to find a fault elsewhere, lists it, and writes it
 /// into one file. What cannot be had, of a broken set-up for instance, is noted and left out.
@@ -41,7 +42,8 @@ private:
     void addWantedChecks();
     void addWantedRecords();
     void addRecordsOf(const QString& check);
-    void addRecord(const QString& file, const QByteArray& lines);
+    void addRecord(const RecordFile& file, const QByteArray& lines);
+    void addPages();
     void addCheck(const Check& check);
     void addWithRelated(const QString& which);
     void list(const SupportArchive& archive, qsizetype bytes);
@@ -55,7 +57,7 @@ private:
     QSharedPointer<poshost::Database> database;
     std::unique_ptr<CheckStore> checks;
     std::unique_ptr<RecordFolder> records;
-    QSet<QString> added; ///< files of records
+    QSet<int> added; ///< numbers of records
 };
 
 } // namespace till

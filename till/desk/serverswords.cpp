@@ -51,30 +51,40 @@ QString withoutMarkup(QString text)
     return poshost::xmltext::withoutReferences(text.replace(unread, u" "_s).replace(tag, u" "_s));
 }
 
-/// At most so many characters, and none of them half.
+/// At most so many characters, and none of them half; no half of a name either, which nobody could
+/// take out afterwards.
 QString cut(const QString& line, qsizetype most)
 {
     if (line.size() <= most) {
         return line;
     }
     const qsizetype end = most - 1;
-    return line.first(line.at(end - 1).isHighSurrogate() ? end - 1 : end) + u'…';
+    return poshost::xmltext::withoutHalfWord(
+               line.first(line.at(end - 1).isHighSurrogate() ? end - 1 : end)) +
+           u'…';
+}
+
+/// The text of a body in one line, however long.
+QString wholeLine(const QByteArray& body, const QString& contentType)
+{
+    return console::printable::line(withoutMarkup(decoded(body, contentType)).simplified());
 }
 
 } // namespace
 
 QString serverswords::lineOf(const QByteArray& body, const QString& contentType)
 {
-    const QString text = withoutMarkup(decoded(body, contentType)).simplified();
-    return cut(console::printable::line(text), longest);
+    return cut(wholeLine(body, contentType), longest);
 }
 
 QString serverswords::lineOf(const poshost::RefusalListener& heard, const QString& card)
 {
-    QString line = lineOf(heard.body(), heard.contentType());
+    QString line = wholeLine(heard.body(), heard.contentType());
     // what is shown of a number anyway would also be found in others
-    const bool isHidden = card.size() > cardnumber::shownDigits;
-    return isHidden ? line.replace(card, cardnumber::shortened(card)) : line;
+    if (card.size() > cardnumber::shownDigits) {
+        line.replace(card, cardnumber::shortened(card));
+    }
+    return cut(line, longest);
 }
 
 } // namespace till

@@ -25,6 +25,7 @@ QString ErasureReport::text(const QString& card) const
     add(Text::tr("messages of the queue"), messages);
     add(Text::tr("records"), records);
     add(Text::tr("support archives"), archives);
+    add(Text::tr("pages of cases"), pages);
     add(Text::tr("logs"), logs);
     if (delivered > 0) {
         text += Text::tr("Delivered before: %1\n").arg(delivered);
@@ -43,6 +44,7 @@ QString ErasureReport::json(const QString& card) const
                              {u"delivered"_s, delivered},
                              {u"records"_s, records},
                              {u"archives"_s, archives},
+                             {u"pages"_s, pages},
                              {u"logs"_s, logs},
                              {u"left"_s, QJsonArray::fromStringList(left)}};
     return QString::fromUtf8(QJsonDocument(object).toJson());

@@ -16,6 +16,7 @@ struct ErasureReport
     int delivered = 0; ///< messages that were delivered for it
     int records = 0;
     int archives = 0;
+    int pages = 0; ///< of cases
     int logs = 0;
     /// What still tells who the customer is, and what to do about it: a sentence each.
     QStringList left;

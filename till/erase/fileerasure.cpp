@@ -4,6 +4,7 @@
 #include "till/erase/fileerasure.h"
 
 #include "input/readfile.h"
+#include "till/casereport/casereport.h"
 #include "till/checks/check.h"
 #include "till/checks/checkcodec.h"
 #include "till/failure.h"
@@ -33,6 +34,7 @@ enum class FileKind
 {
     Records,
     Archive,
+    Page,
     Other,
 };
 
@@ -40,6 +42,7 @@ FileKind fileKindOf(const QByteArray& content)
 {
     const QByteArray head = content.first(std::max<qsizetype>(0, content.indexOf('\n')));
     return tararchive::isOne(content)                                 ? FileKind::Archive
+           : casereport::isOne(content)                               ? FileKind::Page
            : Record::isOfTill(QJsonDocument::fromJson(head).object()) ? FileKind::Records
                                                                       : FileKind::Other;
 }
@@ -178,6 +181,9 @@ void FileErasure::eraseFile(const QString& fileName, ErasureReport& report)
         }
         masked = isChanged ? archive.written() : content;
         report.archives += isChanged ? 1 : 0;
+    } else if (kind == FileKind::Page && customer.isInBytes(content)) {
+        masked = customer.mask().masked(QString::fromUtf8(content)).toUtf8();
+        report.pages += masked == content ? 0 : 1;
     } else if (kind == FileKind::Other && customer.isInBytes(content)) {
         report.left.append(
             Text::tr("%1 holds the card and is no file of the till's own; look at it yourself.")

@@ -49,10 +49,11 @@ inline const QString doctorText = QStringLiteral("doctor.txt");
 inline const QString queue = QStringLiteral("queue.json");
 inline const QString checks = QStringLiteral("checks.json");
 inline const QString records = QStringLiteral("records.jsonl");
-/// Folders: the checks asked for, their queued confirmations under the same names, the ends of
-/// logs.
+/// Folders: the checks asked for, their queued confirmations under the same names, the newest
+/// records as pages, the ends of logs.
 inline const QString checkFolder = QStringLiteral("checks");
 inline const QString messageFolder = QStringLiteral("messages");
+inline const QString caseFolder = QStringLiteral("cases");
 inline const QString logFolder = QStringLiteral("log");
 
 } // namespace supportfiles

@@ -99,6 +99,11 @@ void SupportContent::addRecord(const QByteArray& lines)
     inRecords.add(personinrecord::of(lines));
 }
 
+void SupportContent::addPage(int record, const QByteArray& content)
+{
+    pages.append({u"%1/%2.html"_s.arg(supportfiles::caseFolder).arg(record), content});
+}
+
 void SupportContent::addCheck(const Check& check, const QString& confirmation)
 {
     checks.insert(check.id(), {check, confirmation});
@@ -139,6 +144,7 @@ SupportArchive SupportContent::archive() const
         archive.members.append(
             {supportfiles::records, showsPeople ? records : personinrecord::masked(records, mask)});
     }
+    archive.members += pages;
     int number = 0;
     for (const KeptCheck& kept : checks) {
         ++number;

@@ -14,8 +14,8 @@ namespace till {
 class CheckStore;
 class RecordFolder;
 
-/// What goes into a support archive, gathered part by part; whatever is added is masked when the
-/// archive is made, unless cards are wanted.
+/// What goes into a support archive, gathered part by part; whatever is added, but for pages, is
+/// masked when the archive is made, unless cards are wanted.
 class SupportContent
 {
 public:
@@ -28,6 +28,8 @@ public:
     void addLog(const QByteArray& content);
     /// Whole lines of a record.
     void addRecord(const QByteArray& lines);
+    /// A record as a page, which nobody masks any more.
+    void addPage(int record, const QByteArray& content);
     /// A closed check, once.
     /// @param confirmation its message as the queue has it; empty when there is none
     void addCheck(const Check& check, const QString& confirmation);
@@ -52,6 +54,7 @@ private:
     QList<TarMember> texts;
     QList<QByteArray> logs;
     QByteArray records;
+    QList<TarMember> pages;
     QMap<QString, KeptCheck> checks;
 };
 

@@ -42,14 +42,7 @@ protected:
     /// A sale whose confirmation waits in the queue and is due.
     void leaveOneUndelivered()
     {
-        {
-            const auto working = startTill();
-            EXPECT_TRUE(working->command(u"open sale.toml"_s).endsWith(u"ok\n"_s));
-            EXPECT_TRUE(working->command(u"request"_s).endsWith(u"ok\n"_s));
-            stopServer();
-            EXPECT_TRUE(working->command(u"close"_s).endsWith(u"ok\n"_s));
-            working->kill();
-        }
+        closeWithoutServer();
         startServer();
         EXPECT_EQ(till({u"queue"_s, u"retry"_s, u"1"_s}).exitCode, 0);
     }
@@ -105,6 +98,31 @@ TEST_F(ConsoleTest, aVisitInRussianEndsInTheSameBooks)
     EXPECT_TRUE(tillBooks().startsWith(u"check,card,earned,"_s));
     EXPECT_TRUE(till({u"checks"_s}).output.contains(u"закрыт"_s));
     EXPECT_TRUE(till({u"checks"_s, u"--json"_s}).output.contains(u"\"closed\""_s));
+}
+
+TEST_F(ConsoleTest, aServerHasItsPageOnATerminalAndOtherwiseWhereItIsAskedFor)
+{
+    const QStringList own{u"--port"_s, u"0"_s, u"--database"_s, u"own.sqlite"_s};
+    const auto onOne = [&](const QStringList& more, const char* last) {
+        const QByteArray interrupt = "\x03";
+        return runOnTerminal(simulatorFile, own + more, folder(), 80, interrupt, last);
+    };
+    const RunResult seen = onOne({}, "Page at http://127.0.0.1:");
+    EXPECT_EQ(seen.exitCode, 0) << qPrintable(seen.output);
+    const QString before = seen.output.section(u"^C"_s, 0, 0).trimmed();
+    EXPECT_TRUE(before.section(u'\n', -1).startsWith(u"Page at http://127.0.0.1:"_s))
+        << qPrintable(seen.output);
+    EXPECT_FALSE(onOne({u"--no-page"_s}, "Listening on ").output.contains(u"Page at"_s));
+    for (const bool isAskedFor : {false, true}) {
+        Program piped(simulatorFile, isAskedFor ? own + QStringList{u"--page"_s} : own, folder());
+        EXPECT_FALSE(piped.waitForLine(u"Listening on "_s).isEmpty());
+        if (isAskedFor) {
+            EXPECT_TRUE(piped.waitForLine(u"Page at "_s).startsWith(u"http://127.0.0.1:"_s));
+        }
+        piped.terminate();
+        EXPECT_EQ(piped.waitForEnd(), 0);
+        EXPECT_EQ(piped.output().contains(u"Page at "_s), isAskedFor) << qPrintable(piped.output());
+    }
 }
 
 TEST_F(ConsoleTest, failuresAndUsageErrorsAreInRussianToo)

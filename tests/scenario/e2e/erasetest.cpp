@@ -100,6 +100,7 @@ protected:
         writeFile(u"till.log"_s, log);
         writeFile(u"till.log.1"_s, log);
         done({u"log"_s, u"export"_s, u"all"_s, u"exported.jsonl"_s});
+        done({u"log"_s, u"export"_s, u"1"_s, u"--html"_s, u"page.html"_s, u"--with-cards"_s});
         done({u"support"_s, u"masked.tar"_s, u"--records"_s, u"all"_s});
         done({u"support"_s, u"whole.tar"_s, u"--records"_s, u"all"_s, u"--with-cards"_s});
     }
@@ -159,7 +160,7 @@ TEST_F(EraseTest, leavesNoByteOfTheCustomer)
     sow();
     const QStringList before = found();
     for (const QString& file : {u"till.sqlite"_s, u"records/000001.jsonl"_s, u"exported.jsonl"_s,
-                                u"whole.tar"_s, u"till.log"_s, u"till.log.1"_s}) {
+                                u"whole.tar"_s, u"page.html"_s, u"till.log"_s, u"till.log.1"_s}) {
         EXPECT_TRUE(before.contains(file + u": "_s + forgottenCard))
             << qPrintable(file) << " is not sown";
     }
@@ -171,6 +172,7 @@ TEST_F(EraseTest, leavesNoByteOfTheCustomer)
                       "  messages of the queue: 2\n"
                       "  records: 4\n"
                       "  support archives: 1\n"
+                      "  pages of cases: 1\n"
                       "  logs: 2\n"_s);
     EXPECT_EQ(tillBooks(), books) << "the books have changed";
 }
@@ -217,14 +219,7 @@ TEST_F(EraseTest, leavesChecksAndRecordsOfUse)
 TEST_F(EraseTest, deliversFirstAndLeavesWhatCannotBe)
 {
     sell(u"sale.toml"_s);
-    {
-        std::unique_ptr<Program> till = startTill();
-        till->command(u"open given/sale.toml"_s);
-        till->command(u"request"_s);
-        stopServer();
-        till->command(u"close"_s);
-        till->kill();
-    }
+    closeWithoutServer(u"given/sale.toml"_s);
     ASSERT_EQ(undelivered(), 1);
     const RunResult refused = till({u"erase"_s, forgottenCard});
     EXPECT_EQ(refused.exitCode, 1);

@@ -7,6 +7,7 @@
 #include "tests/support/environmentvariable.h"
 #include "tests/support/shop.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -297,4 +298,40 @@ TEST_P(OneLanguage, isThatOfTheServersMistakes)
     runSimulator(u"--database other.sqlite --port "_s +
                  address.section(u':', -1).remove(u'/')); // taken
     EXPECT_EQ(judged, 13);
+}
+
+/// Scripts that fail: without a folder, without a server, with a till that refuses or says nothing.
+TEST_P(OneLanguage, isThatOfWhatTheScriptsSayWhenTheyFail)
+{
+    const QString scripts = QStringLiteral(ORVA_SCRIPTS);
+    const auto fails = [&](const QString& script, const QStringList& arguments,
+                           const QString& english, const QString& russian) {
+        const RunResult result = runProgram(scripts + script, arguments, folder());
+        EXPECT_NE(result.exitCode, 0);
+        const QString wanted = isRussian() ? russian : english;
+        EXPECT_TRUE(result.output.contains(wanted)) << qPrintable(result.output);
+        judge(script, result.output);
+    };
+    const auto program = [this](const QString& name, const QString& lines) {
+        ASSERT_TRUE(QDir().mkpath(path(u"build/bin"_s)));
+        writeFile(u"build/bin/"_s + name, u"#!/bin/sh\n"_s + lines);
+        ASSERT_TRUE(QFile::setPermissions(path(u"build/bin/"_s + name),
+                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    };
+    fails(u"/setup"_s, {u"something"_s}, u"is none of: run,"_s, u"не из этих слов: run,"_s);
+    for (const QString& script : {u"/visit"_s, u"/desk"_s}) {
+        fails(script, {}, u"name the build folder"_s, u"назовите папку сборки"_s);
+        program(u"orva-simulator"_s, u"exit 1\n"_s);
+        fails(script, {path(u"build"_s)}, u"the loyalty server did not start:"_s,
+              u"сервер лояльности не запустился:"_s);
+    }
+    program(u"orva-simulator"_s, u"echo 'Listening on http://127.0.0.1:1/'\n"
+                                 "case \"$1\" in ledger) ;; *) exec sleep 60 ;; esac\n"_s);
+    program(u"orva-till"_s, u"read line; echo 'error: 7'\n"_s);
+    fails(u"/visit"_s, {path(u"build"_s)}, u"the till refused \"open sale.toml\""_s,
+          u"касса отказала в \"open sale.toml\""_s);
+    program(u"orva-till"_s, u"read line\n"_s);
+    fails(u"/visit"_s, {path(u"build"_s)}, u"the till did not answer \"open sale.toml\""_s,
+          u"касса не ответила на \"open sale.toml\""_s);
+    EXPECT_EQ(judged, 7);
 }

@@ -70,14 +70,7 @@ TEST_P(Screen, fitsTheTerminalAndIsPlainOnADumbOne)
     expectFits(screenTill, {u"doctor"_s});
     expectFits(screenSimulator,
                {u"ledger"_s, u"--database"_s, u"server.sqlite"_s, u"--config"_s, u"strict.toml"_s});
-    {
-        const auto working = startTill();
-        EXPECT_TRUE(working->command(u"open sale.toml"_s).endsWith(u"ok\n"_s));
-        EXPECT_TRUE(working->command(u"request"_s).endsWith(u"ok\n"_s));
-        stopServer();
-        EXPECT_TRUE(working->command(u"close"_s).endsWith(u"ok\n"_s));
-        working->kill();
-    }
+    closeWithoutServer();
     till({u"queue"_s, u"retry"_s, u"4"_s});
     till({u"queue"_s, u"deliver"_s});
     expectFits(screenTill, {u"queue"_s, u"list"_s});

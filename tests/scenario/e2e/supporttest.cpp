@@ -72,7 +72,8 @@ TEST_F(SupportTest, isOneFileForItsOwnerThatBareToolsOpen)
     const QStringList names = listed.output.split(u'\n', Qt::SkipEmptyParts);
     for (const QString& name :
          {u"config.toml"_s, u"doctor.txt"_s, u"doctor.json"_s, u"queue.json"_s, u"checks.json"_s,
-          u"records.jsonl"_s, u"checks/1.check"_s, u"checks/3.check"_s, u"log/1.log"_s}) {
+          u"records.jsonl"_s, u"cases/1.html"_s, u"cases/3.html"_s, u"checks/1.check"_s,
+          u"checks/3.check"_s, u"log/1.log"_s}) {
         EXPECT_TRUE(names.contains(name)) << qPrintable(name) << " in\n"
                                           << qPrintable(listed.output);
         EXPECT_TRUE(said.contains(name)) << qPrintable(name) << " in\n" << qPrintable(said);
@@ -141,6 +142,21 @@ TEST_F(SupportTest, holdsTheChecksThatAreNamedWithTheirRecords)
     EXPECT_EQ(explained.exitCode, 0) << qPrintable(explained.output);
     const RunResult records = elsewhere({u"log"_s, u"replay"_s, u"case.tar"_s});
     EXPECT_EQ(records.output.count(u"identical"_s), 1) << qPrintable(records.output);
+}
+
+TEST_F(SupportTest, showsItsRecordsAsTheirPages)
+{
+    trade();
+    done({u"support"_s, u"case.tar"_s, u"--records"_s, u"1,3"_s});
+    EXPECT_EQ(runProgram(u"tar"_s, {u"-xf"_s, u"case.tar"_s}, folder()).exitCode, 0);
+    EXPECT_EQ(QDir(path(u"cases"_s)).entryList(QDir::Files),
+              (QStringList{u"1.html"_s, u"3.html"_s}));
+    for (const QString& number : {u"1"_s, u"3"_s}) {
+        done({u"log"_s, u"export"_s, number, u"--html"_s, u"page.html"_s});
+        EXPECT_EQ(bytesOf(u"cases/"_s + number + u".html"_s), bytesOf(u"page.html"_s));
+        EXPECT_TRUE(bytesOf(u"page.html"_s).contains("calls, identical."));
+        EXPECT_TRUE(QFile::remove(path(u"page.html"_s)));
+    }
 }
 
 TEST_F(SupportTest, hasTheLastCheckThatTheTillHas)

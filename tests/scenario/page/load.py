@@ -3,6 +3,8 @@
 """Many exchanges: nothing is lost, and what it costs."""
 
 import http.client
+import os
+import statistics
 import threading
 import time
 
@@ -10,6 +12,9 @@ from scene import CARD, precheck
 from webdriver import until
 
 MANY = 10_000
+AFTER = 100_000
+SECONDS = 60
+NOISE = 1.2  # how far two measurements of the same may lie apart on a machine that does something else too
 
 
 def memory_of(process):
@@ -21,21 +26,43 @@ def memory_of(process):
     raise AssertionError("no figure of the memory")
 
 
-def fill(scene, count, connections=4, card=CARD, status=200):
-    """Sends so many pre-checks of few checks over some connections; returns the seconds it took."""
+def processor_seconds(*roots):
+    """What these processes and all below them have taken of the processors so far."""
+    children = {}
+    times = {}
+    for name in os.listdir("/proc"):
+        if name.isdigit():
+            try:
+                with open(f"/proc/{name}/stat", encoding="utf-8", errors="replace") as file:
+                    fields = file.read().rsplit(")", 1)[1].split()
+            except OSError:
+                continue  # it has just ended
+            children.setdefault(int(fields[1]), []).append(int(name))
+            times[int(name)] = int(fields[11]) + int(fields[12])
+    wanted = list(roots)
+    for process in wanted:
+        wanted += children.get(process, [])
+    return sum(times.get(process, 0) for process in wanted) / os.sysconf("SC_CLK_TCK")
+
+
+def fill(scene, count, connections=4, card=CARD, status=200, rate=0):
+    """Sends so many pre-checks of few checks over some connections, at most so many a second where a rate is
+    named; returns the seconds it took."""
     authorization = scene.authorization()
     host = scene.server.removeprefix("http://").rstrip("/")
 
     def send(part):
         connection = http.client.HTTPConnection(host)
         for i in range(part, count, connections):
+            if rate:
+                time.sleep(max(0.0, start + i / rate - time.monotonic()))
             connection.request("POST", "/api/1.x/precheck", precheck(f"load-{i % 50}", card=card),
                                {"Content-Type": "application/xml", "Authorization": authorization})
             answer = connection.getresponse()
             answer.read()
             assert answer.status == status, answer.status
 
-    start = time.monotonic()
+    start = time.monotonic()  # before any thread looks at it
     threads = [threading.Thread(target=send, args=(part,)) for part in range(connections)]
     for thread in threads:
         thread.start()
@@ -85,13 +112,68 @@ def nothing_is_lost_while_it_comes_fast(stage):
     window.says(f"{count + 200:,}", ".count")
     watched = count / unknown(count)
     window.says(f"{2 * count + 200:,}", ".count")
+    all_are_there(scene, 2 * count + 200)
+    return (f"{alone:.0f} requests a second alone, {watched:.0f} with the page open, as fast as they go; "
+            f"{2 * count + 200} exchanges, none missing")
+
+
+def all_are_there(scene, count):
     numbers = []
-    while len(numbers) < 2 * count + 200:
+    while len(numbers) < count:
         page = scene.get(f"/exchanges?after={len(numbers)}&most={MANY}")
+        if not page["exchanges"]:
+            break
         numbers += [row["number"] for row in page["exchanges"]]
-    assert numbers == list(range(1, 2 * count + 201)), "an exchange is missing"
-    return f"{alone:.0f} requests a second alone, {watched:.0f} with the page open; {len(numbers)} exchanges, none missing"
+    assert numbers == list(range(1, count + 1)), f"{len(numbers)} of {count} exchanges are there"
 
 
-STEPS = [ten_thousand_exchanges_open_fast, nothing_is_lost_while_it_comes_fast]
+def rate_holds_for_a_minute_with_the_page_open(stage):
+    scene = stage.scene()
+    rate = 1_000
+    count = rate * SECONDS
+    alone = count / fill(scene, count, card="999", status=424, rate=rate)
+    window = stage.browser()
+    window.open(scene.page)
+    window.says(f"{count:,}", ".count")
+    watched = count / fill(scene, count, card="999", status=424, rate=rate)
+    window.says(f"{2 * count:,}", ".count")
+    all_are_there(scene, 2 * count)
+    figures = (f"{rate} requests a second asked for, {SECONDS} s: {alone:.0f} alone, {watched:.0f} with the page "
+               f"open, {2 * count} exchanges there")
+    assert watched >= 0.9 * alone, figures
+    return figures
+
+
+def no_request_costs_more_after_many(stage):
+    scene = stage.scene()
+    window = stage.browser()
+    window.open(scene.page)
+    window.says("connected", "#state")
+    batch = 5_000
+    rate = 500  # the same of both, for a browser's work goes by time as well
+
+    def cost():
+        """Microseconds of the simulator and of the browser for a request."""
+        before = processor_seconds(scene.process.pid), processor_seconds(stage.driver.process.pid)
+        fill(scene, batch, card="999", status=424, rate=rate)
+        after = processor_seconds(scene.process.pid), processor_seconds(stage.driver.process.pid)
+        return [(now - then) / batch * 1e6 for now, then in zip(after, before)]
+
+    def median_cost():
+        return [statistics.median(costs) for costs in zip(*(cost() for _ in range(3)))]
+
+    cost()  # what is worked out once
+    first = median_cost()
+    sent = 4 * batch
+    fill(scene, AFTER - sent, card="999", status=424)
+    window.says(f"{AFTER:,}", ".count", patience=120)
+    later = median_cost()
+    figures = (f"a request takes the simulator {first[0]:.0f} us, {later[0]:.0f} us after {AFTER} exchanges, and the "
+               f"browser {first[1]:.0f} us, then {later[1]:.0f} us")
+    assert later[0] <= first[0] * NOISE and later[1] <= first[1] * NOISE, figures
+    return figures
+
+
+STEPS = [ten_thousand_exchanges_open_fast, nothing_is_lost_while_it_comes_fast,
+         rate_holds_for_a_minute_with_the_page_open, no_request_costs_more_after_many]
 SHORT = []

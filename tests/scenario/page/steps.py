@@ -57,6 +57,18 @@ def filters_choose_exchanges(stage):
     until(lambda: [row[2] for row in rows(window)] == ["three"], "the refused one")
 
 
+def text_is_looked_for_in_what_comes(stage):
+    scene, window = open_page(stage)
+    scene.post("precheck", precheck("before", extra="<shopName>needle</shopName>"))
+    window.type(".filter [name=text]", "needle")
+    until(lambda: [row[2] for row in rows(window)] == ["before"], "the one that was there")
+    for i in range(4):
+        scene.post("precheck", precheck(f"hay-{i}"))
+        scene.post("precheck", precheck(f"found-{i}", extra="<shopName>Needle</shopName>"))
+    until(lambda: [row[2] for row in rows(window)] == [f"found-{i}" for i in (3, 2, 1, 0)] + ["before"],
+          "those that have come")
+
+
 def opened_exchange_shows_both_sides(stage):
     scene, window = open_page(stage)
     scene.post("precheck", precheck("sides"))
@@ -66,8 +78,14 @@ def opened_exchange_shows_both_sides(stage):
     assert "<awardBonus>" in answer, answer
     assert window.run("return document.querySelectorAll('.sides .xml-open').length") > 10
     # every finding stands at its element: the built-in rules are not strict, the schemas are
-    finding = window.run("return document.querySelector('.sides pre .finding')?.parentElement.textContent")
-    assert finding and "is missing" in finding, finding
+    findings = window.run("return [...document.querySelectorAll('.sides pre .finding')].map((one) => "
+                          "[one.parentElement.firstElementChild.textContent, one.textContent])")
+    missing = [name for place, sentence in findings for name in re.findall(r"^(\S+) is missing", sentence)
+               if place == ("<RawCheck>" if "/" not in name else "<RawItem>")]
+    assert {"number", "date", "items/RawItem[1]/price"} <= set(missing), findings
+    assert len(findings) == len(scene.get("/exchanges/1")["findings"]), findings
+    listed = window.run("return [...document.querySelectorAll('.findings li')].map((one) => one.textContent)")
+    assert listed == [one["sentence"] for one in scene.get("/exchanges/1")["findings"]], listed
     left, right = window.run("return [...document.querySelectorAll('.sides section')].map((side) => "
                              "side.getBoundingClientRect().left)")
     assert left < right, "not side by side"
@@ -79,17 +97,21 @@ def finding_stands_at_its_element(stage):
     scene.till("check", "sale.toml")
     number = scene.get("/exchanges")["last"]
     whole = scene.get(f"/exchanges/{number}")
-    assert whole["finding"] is None, whole["finding"]
+    assert whole["findings"] == [], whole["findings"]
     parts = whole["request"].split("<sku>")
     assert len(parts) == 4, whole["request"]
-    scene.post("precheck", "<sku>".join(parts[:2]) + "<surprise>1</surprise><sku>" + "<sku>".join(parts[2:]))
+    total = parts[3].replace("<total>", "<total>a lot of ", 1)
+    scene.post("precheck", f"{parts[0]}<sku>{parts[1]}<surprise>1</surprise><sku>{parts[2]}<sku>{total}")
     open_newest(window, number + 1)
-    beside = window.run("const finding = document.querySelector('.sides pre .finding'); "
-                        "return [finding.textContent, finding.parentElement.firstElementChild.textContent, "
+    beside = window.run("return [...document.querySelectorAll('.sides pre .finding')].map((finding) => "
+                        "[finding.textContent, finding.parentElement.firstElementChild.textContent, "
                         "[...document.querySelectorAll('.sides pre .xml-open')].filter((open) => "
-                        "open.textContent === '<RawItem>' && open.compareDocumentPosition(finding) & 4).length]")
-    assert beside[0].startswith("items/RawItem[2]/surprise is unknown here"), beside
-    assert beside[1] == "<surprise>" and beside[2] == 2, beside
+                        "open.textContent === '<RawItem>' && open.compareDocumentPosition(finding) & 4).length])")
+    assert len(beside) == 2, beside
+    assert beside[0][0].startswith("items/RawItem[2]/surprise is unknown here"), beside
+    assert beside[0][1:] == ["<surprise>", 2], beside
+    assert beside[1][0].startswith("items/RawItem[3]/total is \"a lot of "), beside
+    assert beside[1][1:] == ["<total>", 3], beside
 
 
 def difference_to_the_precheck_before(stage):
@@ -139,7 +161,7 @@ def sale_and_return_of_a_till(stage):
     open_newest(window, confirm["number"])
     window.says("Booked by it", ".detail")
     sale = scene.get("/checks")["checks"][1]
-    spent = f"{sale['spent'] / 100:.2f}"
+    spent = sale["spent"]
     window.says(spent, ".detail")
     window.button("Books", "#tabs")
     window.says("The books agree.")
@@ -151,6 +173,13 @@ def sale_and_return_of_a_till(stage):
     window.says("Returns of this sale")
     window.says(spent)
     window.says("discount.sku.\"1001\" = 10.00 %")
+    back = scene.get(f"/checks/{sale['id']}")["returns"][0]
+    reasons = {(one["line"], one["what"]): one for one in back["reasons"]}
+    line = back["lines"][0]
+    for what in ("total", "givenBack", "takenBack"):
+        assert (0, what) in reasons and reasons[line["line"], what]["amount"] == line[what], reasons
+        assert reasons[line["line"], what]["fits"], reasons
+        window.says(reasons[line["line"], what]["rule"])
 
 
 def faults_are_armed_struck_and_removed(stage):
@@ -196,7 +225,7 @@ def check_to_try(stage):
         "card": CARD, "points": "10", "lines": [{"sku": "1001", "total": "95.05", "minTotal": "0"}]})[1])
     for grant in wanted["lines"][0]["grants"]:
         window.says(grant["rule"])
-        window.says(f"{grant['granted'] / 100:.2f}")
+        window.says(grant["granted"])
     assert scene.get("/checks")["checks"] == []
 
 
@@ -234,7 +263,7 @@ def keyboard_alone_opens_an_exchange(stage):
     window.says("Exchange 1", ".detail h2")
 
 
-STEPS = [exchanges_arrive_live, filters_choose_exchanges, opened_exchange_shows_both_sides,
+STEPS = [exchanges_arrive_live, filters_choose_exchanges, text_is_looked_for_in_what_comes, opened_exchange_shows_both_sides,
          finding_stands_at_its_element, difference_to_the_precheck_before, curl_line_has_no_authorization_and_works,
          send_again, sale_and_return_of_a_till, faults_are_armed_struck_and_removed, server_away, check_to_try,
          mistake_in_the_rules, keyboard_alone_opens_an_exchange]

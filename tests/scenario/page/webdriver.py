@@ -134,10 +134,10 @@ class Browser:
     def text(self, selector="body"):
         return self.run("return document.querySelector(arguments[0])?.innerText ?? ''", selector)
 
-    def says(self, text, selector="body"):
+    def says(self, text, selector="body", patience=PATIENCE):
         """Waits until a text stands there."""
         try:
-            until(lambda: text in self.text(selector), "")
+            until(lambda: text in self.text(selector), "", patience)
         except AssertionError:
             raise AssertionError(f"{selector} does not say \"{text}\" but:\n{self.text(selector)[:3000]}") from None
 

@@ -300,6 +300,15 @@ TEST_F(Delivery, KeepsTheBeginningOfALongRefusal)
     EXPECT_EQ(queue.show(1)->lastAnswer.size(), 4096);
 }
 
+TEST_F(Delivery, KeepsNoHalfNameOfALongRefusal)
+{
+    add(u"a"_s);
+    const QByteArray before = QByteArray("<note>,</note>").repeated(292); // 4,088 bytes
+    server.answer({424, before + "<n>Соколова</n>"});
+    deliver();
+    EXPECT_EQ(queue.show(1)->lastAnswer, QString::fromLatin1(before) + u"<n>"_s);
+}
+
 TEST_F(Delivery, WritesNoSecretIntoTheLog)
 {
     QVariantMap message = queuedMessage(u"payload-canary"_s, u"Basic canary"_s);

@@ -110,4 +110,18 @@ TEST(XmlText, IsReadWithTheCharactersThatItRefersTo)
     EXPECT_EQ(withoutReferences(u"&#x1F600;"_s), QString::fromUcs4(U"\U0001F600", 1));
 }
 
+TEST(XmlText, LosesTheWordAtWhichItWasCut)
+{
+    using poshost::xmltext::withoutHalfWord;
+    EXPECT_EQ(withoutHalfWord(u"<surname>Соко"_s), u"<surname>"_s);
+    EXPECT_EQ(withoutHalfWord(u"Анна Соко\uFFFD"_s), u"Анна "_s);
+    EXPECT_EQ(withoutHalfWord(u"<a b=\"&#1057;&#1086;&#10"_s), u"<a b=\""_s);
+    EXPECT_EQ(withoutHalfWord(u"card 2200 0000-00"_s), u"card "_s);
+    EXPECT_EQ(withoutHalfWord(u"card 2200 0000 "_s), u"card "_s);
+    EXPECT_EQ(withoutHalfWord(u"whole <"_s), u"whole <"_s);
+    EXPECT_EQ(withoutHalfWord(QString()), QString());
+    EXPECT_EQ(withoutHalfWord(u"a "_s + QString(256, u'x')), u"a "_s);
+    EXPECT_EQ(withoutHalfWord(u"a "_s + QString(257, u'x')), u"a "_s + QString(257, u'x'));
+}
+
 } // namespace

@@ -79,7 +79,7 @@ TEST(ServersWords, haveThreeHundredCharactersAtMostAndNoneOfThemHalf)
     const QString line = lineOf((QString(298, u'x') + smile.repeated(9)).toUtf8(), {});
     EXPECT_EQ(line, QString(298, u'x') + u'…');
     // a code takes six characters where one was
-    EXPECT_EQ(lineOf(QByteArray(300, '\x07'), {}).size(), 300);
+    EXPECT_EQ(lineOf(QByteArray(300, '\x07'), {}), QString(u"\\u0007"_s).repeated(49) + u"\\…"_s);
 }
 
 TEST(ServersWords, doNotGiveTheWholeCardAway)
@@ -88,6 +88,11 @@ TEST(ServersWords, doNotGiveTheWholeCardAway)
     RefusalListener::hear(424, "Card 2200000000017 is unknown, 4 of 17", {});
     EXPECT_EQ(lineOf(heard, u"2200000000017"_s), u"Card ****0017 is unknown, 4 of 17"_s);
     EXPECT_EQ(lineOf(heard, u"17"_s), u"Card 2200000000017 is unknown, 4 of 17"_s);
+    const QByteArray before = QByteArray("so it is, ").repeated(29); // 290 characters
+    RefusalListener::hear(424, before + "2200000000017 of Anna", {});
+    EXPECT_EQ(lineOf(heard, u"2200000000017"_s), QString::fromLatin1(before) + u"****…"_s);
+    RefusalListener::hear(424, before + "2200000000024 of Anna", {}); // another's
+    EXPECT_EQ(lineOf(heard, u"2200000000017"_s), QString::fromLatin1(before) + u'…');
 }
 
 TEST_F(ServersWordsTest, standBesideThePluginsSentence)
