@@ -458,6 +458,488 @@ Try: %3
         <source>%1 is no regular file; name a file of rules</source>
         <translation>%1 не обычный файл; укажите файл правил</translation>
     </message>
+    <message>
+        <source>amounts have a comma: 10,50</source>
+        <translation>суммы пишутся через запятую: 10,50</translation>
+    </message>
+    <message>
+        <source>amounts from a thousand up are grouped: 1 234.50</source>
+        <translation>в суммах от тысячи разряды разделены пробелами: 1 234.50</translation>
+    </message>
+    <message>
+        <source>the points to be earned have a plus: +4.75</source>
+        <translation>перед начисляемыми баллами стоит плюс: +4.75</translation>
+    </message>
+    <message>
+        <source>amounts are written as doubles are: 1.6e+02</source>
+        <translation>суммы записаны в экспоненциальном виде: 1.6e+02</translation>
+    </message>
+    <message>
+        <source>amounts have four decimals: 4.7500</source>
+        <translation>в суммах четыре знака после точки: 4.7500</translation>
+    </message>
+    <message>
+        <source>amounts have their currency behind them: 4.75 RUB</source>
+        <translation>за суммой стоит валюта: 4.75 RUB</translation>
+    </message>
+    <message>
+        <source>the balance is in kopecks: 50000</source>
+        <translation>баланс указан в копейках: 50000</translation>
+    </message>
+    <message>
+        <source>amounts are binary fractions of 32 bits</source>
+        <translation>суммы хранятся как двоичные дроби в 32 бита</translation>
+    </message>
+    <message>
+        <source>an amount of zero is an empty element</source>
+        <translation>нулевая сумма — пустой элемент</translation>
+    </message>
+    <message>
+        <source>discounts are negative, as changes of the price</source>
+        <translation>скидки отрицательные, как изменение цены</translation>
+    </message>
+    <message>
+        <source>identifiers of lines are texts with blanks around them</source>
+        <translation>идентификаторы строк — тексты с пробелами вокруг</translation>
+    </message>
+    <message>
+        <source>identifiers of lines are names: line-1</source>
+        <translation>идентификаторы строк — имена: line-1</translation>
+    </message>
+    <message>
+        <source>identifiers of lines count from zero</source>
+        <translation>идентификаторы строк считаются с нуля</translation>
+    </message>
+    <message>
+        <source>all lines have the identifier of the first</source>
+        <translation>у всех строк идентификатор первой</translation>
+    </message>
+    <message>
+        <source>the last of several lines does not come back</source>
+        <translation>последняя из нескольких строк не возвращается</translation>
+    </message>
+    <message>
+        <source>a gift that nobody asked for stands among the lines</source>
+        <translation>среди строк стоит подарок, которого никто не просил</translation>
+    </message>
+    <message>
+        <source>the check&apos;s identifier is filled up with blanks</source>
+        <translation>идентификатор чека дополнен пробелами</translation>
+    </message>
+    <message>
+        <source>the answer has an identifier of the server&apos;s own</source>
+        <translation>в ответе собственный идентификатор сервера</translation>
+    </message>
+    <message>
+        <source>the card&apos;s number comes back with stars</source>
+        <translation>номер карты возвращается со звёздочками</translation>
+    </message>
+    <message>
+        <source>the date comes back with a time zone</source>
+        <translation>дата возвращается с часовым поясом</translation>
+    </message>
+    <message>
+        <source>the date comes back as that of another time zone</source>
+        <translation>дата возвращается пересчитанной в другой часовой пояс</translation>
+    </message>
+    <message>
+        <source>the goods codes do not come back</source>
+        <translation>коды товаров не возвращаются</translation>
+    </message>
+    <message>
+        <source>quantities come back as whole numbers</source>
+        <translation>количества возвращаются целыми</translation>
+    </message>
+    <message>
+        <source>letters beyond ASCII come back as question marks</source>
+        <translation>буквы, которых нет в ASCII, возвращаются вопросительными знаками</translation>
+    </message>
+    <message>
+        <source>the check&apos;s total comes back less one rouble</source>
+        <translation>сумма чека возвращается на рубль меньше</translation>
+    </message>
+    <message>
+        <source>the first answer for a card has no balance</source>
+        <translation>в первом ответе по карте нет баланса</translation>
+    </message>
+    <message>
+        <source>a balance of zero is left out</source>
+        <translation>нулевой баланс пропущен</translation>
+    </message>
+    <message>
+        <source>the balance is the word null</source>
+        <translation>вместо баланса стоит слово null</translation>
+    </message>
+    <message>
+        <source>nothing is said of the card&apos;s owner and account</source>
+        <translation>о владельце карты и её счёте не сказано ничего</translation>
+    </message>
+    <message>
+        <source>the balance stays as it was when the card was first seen</source>
+        <translation>баланс остаётся таким, каким был при первом обращении к карте</translation>
+    </message>
+    <message>
+        <source>the balance has the points that the check would earn</source>
+        <translation>в балансе уже есть баллы, которые начислит чек</translation>
+    </message>
+    <message>
+        <source>each pre-check sets a rouble of the balance aside</source>
+        <translation>каждая предпроверка откладывает рубль баланса</translation>
+    </message>
+    <message>
+        <source>the discount of a line is its total and one rouble more</source>
+        <translation>скидка строки на рубль больше её суммы</translation>
+    </message>
+    <message>
+        <source>points may pay a line&apos;s total as if there were no discounts</source>
+        <translation>баллами можно оплатить всю сумму строки, как будто скидок нет</translation>
+    </message>
+    <message>
+        <source>points to be earned are counted in kopecks</source>
+        <translation>начисляемые баллы посчитаны в копейках</translation>
+    </message>
+    <message>
+        <source>points may pay more of a check than the card holds</source>
+        <translation>баллами можно оплатить больше, чем есть на карте</translation>
+    </message>
+    <message>
+        <source>the points that a check earns are whole, those of its lines not</source>
+        <translation>чек начисляет целые баллы, а его строки нет</translation>
+    </message>
+    <message>
+        <source>the channels of messages are in capital letters: POS</source>
+        <translation>каналы сообщений записаны заглавными буквами: POS</translation>
+    </message>
+    <message>
+        <source>the elements of the owner&apos;s name begin with capital letters</source>
+        <translation>элементы с именем владельца начинаются с заглавной буквы</translation>
+    </message>
+    <message>
+        <source>the points that a return takes back are positive</source>
+        <translation>баллы, которые снимет возврат, положительные</translation>
+    </message>
+    <message>
+        <source>a pre-check is answered 200 with a page for people</source>
+        <translation>на предпроверку приходит 200 и страница для людей</translation>
+    </message>
+    <message>
+        <source>a pre-check is answered 200 without a body</source>
+        <translation>на предпроверку приходит 200 без тела</translation>
+    </message>
+    <message>
+        <source>a pre-check is answered in JSON</source>
+        <translation>на предпроверку приходит ответ в JSON</translation>
+    </message>
+    <message>
+        <source>refusals are answered 200 with an error in the body</source>
+        <translation>отказы приходят со статусом 200 и ошибкой в теле</translation>
+    </message>
+    <message>
+        <source>an empty line stands before the XML declaration</source>
+        <translation>перед объявлением XML стоит пустая строка</translation>
+    </message>
+    <message>
+        <source>an answer is in UTF-8 and declares windows-1251</source>
+        <translation>ответ в UTF-8 объявляет windows-1251</translation>
+    </message>
+    <message>
+        <source>an answer is in windows-1251 and does not say so</source>
+        <translation>ответ в windows-1251 об этом не говорит</translation>
+    </message>
+    <message>
+        <source>an answer brings a document type with declarations</source>
+        <translation>в ответе есть тип документа с объявлениями</translation>
+    </message>
+    <message>
+        <source>answers are compressed though nobody asked for it</source>
+        <translation>ответы сжаты, хотя никто не просил</translation>
+    </message>
+    <message>
+        <source>the length of an answer counts characters, not bytes</source>
+        <translation>длина ответа посчитана в символах, а не в байтах</translation>
+    </message>
+    <message>
+        <source>an answer of more than 64 KiB is cut in the middle</source>
+        <translation>ответ больше 64 КиБ обрывается на середине</translation>
+    </message>
+    <message>
+        <source>refusals have no body</source>
+        <translation>у отказов нет тела</translation>
+    </message>
+    <message>
+        <source>refusals have the whole number of the card</source>
+        <translation>в отказах стоит полный номер карты</translation>
+    </message>
+    <message>
+        <source>confirmations are answered 200 without a body</source>
+        <translation>на подтверждения приходит 200 без тела</translation>
+    </message>
+    <message>
+        <source>the Date header is an hour late</source>
+        <translation>заголовок Date отстаёт на час</translation>
+    </message>
+    <message>
+        <source>answers have no Date header</source>
+        <translation>у ответов нет заголовка Date</translation>
+    </message>
+    <message>
+        <source>the Date header has a form of its own: 22.11.2026 13:07</source>
+        <translation>у заголовка Date собственный вид: 22.11.2026 13:07</translation>
+    </message>
+    <message>
+        <source>the first answer for a card takes seven seconds to come</source>
+        <translation>первый ответ по карте приходит семь секунд</translation>
+    </message>
+    <message>
+        <source>the first answer for a card begins after seven seconds</source>
+        <translation>первый ответ по карте начинается через семь секунд</translation>
+    </message>
+    <message>
+        <source>connections are closed behind an answer that does not say so</source>
+        <translation>соединение закрывается после ответа, который об этом не говорит</translation>
+    </message>
+    <message>
+        <source>requests are sent on to another address with 308</source>
+        <translation>запросы отправляются по другому адресу со статусом 308</translation>
+    </message>
+    <message>
+        <source>every twentieth request is answered 429 without Retry-After</source>
+        <translation>на каждый двадцатый запрос приходит 429 без Retry-After</translation>
+    </message>
+    <message>
+        <source>every twentieth request is answered 403 for its being too many</source>
+        <translation>на каждый двадцатый запрос приходит 403, потому что их слишком много</translation>
+    </message>
+    <message>
+        <source>of two requests for a card at the same time one is answered 500</source>
+        <translation>из двух одновременных запросов по карте один получает 500</translation>
+    </message>
+    <message>
+        <source>wrong credentials are answered 403</source>
+        <translation>на неверные учётные данные приходит 403</translation>
+    </message>
+    <message>
+        <source>wrong credentials lead to a page to log in at</source>
+        <translation>неверные учётные данные ведут на страницу входа</translation>
+    </message>
+    <message>
+        <source>any user with any password is answered</source>
+        <translation>отвечает любому пользователю с любым паролем</translation>
+    </message>
+    <message>
+        <source>a body that is no XML is refused before the credentials are seen</source>
+        <translation>тело, которое не XML, отклоняется раньше проверки учётных данных</translation>
+    </message>
+    <message>
+        <source>a body that is no check is answered 500</source>
+        <translation>на тело, которое не чек, приходит 500</translation>
+    </message>
+    <message>
+        <source>an unknown card is answered 404</source>
+        <translation>на неизвестную карту приходит 404</translation>
+    </message>
+    <message>
+        <source>an unknown card is answered as one without points</source>
+        <translation>неизвестная карта получает ответ как карта без баллов</translation>
+    </message>
+    <message>
+        <source>lines that do not add up are answered 500</source>
+        <translation>если строки не сходятся с суммой, приходит 500</translation>
+    </message>
+    <message>
+        <source>lines need not add up to the total</source>
+        <translation>строки не обязаны сходиться с суммой</translation>
+    </message>
+    <message>
+        <source>two lines may have one identifier</source>
+        <translation>у двух строк может быть один идентификатор</translation>
+    </message>
+    <message>
+        <source>a request with an XML declaration is refused</source>
+        <translation>запрос с объявлением XML отклоняется</translation>
+    </message>
+    <message>
+        <source>a request with an element that is not known is refused</source>
+        <translation>запрос с неизвестным элементом отклоняется</translation>
+    </message>
+    <message>
+        <source>a check without lines is refused</source>
+        <translation>чек без строк отклоняется</translation>
+    </message>
+    <message>
+        <source>a check of more than 500 lines is refused</source>
+        <translation>чек, в котором больше 500 строк, отклоняется</translation>
+    </message>
+    <message>
+        <source>a check with a date of another year is refused</source>
+        <translation>чек с датой другого года отклоняется</translation>
+    </message>
+    <message>
+        <source>a pre-check with a changed content is answered 409</source>
+        <translation>на изменённую предпроверку приходит 409</translation>
+    </message>
+    <message>
+        <source>a pre-check that is repeated is answered 409</source>
+        <translation>на повторную предпроверку приходит 409</translation>
+    </message>
+    <message>
+        <source>a changed pre-check gets the first answer to its check</source>
+        <translation>на изменённую предпроверку приходит первый ответ по этому чеку</translation>
+    </message>
+    <message>
+        <source>a payment try that is repeated is answered 409</source>
+        <translation>на повторную попытку оплаты приходит 409</translation>
+    </message>
+    <message>
+        <source>another payment try of a check is answered 409</source>
+        <translation>на другую попытку оплаты чека приходит 409</translation>
+    </message>
+    <message>
+        <source>points are booked at the payment try</source>
+        <translation>баллы проводятся при попытке оплаты</translation>
+    </message>
+    <message>
+        <source>every payment try is answered 200</source>
+        <translation>на любую попытку оплаты приходит 200</translation>
+    </message>
+    <message>
+        <source>a confirmation needs no payment try</source>
+        <translation>подтверждению не нужна попытка оплаты</translation>
+    </message>
+    <message>
+        <source>a confirmation may be another than what was tried</source>
+        <translation>подтверждение может отличаться от того, что было в попытке</translation>
+    </message>
+    <message>
+        <source>a confirmation with other blanks is taken for another one</source>
+        <translation>подтверждение с другими пробелами считается другим</translation>
+    </message>
+    <message>
+        <source>a confirmation of an earlier answer is refused</source>
+        <translation>подтверждение по более раннему ответу отклоняется</translation>
+    </message>
+    <message>
+        <source>a card&apos;s checks can be confirmed up to its next pre-check</source>
+        <translation>чеки карты можно подтвердить только до её следующей предпроверки</translation>
+    </message>
+    <message>
+        <source>a refused payment try takes the place of the one before</source>
+        <translation>отклонённая попытка оплаты заменяет предыдущую</translation>
+    </message>
+    <message>
+        <source>a confirmation over another connection is booked again</source>
+        <translation>подтверждение по другому соединению проводится ещё раз</translation>
+    </message>
+    <message>
+        <source>the first confirmation of a check is booked and answered 500</source>
+        <translation>первое подтверждение чека проведено, но приходит 500</translation>
+    </message>
+    <message>
+        <source>a pre-check of a booked check is answered 200</source>
+        <translation>на предпроверку проведённого чека приходит 200</translation>
+    </message>
+    <message>
+        <source>a repeated confirmation is answered 404</source>
+        <translation>на повторное подтверждение приходит 404</translation>
+    </message>
+    <message>
+        <source>points earned are rounded down to whole kopecks</source>
+        <translation>начисленные баллы округляются вниз до копейки</translation>
+    </message>
+    <message>
+        <source>a check earns the same however much of it points have paid</source>
+        <translation>чек начисляет одинаково, сколько бы ни оплатили баллами</translation>
+    </message>
+    <message>
+        <source>points earned are rounded once for the whole check</source>
+        <translation>начисленные баллы округляются один раз на весь чек</translation>
+    </message>
+    <message>
+        <source>the points of the payment try are forgotten</source>
+        <translation>баллы из попытки оплаты забыты</translation>
+    </message>
+    <message>
+        <source>a check that points pay for spends all that they may pay</source>
+        <translation>чек, в котором платят баллами, списывает всё, что разрешено</translation>
+    </message>
+    <message>
+        <source>a check is refused when the card holds less by now</source>
+        <translation>чек отклоняется, если на карте уже меньше баллов</translation>
+    </message>
+    <message>
+        <source>what was paid need not be what was to be paid</source>
+        <translation>оплачено может быть не столько, сколько надо</translation>
+    </message>
+    <message>
+        <source>a line may use more than it was granted</source>
+        <translation>строка может использовать больше, чем ей предоставлено</translation>
+    </message>
+    <message>
+        <source>a check may be confirmed with another card</source>
+        <translation>чек можно подтвердить с другой картой</translation>
+    </message>
+    <message>
+        <source>a check may be confirmed with other lines</source>
+        <translation>чек можно подтвердить с другими строками</translation>
+    </message>
+    <message>
+        <source>a sale that nobody knows may be returned</source>
+        <translation>можно вернуть продажу, которой никто не знает</translation>
+    </message>
+    <message>
+        <source>a sale may be returned with another card</source>
+        <translation>продажу можно вернуть с другой картой</translation>
+    </message>
+    <message>
+        <source>more may be returned than was sold</source>
+        <translation>можно вернуть больше, чем продано</translation>
+    </message>
+    <message>
+        <source>a return may give back any number of points</source>
+        <translation>возврат может вернуть сколько угодно баллов</translation>
+    </message>
+    <message>
+        <source>returns give back by the share of the sale&apos;s money</source>
+        <translation>возвраты отдают баллы по доле в деньгах продажи</translation>
+    </message>
+    <message>
+        <source>returns do not give back the points that were spent</source>
+        <translation>возвраты не отдают потраченные баллы</translation>
+    </message>
+    <message>
+        <source>returns do not take back the points that were earned</source>
+        <translation>возвраты не снимают начисленные баллы</translation>
+    </message>
+    <message>
+        <source>each partial return is rounded by itself</source>
+        <translation>каждый частичный возврат округляется сам по себе</translation>
+    </message>
+    <message>
+        <source>Deviation</source>
+        <translation>Отклонение</translation>
+    </message>
+    <message>
+        <source>Breaks</source>
+        <translation>Нарушает</translation>
+    </message>
+    <message>
+        <source>What the server does</source>
+        <translation>Что делает сервер</translation>
+    </message>
+    <message>
+        <source>Deviates: %1
+</source>
+        <translation>Отклонения: %1
+</translation>
+    </message>
+    <message>
+        <source>Do wrong on purpose what NAME says, several times for several; list shows them</source>
+        <translation>Намеренно делать не так, как говорит ИМЯ; для нескольких указать несколько раз, list показывает все</translation>
+    </message>
+    <message>
+        <source>there is no deviation %1: &quot;--deviate list&quot; shows them all</source>
+        <translation>отклонения %1 нет: «--deviate list» показывает все</translation>
+    </message>
 </context>
 <context>
     <name>Till</name>
