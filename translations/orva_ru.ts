@@ -4046,6 +4046,10 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
         <translation>%1 нельзя записать (%2); назовите новый файл.</translation>
     </message>
     <message>
+        <source>no emptyCard is named in the table [verify]</source>
+        <translation>в таблице [verify] не назван emptyCard</translation>
+    </message>
+    <message>
         <source>it is there already</source>
         <translation>он уже есть</translation>
     </message>

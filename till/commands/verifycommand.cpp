@@ -86,6 +86,7 @@ verify::Stock VerifyCommand::stockOf(const Config& config) const
     verify::Stock stock;
     stock.card = requiredText(config, u"card"_s, options);
     stock.secondCard = requiredText(config, u"secondCard"_s, options);
+    stock.emptyCard = config.getString(u"verify:emptyCard"_s, QString());
     const QString goods =
         config.getString(u"verify:goods"_s, QString::fromUtf16(defaultTriedGoods));
     for (const QString& code : goods.split(u',', Qt::SkipEmptyParts)) {

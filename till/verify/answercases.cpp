@@ -161,6 +161,17 @@ const Case rows[] = {
     {"status-tells.precheck", "status-tells",
      [](Bench& bench) { isARightAnswer(bench, bench.freshRequest().bytes()); }},
     {"answer-encoding.as-it-says", "answer-encoding", isEncodedAsItSays},
+    {"balance-always.first-card", "balance-always",
+     [](Bench& bench) { balanceIsThere(bench, bench.card()); }},
+    {"balance-always.second-card", "balance-always",
+     [](Bench& bench) { balanceIsThere(bench, bench.secondCard()); }},
+    {"balance-always.empty-card", "balance-always",
+     [](Bench& bench) {
+         if (bench.emptyCard().isEmpty()) {
+             Bench::cannot(Text::tr("no emptyCard is named in the table [verify]"));
+         }
+         balanceIsThere(bench, bench.emptyCard());
+     }},
     {"number-form.sale", "number-form",
      [](Bench& bench) {
          amountsHaveTheirForm(bench, bench.answered(bench.freshRequest().bytes()));
@@ -177,10 +188,6 @@ const Case rows[] = {
              bench, bench.answered(
                         bench.freshRequest().set({names::cardNumber}, bench.secondCard()).bytes()));
      }},
-    {"balance-always.first-card", "balance-always",
-     [](Bench& bench) { balanceIsThere(bench, bench.card()); }},
-    {"balance-always.second-card", "balance-always",
-     [](Bench& bench) { balanceIsThere(bench, bench.secondCard()); }},
     {"id-carried-back.usual", "id-carried-back",
      [](Bench& bench) { idComesBack(bench, bench.freshRequest().text({names::id})); }},
     {"id-carried-back.longest", "id-carried-back",

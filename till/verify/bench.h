@@ -17,6 +17,7 @@ struct Stock
 {
     QString card;
     QString secondCard;
+    QString emptyCard; ///< without points; may be empty
     QStringList codes; ///< of goods; at least one
 };
 
@@ -33,6 +34,7 @@ public:
     const Ways& ways() const { return desk.ways(); }
     const QString& card() const { return stock.card; }
     const QString& secondCard() const { return stock.secondCard; }
+    const QString& emptyCard() const { return stock.emptyCard; }
 
     // What is sold
 

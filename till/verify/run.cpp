@@ -109,6 +109,7 @@ Results Run::play(const Progress& progress)
         progress(++done, wanted.size());
     }
     watch(results);
+    watchBalances(results);
     return results;
 }
 
@@ -134,6 +135,28 @@ void Run::watch(Results& results) const
     std::sort(results.times.answers.begin(), results.times.answers.end());
     if (busy.state == State::Broken || wanted.size() == allCases().size()) {
         results.outcomes.prepend(busy);
+    }
+}
+
+/// A balance that only some answers lack, such as the first ones for a card.
+void Run::watchBalances(Results& results) const
+{
+    for (const Exchange& exchange : bench.trail()) {
+        if (exchange.reply.status != 200 || exchange.url != bench.ways().precheck) {
+            continue;
+        }
+        const Reading answer(exchange.reply.body);
+        if (answer.problem().isEmpty() && answer.rootName() == protocol::names::rawCheck &&
+            answer.text(Reading::balancePath()).isEmpty()) {
+            Outcome missing{u"balance-always.whenever-asked"_s, u"balance-always"_s, State::Broken};
+            missing.complaint = {{},
+                                 exchange,
+                                 answer.path(0, Reading::balancePath()),
+                                 Text::tr("an amount such as 12.50"),
+                                 Text::tr("nothing")};
+            results.outcomes.prepend(missing);
+            return;
+        }
     }
 }
 

@@ -31,6 +31,7 @@ public:
 private:
     Outcome playOne(const Case& played);
     void watch(Results& results) const;
+    void watchBalances(Results& results) const;
 
     Bench& bench;
     const QList<Case> wanted;
