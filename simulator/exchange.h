@@ -29,6 +29,7 @@ struct Request
     QByteArray pageToken = {}; ///< what the page of this program sends, see AdminGate
     QByteArray query = {};     ///< what stands behind "?" in the address, as it came
     std::chrono::steady_clock::time_point began = {}; ///< when its head was there
+    quint64 connection = 0; ///< a number that all requests of its connection have, and no others
 };
 
 /// The body of an answer that goes on for as long as the client stays. It is asked again and again
@@ -49,6 +50,9 @@ struct Answer
     std::optional<Fault> fault = {}; ///< what goes wrong on purpose; the server makes what it can
     QByteArrayList headers = {};     ///< further ones, each as "Name: value"
     Stream stream = {};              ///< what follows the body, without an end; empty for nothing
+    std::optional<QByteArray> date = {}; ///< a Date header instead of the present; empty for none
+    std::optional<qsizetype> announced = {}; ///< a length that is said instead of the body's
+    bool closesUnsaid = false; ///< the connection ends behind it, and no header says so
 };
 
 /// An answer that says why a request was not done.

@@ -3,8 +3,10 @@
 
 #include "console/exitcode.h"
 #include "console/language.h"
+#include "console/printable.h"
 #include "console/streams.h"
 #include "console/usage.h"
+#include "simulator/deviations/deviation.h"
 #include "simulator/program.h"
 #include "simulator/rules/configerror.h"
 #include "simulator/rules/rulesreader.h"
@@ -22,6 +24,9 @@ using simulator::Text;
 namespace {
 
 namespace exitcode = console::exitcode;
+
+/// Instead of the name of a deviation: show them.
+constexpr char listWord[] = "list";
 
 /// Tells of what could not be printed. @return the exit code that follows from it
 int end(simulator::Outputs& print, int exitCode)
@@ -44,6 +49,10 @@ int run(const simulator::Options& options, bool ledger, bool rules, simulator::O
             print.out.write(QString::fromUtf8(simulator::builtInRules()));
             return exitcode::ok;
         }
+        if (options.deviations.contains(QLatin1StringView(listWord))) {
+            simulator::printDeviations(options, print);
+            return exitcode::ok;
+        }
         if (ledger) {
             return simulator::printLedger(options, print);
         }
@@ -64,7 +73,20 @@ struct Texts
     std::string config;
     std::string database;
     std::string listen = "127.0.0.1";
+    std::vector<std::string> deviations;
 };
+
+/// What is wrong with the name of a deviation; empty for nothing.
+std::string knownDeviation(const std::string& given)
+{
+    const QString name = QString::fromLocal8Bit(given.c_str());
+    if (given == listWord || simulator::deviation(name) != nullptr) {
+        return {};
+    }
+    return Text::tr("there is no deviation %1: \"--deviate list\" shows them all")
+        .arg(console::printable::line(name))
+        .toStdString();
+}
 
 void addServing(CLI::App& app, simulator::Options& options, Texts& texts)
 {
@@ -85,6 +107,12 @@ void addServing(CLI::App& app, simulator::Options& options, Texts& texts)
                                 "(default: on a terminal)")));
     app.add_option("--database", texts.database,
                    words(Text::tr("SQLite file (default: %1)").arg(simulator::defaultDatabase())));
+    app.add_option("--deviate", texts.deviations,
+                   words(Text::tr("Do wrong on purpose what NAME says, several times for several; "
+                                  "list shows them")))
+        ->type_name("NAME")
+        ->allow_extra_args(false)
+        ->check(knownDeviation);
     app.add_flag("--quiet", options.quiet,
                  words(Text::tr("Print the address only, no line per request")));
     app.add_flag("--json", options.json, words(Text::tr("Print a JSON object a line")));
@@ -137,5 +165,8 @@ int main(int argc, char** argv)
     options.config = QFile::decodeName(texts.config.c_str());
     options.database = QFile::decodeName(texts.database.c_str());
     options.listen = QString::fromLocal8Bit(texts.listen.c_str());
+    for (const std::string& name : texts.deviations) {
+        options.deviations.append(QString::fromStdString(name));
+    }
     return end(print, run(options, ledger->parsed(), rules->parsed(), print));
 }

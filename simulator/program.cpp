@@ -5,7 +5,9 @@
 
 #include "console/exitcode.h"
 #include "console/printable.h"
+#include "console/table.h"
 #include "simulator/credentials.h"
+#include "simulator/deviations/deviatingserver.h"
 #include "simulator/documents/endpoints.h"
 #include "simulator/faults/faultplan.h"
 #include "simulator/faults/faultyservice.h"
@@ -20,6 +22,7 @@
 #include "simulator/stopsignal.h"
 #include "simulator/text.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStandardPaths>
@@ -117,6 +120,9 @@ bool announce(const Options& options, const Rules& rules, const QString& url,
         if (options.page) {
             start.insert(u"page"_s, adminUrl);
         }
+        if (!options.deviations.isEmpty()) {
+            start.insert(u"deviations"_s, QJsonArray::fromStringList(options.deviations));
+        }
         out.write(QString::fromUtf8(QJsonDocument(start).toJson(QJsonDocument::Compact)) + u'\n');
         return out.isWhole();
     }
@@ -131,6 +137,9 @@ bool announce(const Options& options, const Rules& rules, const QString& url,
                                                     : printable::line(options.config),
                            printable::line(databaseFor(options)),
                            printable::line(lineToPaste(options, rules, url))));
+        if (!options.deviations.isEmpty()) {
+            out.write(Text::tr("Deviates: %1\n").arg(options.deviations.join(u", "_s)));
+        }
     }
     if (options.page) {
         out.line(u"Page at %1"_s.arg(adminUrl)); // last, where the eye is
@@ -144,9 +153,12 @@ class Counter
 public:
     /// file: null for the built-in rules
     Counter(const Options& asked, const Rules& rules, RulesFile* rulesFile, Outputs& outputs)
-        : options(asked), file(rulesFile), print(outputs), service(rules, databaseFor(asked)),
+        : options(asked), file(rulesFile), print(outputs),
+          service(rules, databaseFor(asked), habitsOf(asked.deviations)),
+          deviating([this](const Request& request) { return service.handle(request); },
+                    asked.deviations),
           faults(rules.faults),
-          faulty([this](const Request& request) { return service.handle(request); }, faults),
+          faulty([this](const Request& request) { return deviating.handle(request); }, faults),
           log(asked.json ? RequestLog::Form::Json : RequestLog::Form::Line, outputs.out),
           desk(service, faults)
     {
@@ -176,11 +188,12 @@ public:
         }
     }
 
-    /// A body is read for those alone who may ask for something.
+    /// A body is read for those alone who may ask for something, unless who that is deviates.
     qsizetype bodyLimit(const Request& request)
     {
         look();
-        return service.admits(request) ? HttpServer::maximumBody : 0;
+        const bool isRead = !options.deviations.isEmpty() || service.admits(request);
+        return isRead ? HttpServer::maximumBody : 0;
     }
 
     /// Looks whether the file of rules has changed.
@@ -209,6 +222,7 @@ private:
     RulesFile* const file;
     Outputs& print;
     Service service;
+    const DeviatingServer deviating;
     FaultPlan faults;
     const FaultyService faulty;
     RequestLog log;
@@ -266,6 +280,30 @@ int printLedger(const Options& options, Outputs& print)
         return console::exitcode::failed;
     }
     return console::exitcode::ok;
+}
+
+void printDeviations(const Options& options, Outputs& print)
+{
+    if (options.json) {
+        for (const Deviation& row : deviations()) {
+            const QJsonObject object{{u"name"_s, QString::fromLatin1(row.name)},
+                                     {u"breaks"_s, QString::fromLatin1(row.breaks)},
+                                     {u"what"_s, QString::fromUtf8(row.what)},
+                                     {u"blind"_s, row.isBlind}};
+            print.out.write(
+                QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) + u'\n');
+        }
+        return;
+    }
+    using console::Table;
+    Table table({{Text::tr("Deviation")},
+                 {Text::tr("Breaks")},
+                 {Text::tr("What the server does"), Table::Align::Left, Table::Narrow::Below}});
+    for (const Deviation& row : deviations()) {
+        table.addRow(
+            {QString::fromLatin1(row.name), QString::fromLatin1(row.breaks), Text::tr(row.what)});
+    }
+    print.out.write(table.text(print.out.columns()));
 }
 
 QString defaultDatabase()

@@ -6,6 +6,7 @@
 #include "console/output.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace simulator {
 
@@ -22,7 +23,8 @@ struct Options
     bool quiet = false;
     bool csv = false;
     bool json = false;
-    bool page = false; ///< at the admin address, at a free port where adminPort says none
+    QStringList deviations; ///< names of what it is to do wrong
+    bool page = false;      ///< at the admin address, at a free port where adminPort says none
 
     /// Whether there is an address for administration.
     [[nodiscard]] bool hasAdmin() const { return page || adminPort != noAdmin; }
@@ -45,6 +47,11 @@ void serve(const Options& options, Outputs& print);
 /// Prints the books; returns the exit code, failed when they do not add up.
 /// Throws ConfigError or DatabaseError.
 int printLedger(const Options& options, Outputs& print);
+
+/// Prints what the server can be made to do wrong, with the requirement that breaks: a table, or
+/// with
+/// --json an object a line.
+void printDeviations(const Options& options, Outputs& print);
 
 /// Where the database is when the command line does not say.
 QString defaultDatabase();

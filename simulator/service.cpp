@@ -62,12 +62,12 @@ struct Service::Following
     CannedAnswers answers;
 };
 
-Service::Service(const Rules& serviceRules, const QString& databasePath)
-    : following(std::make_shared<Following>(serviceRules))
+Service::Service(const Rules& serviceRules, const QString& databasePath, Habits deskHabits)
+    : following(std::make_shared<Following>(serviceRules)), habits(std::move(deskHabits))
 {
     worker.run([&] {
         database = std::make_unique<Database>(databasePath);
-        desk = std::make_unique<CheckDesk>(following->rules, *database);
+        desk = std::make_unique<CheckDesk>(following->rules, *database, habits);
     });
 }
 
@@ -82,7 +82,7 @@ Service::~Service()
 void Service::setRules(const Rules& newRules)
 {
     const auto next = std::make_shared<Following>(newRules);
-    worker.run([&] { desk = std::make_unique<CheckDesk>(next->rules, *database); });
+    worker.run([&] { desk = std::make_unique<CheckDesk>(next->rules, *database, habits); });
     const std::scoped_lock lock(mutex);
     following = next;
 }

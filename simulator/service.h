@@ -4,6 +4,7 @@
 #pragma once
 
 #include "simulator/exchange.h"
+#include "simulator/ledger/habits.h"
 #include "simulator/ledger/ledgerprinter.h"
 #include "simulator/ledger/workerthread.h"
 #include "simulator/rules/rules.h"
@@ -27,7 +28,8 @@ class Service
 {
 public:
     /// Opens the database, making it where it is missing; throws DatabaseError.
-    Service(const Rules& serviceRules, const QString& databasePath);
+    /// deskHabits: for a service that is to book wrongly
+    Service(const Rules& serviceRules, const QString& databasePath, Habits deskHabits = {});
     ~Service();
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
@@ -64,6 +66,7 @@ private:
 
     mutable std::mutex mutex; // guards what follows next
     std::shared_ptr<Following> following;
+    const Habits habits;
     WorkerThread worker;
     std::unique_ptr<Database> database; // made, used and destroyed in the worker's thread
     std::unique_ptr<CheckDesk> desk;    // the same

@@ -458,6 +458,488 @@ Try: %3
         <source>%1 is no regular file; name a file of rules</source>
         <translation>%1 не обычный файл; укажите файл правил</translation>
     </message>
+    <message>
+        <source>amounts have a comma: 10,50</source>
+        <translation>суммы пишутся через запятую: 10,50</translation>
+    </message>
+    <message>
+        <source>amounts from a thousand up are grouped: 1 234.50</source>
+        <translation>в суммах от тысячи разряды разделены пробелами: 1 234.50</translation>
+    </message>
+    <message>
+        <source>the points to be earned have a plus: +4.75</source>
+        <translation>перед начисляемыми баллами стоит плюс: +4.75</translation>
+    </message>
+    <message>
+        <source>amounts are written as doubles are: 1.6e+02</source>
+        <translation>суммы записаны в экспоненциальном виде: 1.6e+02</translation>
+    </message>
+    <message>
+        <source>amounts have four decimals: 4.7500</source>
+        <translation>в суммах четыре знака после точки: 4.7500</translation>
+    </message>
+    <message>
+        <source>amounts have their currency behind them: 4.75 RUB</source>
+        <translation>за суммой стоит валюта: 4.75 RUB</translation>
+    </message>
+    <message>
+        <source>the balance is in kopecks: 50000</source>
+        <translation>баланс указан в копейках: 50000</translation>
+    </message>
+    <message>
+        <source>amounts are binary fractions of 32 bits</source>
+        <translation>суммы хранятся как двоичные дроби в 32 бита</translation>
+    </message>
+    <message>
+        <source>an amount of zero is an empty element</source>
+        <translation>нулевая сумма — пустой элемент</translation>
+    </message>
+    <message>
+        <source>discounts are negative, as changes of the price</source>
+        <translation>скидки отрицательные, как изменение цены</translation>
+    </message>
+    <message>
+        <source>identifiers of lines are texts with blanks around them</source>
+        <translation>идентификаторы строк — тексты с пробелами вокруг</translation>
+    </message>
+    <message>
+        <source>identifiers of lines are names: line-1</source>
+        <translation>идентификаторы строк — имена: line-1</translation>
+    </message>
+    <message>
+        <source>identifiers of lines count from zero</source>
+        <translation>идентификаторы строк считаются с нуля</translation>
+    </message>
+    <message>
+        <source>all lines have the identifier of the first</source>
+        <translation>у всех строк идентификатор первой</translation>
+    </message>
+    <message>
+        <source>the last of several lines does not come back</source>
+        <translation>последняя из нескольких строк не возвращается</translation>
+    </message>
+    <message>
+        <source>a gift that nobody asked for stands among the lines</source>
+        <translation>среди строк стоит подарок, которого никто не просил</translation>
+    </message>
+    <message>
+        <source>the check&apos;s identifier is filled up with blanks</source>
+        <translation>идентификатор чека дополнен пробелами</translation>
+    </message>
+    <message>
+        <source>the answer has an identifier of the server&apos;s own</source>
+        <translation>в ответе собственный идентификатор сервера</translation>
+    </message>
+    <message>
+        <source>the card&apos;s number comes back with stars</source>
+        <translation>номер карты возвращается со звёздочками</translation>
+    </message>
+    <message>
+        <source>the date comes back with a time zone</source>
+        <translation>дата возвращается с часовым поясом</translation>
+    </message>
+    <message>
+        <source>the date comes back as that of another time zone</source>
+        <translation>дата возвращается пересчитанной в другой часовой пояс</translation>
+    </message>
+    <message>
+        <source>the goods codes do not come back</source>
+        <translation>коды товаров не возвращаются</translation>
+    </message>
+    <message>
+        <source>quantities come back as whole numbers</source>
+        <translation>количества возвращаются целыми</translation>
+    </message>
+    <message>
+        <source>letters beyond ASCII come back as question marks</source>
+        <translation>буквы, которых нет в ASCII, возвращаются вопросительными знаками</translation>
+    </message>
+    <message>
+        <source>the check&apos;s total comes back less one rouble</source>
+        <translation>сумма чека возвращается на рубль меньше</translation>
+    </message>
+    <message>
+        <source>the first answer for a card has no balance</source>
+        <translation>в первом ответе по карте нет баланса</translation>
+    </message>
+    <message>
+        <source>a balance of zero is left out</source>
+        <translation>нулевой баланс пропущен</translation>
+    </message>
+    <message>
+        <source>the balance is the word null</source>
+        <translation>вместо баланса стоит слово null</translation>
+    </message>
+    <message>
+        <source>nothing is said of the card&apos;s owner and account</source>
+        <translation>о владельце карты и её счёте не сказано ничего</translation>
+    </message>
+    <message>
+        <source>the balance stays as it was when the card was first seen</source>
+        <translation>баланс остаётся таким, каким был при первом обращении к карте</translation>
+    </message>
+    <message>
+        <source>the balance has the points that the check would earn</source>
+        <translation>в балансе уже есть баллы, которые начислит чек</translation>
+    </message>
+    <message>
+        <source>each pre-check sets a rouble of the balance aside</source>
+        <translation>каждая предпроверка откладывает рубль баланса</translation>
+    </message>
+    <message>
+        <source>the discount of a line is its total and one rouble more</source>
+        <translation>скидка строки на рубль больше её суммы</translation>
+    </message>
+    <message>
+        <source>points may pay a line&apos;s total as if there were no discounts</source>
+        <translation>баллами можно оплатить всю сумму строки, как будто скидок нет</translation>
+    </message>
+    <message>
+        <source>points to be earned are counted in kopecks</source>
+        <translation>начисляемые баллы посчитаны в копейках</translation>
+    </message>
+    <message>
+        <source>points may pay more of a check than the card holds</source>
+        <translation>баллами можно оплатить больше, чем есть на карте</translation>
+    </message>
+    <message>
+        <source>the points that a check earns are whole, those of its lines not</source>
+        <translation>чек начисляет целые баллы, а его строки нет</translation>
+    </message>
+    <message>
+        <source>the channels of messages are in capital letters: POS</source>
+        <translation>каналы сообщений записаны заглавными буквами: POS</translation>
+    </message>
+    <message>
+        <source>the elements of the owner&apos;s name begin with capital letters</source>
+        <translation>элементы с именем владельца начинаются с заглавной буквы</translation>
+    </message>
+    <message>
+        <source>the points that a return takes back are positive</source>
+        <translation>баллы, которые снимет возврат, положительные</translation>
+    </message>
+    <message>
+        <source>a pre-check is answered 200 with a page for people</source>
+        <translation>на предпроверку приходит 200 и страница для людей</translation>
+    </message>
+    <message>
+        <source>a pre-check is answered 200 without a body</source>
+        <translation>на предпроверку приходит 200 без тела</translation>
+    </message>
+    <message>
+        <source>a pre-check is answered in JSON</source>
+        <translation>на предпроверку приходит ответ в JSON</translation>
+    </message>
+    <message>
+        <source>refusals are answered 200 with an error in the body</source>
+        <translation>отказы приходят со статусом 200 и ошибкой в теле</translation>
+    </message>
+    <message>
+        <source>an empty line stands before the XML declaration</source>
+        <translation>перед объявлением XML стоит пустая строка</translation>
+    </message>
+    <message>
+        <source>an answer is in UTF-8 and declares windows-1251</source>
+        <translation>ответ в UTF-8 объявляет windows-1251</translation>
+    </message>
+    <message>
+        <source>an answer is in windows-1251 and does not say so</source>
+        <translation>ответ в windows-1251 об этом не говорит</translation>
+    </message>
+    <message>
+        <source>an answer brings a document type with declarations</source>
+        <translation>в ответе есть тип документа с объявлениями</translation>
+    </message>
+    <message>
+        <source>answers are compressed though nobody asked for it</source>
+        <translation>ответы сжаты, хотя никто не просил</translation>
+    </message>
+    <message>
+        <source>the length of an answer counts characters, not bytes</source>
+        <translation>длина ответа посчитана в символах, а не в байтах</translation>
+    </message>
+    <message>
+        <source>an answer of more than 64 KiB is cut in the middle</source>
+        <translation>ответ больше 64 КиБ обрывается на середине</translation>
+    </message>
+    <message>
+        <source>refusals have no body</source>
+        <translation>у отказов нет тела</translation>
+    </message>
+    <message>
+        <source>refusals have the whole number of the card</source>
+        <translation>в отказах стоит полный номер карты</translation>
+    </message>
+    <message>
+        <source>confirmations are answered 200 without a body</source>
+        <translation>на подтверждения приходит 200 без тела</translation>
+    </message>
+    <message>
+        <source>the Date header is an hour late</source>
+        <translation>заголовок Date отстаёт на час</translation>
+    </message>
+    <message>
+        <source>answers have no Date header</source>
+        <translation>у ответов нет заголовка Date</translation>
+    </message>
+    <message>
+        <source>the Date header has a form of its own: 22.11.2026 13:07</source>
+        <translation>у заголовка Date собственный вид: 22.11.2026 13:07</translation>
+    </message>
+    <message>
+        <source>the first answer for a card takes seven seconds to come</source>
+        <translation>первый ответ по карте приходит семь секунд</translation>
+    </message>
+    <message>
+        <source>the first answer for a card begins after seven seconds</source>
+        <translation>первый ответ по карте начинается через семь секунд</translation>
+    </message>
+    <message>
+        <source>connections are closed behind an answer that does not say so</source>
+        <translation>соединение закрывается после ответа, который об этом не говорит</translation>
+    </message>
+    <message>
+        <source>requests are sent on to another address with 308</source>
+        <translation>запросы отправляются по другому адресу со статусом 308</translation>
+    </message>
+    <message>
+        <source>every twentieth request is answered 429 without Retry-After</source>
+        <translation>на каждый двадцатый запрос приходит 429 без Retry-After</translation>
+    </message>
+    <message>
+        <source>every twentieth request is answered 403 for its being too many</source>
+        <translation>на каждый двадцатый запрос приходит 403, потому что их слишком много</translation>
+    </message>
+    <message>
+        <source>of two requests for a card at the same time one is answered 500</source>
+        <translation>из двух одновременных запросов по карте один получает 500</translation>
+    </message>
+    <message>
+        <source>wrong credentials are answered 403</source>
+        <translation>на неверные учётные данные приходит 403</translation>
+    </message>
+    <message>
+        <source>wrong credentials lead to a page to log in at</source>
+        <translation>неверные учётные данные ведут на страницу входа</translation>
+    </message>
+    <message>
+        <source>any user with any password is answered</source>
+        <translation>отвечает любому пользователю с любым паролем</translation>
+    </message>
+    <message>
+        <source>a body that is no XML is refused before the credentials are seen</source>
+        <translation>тело, которое не XML, отклоняется раньше проверки учётных данных</translation>
+    </message>
+    <message>
+        <source>a body that is no check is answered 500</source>
+        <translation>на тело, которое не чек, приходит 500</translation>
+    </message>
+    <message>
+        <source>an unknown card is answered 404</source>
+        <translation>на неизвестную карту приходит 404</translation>
+    </message>
+    <message>
+        <source>an unknown card is answered as one without points</source>
+        <translation>неизвестная карта получает ответ как карта без баллов</translation>
+    </message>
+    <message>
+        <source>lines that do not add up are answered 500</source>
+        <translation>если строки не сходятся с суммой, приходит 500</translation>
+    </message>
+    <message>
+        <source>lines need not add up to the total</source>
+        <translation>строки не обязаны сходиться с суммой</translation>
+    </message>
+    <message>
+        <source>two lines may have one identifier</source>
+        <translation>у двух строк может быть один идентификатор</translation>
+    </message>
+    <message>
+        <source>a request with an XML declaration is refused</source>
+        <translation>запрос с объявлением XML отклоняется</translation>
+    </message>
+    <message>
+        <source>a request with an element that is not known is refused</source>
+        <translation>запрос с неизвестным элементом отклоняется</translation>
+    </message>
+    <message>
+        <source>a check without lines is refused</source>
+        <translation>чек без строк отклоняется</translation>
+    </message>
+    <message>
+        <source>a check of more than 500 lines is refused</source>
+        <translation>чек, в котором больше 500 строк, отклоняется</translation>
+    </message>
+    <message>
+        <source>a check with a date of another year is refused</source>
+        <translation>чек с датой другого года отклоняется</translation>
+    </message>
+    <message>
+        <source>a pre-check with a changed content is answered 409</source>
+        <translation>на изменённую предпроверку приходит 409</translation>
+    </message>
+    <message>
+        <source>a pre-check that is repeated is answered 409</source>
+        <translation>на повторную предпроверку приходит 409</translation>
+    </message>
+    <message>
+        <source>a changed pre-check gets the first answer to its check</source>
+        <translation>на изменённую предпроверку приходит первый ответ по этому чеку</translation>
+    </message>
+    <message>
+        <source>a payment try that is repeated is answered 409</source>
+        <translation>на повторную попытку оплаты приходит 409</translation>
+    </message>
+    <message>
+        <source>another payment try of a check is answered 409</source>
+        <translation>на другую попытку оплаты чека приходит 409</translation>
+    </message>
+    <message>
+        <source>points are booked at the payment try</source>
+        <translation>баллы проводятся при попытке оплаты</translation>
+    </message>
+    <message>
+        <source>every payment try is answered 200</source>
+        <translation>на любую попытку оплаты приходит 200</translation>
+    </message>
+    <message>
+        <source>a confirmation needs no payment try</source>
+        <translation>подтверждению не нужна попытка оплаты</translation>
+    </message>
+    <message>
+        <source>a confirmation may be another than what was tried</source>
+        <translation>подтверждение может отличаться от того, что было в попытке</translation>
+    </message>
+    <message>
+        <source>a confirmation with other blanks is taken for another one</source>
+        <translation>подтверждение с другими пробелами считается другим</translation>
+    </message>
+    <message>
+        <source>a confirmation of an earlier answer is refused</source>
+        <translation>подтверждение по более раннему ответу отклоняется</translation>
+    </message>
+    <message>
+        <source>a card&apos;s checks can be confirmed up to its next pre-check</source>
+        <translation>чеки карты можно подтвердить только до её следующей предпроверки</translation>
+    </message>
+    <message>
+        <source>a refused payment try takes the place of the one before</source>
+        <translation>отклонённая попытка оплаты заменяет предыдущую</translation>
+    </message>
+    <message>
+        <source>a confirmation over another connection is booked again</source>
+        <translation>подтверждение по другому соединению проводится ещё раз</translation>
+    </message>
+    <message>
+        <source>the first confirmation of a check is booked and answered 500</source>
+        <translation>первое подтверждение чека проведено, но приходит 500</translation>
+    </message>
+    <message>
+        <source>a pre-check of a booked check is answered 200</source>
+        <translation>на предпроверку проведённого чека приходит 200</translation>
+    </message>
+    <message>
+        <source>a repeated confirmation is answered 404</source>
+        <translation>на повторное подтверждение приходит 404</translation>
+    </message>
+    <message>
+        <source>points earned are rounded down to whole kopecks</source>
+        <translation>начисленные баллы округляются вниз до копейки</translation>
+    </message>
+    <message>
+        <source>a check earns the same however much of it points have paid</source>
+        <translation>чек начисляет одинаково, сколько бы ни оплатили баллами</translation>
+    </message>
+    <message>
+        <source>points earned are rounded once for the whole check</source>
+        <translation>начисленные баллы округляются один раз на весь чек</translation>
+    </message>
+    <message>
+        <source>the points of the payment try are forgotten</source>
+        <translation>баллы из попытки оплаты забыты</translation>
+    </message>
+    <message>
+        <source>a check that points pay for spends all that they may pay</source>
+        <translation>чек, в котором платят баллами, списывает всё, что разрешено</translation>
+    </message>
+    <message>
+        <source>a check is refused when the card holds less by now</source>
+        <translation>чек отклоняется, если на карте уже меньше баллов</translation>
+    </message>
+    <message>
+        <source>what was paid need not be what was to be paid</source>
+        <translation>оплачено может быть не столько, сколько надо</translation>
+    </message>
+    <message>
+        <source>a line may use more than it was granted</source>
+        <translation>строка может использовать больше, чем ей предоставлено</translation>
+    </message>
+    <message>
+        <source>a check may be confirmed with another card</source>
+        <translation>чек можно подтвердить с другой картой</translation>
+    </message>
+    <message>
+        <source>a check may be confirmed with other lines</source>
+        <translation>чек можно подтвердить с другими строками</translation>
+    </message>
+    <message>
+        <source>a sale that nobody knows may be returned</source>
+        <translation>можно вернуть продажу, которой никто не знает</translation>
+    </message>
+    <message>
+        <source>a sale may be returned with another card</source>
+        <translation>продажу можно вернуть с другой картой</translation>
+    </message>
+    <message>
+        <source>more may be returned than was sold</source>
+        <translation>можно вернуть больше, чем продано</translation>
+    </message>
+    <message>
+        <source>a return may give back any number of points</source>
+        <translation>возврат может вернуть сколько угодно баллов</translation>
+    </message>
+    <message>
+        <source>returns give back by the share of the sale&apos;s money</source>
+        <translation>возвраты отдают баллы по доле в деньгах продажи</translation>
+    </message>
+    <message>
+        <source>returns do not give back the points that were spent</source>
+        <translation>возвраты не отдают потраченные баллы</translation>
+    </message>
+    <message>
+        <source>returns do not take back the points that were earned</source>
+        <translation>возвраты не снимают начисленные баллы</translation>
+    </message>
+    <message>
+        <source>each partial return is rounded by itself</source>
+        <translation>каждый частичный возврат округляется сам по себе</translation>
+    </message>
+    <message>
+        <source>Deviation</source>
+        <translation>Отклонение</translation>
+    </message>
+    <message>
+        <source>Breaks</source>
+        <translation>Нарушает</translation>
+    </message>
+    <message>
+        <source>What the server does</source>
+        <translation>Что делает сервер</translation>
+    </message>
+    <message>
+        <source>Deviates: %1
+</source>
+        <translation>Отклонения: %1
+</translation>
+    </message>
+    <message>
+        <source>Do wrong on purpose what NAME says, several times for several; list shows them</source>
+        <translation>Намеренно делать не так, как говорит ИМЯ; для нескольких указать несколько раз, list показывает все</translation>
+    </message>
+    <message>
+        <source>there is no deviation %1: &quot;--deviate list&quot; shows them all</source>
+        <translation>отклонения %1 нет: «--deviate list» показывает все</translation>
+    </message>
 </context>
 <context>
     <name>Till</name>
@@ -3286,6 +3768,328 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
     <message>
         <source>%1, line %2, column %3: %4; the line: %5</source>
         <translation>%1, строка %2, столбец %3: %4; сама строка: %5</translation>
+    </message>
+    <message>
+        <source>an amount such as 12.50</source>
+        <translation>сумма вида 12.50</translation>
+    </message>
+    <message>
+        <source>a document that fits %1</source>
+        <translation>документ по схеме %1</translation>
+    </message>
+    <message>
+        <source>bytes that are no UTF-8</source>
+        <translation>байты, которые не UTF-8</translation>
+    </message>
+    <message>
+        <source>no declarations in a document type</source>
+        <translation>тип документа без объявлений</translation>
+    </message>
+    <message>
+        <source>the till sells without the loyalty system: %1</source>
+        <translation>касса продаёт без системы лояльности: %1</translation>
+    </message>
+    <message>
+        <source>the server lets this card spend no points; give it some</source>
+        <translation>сервер не даёт списать с этой карты баллы; начислите их</translation>
+    </message>
+    <message>
+        <source>the server does not take a check: %1 to %2</source>
+        <translation>сервер не принимает чек: %1 на %2</translation>
+    </message>
+    <message>
+        <source>the till returns without the loyalty system</source>
+        <translation>касса возвращает без системы лояльности</translation>
+    </message>
+    <message>
+        <source>the server does not take a return: %1 to %2</source>
+        <translation>сервер не принимает возврат: %1 на %2</translation>
+    </message>
+    <message>
+        <source>the plug-in asks the server nothing</source>
+        <translation>плагин ни о чём не спрашивает сервер</translation>
+    </message>
+    <message>
+        <source>the server does not answer a pre-check: %1</source>
+        <translation>сервер не отвечает на предварительный запрос: %1</translation>
+    </message>
+    <message>
+        <source>the server's answer is no XML: %1</source>
+        <translation>ответ сервера — не XML: %1</translation>
+    </message>
+    <message>
+        <source>the server does not say what the card holds</source>
+        <translation>сервер не говорит, сколько на карте</translation>
+    </message>
+    <message>
+        <source>no amount</source>
+        <translation>нет суммы</translation>
+    </message>
+    <message>
+        <source>%1, after %2 before</source>
+        <translation>%1, до этого было %2</translation>
+    </message>
+    <message>
+        <source>the queue has delivered the check</source>
+        <translation>очередь доставила чек</translation>
+    </message>
+    <message>
+        <source>it has not</source>
+        <translation>не доставила</translation>
+    </message>
+    <message>
+        <source>the server does not answer a changed check</source>
+        <translation>сервер не отвечает на изменённый чек</translation>
+    </message>
+    <message>
+        <source>an answer</source>
+        <translation>ответ</translation>
+    </message>
+    <message>
+        <source>an answer of this address itself</source>
+        <translation>ответ самого этого адреса</translation>
+    </message>
+    <message>
+        <source>a whole answer</source>
+        <translation>целый ответ</translation>
+    </message>
+    <message>
+        <source>not compressed</source>
+        <translation>без сжатия</translation>
+    </message>
+    <message>
+        <source>the address is not one of https</source>
+        <translation>адрес не https</translation>
+    </message>
+    <message>
+        <source>a trusted connection</source>
+        <translation>соединение, которому можно доверять</translation>
+    </message>
+    <message>
+        <source>a connection that is closed without a word</source>
+        <translation>соединение закрыто без предупреждения</translation>
+    </message>
+    <message>
+        <source>The plug-in does not say where its server is; look at the configuration with &quot;orva-till doctor&quot;.</source>
+        <translation>Плагин не говорит, где его сервер; проверьте настройки командой «orva-till doctor».</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>не больше %1</translation>
+    </message>
+    <message>
+        <source>the server takes no payment try</source>
+        <translation>сервер не принимает попытку оплаты</translation>
+    </message>
+    <message>
+        <source>the server does not refuse a wrong payment</source>
+        <translation>сервер не отказывает при неверной оплате</translation>
+    </message>
+    <message>
+        <source>the server does not refuse a wrong sum</source>
+        <translation>сервер не отказывает при неверной сумме</translation>
+    </message>
+    <message>
+        <source>the server refuses nothing</source>
+        <translation>сервер ни в чём не отказывает</translation>
+    </message>
+    <message>
+        <source>a sentence of plain text</source>
+        <translation>предложение простым текстом</translation>
+    </message>
+    <message>
+        <source>no whole card number</source>
+        <translation>без полного номера карты</translation>
+    </message>
+    <message>
+        <source>no credentials</source>
+        <translation>без учётных данных</translation>
+    </message>
+    <message>
+        <source>the server holds the check's number against its answer</source>
+        <translation>сервер сверяет номер чека со своим ответом</translation>
+    </message>
+    <message>
+        <source>must</source>
+        <translation>обязательно</translation>
+    </message>
+    <message>
+        <source>should</source>
+        <translation>желательно</translation>
+    </message>
+    <message>
+        <source>element</source>
+        <translation>элемент</translation>
+    </message>
+    <message>
+        <source>expected</source>
+        <translation>ожидалось</translation>
+    </message>
+    <message>
+        <source>got</source>
+        <translation>получено</translation>
+    </message>
+    <message>
+        <source>asked at</source>
+        <translation>адрес запроса</translation>
+    </message>
+    <message>
+        <source>request</source>
+        <translation>запрос</translation>
+    </message>
+    <message>
+        <source>BROKEN %1 (%2)</source>
+        <translation>НАРУШЕНО %1 (%2)</translation>
+    </message>
+    <message>
+        <source>the protocol says</source>
+        <translation>в протоколе сказано</translation>
+    </message>
+    <message>
+        <source>not tried: %1 (%2)</source>
+        <translation>не проверено: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Pre-checks were answered within %1 ms in the middle, %2 ms for 95 of 100, %3 ms at most:</source>
+        <translation>Ответы на предварительные запросы: половина за %1 мс, 95 из 100 за %2 мс, самый долгий %3 мс:</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>больше</translation>
+    </message>
+    <message>
+        <source>Requirements: %1 held, %2 broken, %3 not tried; cases: %4 held, %5 broken, %6 not tried.</source>
+        <translation>Требования: соблюдено %1, нарушено %2, не проверено %3; случаи: соблюдено %4, нарушено %5, не проверено %6.</translation>
+    </message>
+    <message>
+        <source>Left behind: checks that are returned whole, and pre-checks and payment tries that were never confirmed.</source>
+        <translation>Остались: чеки, возвращённые целиком, и неподтверждённые предварительные запросы и попытки оплаты.</translation>
+    </message>
+    <message>
+        <source>Left behind in the books: %1</source>
+        <translation>Остались в учёте: %1</translation>
+    </message>
+    <message>
+        <source>Nothing that a till relies on is broken.</source>
+        <translation>Не нарушено ничего, на что рассчитывает касса.</translation>
+    </message>
+    <message>
+        <source>Tills cannot rely on this server.</source>
+        <translation>Кассы не могут рассчитывать на этот сервер.</translation>
+    </message>
+    <message>
+        <source>a run cannot cut the server's power</source>
+        <translation>проверка не может отключить серверу питание</translation>
+    </message>
+    <message>
+        <source>a run does not last for 90 days</source>
+        <translation>проверка не длится 90 дней</translation>
+    </message>
+    <message>
+        <source>a run cannot bring the server into trouble</source>
+        <translation>проверка не может вызвать на сервере сбой</translation>
+    </message>
+    <message>
+        <source>the server does not try two returns of one sale</source>
+        <translation>сервер не принимает попытки двух возвратов одной продажи</translation>
+    </message>
+    <message>
+        <source>the server does not book a return</source>
+        <translation>сервер не проводит возврат</translation>
+    </message>
+    <message>
+        <source>the server does not answer a return</source>
+        <translation>сервер не отвечает на возврат</translation>
+    </message>
+    <message>
+        <source>There is no case or requirement &quot;%1&quot;; --list has their names.</source>
+        <translation>Нет случая или требования «%1»; имена показывает --list.</translation>
+    </message>
+    <message>
+        <source>There is no case or requirement &quot;%1&quot;; did you mean &quot;%2&quot;?</source>
+        <translation>Нет случая или требования «%1»; может быть, «%2»?</translation>
+    </message>
+    <message>
+        <source>the server was never busy</source>
+        <translation>сервер ни разу не был занят</translation>
+    </message>
+    <message>
+        <source>seconds, or a date</source>
+        <translation>секунды или дата</translation>
+    </message>
+    <message>
+        <source>%1 is not below the address that is marked as meant for testing; nothing was sent there.</source>
+        <translation>%1 не относится к адресу, отмеченному как испытательный; туда ничего не послано.</translation>
+    </message>
+    <message>
+        <source>%1 names no %2; write it into the table [verify].</source>
+        <translation>В %1 нет %2; впишите в таблицу [verify].</translation>
+    </message>
+    <message>
+        <source>%1 does not mark %2 as meant for testing; if it is, write it as testServer into the table [verify].</source>
+        <translation>В %1 адрес %2 не отмечен как испытательный; если он такой, впишите его ключом testServer в таблицу [verify].</translation>
+    </message>
+    <message>
+        <source>%1 has another server in %2 of the table [%3] than the one for testing; write the same address into both.</source>
+        <translation>В %1 ключ %2 таблицы [%3] называет другой сервер, не испытательный; впишите в оба места один адрес.</translation>
+    </message>
+    <message>
+        <source>%1: the table [verify] needs two different cards and at least one goods code.</source>
+        <translation>%1: в таблице [verify] нужны две разные карты и хотя бы один код товара.</translation>
+    </message>
+    <message>
+        <source>Trying the server</source>
+        <translation>Проверка сервера</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written (%2); name a new file.</source>
+        <translation>%1 нельзя записать (%2); назовите новый файл.</translation>
+    </message>
+    <message>
+        <source>it is there already</source>
+        <translation>он уже есть</translation>
+    </message>
+    <message>
+        <source>Try whether a loyalty server for testing does what tills rely on</source>
+        <translation>Проверить, делает ли испытательный сервер лояльности то, на что рассчитывают кассы</translation>
+    </message>
+    <message>
+        <source>The requirements with their cases; try nothing</source>
+        <translation>Требования и их случаи; ничего не проверять</translation>
+    </message>
+    <message>
+        <source>The server's address, which is testServer in [verify]</source>
+        <translation>Адрес сервера, он же testServer в [verify]</translation>
+    </message>
+    <message>
+        <source>Cases or requirements; otherwise all</source>
+        <translation>Случаи или требования; иначе все</translation>
+    </message>
+    <message>
+        <source>What a server should do, it must do</source>
+        <translation>То, что серверу следует делать, обязательно</translation>
+    </message>
+    <message>
+        <source>As the Test Anything Protocol</source>
+        <translation>В виде Test Anything Protocol</translation>
+    </message>
+    <message>
+        <source>A new file for the results as JUnit's XML, beside what is printed</source>
+        <translation>Новый файл для результатов в виде JUnit XML, кроме того, что печатается</translation>
+    </message>
+    <message>
+        <source>In an order by chance</source>
+        <translation>В случайном порядке</translation>
+    </message>
+    <message>
+        <source>What the order follows from, above 0</source>
+        <translation>Из чего следует порядок, больше 0</translation>
+    </message>
+    <message>
+        <source>Sells and returns with the cards that [verify] names. Exit codes: 0 nothing is broken, 1
+something is, 2 the address is not marked as meant for testing.</source>
+        <translation>Продаёт и возвращает с картами из [verify]. Коды завершения: 0 — ничего не нарушено,
+1 — нарушено, 2 — адрес не отмечен как испытательный.</translation>
     </message>
 </context>
 </TS>

@@ -50,7 +50,10 @@ _orva() {
     # Options of the whole program may stand behind a command too. Some say which values they take.
     local choice
     choice=$(sed -nE "s/^  (-[a-zA-Z],)?$previous \{([^}]*)\}.*/\2/p" <<<"$help"$'\n'"$general" | head -n 1)
-    if [ -n "$choice" ]; then
+    if [ "$previous" = --deviate ]; then
+        mapfile -t COMPREPLY < <(compgen -W "list $(LC_ALL=C "${command[0]}" --deviate list 2>/dev/null |
+            sed -nE 's/^([a-z0-9-]+) .*/\1/p')" -- "$current")
+    elif [ -n "$choice" ]; then
         mapfile -t COMPREPLY < <(compgen -W "${choice//,/ }" -- "$current")
     elif grep -qE -e "^  (-[a-zA-Z],)?$previous [A-Z]" <<<"$help"$'\n'"$general"; then
         mapfile -t COMPREPLY < <(compgen -f -- "$current") # an option's value

@@ -3,6 +3,7 @@
 
 #include "simulator/faults/faultyservice.h"
 
+#include "simulator/documents/windows1251.h"
 #include "simulator/faults/faultplan.h"
 #include "simulator/status.h"
 
@@ -40,32 +41,6 @@ QByteArray garbled(QByteArray body, quint64 seed)
         body.front() = '\x16';
     }
     return body;
-}
-
-char inWindows1251(QChar character)
-{
-    constexpr char16_t firstLetter = u'А';
-    constexpr char16_t lastLetter = u'я';
-    constexpr int firstCode = 0xC0;
-    const char16_t code = character.unicode();
-    if (code < 0x80) {
-        return static_cast<char>(code);
-    }
-    if (code >= firstLetter && code <= lastLetter) {
-        return static_cast<char>(firstCode + code - firstLetter);
-    }
-    return code == u'Ё' ? '\xA8' : code == u'ё' ? '\xB8' : '?';
-}
-
-QByteArray inWindows1251(const QByteArray& utf8)
-{
-    const QString text = QString::fromUtf8(utf8);
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    for (const QChar character : text) {
-        bytes.append(inWindows1251(character));
-    }
-    return bytes;
 }
 
 } // namespace

@@ -157,10 +157,11 @@ private:
             return;
         }
         RequestReader reader(channel);
+        const quint64 number = ++lastConnection;
         After after = After::Next;
         while (after == After::Next && !ending &&
                reader.waitForRequest(steady_clock::now() + keepAlive)) {
-            after = exchange(channel, reader);
+            after = exchange(channel, reader, number);
         }
         if (after == After::Farewell && !ending) {
             channel.finishWriting();
@@ -168,8 +169,8 @@ private:
         }
     }
 
-    /// Answers one request.
-    After exchange(Channel& channel, RequestReader& reader)
+    /// Answers one request. number: of the connection
+    After exchange(Channel& channel, RequestReader& reader, quint64 number)
     {
         const auto until = steady_clock::now() + longestArrival;
         std::optional<RequestHead> head;
@@ -178,6 +179,7 @@ private:
             if (!head) {
                 return After::Nothing;
             }
+            head->request.connection = number;
             const Busy busy(channel);
             const qsizetype limit = bodyLimit ? bodyLimit(head->request) : maximumBody;
             if (head->hasBody() && limit == 0) {
@@ -272,7 +274,8 @@ private:
             return sendStream(request, answer, channel);
         }
         const Response response = responseFor(answer, request.method, after != After::Next);
-        return faults.send(response, answer.fault, channel) ? after : After::Nothing;
+        const bool goesOn = faults.send(response, answer.fault, channel) && !answer.closesUnsaid;
+        return goesOn ? after : After::Nothing;
     }
 
     /// Sends what comes of an answer without an end, until the client goes or the server ends. The
@@ -295,6 +298,7 @@ private:
     const Tls tls;
     const Listener listener;
     std::atomic<bool> ending = false;
+    std::atomic<quint64> lastConnection = 0;
     WireFaults faults; // these before the connections, whose threads use them
     MemoryBudget bodies{bodiesTogether};
     MemoryBudget documents{documentsTogether};

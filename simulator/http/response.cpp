@@ -62,8 +62,11 @@ QByteArray Response::head(qsizetype announced) const
 Response responseFor(const Answer& answer, const QByteArray& method, bool closes)
 {
     Response response;
-    response.opening = "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' +
-                       phraseFor(answer.status) + "\r\nDate: " + presentDate() + "\r\n";
+    response.opening =
+        "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' + phraseFor(answer.status) + "\r\n";
+    if (const QByteArray date = answer.date.value_or(presentDate()); !date.isEmpty()) {
+        response.opening += "Date: " + date + "\r\n";
+    }
     if (!answer.contentType.isEmpty()) {
         response.opening += "Content-Type: " + answer.contentType + "\r\n";
     }
@@ -83,6 +86,7 @@ Response responseFor(const Answer& answer, const QByteArray& method, bool closes
         response.opening += "Connection: close\r\n";
     }
     response.body = answer.body;
+    response.saidLength = answer.announced;
     response.hasBody = method != "HEAD" && answer.status != 204 && answer.status != 304;
     return response;
 }

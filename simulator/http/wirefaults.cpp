@@ -21,7 +21,8 @@ constexpr qsizetype lengthError = 20;
 
 bool sendWhole(const Response& response, Channel& channel)
 {
-    return channel.write(response.hasBody ? response.head(response.body.size()) + response.body
+    const qsizetype said = response.saidLength.value_or(response.body.size());
+    return channel.write(response.hasBody ? response.head(said) + response.body
                                           : response.opening + "\r\n");
 }
 

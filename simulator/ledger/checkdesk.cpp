@@ -44,10 +44,26 @@ Grant takenBack(const Booking& booking)
     return grant;
 }
 
+/// Lets earlier returns have taken what they should have, whatever habits let them book: the next
+/// one is held against that.
+void makeSound(std::vector<SoldLine>& sold)
+{
+    for (SoldLine& line : sold) {
+        const auto share = [&line](Kopecks booked) {
+            return roundedShare(booked, line.returned.quantity, line.sold.quantity);
+        };
+        if (line.returned.quantity > 0) {
+            line.returned.givenBack = share(line.sold.spent);
+            line.returned.takenBack = share(line.sold.earned);
+        }
+    }
+}
+
 } // namespace
 
-CheckDesk::CheckDesk(std::shared_ptr<const Rules> deskRules, Database& database)
-    : rules(std::move(deskRules)), db(database), ledger(database), store(database)
+CheckDesk::CheckDesk(std::shared_ptr<const Rules> deskRules, Database& database, Habits deskHabits)
+    : rules(std::move(deskRules)), db(database), habits(std::move(deskHabits)), ledger(database),
+      store(database)
 {}
 
 Document CheckDesk::precheck(const Check& check, const Element& request)
@@ -112,6 +128,19 @@ Document CheckDesk::precheckReturn(const Check& check, const Element& request)
                         takenBack(booking));
 }
 
+Booking CheckDesk::saleBooking(const Check& check, const Element& answer, const Element& request)
+{
+    SaleTerms terms{grantedLines(answer), 0};
+    Booking booking = bookSale(check, terms.granted, readPayment(request));
+    if (!habits.sales.empty()) {
+        terms.balance = ledger.balance(check.cardNumber, 0); // of a card that was pre-checked
+        for (const SaleHabit change : habits.sales) {
+            change(booking, terms);
+        }
+    }
+    return booking;
+}
+
 Booking CheckDesk::returnBooking(const Check& check) const
 {
     const std::optional<QString> card = ledger.cardOfSale(check.originalId);
@@ -123,20 +152,27 @@ Booking CheckDesk::returnBooking(const Check& check) const
         throw Rejection(424, u"The card %1 is not the one of the returned sale"_s.arg(
                                  maskedCard(check.cardNumber)));
     }
-    return bookReturn(check, ledger.soldLines(check.originalId));
+    std::vector<SoldLine> sold = ledger.soldLines(check.originalId);
+    if (!habits.returns.empty()) {
+        makeSound(sold);
+    }
+    Booking booking = bookReturn(check, sold);
+    for (const ReturnHabit change : habits.returns) {
+        change(booking, sold);
+    }
+    return booking;
 }
 
 /// What the check will book; rejects it unless all agrees with what was pre-checked.
-Booking CheckDesk::bookingOf(const Check& check, const Element& request) const
+Booking CheckDesk::bookingOf(const Check& check, const Element& request)
 {
     const std::optional<Document> answer = store.answerFor(check.id, request);
     if (!answer) {
         throw Rejection(424, u"The check was never pre-checked"_s);
     }
     requireSameCheck(check, readCheck(answer->root()));
-    return check.type == Check::Type::Sale
-               ? bookSale(check, grantedLines(answer->root()), readPayment(request))
-               : returnBooking(check);
+    return check.type == Check::Type::Sale ? saleBooking(check, answer->root(), request)
+                                           : returnBooking(check);
 }
 
 void CheckDesk::rejectBooked(const Check& check) const

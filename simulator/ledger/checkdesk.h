@@ -6,6 +6,7 @@
 #include "simulator/documents/check.h"
 #include "simulator/documents/element.h"
 #include "simulator/ledger/checkstore.h"
+#include "simulator/ledger/habits.h"
 #include "simulator/ledger/ledger.h"
 #include "simulator/rules/rules.h"
 
@@ -23,8 +24,8 @@ namespace simulator {
 class CheckDesk
 {
 public:
-    /// The database must outlive the desk.
-    CheckDesk(std::shared_ptr<const Rules> deskRules, Database& database);
+    /// The database must outlive the desk. deskHabits: for a desk that is to book wrongly
+    CheckDesk(std::shared_ptr<const Rules> deskRules, Database& database, Habits deskHabits = {});
 
     /// Answers what the check is granted. May be repeated until the check is booked.
     /// check: as read from request.
@@ -40,12 +41,15 @@ public:
 private:
     Document precheckSale(const Check& check, const Element& request);
     Document precheckReturn(const Check& check, const Element& request);
+    [[nodiscard]] Booking saleBooking(const Check& check, const Element& answer,
+                                      const Element& request);
     [[nodiscard]] Booking returnBooking(const Check& check) const;
-    [[nodiscard]] Booking bookingOf(const Check& check, const Element& request) const;
+    [[nodiscard]] Booking bookingOf(const Check& check, const Element& request);
     void rejectBooked(const Check& check) const;
 
     const std::shared_ptr<const Rules> rules;
     Database& db;
+    const Habits habits;
     Ledger ledger;
     CheckStore store;
 };

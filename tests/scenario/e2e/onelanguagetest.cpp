@@ -163,7 +163,8 @@ TEST_P(OneLanguage, isThatOfWhatGoesWell)
            "init --defaults simulator --offline"_s);
     runSimulator(u"ledger --config rules.toml --database server.sqlite"_s);
     runSimulator(u"--version"_s);
-    EXPECT_EQ(judged, 20);
+    runSimulator(u"--deviate list"_s);
+    EXPECT_EQ(judged, 21);
 }
 
 TEST_P(OneLanguage, isThatOfEveryHelp)
