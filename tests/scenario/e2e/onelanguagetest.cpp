@@ -180,6 +180,7 @@ TEST_P(OneLanguage, isThatOfEveryHelp)
                                               u"explain "_s,
                                               u"doctor "_s,
                                               u"init "_s,
+                                              u"verify "_s,
                                               u"log "_s,
                                               u"log list "_s,
                                               u"log show "_s,

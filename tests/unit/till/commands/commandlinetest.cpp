@@ -56,7 +56,9 @@ TEST(CommandLine, everyCommandIsKnown)
         {{"log", "replay", "case.jsonl"}, Command::LogReplay},
         {{"explain", "last"}, Command::Explain},
         {{"support", "case.tar"}, Command::Support},
-        {{"erase", "2200000000017"}, Command::Erase}};
+        {{"erase", "2200000000017"}, Command::Erase},
+        {{"verify", "http://127.0.0.1:8710/"}, Command::Verify},
+        {{"verify", "--list"}, Command::Verify}};
     for (const auto& [words, command] : commands) {
         EXPECT_EQ(parsed(words).command, command) << words.front();
     }
