@@ -91,6 +91,10 @@ public:
     /// Makes handOver, now and from now on, return within about a second. Any thread; does not
     /// wait. What was under way is Unknown.
     virtual void interrupt() = 0;
+    /// Makes sure that there is a connection to a store that takes checks, so that nothing is noted
+    /// as begun for a store that is away. Never throws. Blocks up to the time-out.
+    /// @return Done, or Unreachable or Refused with the reason
+    virtual HandOverResult reach() { return {HandOverEnd::Done, {}}; }
 };
 
 } // namespace orvastore
