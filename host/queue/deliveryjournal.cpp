@@ -9,7 +9,7 @@
 #include "host/queue/deliveredaddresses_p.h"
 #include "host/queue/deliverylog_p.h"
 #include "host/queue/queuedamage_p.h"
-#include "host/queue/queuemessage_p.h"
+#include "host/queue/queuemessage.h"
 #include "host/services/currenttime.h"
 
 #include <algorithm>
@@ -42,15 +42,6 @@ const QString selectWaits =
     "UNION ALL SELECT next_attempt_at FROM queue_messages "
     "WHERE account_id IS NOT NULL AND state = 'waiting' AND next_attempt_at IS NOT NULL) "
     "WHERE until > ?1 AND until <= ?1 + %1"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
-
-/// Whether the server has said that it did not take the request: such an attempt must not make a
-/// later "known already" look like a success.
-bool isRefusedForSure(const DeliveryResult& result)
-{
-    const bool refused = result.meaning == Meaning::WrongAuthorization ||
-                         (result.meaning == Meaning::Refused && result.status > 0);
-    return refused && !result.sentTwice;
-}
 
 } // namespace
 
@@ -331,7 +322,7 @@ void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& resul
         .bind(result.error.stored())
         .bind(result.answer)
         .bind(result.meaning == Meaning::Duplicate)
-        .bind(isRefusedForSure(result) ? 1 : 0)
+        .bind(result.isRefusedForSure() ? 1 : 0)
         .bind(task.messageId)
         .execute();
 }
@@ -353,7 +344,7 @@ void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& r
         .bind(nextAttempt)
         .bind(result.status)
         .bind(result.error.stored())
-        .bind(isRefusedForSure(result) ? 1 : 0)
+        .bind(result.isRefusedForSure() ? 1 : 0)
         .bind(task.messageId)
         .execute();
 }

@@ -4,7 +4,7 @@
 #include "host/queue/handover_p.h"
 
 #include "host/queue/deliverylog_p.h"
-#include "host/queue/deliverypolicy_p.h"
+#include "host/queue/deliverypolicy.h"
 #include "host/services/currenttime.h"
 
 #include <algorithm>

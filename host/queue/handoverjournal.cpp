@@ -9,9 +9,8 @@
 #include "host/queue/closedcheck.h"
 #include "host/queue/deliveredaddresses_p.h"
 #include "host/queue/deliverylog_p.h"
-#include "host/queue/deliverypolicy_p.h"
+#include "host/queue/deliverypolicy.h"
 #include "host/queue/queuedamage_p.h"
-#include "host/queue/queuemessage_p.h"
 #include "host/services/currenttime.h"
 
 #include <algorithm>

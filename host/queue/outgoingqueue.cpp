@@ -8,7 +8,7 @@
 #include "host/database/transaction.h"
 #include "host/http/serveraddress.h"
 #include "host/queue/deliveredaddresses_p.h"
-#include "host/queue/queuemessage_p.h"
+#include "host/queue/queuemessage.h"
 #include "host/services/currenttime.h"
 
 #include <QCryptographicHash>

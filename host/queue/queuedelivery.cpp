@@ -12,7 +12,6 @@
 #include "host/queue/handover_p.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/parallelsending_p.h"
-#include "host/queue/xmltext.h"
 #include "host/services/config.h"
 #include "host/services/currenttime.h"
 #include "host/services/restclient.h"
@@ -27,7 +26,6 @@ using deliverypolicy::Meaning;
 namespace {
 
 constexpr int secondsBetweenRemovals = 3600;
-constexpr qsizetype maxKeptAnswerBytes = 4096;
 /// As many as the pool of connections keeps.
 constexpr int maxConnections = 16;
 
@@ -212,29 +210,13 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
         }
     }
     client->setTimeout(exchangeSeconds());
-    // what is sent is UTF-8, whatever the text was read in before it was queued
-    client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
+    DeliveryResult result = requestsending::send(*client, task.addresses.at(task.step),
+                                                 task.payload, task.headers, task.attemptedBefore);
     {
         const std::lock_guard guard(mutex);
         underWay.removeOne(client.data());
     }
 
-    const tr::Tr error = client->getErrorText();
-    deliverypolicy::Answer answer;
-    answer.transportFailed = client->getError() > 0;
-    answer.unsendable = error.id() == "restAddressError"_L1 || error.id() == "restHeaderError"_L1;
-    answer.status = client->getHttpStatusCode();
-    DeliveryResult result;
-    result.sentTwice = client->getSendCount() > 1;
-    answer.attemptedBefore = task.attemptedBefore || result.sentTwice;
-    result.meaning = deliverypolicy::meaningOf(answer);
-    result.status = answer.status;
-    result.error = deliverypolicy::explain(result.meaning, answer.status, error.message());
-    result.answer = xmltext::decoded(client->getResponse().left(maxKeptAnswerBytes));
-    if (result.meaning != Meaning::StepDone) {
-        result.retryAfterMilliseconds =
-            deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());
-    }
     return result;
 }
 

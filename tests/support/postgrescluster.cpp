@@ -132,10 +132,11 @@ QString PostgresCluster::connectionBefore(const PostgresCluster& other, const QS
         .arg(user);
 }
 
-QString PostgresCluster::sql(const QString& statements) const
+QString PostgresCluster::sql(const QString& statements, const QString& database) const
 {
     return ranWell({program(u"psql"_s), u"-X"_s, u"-q"_s, u"-A"_s, u"-t"_s, u"-v"_s,
-                    u"ON_ERROR_STOP=1"_s, u"-d"_s, connection(), u"-c"_s, statements})
+                    u"ON_ERROR_STOP=1"_s, u"-d"_s, connection(u"postgres"_s, database), u"-c"_s,
+                    statements})
         .trimmed();
 }
 

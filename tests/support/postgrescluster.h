@@ -40,7 +40,8 @@ public:
 
     /// Runs SQL as the superuser, in as many transactions as statements.
     /// @return what psql prints, unaligned, without headings; a failure of the test on an error
-    QString sql(const QString& statements) const;
+    QString sql(const QString& statements,
+                const QString& database = QStringLiteral("postgres")) const;
     /// Sets a value for all sessions to come, and for those that follow a reload.
     void set(const QString& name, const QString& value) const;
     /// Waits until a query gives this. @return whether it did within 20 s
