@@ -1622,6 +1622,10 @@ Try: %3
         <translation>Доставлено: %1, снято с отправки: %2.</translation>
     </message>
     <message>
+        <source>Handed over to the store: %1.</source>
+        <translation>Передано хранилищу: %1.</translation>
+    </message>
+    <message>
         <source>There is no undelivered message %1; look at &quot;queue list&quot;.</source>
         <translation>Недоставленного сообщения %1 нет; посмотрите «queue list».</translation>
     </message>
@@ -1652,6 +1656,10 @@ Try: %3
     <message>
         <source>parked</source>
         <translation>снято с отправки</translation>
+    </message>
+    <message>
+        <source>handed over</source>
+        <translation>передано</translation>
     </message>
     <message>
         <source>delivered</source>
@@ -4122,6 +4130,291 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
 something is, 2 the address is not marked as meant for testing.</source>
         <translation>Продаёт и возвращает с картами из [verify]. Коды завершения: 0 — ничего не нарушено,
 1 — нарушено, 2 — адрес не отмечен как испытательный.</translation>
+    </message>
+</context>
+<context>
+    <name>Store</name>
+    <message>
+        <source>Deliver what stands in the store until stopped</source>
+        <translation>Доставлять то, что лежит в хранилище, до остановки</translation>
+    </message>
+    <message>
+        <source>Name of this worker (default: machine and process)</source>
+        <translation>Имя этого доставщика (по умолчанию: машина и процесс)</translation>
+    </message>
+    <message>
+        <source>File with the header that is sent instead of the tills&apos; own</source>
+        <translation>Файл с заголовком, который отправляется вместо данных касс</translation>
+    </message>
+    <message>
+        <source>Seconds after which a worker that is silent loses its lane</source>
+        <translation>Через сколько секунд замолчавший доставщик теряет свою дорожку</translation>
+    </message>
+    <message>
+        <source>Seconds that the loyalty server is waited for</source>
+        <translation>Сколько секунд ждать сервер лояльности</translation>
+    </message>
+    <message>
+        <source>End when nothing is due</source>
+        <translation>Закончить, когда отправлять нечего</translation>
+    </message>
+    <message>
+        <source>Make the tables, or bring them up to date</source>
+        <translation>Создать таблицы или обновить их</translation>
+    </message>
+    <message>
+        <source>Let a login of the database be a shop&apos;s till</source>
+        <translation>Разрешить имени базы быть кассой магазина</translation>
+    </message>
+    <message>
+        <source>The login</source>
+        <translation>Имя для входа</translation>
+    </message>
+    <message>
+        <source>Code of the shop</source>
+        <translation>Код магазина</translation>
+    </message>
+    <message>
+        <source>Look at the store and say what is wrong with it</source>
+        <translation>Осмотреть хранилище и сказать, что в нём не так</translation>
+    </message>
+    <message>
+        <source>The messages that are not delivered yet</source>
+        <translation>Ещё не доставленные сообщения</translation>
+    </message>
+    <message>
+        <source>List them, the oldest first</source>
+        <translation>Перечислить их, начиная со старых</translation>
+    </message>
+    <message>
+        <source>The message&apos;s number</source>
+        <translation>Номер сообщения</translation>
+    </message>
+    <message>
+        <source>Show a message without its secrets</source>
+        <translation>Показать сообщение без секретов</translation>
+    </message>
+    <message>
+        <source>Make a message due now</source>
+        <translation>Отправить сообщение сейчас</translation>
+    </message>
+    <message>
+        <source>Leave a message out until retry</source>
+        <translation>Отложить сообщение до retry</translation>
+    </message>
+    <message>
+        <source>Take a parked message for delivered</source>
+        <translation>Считать отложенное сообщение доставленным</translation>
+    </message>
+    <message>
+        <source>Replace the credentials of a queue</source>
+        <translation>Заменить учётные данные очереди</translation>
+    </message>
+    <message>
+        <source>Name of the queue</source>
+        <translation>Имя очереди</translation>
+    </message>
+    <message>
+        <source>File whose only line is the header Authorization</source>
+        <translation>Файл, единственная строка которого — заголовок Authorization</translation>
+    </message>
+    <message>
+        <source>Of this shop only</source>
+        <translation>Только этого магазина</translation>
+    </message>
+    <message>
+        <source>The books that tills share, on PostgreSQL.
+Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
+        <translation>Общие книги касс на PostgreSQL.
+Коды возврата: 0 сделано, 1 не удалось, 2 неверная командная строка или настройки.</translation>
+    </message>
+    <message>
+        <source>Print the version and exit</source>
+        <translation>Показать версию и выйти</translation>
+    </message>
+    <message>
+        <source>File with the settings (default: orva.toml here, then /etc/orva/orva.toml)</source>
+        <translation>Файл настроек (по умолчанию orva.toml здесь, затем /etc/orva/orva.toml)</translation>
+    </message>
+    <message>
+        <source>paused</source>
+        <translation>приостановлено</translation>
+    </message>
+    <message>
+        <source>parked</source>
+        <translation>снято с отправки</translation>
+    </message>
+    <message>
+        <source>waiting</source>
+        <translation>ожидает</translation>
+    </message>
+    <message>
+        <source>waits for message %1</source>
+        <translation>ждёт сообщения %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 не читается: %2</translation>
+    </message>
+    <message>
+        <source>There is no undelivered message %1; look at &quot;queue list&quot;.</source>
+        <translation>Недоставленного сообщения %1 нет; посмотрите «queue list».</translation>
+    </message>
+    <message>
+        <source>Message %1 is due now.</source>
+        <translation>Сообщение %1 назначено к отправке.</translation>
+    </message>
+    <message>
+        <source>Message %1 is parked.</source>
+        <translation>Сообщение %1 снято с отправки.</translation>
+    </message>
+    <message>
+        <source>Message %1 counts as delivered.</source>
+        <translation>Сообщение %1 считается доставленным.</translation>
+    </message>
+    <message>
+        <source>There is no parked message %1; look at &quot;queue list&quot;. Only what is parked can be settled.</source>
+        <translation>Снятого с отправки сообщения %1 нет; посмотрите «queue list». Закрыть можно только снятое.</translation>
+    </message>
+    <message>
+        <source>Messages that go out with the new credentials: %1.</source>
+        <translation>С новыми учётными данными пойдут сообщений: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing is to be delivered.</source>
+        <translation>Доставлять нечего.</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>№</translation>
+    </message>
+    <message>
+        <source>Queue</source>
+        <translation>Очередь</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Состояние</translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>Шаги</translation>
+    </message>
+    <message>
+        <source>Attempts</source>
+        <translation>Попытки</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Ответ</translation>
+    </message>
+    <message>
+        <source>Created</source>
+        <translation>Создано</translation>
+    </message>
+    <message>
+        <source>Next attempt</source>
+        <translation>Следующая попытка</translation>
+    </message>
+    <message>
+        <source>What is in the way</source>
+        <translation>Что мешает</translation>
+    </message>
+    <message>
+        <source>These are the oldest; there may be more.</source>
+        <translation>Это самые старые; могут быть и другие.</translation>
+    </message>
+    <message>
+        <source>Step %1: %2</source>
+        <translation>Шаг %1: %2</translation>
+    </message>
+    <message>
+        <source>The server&apos;s last refusal:</source>
+        <translation>Последний отказ сервера:</translation>
+    </message>
+    <message>
+        <source>A primary answers and takes writes.</source>
+        <translation>Основной сервер отвечает и принимает запись.</translation>
+    </message>
+    <message>
+        <source>The tables are of version %1.</source>
+        <translation>Таблицы версии %1.</translation>
+    </message>
+    <message>
+        <source>What is committed is on the disk.</source>
+        <translation>Записанное лежит на диске.</translation>
+    </message>
+    <message>
+        <source>A power cut can lose what is committed: set fsync and full_page_writes to on.</source>
+        <translation>Отключение питания может потерять записанное: включите fsync и full_page_writes.</translation>
+    </message>
+    <message>
+        <source>A standby confirms each commit.</source>
+        <translation>Резервный сервер подтверждает каждую запись.</translation>
+    </message>
+    <message>
+        <source>No standby confirms commits (synchronous_standby_names is empty): the loss of the primary&apos;s disk loses checks.</source>
+        <translation>Резервный сервер записи не подтверждает (synchronous_standby_names пусто): с диском основного сервера пропадут чеки.</translation>
+    </message>
+    <message>
+        <source>The tables of the days to come are made.</source>
+        <translation>Таблицы следующих дней созданы.</translation>
+    </message>
+    <message>
+        <source>Tomorrow&apos;s tables are missing: start a worker, which makes them.</source>
+        <translation>Нет таблиц на завтра: запустите доставщика, он их создаст.</translation>
+    </message>
+    <message>
+        <source>Messages that wait: %1.</source>
+        <translation>Ожидают отправки: %1.</translation>
+    </message>
+    <message>
+        <source>No message is parked.</source>
+        <translation>Отложенных сообщений нет.</translation>
+    </message>
+    <message>
+        <source>Messages that are parked: %1; look at &quot;queue list&quot;.</source>
+        <translation>Отложено сообщений: %1; посмотрите «queue list».</translation>
+    </message>
+    <message>
+        <source>The loyalty server is away, or does not accept what is sent; look at &quot;queue list&quot;.</source>
+        <translation>Сервер лояльности недоступен или не принимает отправленное; посмотрите «queue list».</translation>
+    </message>
+    <message>
+        <source>Lanes with work that no worker can find: %1; keep the database and ask for help.</source>
+        <translation>Дорожки с сообщениями, которых не найдёт ни один доставщик: %1; сохраните базу и обратитесь за помощью.</translation>
+    </message>
+    <message>
+        <source>No old transaction keeps the tables from being cleaned.</source>
+        <translation>Старых транзакций, мешающих уборке таблиц, нет.</translation>
+    </message>
+    <message>
+        <source>A transaction has been open for %1 minutes: end it, the tables grow.</source>
+        <translation>Транзакция открыта %1 мин: завершите её, таблицы растут.</translation>
+    </message>
+    <message>
+        <source>%1 names no store: add database = &quot;host=... dbname=... user=...&quot; to its table [store]</source>
+        <translation>В %1 не указано хранилище: добавьте database = &quot;host=... dbname=... user=...&quot; в таблицу [store]</translation>
+    </message>
+    <message>
+        <source>Working as %1 until stopped.</source>
+        <translation>Работаю под именем %1 до остановки.</translation>
+    </message>
+    <message>
+        <source>Delivered: %1, parked: %2, requests: %3.</source>
+        <translation>Доставлено: %1, отложено: %2, запросов: %3.</translation>
+    </message>
+    <message>
+        <source>The tables are of version %1 already.</source>
+        <translation>Таблицы уже версии %1.</translation>
+    </message>
+    <message>
+        <source>The tables are of version %1 now.</source>
+        <translation>Теперь таблицы версии %1.</translation>
+    </message>
+    <message>
+        <source>%1 is a till of shop %2.</source>
+        <translation>%1 — касса магазина %2.</translation>
     </message>
 </context>
 </TS>

@@ -219,6 +219,87 @@ constexpr std::array all{
             "message back (queue retry)"},
     Wording{"queue.noAddress", "В сообщении нет адресов для отправки",
             "The message has no addresses to be sent to"},
+
+    Wording{"store.passwordInside",
+            "Хранилище: в [store] database стоит пароль; перенесите его в файл и укажите "
+            "passwordFile",
+            "Store: there is a password in [store] database; move it to a file and name that in "
+            "passwordFile"},
+    Wording{"store.fallback", "Хранилище: [store] fallback может быть \"deliver\" или \"wait\"",
+            "Store: [store] fallback may be \"deliver\" or \"wait\""},
+    Wording{"store.noModule", "Хранилище: модуль %1 не загружен (%2); установите пакет orva-store",
+            "Store: the module %1 is not loaded (%2); install the package orva-store"},
+    Wording{"store.begun",
+            "Передача хранилищу начата, только оно знает, есть ли у него чек; касса спросит его "
+            "снова. %1",
+            "Handing over to the store was begun, and only the store knows whether it has the "
+            "check; the till asks it again. %1"},
+    Wording{"store.otherModule",
+            "Хранилище: модуль %1 — другой версии (%2); установите пакет orva-store той же версии, "
+            "что и касса",
+            "Store: the module %1 is of another version (%2); install the package orva-store of "
+            "the till's version"},
+
+    Wording{"store.string",
+            "Хранилище: строка подключения не разбирается, проверьте store.database",
+            "Store: the connection string cannot be read, check store.database"},
+    Wording{"store.passwordFile",
+            "Хранилище: файл пароля %1 не читается (%2), проверьте путь и права",
+            "Store: the password file %1 cannot be read (%2), check the path and the permissions"},
+    Wording{"store.away", "Хранилище %1 недоступно (%2); проверьте сервер и сеть",
+            "Store %1 cannot be reached (%2); check the server and the network"},
+    Wording{"store.silent", "Хранилище %1 молчит; проверьте сервер и сеть",
+            "Store %1 says nothing; check the server and the network"},
+    Wording{"store.lost", "Связь с хранилищем прервалась (%1); проверьте сервер и сеть",
+            "The connection to the store has broken off (%1); check the server and the network"},
+    Wording{"store.wrongPassword",
+            "Хранилище %1 не принимает вход (%2); проверьте имя в store.database и пароль в "
+            "store.passwordFile",
+            "Store %1 does not accept the login (%2); check the user in store.database and the "
+            "password in store.passwordFile"},
+    Wording{"store.readOnly",
+            "Хранилище %1 открыто только для чтения: это резервный сервер; назовите и основной в "
+            "store.database",
+            "Store %1 is read-only: it is a standby; name the primary too in store.database"},
+    Wording{"store.replaced",
+            "Хранилище %1 уже заменено другим сервером и не используется; остановите его",
+            "Store %1 has been replaced by another server and is not used; stop it"},
+    Wording{"store.unsure",
+            "Хранилище записало чек, но резервный сервер этого не подтвердил; передача будет "
+            "повторена",
+            "The store has written, but its standby has not confirmed it; this is repeated"},
+    Wording{"store.refused", "Хранилище отказало: %1", "The store refuses: %1"},
+    Wording{"store.refusedReadOnly",
+            "Хранилище только для чтения (%1); назовите основной сервер в store.database",
+            "The store is read-only (%1); name the primary in store.database"},
+    Wording{"store.refusedLogin", "Хранилище не принимает вход (%1); проверьте имя и пароль",
+            "The store does not accept the login (%1); check user and password"},
+    Wording{"store.noSchema",
+            "В этой базе нет таблиц хранилища; проверьте имя базы или создайте их (orva-store "
+            "migrate)",
+            "This database has no tables of a store; check its name or make them (orva-store "
+            "migrate)"},
+    Wording{"store.olderSchema",
+            "Таблицы хранилища версии %1, нужна %2; обновите их (orva-store migrate)",
+            "The store's tables are of version %1, needed is %2; bring them up to date (orva-store "
+            "migrate)"},
+    Wording{"store.newerSchema",
+            "Таблицы хранилища записаны более новой программой (версия %1, известна %2); обновите "
+            "программу",
+            "The store's tables are a newer program's (version %1, known is %2); update the "
+            "program"},
+    Wording{"store.forbidden",
+            "Хранилище не даёт этого имени прав (%1); разрешите кассу (orva-store admit)",
+            "The store does not let this login do that (%1); admit the till (orva-store admit)"},
+    Wording{"store.diskFull", "Диск хранилища заполнен (%1); освободите место",
+            "The store's disk is full (%1); free some space"},
+    Wording{"store.tooMany",
+            "У хранилища слишком много подключений (%1); увеличьте max_connections",
+            "The store has too many connections (%1); raise max_connections"},
+    Wording{"store.busy", "Хранилище занято (%1); повторите позже",
+            "The store is busy (%1); try again later"},
+    Wording{"store.ending", "Хранилище завершает соединение (%1)",
+            "The store ends the connection (%1)"},
 };
 
 } // namespace

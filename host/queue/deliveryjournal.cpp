@@ -9,7 +9,7 @@
 #include "host/queue/deliveredaddresses_p.h"
 #include "host/queue/deliverylog_p.h"
 #include "host/queue/queuedamage_p.h"
-#include "host/queue/queuemessage_p.h"
+#include "host/queue/queuemessage.h"
 #include "host/services/currenttime.h"
 
 #include <algorithm>
@@ -35,18 +35,6 @@ const QString selectTask =
 
 const QString selectTaskById = selectTask + u"?"_s;
 
-const QString& selectTaskAlone()
-{
-    static const QString text = selectTask + u"("_s + RequestsUnderWay::selectDue(false) + u")"_s;
-    return text;
-}
-
-const QString& selectTaskBeside()
-{
-    static const QString text = selectTask + u"("_s + RequestsUnderWay::selectDue(true) + u")"_s;
-    return text;
-}
-
 /// All waits that may still be running.
 const QString selectWaits =
     u"SELECT min(until) FROM (SELECT until FROM queue_holds "
@@ -55,18 +43,23 @@ const QString selectWaits =
     "WHERE account_id IS NOT NULL AND state = 'waiting' AND next_attempt_at IS NOT NULL) "
     "WHERE until > ?1 AND until <= ?1 + %1"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
-/// Whether the server has said that it did not take the request: such an attempt must not make a
-/// later "known already" look like a success.
-bool isRefusedForSure(const DeliveryResult& result)
-{
-    const bool refused = result.meaning == Meaning::WrongAuthorization ||
-                         (result.meaning == Meaning::Refused && result.status > 0);
-    return refused && !result.sentTwice;
-}
-
 } // namespace
 
-DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed) {}
+DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed)
+{
+    begin();
+}
+
+void DeliveryJournal::begin(const OwnShare& share)
+{
+    underWay.clear();
+    if (taskAlone.isEmpty() || !(share == ownShare)) {
+        ownShare = share;
+        underWay.limitTo(share);
+        taskAlone = selectTask + u"("_s + underWay.selectDue(false) + u")"_s;
+        taskBeside = selectTask + u"("_s + underWay.selectDue(true) + u")"_s;
+    }
+}
 
 DeliveryTask DeliveryJournal::readTask(const Statement& row)
 {
@@ -165,7 +158,7 @@ std::optional<qint64> DeliveryJournal::nextWaitEnd()
 
 std::optional<qint64> DeliveryJournal::dueMessage()
 {
-    Statement statement(database, RequestsUnderWay::selectDue(!underWay.isEmpty()));
+    Statement statement(database, underWay.selectDue(!underWay.isEmpty()));
     underWay.bindTo(statement, now);
     if (!statement.next() || statement.value(0).isNull()) {
         return std::nullopt;
@@ -177,7 +170,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeDue()
 {
     while (underWay.allowAnother()) {
         // one statement instead of two: a queue that was filled for weeks is drained through here
-        Statement row(database, underWay.isEmpty() ? selectTaskAlone() : selectTaskBeside());
+        Statement row(database, selectTaskDue());
         underWay.bindTo(row, now);
         if (!row.next()) {
             return std::nullopt;
@@ -329,7 +322,7 @@ void DeliveryJournal::park(const DeliveryTask& task, const DeliveryResult& resul
         .bind(result.error.stored())
         .bind(result.answer)
         .bind(result.meaning == Meaning::Duplicate)
-        .bind(isRefusedForSure(result) ? 1 : 0)
+        .bind(result.isRefusedForSure() ? 1 : 0)
         .bind(task.messageId)
         .execute();
 }
@@ -351,7 +344,7 @@ void DeliveryJournal::postpone(const DeliveryTask& task, const DeliveryResult& r
         .bind(nextAttempt)
         .bind(result.status)
         .bind(result.error.stored())
-        .bind(isRefusedForSure(result) ? 1 : 0)
+        .bind(result.isRefusedForSure() ? 1 : 0)
         .bind(task.messageId)
         .execute();
 }

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "host/queue/deliverypolicy_p.h"
+#include "host/queue/requestsending.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -31,17 +31,6 @@ struct DeliveryTask
     QString authorization; ///< as it also stands among the headers; empty for none
 
     bool isLastStep() const { return step + 1 >= addresses.size(); }
-};
-
-/// What became of it.
-struct DeliveryResult
-{
-    deliverypolicy::Meaning meaning = deliverypolicy::Meaning::ServerAway;
-    int status = 0;
-    Message error;  ///< for people
-    QString answer; ///< beginning of the server's answer
-    qint64 retryAfterMilliseconds = 0;
-    bool sentTwice = false; ///< the transport sent it again by itself: the first may have arrived
 };
 
 } // namespace poshost

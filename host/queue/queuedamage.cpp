@@ -7,7 +7,7 @@
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
 #include "host/queue/deliverylog_p.h"
-#include "host/queue/queuemessage_p.h"
+#include "host/queue/queuemessage.h"
 
 #include <QList>
 #include <limits>

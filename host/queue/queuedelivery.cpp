@@ -9,9 +9,9 @@
 #include "host/database/filelock.h"
 #include "host/queue/deliveryjournal_p.h"
 #include "host/queue/deliverylog_p.h"
+#include "host/queue/handover_p.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/parallelsending_p.h"
-#include "host/queue/xmltext.h"
 #include "host/services/config.h"
 #include "host/services/currenttime.h"
 #include "host/services/restclient.h"
@@ -26,14 +26,6 @@ using deliverypolicy::Meaning;
 namespace {
 
 constexpr int secondsBetweenRemovals = 3600;
-constexpr qsizetype maxKeptAnswerBytes = 4096;
-
-/// What is kept of an answer.
-QString beginningOf(const QByteArray& answer)
-{
-    const QString text = xmltext::decoded(answer.left(maxKeptAnswerBytes));
-    return answer.size() > maxKeptAnswerBytes ? xmltext::withoutHalfWord(text) : text;
-}
 /// As many as the pool of connections keeps.
 constexpr int maxConnections = 16;
 
@@ -85,7 +77,8 @@ void log(const DeliveryTask& task, const DeliveryResult& result)
 } // namespace
 
 QueueDelivery::QueueDelivery(Database& owner, quint64 seed)
-    : database(owner), journal(std::make_unique<DeliveryJournal>(owner, seed))
+    : database(owner), journal(std::make_unique<DeliveryJournal>(owner, seed)),
+      handOver(std::make_unique<HandOver>(owner, seed))
 {}
 
 QueueDelivery::~QueueDelivery() = default;
@@ -103,27 +96,54 @@ DeliveryReport QueueDelivery::deliverDue()
         report.elsewhere = true;
         return report;
     }
-    deliverWhatIsDue(report);
+    const OwnShare share = handOverWhatIsDue(report);
+    if (!share.hasStore || share.fromAge || handOver->hasOwn()) {
+        deliverWhatIsDue(share, report);
+    }
     if (isStopping()) {
         return report;
     }
     report.parked += journal->takeParkedUnsent();
     removeOld();
     if (const std::optional<qint64> end = journal->nextWaitEnd()) {
-        report.nextAttempt = QDateTime::fromMSecsSinceEpoch(*end);
+        const QDateTime time = QDateTime::fromMSecsSinceEpoch(*end);
+        report.nextAttempt =
+            report.nextAttempt.isValid() ? std::min(report.nextAttempt, time) : time;
     }
     return report;
 }
 
+/// @return what is left to this delivery
+OwnShare QueueDelivery::handOverWhatIsDue(DeliveryReport& report)
+{
+    const std::optional<StoreSetup> store = StoreSetup::configured();
+    if (!store) {
+        return {};
+    }
+    const HandOverReport handed = handOver->run(*store, [&](int messages) {
+        report.handedOver = messages;
+        if (progressed) {
+            progressed(report);
+        }
+        return !isStopping();
+    });
+    report.handedOver = handed.handed;
+    report.parked += handed.parked;
+    if (handed.nextAttempt) {
+        report.nextAttempt = QDateTime::fromMSecsSinceEpoch(*handed.nextAttempt);
+    }
+    return {true, store->fallbackMilliseconds};
+}
+
 /// The journal belongs to the database's thread, which is this one: it hands the requests out and
 /// writes down what became of them.
-void QueueDelivery::deliverWhatIsDue(DeliveryReport& report)
+void QueueDelivery::deliverWhatIsDue(const OwnShare& share, DeliveryReport& report)
 {
     {
         const std::lock_guard guard(mutex);
         breakingOff = stopping;
     }
-    journal->begin();
+    journal->begin(share);
     ParallelSending sending(connections(), [this](const DeliveryTask& task) { return send(task); });
     try {
         fill(sending);
@@ -190,29 +210,13 @@ DeliveryResult QueueDelivery::send(const DeliveryTask& task)
         }
     }
     client->setTimeout(exchangeSeconds());
-    // what is sent is UTF-8, whatever the text was read in before it was queued
-    client->post(task.addresses.at(task.step), xmltext::declaredAsUtf8(task.payload), task.headers);
+    DeliveryResult result = requestsending::send(*client, task.addresses.at(task.step),
+                                                 task.payload, task.headers, task.attemptedBefore);
     {
         const std::lock_guard guard(mutex);
         underWay.removeOne(client.data());
     }
 
-    const tr::Tr error = client->getErrorText();
-    deliverypolicy::Answer answer;
-    answer.transportFailed = client->getError() > 0;
-    answer.unsendable = error.id() == "restAddressError"_L1 || error.id() == "restHeaderError"_L1;
-    answer.status = client->getHttpStatusCode();
-    DeliveryResult result;
-    result.sentTwice = client->getSendCount() > 1;
-    answer.attemptedBefore = task.attemptedBefore || result.sentTwice;
-    result.meaning = deliverypolicy::meaningOf(answer);
-    result.status = answer.status;
-    result.error = deliverypolicy::explain(result.meaning, answer.status, error.message());
-    result.answer = beginningOf(client->getResponse());
-    if (result.meaning != Meaning::StepDone) {
-        result.retryAfterMilliseconds =
-            deliverypolicy::retryAfter(client->getResponseHeader(u"Retry-After"_s), now());
-    }
     return result;
 }
 
@@ -247,6 +251,7 @@ void QueueDelivery::requestStop()
 {
     const std::lock_guard guard(mutex);
     stopping = true;
+    handOver->interrupt();
     breakOff(guard);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "host/queue/queuemessage_p.h"
+#include "host/queue/queuemessage.h"
 
 #include <QCryptographicHash>
 #include <QJsonDocument>

@@ -8,7 +8,7 @@
 #include "host/database/database.h"
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
-#include "host/queue/queuemessage_p.h"
+#include "host/queue/queuemessage.h"
 #include "host/services/currenttime.h"
 
 template class Singleton<DBQueueBroker>;

@@ -6,7 +6,7 @@
 #include "host/core/basicexception.h"
 #include "host/database/database.h"
 #include "host/database/statement.h"
-#include "host/queue/deliverypolicy_p.h"
+#include "host/queue/deliverypolicy.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
 #include "host/services/dbqueuebroker.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "host/queue/deliverypolicy_p.h"
+#include "host/queue/deliverypolicy.h"
 
 #include <QTimeZone>
 #include <gtest/gtest.h>

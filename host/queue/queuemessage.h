@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "host/hostexport.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -13,7 +15,7 @@ namespace poshost {
 
 /// A queued message in the form in which it is stored: what is posted, kept byte for byte, and the
 /// authorization apart, so that it can be replaced and erased by itself.
-struct QueueMessage
+struct HOST_EXPORT QueueMessage
 {
     QByteArray payload;    ///< the body, UTF-8
     QByteArray headers;    ///< name -> value without the authorization, JSON
@@ -22,6 +24,7 @@ struct QueueMessage
     int steps = 0;         ///< how many addresses are to be posted to
 
     /// What is stored beside payload, headers and urls and tells whether they are still the same.
+    /// @return a digest of payload, headers and addresses
     QByteArray digest() const;
 
     /// Takes a message as a plug-in gives it: "payload" (text), "headers" and "urls" (maps of

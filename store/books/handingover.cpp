@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "store/books/handingover.h"
+
+#include "host/queue/queuemessage.h"
+#include "store/database/connection.h"
+
+#include <QCryptographicHash>
+
+namespace orvastore {
+
+using Certainty = StoreError::Certainty;
+
+namespace {
+
+constexpr char withOneMessage[] =
+    "SELECT orva.hand_over($1,$2,$3,$4::bigint,$5::bigint,$6::bytea,$7,$8::bytea,"
+    "$9,$10,$11,$12,$13::bytea,$14,$15::int,$16::int,$17::int,$18::int)";
+constexpr char checkAlone[] =
+    "SELECT orva.hand_over_check($1,$2,$3,$4::bigint,$5::bigint,$6::bytea,"
+    "$7,$8::bytea)";
+constexpr char oneMore[] = "SELECT orva.hand_over_more($1,$2,$3,$4,$5,$6,$7,$8::bytea,$9,$10::int,"
+                           "$11::int,$12::int,$13::int)";
+
+/// The card's number stays at the till.
+Value laneOf(const HandedCheck& check)
+{
+    return check.laneName.isEmpty() ? Value::null()
+                                    : Value::binary(QCryptographicHash::hash(
+                                          check.laneName.toUtf8(), QCryptographicHash::Sha256));
+}
+
+QList<Value> valuesOf(const HandedCheck& check)
+{
+    return {Value::text(check.shop),
+            Value::text(check.identifier),
+            Value::text(check.till),
+            Value::number(check.number),
+            Value::number(check.closedAt.toMSecsSinceEpoch()),
+            laneOf(check),
+            Value::text(check.saleIdentifier),
+            Value::binary(check.content)};
+}
+
+QList<Value> valuesOf(const HandedMessage& message)
+{
+    const auto steps = poshost::QueueMessage::addressesOf(message.urls).size();
+    return {Value::text(message.queue),
+            Value::text(message.extra),
+            Value::text(QString::fromUtf8(message.headers)),
+            Value::text(QString::fromUtf8(message.urls)),
+            Value::binary(message.payload),
+            Value::text(message.authorization),
+            Value::number(steps),
+            Value::number(message.stepsDone),
+            Value::number(message.attempts),
+            Value::number(message.stepAttempts)};
+}
+
+/// Several messages go in a transaction of several commands. Until the last of them nothing can
+/// have happened.
+void handOverSeveral(Connection& connection, const HandedCheck& check)
+{
+    try {
+        connection.runAll("BEGIN");
+        const bool isNew = !connection.run(checkAlone, valuesOf(check)).isNull(0, 0);
+        for (const HandedMessage& message : check.messages) {
+            if (isNew) {
+                connection.run(oneMore,
+                               QList<Value>{Value::text(check.shop), Value::text(check.identifier),
+                                            Value::text(check.saleIdentifier)} +
+                                   valuesOf(message));
+            }
+        }
+    } catch (const StoreError& error) {
+        connection.close();
+        const bool refused = error.certainty() == Certainty::Refused;
+        throw StoreError(refused ? Certainty::Refused : Certainty::NothingSent, error.message(),
+                         error.state());
+    }
+    connection.runAll("COMMIT");
+}
+
+} // namespace
+
+void handOver(Connection& connection, const HandedCheck& check)
+{
+    if (check.messages.size() > 1) {
+        handOverSeveral(connection, check);
+        return;
+    }
+    QList<Value> values = valuesOf(check);
+    if (check.messages.isEmpty()) {
+        for (int i = 0; i < 6; ++i) {
+            values.append(Value::null());
+        }
+        values.append(QList<Value>(4, Value::number(0)));
+    } else {
+        values += valuesOf(check.messages.first());
+    }
+    connection.run(withOneMessage, values);
+}
+
+} // namespace orvastore

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "store/storeclient.h"
+
+namespace orvastore {
+
+class Connection;
+
+/// Hands one check over in one transaction. @throws StoreError, whose certainty says whether it may
+/// be in the store now
+void handOver(Connection& connection, const HandedCheck& check);
+
+} // namespace orvastore

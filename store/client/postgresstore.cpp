@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "store/client/postgresstore.h"
+
+#include "store/books/handingover.h"
+#include "store/schema/storeschema.h"
+
+namespace orvastore {
+
+using poshost::Message;
+
+namespace {
+
+HandOverEnd endOf(StoreError::Certainty certainty)
+{
+    switch (certainty) {
+    case StoreError::Certainty::NothingSent:
+        return HandOverEnd::Unreachable;
+    case StoreError::Certainty::Refused:
+        return HandOverEnd::Refused;
+    case StoreError::Certainty::Unknown:
+        break;
+    }
+    return HandOverEnd::Unknown;
+}
+
+} // namespace
+
+void PostgresStore::open(const StoreSettings& settings)
+{
+    auto made = std::make_unique<Connection>(settings, Connection::Manner{});
+    const std::lock_guard guard(mutex);
+    connection = std::move(made);
+    examined = 0;
+    if (interrupted) {
+        connection->interrupt();
+    }
+}
+
+void PostgresStore::interrupt()
+{
+    const std::lock_guard guard(mutex);
+    interrupted = true;
+    if (connection) {
+        connection->interrupt();
+    }
+}
+
+void PostgresStore::requireUsableSchema()
+{
+    if (!connection) {
+        throw StoreError(StoreError::Certainty::NothingSent, Message::of("store.string"));
+    }
+    connection->open();
+    if (examined != connection->generation()) {
+        storeschema::requireUsable(*connection);
+        examined = connection->generation();
+    }
+}
+
+HandOverResult PostgresStore::reach()
+{
+    try {
+        requireUsableSchema();
+        return {HandOverEnd::Done, {}};
+    } catch (const StoreError& error) {
+        const bool refused = error.certainty() == StoreError::Certainty::Refused;
+        return {refused ? HandOverEnd::Refused : HandOverEnd::Unreachable, error.message()};
+    }
+}
+
+QList<HandOverResult> PostgresStore::handOver(const QList<HandedCheck>& checks)
+{
+    QList<HandOverResult> results;
+    for (const HandedCheck& check : checks) {
+        const HandOverResult reached = reach();
+        if (reached.end != HandOverEnd::Done) {
+            results.append(reached);
+        } else {
+            try {
+                orvastore::handOver(*connection, check);
+                results.append({HandOverEnd::Done, {}});
+            } catch (const StoreError& error) {
+                results.append({endOf(error.certainty()), error.message()});
+            }
+        }
+        const HandOverEnd end = results.last().end;
+        if (end != HandOverEnd::Done && end != HandOverEnd::Refused) {
+            break;
+        }
+    }
+    while (results.size() < checks.size()) {
+        results.append({HandOverEnd::Unreachable, results.last().error});
+    }
+    return results;
+}
+
+} // namespace orvastore

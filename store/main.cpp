@@ -1,0 +1,141 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "console/exitcode.h"
+#include "console/language.h"
+#include "console/output.h"
+#include "console/streams.h"
+#include "console/usage.h"
+#include "store/commands/program.h"
+#include "store/text.h"
+
+#include <CLI/CLI.hpp>
+#include <QCoreApplication>
+
+using orvastore::Options;
+using orvastore::Text;
+using Command = Options::Command;
+
+namespace {
+
+/// Texts of the command line before they become options.
+struct Texts
+{
+    std::string config;
+    std::string worker;
+    std::string authorization;
+    std::string role;
+    std::string shop;
+    std::string queue;
+};
+
+std::string words(const QString& text)
+{
+    return text.toStdString();
+}
+
+void addWork(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const work = app.add_subcommand(
+        "work", words(Text::tr("Deliver what stands in the store until stopped")));
+    work->add_option("--name", texts.worker,
+                     words(Text::tr("Name of this worker (default: machine and process)")));
+    work->add_option(
+        "--authorization", texts.authorization,
+        words(Text::tr("File with the header that is sent instead of the tills' own")));
+    work->add_option("--lane-timeout", options.laneTimeout,
+                     words(Text::tr("Seconds after which a worker that is silent loses its lane")))
+        ->capture_default_str()
+        ->check(CLI::Range(1, 3600));
+    work->add_option("--request-timeout", options.requestTimeout,
+                     words(Text::tr("Seconds that the loyalty server is waited for")))
+        ->capture_default_str()
+        ->check(CLI::Range(1, 3600));
+    work->add_flag("--until-empty", options.untilEmpty, words(Text::tr("End when nothing is due")));
+    work->callback([&options] { options.command = Command::Work; });
+}
+
+void addTables(CLI::App& app, Options& options, Texts& texts)
+{
+    app.add_subcommand("migrate", words(Text::tr("Make the tables, or bring them up to date")))
+        ->callback([&options] { options.command = Command::Migrate; });
+    CLI::App* const admit = app.add_subcommand(
+        "admit", words(Text::tr("Let a login of the database be a shop's till")));
+    admit->add_option("role", texts.role, words(Text::tr("The login")))->required();
+    admit->add_option("shop", texts.shop, words(Text::tr("Code of the shop")))->required();
+    admit->callback([&options] { options.command = Command::Admit; });
+    app.add_subcommand("doctor", words(Text::tr("Look at the store and say what is wrong with it")))
+        ->callback([&options] { options.command = Command::Doctor; });
+}
+
+void addQueue(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const queue =
+        app.add_subcommand("queue", words(Text::tr("The messages that are not delivered yet")));
+    queue->require_subcommand(1, 1);
+    queue->add_subcommand("list", words(Text::tr("List them, the oldest first")))
+        ->callback([&options] { options.command = Command::QueueList; });
+    const auto add = [&](const char* name, const QString& about, Command command) {
+        CLI::App* const one = queue->add_subcommand(name, words(about));
+        one->add_option("message", options.message, words(Text::tr("The message's number")))
+            ->required();
+        one->callback([&options, command] { options.command = command; });
+    };
+    add("show", Text::tr("Show a message without its secrets"), Command::QueueShow);
+    add("retry", Text::tr("Make a message due now"), Command::QueueRetry);
+    add("park", Text::tr("Leave a message out until retry"), Command::QueuePark);
+    add("settle", Text::tr("Take a parked message for delivered"), Command::QueueSettle);
+    CLI::App* const anew =
+        queue->add_subcommand("reauthorize", words(Text::tr("Replace the credentials of a queue")));
+    anew->add_option("queue", texts.queue, words(Text::tr("Name of the queue")))->required();
+    anew->add_option("file", texts.authorization,
+                     words(Text::tr("File whose only line is the header Authorization")))
+        ->required();
+    anew->add_option("--shop", texts.shop, words(Text::tr("Of this shop only")));
+    anew->callback([&options] { options.command = Command::QueueReauthorize; });
+}
+
+void take(Options& options, const Texts& texts)
+{
+    options.config = QString::fromLocal8Bit(texts.config.c_str());
+    options.worker = QString::fromLocal8Bit(texts.worker.c_str());
+    options.authorizationFile = QString::fromLocal8Bit(texts.authorization.c_str());
+    options.role = QString::fromLocal8Bit(texts.role.c_str());
+    options.shop = QString::fromLocal8Bit(texts.shop.c_str());
+    options.queue = QString::fromLocal8Bit(texts.queue.c_str());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    console::streams::prepare();
+    const QCoreApplication application(argc, argv);
+    console::speakUsersLanguage();
+    console::streams::keepLogPrintable();
+    console::Output out(stdout);
+    console::Output errors(stderr);
+    Options options;
+    Texts texts;
+    CLI::App app(words(Text::tr("The books that tills share, on PostgreSQL.\n"
+                                "Exit codes: 0 done, 1 failed, 2 wrong command line or settings.")),
+                 "orva-store");
+    console::usage::prepare(app);
+    app.set_version_flag("--version", ORVA_VERSION, words(Text::tr("Print the version and exit")));
+    app.add_option("--config", texts.config,
+                   words(Text::tr("File with the settings (default: orva.toml here, then "
+                                  "/etc/orva/orva.toml)")));
+    addWork(app, options, texts);
+    addTables(app, options, texts);
+    addQueue(app, options, texts);
+    app.require_subcommand(1, 1);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const bool isDone = console::usage::exitOf(app, error, out, errors) == 0;
+        return isDone ? console::exitcode::ok : console::exitcode::usage;
+    }
+    take(options, texts);
+    const int code = orvastore::Program(options, out, errors).run();
+    return out.isWhole() || code != 0 ? code : console::exitcode::failed;
+}

@@ -1,0 +1,126 @@
+-- SPDX-FileCopyrightText: 2026 The Orva developers
+-- SPDX-License-Identifier: Apache-2.0
+--
+-- Where a lane and a message stand, and how messages leave their lane's line and come back into it.
+
+-- The message that is next in a lane: those that came back go first.
+CREATE OR REPLACE FUNCTION orva.head_of(of_lane orva.lanes) RETURNS orva.messages
+LANGUAGE plpgsql STABLE SET search_path = pg_catalog AS $$
+DECLARE
+    head orva.messages;
+BEGIN
+    -- a message that somebody has parked out of its turn may be found where the line reaches it
+    SELECT m.* INTO head FROM orva.returned r
+        JOIN orva.messages m ON m.lane = r.lane AND m.day = r.day AND m.number = r.number
+        WHERE r.lane = of_lane.id ORDER BY r.number LIMIT 1;
+    IF head.id IS NULL THEN
+        SELECT m.* INTO head FROM orva.messages m
+            WHERE m.lane = of_lane.id AND m.day >= of_lane.head_day AND m.number > of_lane.passed
+                AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id)
+                AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
+                    WHERE d.message = m.id AND d.day = m.day)
+            ORDER BY m.day, m.number LIMIT 1;
+    END IF;
+    RETURN head;
+END $$;
+
+-- How far a message has come: counted from what was written down about it.
+CREATE OR REPLACE FUNCTION orva.progress_of(of_message orva.messages, OUT steps_done int,
+    OUT attempts int, OUT step_attempts int, OUT server_errors int)
+LANGUAGE plpgsql STABLE SET search_path = pg_catalog AS $$
+DECLARE
+    step_began int;      -- the attempt that finished the step before
+    counted_from int;    -- earlier ones say nothing about whether the server has it
+    errors_from int;
+BEGIN
+    SELECT count(*) FILTER (WHERE o.meaning = 'StepDone'), count(*),
+            coalesce(max(a.attempt) FILTER (WHERE o.meaning = 'StepDone'), 0),
+            coalesce(max(a.attempt) FILTER (WHERE o.meaning IN ('StepDone', 'Duplicate')), 0),
+            coalesce(max(a.attempt) FILTER (WHERE o.meaning IN ('StepDone', 'Retried')), 0)
+        INTO steps_done, attempts, step_began, counted_from, errors_from
+        FROM orva.attempts a LEFT JOIN orva.outcomes o USING (day, message, attempt)
+        WHERE a.day = of_message.day AND a.message = of_message.id;
+    IF attempts = 0 THEN
+        step_attempts := of_message.step_attempts;
+        server_errors := 0;
+    ELSE
+        SELECT count(*) FILTER (WHERE a.attempt > counted_from
+                    AND NOT coalesce(o.certainly_refused, false)),
+                count(*) FILTER (WHERE a.attempt > errors_from AND o.meaning = 'ServerError')
+            INTO step_attempts, server_errors
+            FROM orva.attempts a LEFT JOIN orva.outcomes o USING (day, message, attempt)
+            WHERE a.day = of_message.day AND a.message = of_message.id;
+        IF counted_from = 0 THEN
+            step_attempts := step_attempts + of_message.step_attempts;
+        END IF;
+    END IF;
+    steps_done := steps_done + of_message.steps_done;
+    attempts := attempts + of_message.attempts;
+END $$;
+
+-- The number of the attempt that was written down last, 0 before the first one.
+CREATE OR REPLACE FUNCTION orva.last_attempt(on_day date, of_message bigint) RETURNS int
+LANGUAGE sql STABLE SET search_path = pg_catalog AS $$
+    SELECT coalesce(max(attempt), 0) FROM orva.attempts WHERE message = of_message AND day = on_day
+$$;
+
+-- Takes a message out of its lane's line. The lane's row is locked from here on.
+CREATE OR REPLACE FUNCTION orva.leave_line(of_message orva.messages) RETURNS orva.lanes
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    changed orva.lanes;
+BEGIN
+    -- the line's own order goes on only where the message was next in it
+    UPDATE orva.lanes SET waiting = waiting - 1, passed = greatest(passed, of_message.number),
+        head_day = greatest(head_day, of_message.day)
+        WHERE id = of_message.lane RETURNING * INTO changed;
+    DELETE FROM orva.returned WHERE lane = of_message.lane AND number = of_message.number;
+    RETURN changed;
+END $$;
+
+-- Puts a lane with work at the end of the list, and one without out of it.
+CREATE OR REPLACE FUNCTION orva.queue_lane(of_lane orva.lanes) RETURNS void
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    head orva.messages;
+BEGIN
+    IF of_lane.waiting > 0 THEN
+        head := orva.head_of(of_lane);
+        INSERT INTO orva.ready (lane, account, queue) VALUES (of_lane.id, head.account, head.queue);
+    ELSIF of_lane.name IS NULL THEN
+        DELETE FROM orva.lanes l WHERE l.id = of_lane.id
+            AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.lane = l.id);
+    END IF;
+END $$;
+
+-- What waited for a check that is done goes back into its line.
+CREATE OR REPLACE FUNCTION orva.release(of_shop text, of_check text) RETURNS void
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    waiter orva.parked;
+BEGIN
+    IF EXISTS (SELECT 1 FROM orva.parked WHERE shop = of_shop AND identifier = of_check) THEN
+        RETURN;
+    END IF;
+    FOR waiter IN SELECT * FROM orva.parked WHERE shop = of_shop AND waits_for = of_check
+        ORDER BY number
+    LOOP
+        PERFORM orva.return_to_line(waiter);
+    END LOOP;
+END $$;
+
+-- Puts a message that was left out before all others of its lane.
+CREATE OR REPLACE FUNCTION orva.return_to_line(what orva.parked) RETURNS void
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    of_lane orva.lanes;
+BEGIN
+    UPDATE orva.lanes SET waiting = waiting + 1 WHERE id = what.lane RETURNING * INTO of_lane;
+    DELETE FROM orva.parked WHERE message = what.message;
+    IF what.number <= of_lane.passed THEN -- otherwise the line comes to it by itself
+        INSERT INTO orva.returned (lane, number, day) VALUES (what.lane, what.number, what.day);
+    END IF;
+    IF of_lane.waiting = 1 THEN
+        PERFORM orva.queue_lane(of_lane);
+    END IF;
+END $$;

@@ -1,0 +1,70 @@
+-- SPDX-FileCopyrightText: 2026 The Orva developers
+-- SPDX-License-Identifier: Apache-2.0
+--
+-- Partitions by day.
+
+-- Makes the partitions of the days to come. Attaching them locks nobody out but the table for days that
+-- nobody has prepared. Returns how many were made.
+CREATE OR REPLACE FUNCTION orva.prepare_days(ahead int) RETURNS int
+LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+DECLARE
+    made int := 0;
+    day date;
+    parent text;
+    name text;
+BEGIN
+    PERFORM pg_advisory_xact_lock(1, 2);
+    FOR day IN SELECT current_date + n FROM generate_series(0, ahead) n LOOP
+        FOREACH parent IN ARRAY ARRAY['checks', 'messages', 'attempts', 'outcomes', 'deliveries'] LOOP
+            name := parent || to_char(day, '_YYYYMMDD');
+            CONTINUE WHEN to_regclass('orva.' || name) IS NOT NULL;
+            BEGIN
+                EXECUTE format('CREATE TABLE orva.%I (LIKE orva.%I INCLUDING ALL)', name, parent);
+                EXECUTE format('ALTER TABLE orva.%I ATTACH PARTITION orva.%I '
+                    'FOR VALUES FROM (%L) TO (%L)', parent, name, day, day + 1);
+                made := made + 1;
+            EXCEPTION WHEN check_violation THEN
+                NULL; -- rows of that day came before its table: they stay where they are
+            END;
+        END LOOP;
+    END LOOP;
+    RETURN made;
+END $$;
+
+-- Whether everything in the tables of a day is done: no message of that day, or of a check that was
+-- closed on it, is undelivered.
+CREATE OR REPLACE FUNCTION orva.is_day_done(of_day date) RETURNS boolean
+LANGUAGE sql SET search_path = pg_catalog AS $$
+    SELECT NOT EXISTS (
+        SELECT 1 FROM orva.messages m
+        WHERE (m.day = of_day OR EXISTS (SELECT 1 FROM orva.checks c WHERE c.closed_on = of_day
+                AND c.shop = m.shop AND c.identifier = m.identifier))
+            AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
+                WHERE d.message = m.id AND d.day = m.day))
+$$;
+
+-- Drops the tables of days that are older and done. Returns how many days went.
+CREATE OR REPLACE FUNCTION orva.drop_days(older_than int) RETURNS int
+LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+DECLARE
+    gone int := 0;
+    day date;
+    parent text;
+BEGIN
+    PERFORM pg_advisory_xact_lock(1, 2);
+    FOR day IN SELECT to_date(right(c.relname, 8), 'YYYYMMDD') FROM pg_class c
+            WHERE c.relnamespace = 'orva'::regnamespace AND c.relkind = 'r'
+                AND c.relname ~ '^messages_[0-9]{8}$'
+                AND to_date(right(c.relname, 8), 'YYYYMMDD') < current_date - older_than
+            ORDER BY 1
+    LOOP
+        -- nothing is added to it from here on, so what is seen to be done stays done
+        EXECUTE format('LOCK TABLE orva.%I IN SHARE MODE', 'messages' || to_char(day, '_YYYYMMDD'));
+        CONTINUE WHEN NOT orva.is_day_done(day);
+        FOREACH parent IN ARRAY ARRAY['checks', 'messages', 'attempts', 'outcomes', 'deliveries'] LOOP
+            EXECUTE format('DROP TABLE IF EXISTS orva.%I', parent || to_char(day, '_YYYYMMDD'));
+        END LOOP;
+        gone := gone + 1;
+    END LOOP;
+    RETURN gone;
+END $$;

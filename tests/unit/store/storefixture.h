@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "store/books/deliverybook.h"
+#include "store/books/handingover.h"
+#include "store/client/postgresstore.h"
+#include "store/database/connection.h"
+#include "store/schema/storeschema.h"
+#include "tests/support/postgrescluster.h"
+
+#include <gtest/gtest.h>
+
+namespace storetest {
+
+inline orvastore::StoreSettings settingsFor(const QString& database, int seconds = 5)
+{
+    return {database, {}, seconds, QStringLiteral("test")};
+}
+
+/// A check with one message of one step.
+inline orvastore::HandedCheck checkOf(const QString& identifier, const QString& lane = {})
+{
+    orvastore::HandedMessage message;
+    message.queue = QStringLiteral("Orva");
+    message.extra = identifier;
+    message.headers = R"({"Content-Type":"text/xml"})";
+    message.urls = R"({"0":"http://127.0.0.1:9/checkconfirm"})";
+    message.payload = "<check>" + identifier.toUtf8() + "</check>";
+    message.authorization = QStringLiteral("Basic c2VjcmV0");
+    orvastore::HandedCheck check;
+    check.identifier = identifier;
+    check.shop = QStringLiteral("shop");
+    check.till = QStringLiteral("till1");
+    check.number = 1;
+    check.closedAt = QDateTime::currentDateTimeUtc();
+    check.laneName = lane;
+    check.content = "content";
+    check.messages = {message};
+    return check;
+}
+
+inline poshost::DeliveryResult resultOf(poshost::deliverypolicy::Meaning meaning, int status = 200)
+{
+    poshost::DeliveryResult result;
+    result.meaning = meaning;
+    result.status = status;
+    return result;
+}
+
+/// The server that the tests of one program share; each has a database of its own.
+inline PostgresCluster& sharedCluster()
+{
+    static PostgresCluster cluster;
+    return cluster;
+}
+
+inline QString freshDatabase()
+{
+    static int made = 0;
+    const QString name = QStringLiteral("store%1").arg(++made);
+    sharedCluster().sql(QStringLiteral("CREATE DATABASE ") + name);
+    return name;
+}
+
+/// A store with its tables, and sessions at it.
+class StoreTest : public ::testing::Test
+{
+protected:
+    StoreTest() { orvastore::storeschema::migrate(owner); }
+
+    void handOver(const QString& identifier, const QString& lane = {})
+    {
+        orvastore::handOver(owner, checkOf(identifier, lane));
+    }
+    /// What the check of a task is called.
+    static QString nameOf(const std::optional<orvastore::Task>& task)
+    {
+        return task ? QString::fromUtf8(task->payload).section(u'>', 1).section(u'<', 0, 0)
+                    : QStringLiteral("none");
+    }
+
+    /// As psql prints it.
+    QString sql(const QString& statements) const
+    {
+        return sharedCluster().sql(statements, database);
+    }
+
+    const QString database = freshDatabase();
+    const QString connection = sharedCluster().connection(QStringLiteral("postgres"), database);
+    orvastore::Connection owner{settingsFor(connection), {}};
+    orvastore::Connection first{settingsFor(connection), {}};
+    orvastore::Connection second{settingsFor(connection), {}};
+    orvastore::DeliveryBook book{first, QStringLiteral("first"), 1};
+    orvastore::DeliveryBook other{second, QStringLiteral("second"), 2};
+    const poshost::DeliveryResult done = resultOf(poshost::deliverypolicy::Meaning::StepDone);
+};
+
+} // namespace storetest
