@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -17,10 +18,11 @@ namespace {
 void print(const month::Drained& drained)
 {
     std::printf("%d confirmations (%d of returns): queued in %.1f s, delivered in %.1f s with %lld "
-                "requests, peak memory %lld KiB\n",
+                "requests, peak memory %lld KiB, of the selling till %lld KiB\n",
                 drained.confirmations, drained.returns, drained.fillSeconds, drained.drainSeconds,
                 static_cast<long long>(drained.requests),
-                static_cast<long long>(drained.peakKibibytes));
+                static_cast<long long>(drained.peakKibibytes),
+                static_cast<long long>(drained.sellingPeakKibibytes));
     std::fflush(stdout);
 }
 
@@ -41,6 +43,8 @@ int judge(const month::Drained& small, const month::Drained& large, bool anyMemo
     QStringList wrong = small.complaints + large.complaints;
     if (!anyMemory) {
         wrong += month::memoryComplaints(small.peakKibibytes, large.peakKibibytes);
+        wrong += month::sellingComplaints(
+            std::max(small.sellingPeakKibibytes, large.sellingPeakKibibytes));
     }
     for (const QString& complaint : wrong.mid(0, shown)) {
         std::fprintf(stderr, "WRONG: %s\n", qUtf8Printable(complaint));

@@ -119,6 +119,7 @@ void Shop::fill(int confirmations, Drained& drained)
                                 path(u"slips"_s));
     server->setBookingAway(false);
     drained.fillSeconds = run.seconds;
+    drained.sellingPeakKibibytes = run.peakKibibytes;
     tests::Cashier cashier;
     cashier.read(commands, textOf(path(u"slips"_s)));
     if (run.exitCode != 0 || cashier.done() != commands.size()) {

@@ -22,7 +22,9 @@ struct Drained
     double drainSeconds = 0;
     qint64 requests = 0;      ///< that the server has answered while it was drained
     qint64 peakKibibytes = 0; ///< of the draining process
-    QStringList complaints;   ///< empty: all is as it must be
+    qint64 sellingPeakKibibytes =
+        0;                  ///< of the till that closed the checks, delivering all the while
+    QStringList complaints; ///< empty: all is as it must be
 };
 
 /// A till and its server in a folder of their own.

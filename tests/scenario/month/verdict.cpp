@@ -109,4 +109,13 @@ QStringList memoryComplaints(qint64 smallPeak, qint64 largePeak)
     return wrong;
 }
 
+QStringList sellingComplaints(qint64 peak)
+{
+    if (peak > 0 && peak < mostMemory) {
+        return {};
+    }
+    return {
+        u"the selling till took %1 KiB, allowed are less than %2 KiB"_s.arg(peak).arg(mostMemory)};
+}
+
 } // namespace month

@@ -32,7 +32,8 @@ struct Arrival
 /// @param arrivals in the order in which the server answered
 QStringList complaints(const QList<Queued>& queue, const QList<Arrival>& arrivals);
 
-/// The most that a draining process may take, in KiB.
+/// The most that a draining process and a selling till may take, in KiB: an eighth of a small
+/// machine.
 inline constexpr qint64 mostMemory = 64 * 1024;
 /// By how many percent a queue of several times the length may raise the peak. Up to about a
 /// thousand messages the database's cache still fills (three percent from 250 to 2,500); from then
@@ -42,5 +43,8 @@ inline constexpr qint64 mostGrowthPercent = 10;
 
 /// What is wrong with the peaks of two deliveries, in KiB.
 QStringList memoryComplaints(qint64 smallPeak, qint64 largePeak);
+
+/// What is wrong with the peak of a till that sells while its queue grows, in KiB.
+QStringList sellingComplaints(qint64 peak);
 
 } // namespace month

@@ -91,3 +91,10 @@ TEST(MonthVerdict, MemoryMayGrowByTenPercentAndStaysBelowTheLimit)
     EXPECT_EQ(memoryComplaints(65'536, 65'536).size(), 1);
     EXPECT_EQ(memoryComplaints(0, 0).size(), 1);
 }
+
+TEST(MonthVerdict, TheSellingTillStaysBelowTheLimitAndIsMeasured)
+{
+    EXPECT_TRUE(month::sellingComplaints(65'535).isEmpty());
+    EXPECT_EQ(month::sellingComplaints(65'536).size(), 1);
+    EXPECT_EQ(month::sellingComplaints(0).size(), 1);
+}
