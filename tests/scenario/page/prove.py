@@ -15,6 +15,7 @@ import traceback
 import hostile
 import load
 import looks
+import report
 import steps
 from scene import Scene
 from webdriver import Browser, Driver
@@ -54,7 +55,7 @@ def main():
     parser.add_argument("--axe", help="a script that judges how usable the page is")
     parser.add_argument("step", nargs="*")
     options = parser.parse_intermixed_args()
-    wanted = [step for module in (steps, hostile, looks, load)
+    wanted = [step for module in (steps, hostile, looks, report, load)
               for step in (module.SHORT if options.short and not options.step else module.STEPS)
               if not options.step or step.__name__ in options.step]
     if not wanted:
