@@ -38,8 +38,8 @@ class Stage:
         self.open.append(Scene(self.options.build, **arguments))
         return self.open[-1]
 
-    def browser(self, **arguments):
-        self.open.append(Browser(self.driver, **arguments))
+    def browser(self, driver=None, **arguments):
+        self.open.append(Browser(driver or self.driver, **arguments))
         return self.open[-1]
 
     def close(self):
