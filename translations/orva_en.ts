@@ -21,6 +21,13 @@
         </translation>
     </message>
     <message numerus="yes">
+        <source>Nothing: %n calls, identical.</source>
+        <translation>
+            <numerusform>Nothing: %n call, identical.</numerusform>
+            <numerusform>Nothing: %n calls, identical.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
         <source>%n records are in %1. It holds whole card numbers: hand it on with care.</source>
         <translation>
             <numerusform>%n record is in %1. It holds whole card numbers: hand it on with care.</numerusform>

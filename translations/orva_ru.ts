@@ -3214,20 +3214,24 @@ are there already.</source>
         <translation>В очереди нет сообщения этого чека, или уже нет.</translation>
     </message>
     <message>
-        <source>Message %1, stored %2: delivered %3 after %4 requests.</source>
+        <source>Message %1, stored %2, delivered %3, requests: %4.</source>
         <translation>Сообщение %1 сохранено %2, доставлено %3, запросов: %4.</translation>
     </message>
     <message>
-        <source>Message %1, stored %2: not delivered, %3 of %4 steps done, %5 requests.</source>
+        <source>Message %1, stored %2, not delivered, steps done: %3 of %4, requests: %5.</source>
         <translation>Сообщение %1 сохранено %2, не доставлено, шагов выполнено: %3 из %4, запросов: %5.</translation>
     </message>
     <message>
         <source>What a replay does differently</source>
         <translation>Что при повторе иначе</translation>
     </message>
-    <message>
-        <source>Nothing: %1 calls, identical.</source>
-        <translation>Ничего, вызовов: %1, всё совпало.</translation>
+    <message numerus="yes">
+        <source>Nothing: %n calls, identical.</source>
+        <translation>
+            <numerusform>Ничего: %n вызов, всё совпало.</numerusform>
+            <numerusform>Ничего: %n вызова, всё совпало.</numerusform>
+            <numerusform>Ничего: %n вызовов, всё совпало.</numerusform>
+        </translation>
     </message>
     <message>
         <source>Where</source>

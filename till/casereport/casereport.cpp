@@ -217,11 +217,11 @@ void CaseWriter::writeQueue()
     page.element(
         u"p"_s,
         entry.deliveredAt.isValid()
-            ? Text::tr("Message %1, stored %2: delivered %3 after %4 requests.")
+            ? Text::tr("Message %1, stored %2, delivered %3, requests: %4.")
                   .arg(entry.id)
                   .arg(entry.createdAt.toString(format), entry.deliveredAt.toString(format))
                   .arg(entry.attempts)
-            : Text::tr("Message %1, stored %2: not delivered, %3 of %4 steps done, %5 requests.")
+            : Text::tr("Message %1, stored %2, not delivered, steps done: %3 of %4, requests: %5.")
                   .arg(entry.id)
                   .arg(entry.createdAt.toString(format))
                   .arg(entry.stepsDone)
@@ -245,8 +245,8 @@ void CaseWriter::writeReplay()
         return;
     }
     if (material.differences.isEmpty()) {
-        page.element(u"p"_s,
-                     Text::tr("Nothing: %1 calls, identical.").arg(material.record.calls.size()));
+        page.element(u"p"_s, Text::tr("Nothing: %n calls, identical.", nullptr,
+                                      int(material.record.calls.size())));
         return;
     }
     const ReportPage::Element frame(page, u"div"_s, u"scroll"_s);

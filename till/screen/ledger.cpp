@@ -45,14 +45,15 @@ Ledger::Ledger(CheckStore& store)
     store.forEachClosed([this](const Check& check) {
         if (check.confirmed) {
             checks.append({check.id(), timetext::toTheSecond(check.document->getDateTime()),
-                           checkview::shortCard(check.cardNumber()), check.earnedKopecks(),
-                           check.spentKopecks(), check.givenBackKopecks(),
+                           check.number(), checkview::shortCard(check.cardNumber()),
+                           check.earnedKopecks(), check.spentKopecks(), check.givenBackKopecks(),
                            check.takenBackKopecks()});
         }
     });
-    // a loyalty server's books, which they are compared with, know the times to the second only
+    // of two checks of the same second the one that was made first
     std::sort(checks.begin(), checks.end(), [](const LedgerRow& left, const LedgerRow& right) {
-        return std::tie(left.time, left.check) < std::tie(right.time, right.check);
+        return std::tie(left.time, left.number, left.check) <
+               std::tie(right.time, right.number, right.check);
     });
 }
 
@@ -81,7 +82,13 @@ QString Ledger::table(int width) const
 QString Ledger::csv() const
 {
     QString text = fieldNames().join(u',') + u'\n';
-    for (const LedgerRow& row : checks) {
+    // a loyalty server's books, with which these are compared line by line, have no number that
+    // all tills agree upon
+    QList<LedgerRow> rows = checks;
+    std::sort(rows.begin(), rows.end(), [](const LedgerRow& left, const LedgerRow& right) {
+        return std::tie(left.time, left.check) < std::tie(right.time, right.check);
+    });
+    for (const LedgerRow& row : std::as_const(rows)) {
         QStringList values = texts(row);
         for (QString& value : values) {
             value = console::printable::csv(value);

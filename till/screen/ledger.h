@@ -14,7 +14,8 @@ class CheckStore;
 struct LedgerRow
 {
     QString check;
-    QString time; ///< as the check has it, to the second
+    QString time;   ///< as the check has it, to the second
+    int number = 0; ///< the check's at the till
     /// The card's last four digits, "****0017".
     QString card;
     qint64 earned = 0;

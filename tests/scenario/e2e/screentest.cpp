@@ -122,6 +122,28 @@ TEST_F(Terminal, getsJsonOfEveryCommandThatTheReadmeSays)
     }
 }
 
+TEST_F(Terminal, showsBothLedgersInTheOrderInWhichTheirChecksWereMade)
+{
+    const auto idsOf = [](const QJsonArray& rows, const QString& key) {
+        QStringList ids;
+        for (const auto& row : rows) {
+            ids.append(row.toObject().value(key).toString());
+        }
+        return ids;
+    };
+    for (int i = 0; i < 5; ++i) { // several within a second
+        done({u"sell"_s, u"sale.toml"_s});
+    }
+    done({u"queue"_s, u"deliver"_s});
+    const QStringList made = idsOf(list({u"checks"_s}), u"id"_s);
+    ASSERT_EQ(made.size(), 5);
+    EXPECT_EQ(idsOf(list({u"ledger"_s}), u"check"_s), made);
+    const RunResult books = runProgram(
+        screenSimulator, {u"ledger"_s, u"--json"_s, u"--database"_s, u"server.sqlite"_s}, folder());
+    const QJsonObject server = QJsonDocument::fromJson(books.output.toUtf8()).object();
+    EXPECT_EQ(idsOf(server.value(u"checks"_s).toArray(), u"id"_s), made);
+}
+
 TEST_F(Terminal, showsAmountsInOneFormInTheJsonOfBothPrograms)
 {
     done({u"sell"_s, u"sale.toml"_s, u"--wait"_s, u"60"_s});

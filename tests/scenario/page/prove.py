@@ -15,6 +15,7 @@ import traceback
 import hostile
 import load
 import looks
+import report
 import steps
 from scene import Scene
 from webdriver import Browser, Driver
@@ -37,8 +38,8 @@ class Stage:
         self.open.append(Scene(self.options.build, **arguments))
         return self.open[-1]
 
-    def browser(self, **arguments):
-        self.open.append(Browser(self.driver, **arguments))
+    def browser(self, driver=None, **arguments):
+        self.open.append(Browser(driver or self.driver, **arguments))
         return self.open[-1]
 
     def close(self):
@@ -54,7 +55,7 @@ def main():
     parser.add_argument("--axe", help="a script that judges how usable the page is")
     parser.add_argument("step", nargs="*")
     options = parser.parse_intermixed_args()
-    wanted = [step for module in (steps, hostile, looks, load)
+    wanted = [step for module in (steps, hostile, looks, report, load)
               for step in (module.SHORT if options.short and not options.step else module.STEPS)
               if not options.step or step.__name__ in options.step]
     if not wanted:

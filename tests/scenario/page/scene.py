@@ -98,11 +98,11 @@ class Scene:
                 self._authorization = found[1]
         return self._authorization
 
-    def till(self, *arguments):
+    def till(self, *arguments, locale="C.UTF-8"):
         """Runs the till to its end and returns what it printed."""
         done = subprocess.run([self._program("orva-till"), "--config", self.path("orva.toml"), *arguments],
                               cwd=self.folder.name, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                              check=False)
+                              env={**os.environ, "LC_ALL": locale, "LANGUAGE": ""}, check=False)
         return done.stdout
 
     def open_till(self, tree):

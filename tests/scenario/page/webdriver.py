@@ -99,6 +99,16 @@ class Browser:
         """A command of the browser's own protocol."""
         return self.ask("POST", "/goog/cdp/execute", {"cmd": command, "params": parameters})
 
+    def judged(self, axe):
+        """What that script says of the page: how many of its rules it passes, and what violates one."""
+        # evaluated by the browser's own protocol, which no policy of the page concerns
+        self.cdp("Runtime.evaluate", expression=axe)
+        found = self.cdp("Runtime.evaluate", awaitPromise=True, returnByValue=True, expression=(
+            "axe.run(document).then((result) => ({passes: result.passes.length, "
+            "violations: result.violations.map((one) => one.id + ': ' + "
+            "one.nodes.map((node) => node.target + ' ' + node.failureSummary).join('; '))}))"))
+        return found["result"]["value"]
+
     def all(self, selector):
         found = self.ask("POST", "/elements", {"using": "css selector", "value": selector})
         return [element[ELEMENT] for element in found]
