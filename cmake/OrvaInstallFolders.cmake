@@ -16,6 +16,8 @@ include(GNUInstallDirs)
 set(ORVA_INSTALL_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/poshost)
 # What the host's loader finds without being told.
 set(ORVA_INSTALL_PLUGINS ${CMAKE_INSTALL_LIBDIR}/poshost/plugins)
+# The module that reaches a store, which the host's library loads where one is configured.
+set(ORVA_INSTALL_STORE ${CMAKE_INSTALL_LIBDIR}/poshost/store)
 # Loaded by nobody who is not told to: a loyalty system that watches a host.
 set(ORVA_INSTALL_WATCH ${CMAKE_INSTALL_LIBDIR}/poshost/watch)
 set(ORVA_INSTALL_CMAKE ${CMAKE_INSTALL_LIBDIR}/cmake/PosHost)

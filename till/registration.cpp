@@ -7,6 +7,7 @@
 
 #include "host/config/knownkeys.h"
 #include "till/checks/checkschema.h"
+#include "till/checks/closedchecks.h"
 #include "till/keys.h"
 
 using namespace Qt::StringLiterals;
@@ -17,6 +18,7 @@ namespace {
 bool registerAll()
 {
     poshost::registerSchema(u"checks"_s, checkSchema());
+    poshost::registerClosedChecks(readClosedCheck);
     poshost::knownkeys::registerKeys(u"till"_s, tillKeys());
     return true;
 }

@@ -1128,6 +1128,10 @@ Try: %3
         <translation>Доставлено: %1, снято с отправки: %2.</translation>
     </message>
     <message>
+        <source>Handed over to the store: %1.</source>
+        <translation>Передано хранилищу: %1.</translation>
+    </message>
+    <message>
         <source>There is no undelivered message %1; look at &quot;queue list&quot;.</source>
         <translation>Недоставленного сообщения %1 нет; посмотрите «queue list».</translation>
     </message>
@@ -1158,6 +1162,10 @@ Try: %3
     <message>
         <source>parked</source>
         <translation>снято с отправки</translation>
+    </message>
+    <message>
+        <source>handed over</source>
+        <translation>передано</translation>
     </message>
     <message>
         <source>delivered</source>

@@ -220,6 +220,26 @@ constexpr std::array all{
     Wording{"queue.noAddress", "В сообщении нет адресов для отправки",
             "The message has no addresses to be sent to"},
 
+    Wording{"store.passwordInside",
+            "Хранилище: в [store] database стоит пароль; перенесите его в файл и укажите "
+            "passwordFile",
+            "Store: there is a password in [store] database; move it to a file and name that in "
+            "passwordFile"},
+    Wording{"store.fallback", "Хранилище: [store] fallback может быть \"deliver\" или \"wait\"",
+            "Store: [store] fallback may be \"deliver\" or \"wait\""},
+    Wording{"store.noModule", "Хранилище: модуль %1 не загружен (%2); установите пакет orva-store",
+            "Store: the module %1 is not loaded (%2); install the package orva-store"},
+    Wording{"store.begun",
+            "Передача хранилищу начата, только оно знает, есть ли у него чек; касса спросит его "
+            "снова. %1",
+            "Handing over to the store was begun, and only the store knows whether it has the "
+            "check; the till asks it again. %1"},
+    Wording{"store.otherModule",
+            "Хранилище: модуль %1 — другой версии (%2); установите пакет orva-store той же версии, "
+            "что и касса",
+            "Store: the module %1 is of another version (%2); install the package orva-store of "
+            "the till's version"},
+
     Wording{"store.string",
             "Хранилище: строка подключения не разбирается, проверьте store.database",
             "Store: the connection string cannot be read, check store.database"},

@@ -35,18 +35,6 @@ const QString selectTask =
 
 const QString selectTaskById = selectTask + u"?"_s;
 
-const QString& selectTaskAlone()
-{
-    static const QString text = selectTask + u"("_s + RequestsUnderWay::selectDue(false) + u")"_s;
-    return text;
-}
-
-const QString& selectTaskBeside()
-{
-    static const QString text = selectTask + u"("_s + RequestsUnderWay::selectDue(true) + u")"_s;
-    return text;
-}
-
 /// All waits that may still be running.
 const QString selectWaits =
     u"SELECT min(until) FROM (SELECT until FROM queue_holds "
@@ -57,7 +45,21 @@ const QString selectWaits =
 
 } // namespace
 
-DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed) {}
+DeliveryJournal::DeliveryJournal(Database& owner, quint64 seed) : database(owner), random(seed)
+{
+    begin();
+}
+
+void DeliveryJournal::begin(const OwnShare& share)
+{
+    underWay.clear();
+    if (taskAlone.isEmpty() || !(share == ownShare)) {
+        ownShare = share;
+        underWay.limitTo(share);
+        taskAlone = selectTask + u"("_s + underWay.selectDue(false) + u")"_s;
+        taskBeside = selectTask + u"("_s + underWay.selectDue(true) + u")"_s;
+    }
+}
 
 DeliveryTask DeliveryJournal::readTask(const Statement& row)
 {
@@ -156,7 +158,7 @@ std::optional<qint64> DeliveryJournal::nextWaitEnd()
 
 std::optional<qint64> DeliveryJournal::dueMessage()
 {
-    Statement statement(database, RequestsUnderWay::selectDue(!underWay.isEmpty()));
+    Statement statement(database, underWay.selectDue(!underWay.isEmpty()));
     underWay.bindTo(statement, now);
     if (!statement.next() || statement.value(0).isNull()) {
         return std::nullopt;
@@ -168,7 +170,7 @@ std::optional<DeliveryTask> DeliveryJournal::takeDue()
 {
     while (underWay.allowAnother()) {
         // one statement instead of two: a queue that was filled for weeks is drained through here
-        Statement row(database, underWay.isEmpty() ? selectTaskAlone() : selectTaskBeside());
+        Statement row(database, selectTaskDue());
         underWay.bindTo(row, now);
         if (!row.next()) {
             return std::nullopt;

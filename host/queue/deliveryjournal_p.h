@@ -26,7 +26,8 @@ public:
     DeliveryJournal(Database& database, quint64 seed);
 
     /// Begins a delivery: nothing is under way.
-    void begin() { underWay.clear(); }
+    /// @param share of the queue that is delivered
+    void begin(const OwnShare& share = {});
     /// The request that is due now, with its attempt counted, which is under way from then on;
     /// nothing when none is due. First in, first out, except for messages that wait by themselves,
     /// for another one, for their authorization, or because one of their lane is under way. While a
@@ -49,6 +50,7 @@ private:
     std::optional<qint64> dueMessage();
     std::optional<DeliveryTask> take(qint64 messageId);
     std::optional<DeliveryTask> takeDue();
+    const QString& selectTaskDue() const { return underWay.isEmpty() ? taskAlone : taskBeside; }
     std::optional<DeliveryTask> takeFollowingStep(const DeliveryTask& task,
                                                   const DeliveryResult& result);
     bool beginAttempt(const DeliveryTask& task);
@@ -74,6 +76,9 @@ private:
         QList<QUrl> addressesInOrder;
     } last;
     RequestsUnderWay underWay;
+    OwnShare ownShare;
+    QString taskAlone;
+    QString taskBeside;
     bool overlookedSought = false; ///< once for each delivery: it reads all messages
     int parkedUnsent = 0;
     /// When the transaction under way began, in milliseconds since 1970.

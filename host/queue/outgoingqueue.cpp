@@ -35,7 +35,8 @@ const QString selectEntries =
     "max(coalesce(m.next_attempt_at, 0), coalesce(a.probe_at, 0), coalesce(h.until, 0)), "
     "(SELECT min(d.depends_on) FROM queue_dependencies d "
     "JOIN queue_messages o ON o.id = d.depends_on "
-    "WHERE d.message_id = m.id AND o.id < m.id AND o.state <> 'delivered') "
+    "WHERE d.message_id = m.id AND o.id < m.id AND o.state <> 'delivered'), "
+    "coalesce(m.handover, 0) <> 0 "
     "FROM queue_messages m LEFT JOIN queue_accounts a ON a.id = m.account_id "
     "LEFT JOIN queue_holds h ON h.queue = m.queue AND m.state <> 'delivered' "_s;
 
@@ -75,6 +76,11 @@ QueueEntry readEntry(const Statement& row)
     if (entry.state == QueueState::Waiting || entry.state == QueueState::Paused) {
         entry.nextAttemptAt = timeOf(row.value(11));
         entry.waitsFor = row.value(12).toLongLong();
+    }
+    entry.isHandedOver = row.value(13).toBool();
+    if (entry.isHandedOver && entry.state == QueueState::Waiting) {
+        entry.obstacle = Message::of("store.begun", entry.obstacle);
+        entry.lastError = entry.obstacle.ru();
     }
     return entry;
 }
@@ -174,7 +180,8 @@ bool OutgoingQueue::retry(qint64 messageId)
 {
     Transaction transaction(database);
     Statement due(database, u"UPDATE queue_messages SET state = 'waiting', next_attempt_at = NULL, "
-                            "server_errors = 0 WHERE id = ? AND account_id IS NOT NULL"_s);
+                            "handed_again_at = NULL, server_errors = 0 "
+                            "WHERE id = ? AND account_id IS NOT NULL"_s);
     if (!changesOne(due, messageId)) {
         transaction.commit();
         return false;
@@ -205,7 +212,8 @@ bool OutgoingQueue::settle(qint64 messageId)
     Transaction transaction(database);
     Statement settled(database,
                       u"UPDATE queue_messages SET state = 'delivered', account_id = NULL, "
-                      "lane = 0, delivered_at = ? WHERE id = ? AND state = 'parked'"_s);
+                      "lane = 0, handover = NULL, delivered_at = ? "
+                      "WHERE id = ? AND state = 'parked'"_s);
     settled.bind(now.toMSecsSinceEpoch()).bind(messageId).execute();
     const bool found = settled.affectedRows() == 1;
     // the secret goes with the last message that needs it

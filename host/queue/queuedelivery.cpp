@@ -9,6 +9,7 @@
 #include "host/database/filelock.h"
 #include "host/queue/deliveryjournal_p.h"
 #include "host/queue/deliverylog_p.h"
+#include "host/queue/handover_p.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/parallelsending_p.h"
 #include "host/services/config.h"
@@ -76,7 +77,8 @@ void log(const DeliveryTask& task, const DeliveryResult& result)
 } // namespace
 
 QueueDelivery::QueueDelivery(Database& owner, quint64 seed)
-    : database(owner), journal(std::make_unique<DeliveryJournal>(owner, seed))
+    : database(owner), journal(std::make_unique<DeliveryJournal>(owner, seed)),
+      handOver(std::make_unique<HandOver>(owner, seed))
 {}
 
 QueueDelivery::~QueueDelivery() = default;
@@ -94,27 +96,54 @@ DeliveryReport QueueDelivery::deliverDue()
         report.elsewhere = true;
         return report;
     }
-    deliverWhatIsDue(report);
+    const OwnShare share = handOverWhatIsDue(report);
+    if (!share.hasStore || share.fromAge || handOver->hasOwn()) {
+        deliverWhatIsDue(share, report);
+    }
     if (isStopping()) {
         return report;
     }
     report.parked += journal->takeParkedUnsent();
     removeOld();
     if (const std::optional<qint64> end = journal->nextWaitEnd()) {
-        report.nextAttempt = QDateTime::fromMSecsSinceEpoch(*end);
+        const QDateTime time = QDateTime::fromMSecsSinceEpoch(*end);
+        report.nextAttempt =
+            report.nextAttempt.isValid() ? std::min(report.nextAttempt, time) : time;
     }
     return report;
 }
 
+/// @return what is left to this delivery
+OwnShare QueueDelivery::handOverWhatIsDue(DeliveryReport& report)
+{
+    const std::optional<StoreSetup> store = StoreSetup::configured();
+    if (!store) {
+        return {};
+    }
+    const HandOverReport handed = handOver->run(*store, [&](int messages) {
+        report.handedOver = messages;
+        if (progressed) {
+            progressed(report);
+        }
+        return !isStopping();
+    });
+    report.handedOver = handed.handed;
+    report.parked += handed.parked;
+    if (handed.nextAttempt) {
+        report.nextAttempt = QDateTime::fromMSecsSinceEpoch(*handed.nextAttempt);
+    }
+    return {true, store->fallbackMilliseconds};
+}
+
 /// The journal belongs to the database's thread, which is this one: it hands the requests out and
 /// writes down what became of them.
-void QueueDelivery::deliverWhatIsDue(DeliveryReport& report)
+void QueueDelivery::deliverWhatIsDue(const OwnShare& share, DeliveryReport& report)
 {
     {
         const std::lock_guard guard(mutex);
         breakingOff = stopping;
     }
-    journal->begin();
+    journal->begin(share);
     ParallelSending sending(connections(), [this](const DeliveryTask& task) { return send(task); });
     try {
         fill(sending);
@@ -222,6 +251,7 @@ void QueueDelivery::requestStop()
 {
     const std::lock_guard guard(mutex);
     stopping = true;
+    handOver->interrupt();
     breakOff(guard);
 }
 

@@ -20,7 +20,9 @@ namespace poshost {
 
 class Database;
 class DeliveryJournal;
+class HandOver;
 class ParallelSending;
+struct OwnShare;
 struct DeliveryResult;
 struct DeliveryTask;
 
@@ -30,6 +32,7 @@ struct DeliveryReport
     bool elsewhere = false; ///< another process or thread is delivering this file; nothing was done
     int requests = 0;       ///< sent
     int delivered = 0;      ///< messages finished
+    int handedOver = 0;     ///< messages that are the store's now, which delivers them
     int parked = 0;         ///< messages taken out of the delivery
     QDateTime nextAttempt;  ///< end of the earliest wait; invalid when nothing waits for a time
 };
@@ -41,7 +44,9 @@ struct DeliveryReport
 /// so after a crash the delivery goes on at the right step. What an answer means stands in
 /// deliverypolicy.h. First in, first out; a message waits for those it depends on. Where
 /// "queue:connections" is above 1, so many requests are under way at once, one of each lane
-/// (OutgoingQueue::putIntoLane), on threads that end with the call. Nothing that is
+/// (OutgoingQueue::putIntoLane), on threads that end with the call. Where a store is configured
+/// under "store:database", messages are handed over to it with their checks (closedcheck.h) and not
+/// sent from here, except as "store:fallback" says while it is away. Nothing that is
 /// undelivered is ever removed; a delivered message loses its authorization at once and is removed
 /// after the number of days configured under "queue:keepDeliveredDays" (30).
 ///
@@ -78,7 +83,8 @@ public:
     static std::chrono::seconds requestTimeout();
 
 private:
-    void deliverWhatIsDue(DeliveryReport& report);
+    OwnShare handOverWhatIsDue(DeliveryReport& report);
+    void deliverWhatIsDue(const OwnShare& share, DeliveryReport& report);
     void fill(ParallelSending& sending);
     bool takeAnswer(ParallelSending& sending, DeliveryReport& report);
     DeliveryResult send(const DeliveryTask& task);
@@ -88,6 +94,7 @@ private:
 
     Database& database;
     std::unique_ptr<DeliveryJournal> journal;
+    std::unique_ptr<HandOver> handOver;
     QDateTime lastRemoval;
     std::function<void(const DeliveryReport&)> progressed;
 

@@ -38,6 +38,9 @@ struct QueueEntry
     QDateTime createdAt;     ///< local time
     QDateTime nextAttemptAt; ///< invalid: as soon as its turn comes
     QDateTime deliveredAt;   ///< invalid: not yet
+    /// A store has it or may have it: delivered, it is the store's to send; before that, whether
+    /// the store has it is to be asked again.
+    bool isHandedOver = false;
 };
 
 /// A message with its content, fit to be shown: "***" stands for secrets.

@@ -66,10 +66,23 @@ QStringList lanes()
             "WHERE account_id IS NOT NULL"_s};
 }
 
+/// When handing a message over to the store was begun: from then on the till does not deliver it
+/// itself. 0 is a message that is the till's own for good, since it belongs to no check. The index
+/// holds only what is neither untouched nor done.
+QStringList handingOver()
+{
+    return {u"ALTER TABLE queue_messages ADD COLUMN handover INTEGER"_s,
+            u"ALTER TABLE queue_messages ADD COLUMN handed_again_at INTEGER"_s,
+            u"CREATE INDEX queue_handing ON queue_messages(handover, id) "
+            "WHERE handover IS NOT NULL AND account_id IS NOT NULL"_s};
+}
+
 QList<SchemaStep> queueSchema()
 {
-    return {
-        {1, u"queue_messages"_s, queueTables()}, {4, {}, digests()}, {5, u"queue_due"_s, lanes()}};
+    return {{1, u"queue_messages"_s, queueTables()},
+            {4, {}, digests()},
+            {5, u"queue_due"_s, lanes()},
+            {6, u"queue_handing"_s, handingOver()}};
 }
 
 /// The queue is the host's own: before the program begins, so that it is part of every file and its

@@ -24,12 +24,12 @@ constexpr int lookAhead = 1000;
 /// over: the clock was put back, or the row is damaged. And a message waits for earlier ones only.
 const QString dueOfAccount =
     u"SELECT m.id, m.lane FROM queue_messages m "
-    "WHERE m.account_id = a.id AND m.state = 'waiting' "
+    "WHERE m.account_id = a.id AND m.state = 'waiting' AND %3 "
     "AND (m.next_attempt_at IS NULL OR m.next_attempt_at <= ?1 OR m.attempted_at > ?1 "
     "OR m.next_attempt_at > ?1 + %1) "
     "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
     "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
-    "AND o.state <> 'delivered') ORDER BY m.id LIMIT %2"_s;
+    "AND (o.state <> 'delivered'%4)) ORDER BY m.id LIMIT %2"_s;
 
 /// For each account by itself, so that many paused ones cost nothing.
 const QString firstOfAccounts =
@@ -39,29 +39,32 @@ const QString firstOfAccounts =
     "OR a.probe_at > ?1 + %1) AND (h.queue IS NULL OR h.until <= ?1 OR h.since > ?1 "
     "OR h.until > ?1 + %1))"_s;
 
-QString firstDue(const QString& condition, int rows)
+/// The till's own share of the waiting messages.
+QString ownOnly(const OwnShare& share)
+{
+    if (!share.hasStore) {
+        return u"coalesce(m.handover, 0) = 0"_s;
+    }
+    if (!share.fromAge) {
+        return u"m.handover = 0"_s;
+    }
+    return u"(m.handover = 0 OR (m.handover IS NULL "
+           "AND (m.created_at <= ?1 - %1 OR m.created_at > ?1)))"_s.arg(*share.fromAge);
+}
+
+QString firstDue(const OwnShare& share, const QString& condition, int rows)
 {
     const auto longest = deliverypolicy::maxRetryAfterMilliseconds;
-    const QString due = dueOfAccount.arg(longest).arg(rows);
+    const QString behindHanded = share.hasStore ? u" OR coalesce(o.handover, 0) <> 0"_s : QString();
+    const QString due = dueOfAccount.arg(longest).arg(rows).arg(ownOnly(share), behindHanded);
     return firstOfAccounts.arg(longest).arg(
         u"SELECT c.id FROM (%1) c%2 LIMIT 1"_s.arg(due, condition));
 }
 
-const QString& selectFirst()
-{
-    static const QString text = firstDue({}, 1);
-    return text;
-}
-
 /// A lane that is damaged counts as the one that has no name, here as where it is read.
-const QString& selectBeside()
-{
-    static const QString text = firstDue(
-        u" WHERE c.id NOT IN (SELECT value FROM json_each(?2)) "
-        "AND coalesce(CAST(c.lane AS INTEGER), 0) NOT IN (SELECT value FROM json_each(?3))"_s,
-        lookAhead);
-    return text;
-}
+const QString besideOthers =
+    u" WHERE c.id NOT IN (SELECT value FROM json_each(?2)) "
+    "AND coalesce(CAST(c.lane AS INTEGER), 0) NOT IN (SELECT value FROM json_each(?3))"_s;
 
 QString toJson(const QJsonArray& numbers)
 {
@@ -86,9 +89,10 @@ bool RequestsUnderWay::allowAnother() const
                         [](const Request& one) { return one.isProbe; });
 }
 
-const QString& RequestsUnderWay::selectDue(bool beside)
+void RequestsUnderWay::limitTo(const OwnShare& share)
 {
-    return beside ? selectBeside() : selectFirst();
+    dueAlone = firstDue(share, {}, 1);
+    dueBeside = firstDue(share, besideOthers, lookAhead);
 }
 
 void RequestsUnderWay::bindTo(Statement& statement, qint64 now) const

@@ -6,6 +6,7 @@
 #include "host/database/database.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
+#include "host/queue/storestate.h"
 #include "till/checks/checkstore.h"
 #include "till/commands/queuewait.h"
 #include "till/commands/queuewatch.h"
@@ -92,7 +93,8 @@ poshost::DeliveryReport QueueCommands::drain()
     Progress progress(errors, Text::tr("Delivering"));
     poshost::QueueDelivery delivery(workplace.database());
     delivery.onProgress([&](const poshost::DeliveryReport& sofar) {
-        progress.show(sofar.delivered + sofar.parked, before.waiting + before.paused);
+        progress.show(sofar.delivered + sofar.handedOver + sofar.parked,
+                      before.waiting + before.paused);
     });
     const poshost::DeliveryReport report = delivery.deliverDue();
     workplace.notifyDelivery(); // whoever was kept out meanwhile goes on
@@ -116,6 +118,7 @@ ExitCode QueueCommands::deliver()
         out.write(jsonText({{u"elsewhere"_s, report.elsewhere},
                             {u"requests"_s, report.requests},
                             {u"delivered"_s, report.delivered},
+                            {u"handedOver"_s, report.handedOver},
                             {u"parked"_s, report.parked},
                             {u"undelivered"_s, left}}));
     } else {
@@ -123,6 +126,9 @@ ExitCode QueueCommands::deliver()
             report.elsewhere
                 ? Text::tr("Another process is delivering this queue.")
                 : Text::tr("Delivered: %1, parked: %2.").arg(report.delivered).arg(report.parked));
+        if (poshost::storestate::isConfigured()) {
+            out.done(Text::tr("Handed over to the store: %1.").arg(report.handedOver));
+        }
         out.done(QueueWait::text(counts));
     }
     return left == 0 ? ExitCode::Ok : ExitCode::Failed;

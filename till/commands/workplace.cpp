@@ -7,6 +7,7 @@
 #include "host/database/database.h"
 #include "host/queue/deliverythread.h"
 #include "host/queue/queuebell.h"
+#include "host/queue/storestate.h"
 #include "host/services/sessioncontext.h"
 #include "till/desk/installedplugin.h"
 #include "till/desk/pluginhost.h"
@@ -82,6 +83,16 @@ Workplace::~Workplace()
     Singleton<DBQueueBroker>::instance = nullptr;
     Singleton<Session>::instance = nullptr;
     Singleton<Config>::instance = nullptr;
+}
+
+QStringList Workplace::warnings() const
+{
+    QStringList texts = noticesOf(config);
+    const poshost::Message trouble = poshost::storestate::problem();
+    if (!trouble.isEmpty()) {
+        texts.append(said(trouble)); // the queue grows meanwhile, and nobody else would say so
+    }
+    return texts;
 }
 
 void Workplace::loadPlugin()

@@ -49,7 +49,7 @@ public:
     poshost::Database& database() { return *opened; }
     CheckStore& checks() { return store; }
     /// Sentences about the configuration that the cashier should see.
-    QStringList warnings() const { return noticesOf(config); }
+    QStringList warnings() const;
 
     /// Loads the plug-in. @throws Failure
     void loadPlugin();

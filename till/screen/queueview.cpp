@@ -56,6 +56,14 @@ QString timeText(const QDateTime& time)
     return time.isValid() ? timetext::toTheSecond(time) : QString();
 }
 
+/// The state with who has it.
+QString stateText(const poshost::QueueEntry& entry)
+{
+    return entry.isHandedOver && entry.state == poshost::QueueState::Delivered
+               ? Text::tr("handed over")
+               : stateText(entry.state);
+}
+
 /// What keeps a message from being sent now.
 QString obstacle(const poshost::QueueEntry& entry)
 {
@@ -76,6 +84,7 @@ QJsonObject object(const poshost::QueueEntry& entry)
             {u"waitsFor"_s, entry.waitsFor},
             {u"createdAt"_s, entry.createdAt.toString(Qt::ISODate)},
             {u"nextAttemptAt"_s, entry.nextAttemptAt.toString(Qt::ISODate)},
+            {u"handedOver"_s, entry.isHandedOver},
             {u"deliveredAt"_s, entry.deliveredAt.toString(Qt::ISODate)}};
 }
 
@@ -94,7 +103,7 @@ QString queueview::table(const QList<poshost::QueueEntry>& entries, int width)
                  {Text::tr("Next attempt")},
                  {Text::tr("What is in the way"), Align::Left, Table::Narrow::Below}});
     for (const poshost::QueueEntry& entry : entries) {
-        table.addRow({QString::number(entry.id), entry.queue, stateText(entry.state),
+        table.addRow({QString::number(entry.id), entry.queue, stateText(entry),
                       u"%1/%2"_s.arg(entry.stepsDone).arg(entry.steps),
                       QString::number(entry.attempts),
                       entry.lastStatus == 0 ? QString() : QString::number(entry.lastStatus),

@@ -115,6 +115,57 @@ Flow reauthorizing(int repetitions)
             .runs = {run({u"queue"_s, u"reauthorize"_s}), run({u"queue"_s, u"deliver"_s})}};
 }
 
+/// Several messages are under way at once, of several cards.
+Flow deliveringInLanes(int repetitions)
+{
+    const QStringList sales = saleWithPoints + QStringList{u"open sale2.toml"_s, u"close"_s,
+                                                           u"open sale3.toml"_s, u"close"_s};
+    return {.name = u"lanes"_s,
+            .repetitions = repetitions,
+            .preparation = times(repetitions, saleWithPoints + returned + sales),
+            .queueHeld = true,
+            .runs = {run({u"--config"_s, u"lanes.toml"_s, u"queue"_s, u"deliver"_s})}};
+}
+
+/// A full queue is moved to the store, and a till sells with it.
+Flow handingOver(int repetitions)
+{
+    TillRun selling = work(saleWithPoints + returned);
+    selling.arguments = QStringList{u"--config"_s, u"store.toml"_s, u"work"_s};
+    return {.name = u"hand-over"_s,
+            .repetitions = repetitions,
+            .preparation = times(repetitions, saleWithPoints + returned + sale),
+            .queueHeld = true,
+            .hasStore = true,
+            .runs = {run({u"--config"_s, u"store.toml"_s, u"queue"_s, u"deliver"_s}), selling}};
+}
+
+/// The store keeps a check and its answer gets lost; the till delivers itself what was never handed
+/// over, and then the store is there again.
+Flow fallingBack(int repetitions)
+{
+    const QStringList deliver{u"queue"_s, u"deliver"_s};
+    return {.name = u"fallback"_s,
+            .repetitions = repetitions,
+            .preparation = times(repetitions, saleWithPoints + sale + returned),
+            .queueHeld = true,
+            .hasStore = true,
+            .runs = {run(QStringList{u"--config"_s, u"unanswered.toml"_s} + deliver),
+                     run(QStringList{u"--config"_s, u"away.toml"_s} + deliver),
+                     run(QStringList{u"--config"_s, u"store.toml"_s} + deliver)}};
+}
+
+/// A file of an older version with a full queue becomes one of this version.
+Flow migrating(int repetitions)
+{
+    return {.name = u"migration"_s,
+            .repetitions = repetitions,
+            .preparation = times(repetitions, saleWithPoints + sale),
+            .queueHeld = true,
+            .olderFile = true,
+            .runs = {run({u"checks"_s}), work(returned)}};
+}
+
 /// The first day: the till's file and all tables are made.
 Flow starting()
 {
@@ -125,7 +176,17 @@ Flow starting()
 
 QList<Flow> allFlows(int repetitions)
 {
-    return {selling(repetitions),         spending(repetitions),      returning(repetitions),
-            returningAtOnce(repetitions), suspending(repetitions),    rollingBack(repetitions),
-            delivering(repetitions),      reauthorizing(repetitions), starting()};
+    return {selling(repetitions),
+            spending(repetitions),
+            returning(repetitions),
+            returningAtOnce(repetitions),
+            suspending(repetitions),
+            rollingBack(repetitions),
+            delivering(repetitions),
+            reauthorizing(repetitions),
+            deliveringInLanes(repetitions),
+            handingOver(repetitions),
+            fallingBack(repetitions),
+            migrating(repetitions),
+            starting()};
 }

@@ -26,6 +26,10 @@ struct Flow
     /// Whether the server's password changes after the preparation, and the till learns of it when
     /// its queue has been refused.
     bool passwordChanges = false;
+    /// Whether the till's file becomes one of the version before checks were handed over.
+    bool olderFile = false;
+    /// Whether checks go to a store, whose file is delivered in the end.
+    bool hasStore = false;
     /// What is stopped at each of its calls.
     QList<TillRun> runs = {};
 };

@@ -121,8 +121,12 @@ int main(int argc, char** argv)
     CLI11_PARSE(app, argc, argv);
 
     const QTemporaryDir temporary(placeOfScenes() + u"/orva-crash-matrix-XXXXXX"_s);
-    options.programs = {absolute(till), absolute(server), absolute(plugin),
-                        QStringLiteral(ORVA_CRASH_POINT), absolute(host)};
+    options.programs = {absolute(till),
+                        absolute(server),
+                        absolute(plugin),
+                        QStringLiteral(ORVA_CRASH_POINT),
+                        QStringLiteral(ORVA_FILE_STORE),
+                        absolute(host)};
     options.folder = folder.empty() ? temporary.path() : absolute(folder);
     options.list = text(list);
     options.flows = texts(flows);

@@ -26,6 +26,7 @@ using tests::CheckCount;
 namespace {
 
 const QString tillFile = QStringLiteral("till.sqlite");
+const QString storeFile = QStringLiteral("store.sqlite");
 const QString serverFile = QStringLiteral("server.sqlite");
 const QString recordFile = QStringLiteral("record");
 const QString traceFile = QStringLiteral("trace");
@@ -53,6 +54,30 @@ position = %2
 quantity = %3
 )");
 
+/// Makes a file what it was before checks were handed over.
+void makeOlder(const QString& tillDatabase)
+{
+    poshost::Database database(tillDatabase);
+    for (const QString& statement :
+         {u"DROP INDEX queue_handing"_s, u"ALTER TABLE queue_messages DROP COLUMN handover"_s,
+          u"ALTER TABLE queue_messages DROP COLUMN handed_again_at"_s,
+          u"PRAGMA user_version = 5"_s}) {
+        database.execute(statement);
+    }
+}
+
+/// Counts in a copy: opening an older file would bring it up to date.
+CheckCount countChecks(const QString& tillDatabase)
+{
+    const QString copy = tillDatabase + u".copy"_s;
+    if (!QFile::copy(tillDatabase, copy)) {
+        throw SceneError(u"%1 cannot be copied"_s.arg(tillDatabase));
+    }
+    const CheckCount count = CheckCount::read(copy);
+    QFile::remove(copy);
+    return count;
+}
+
 /// Stands for the port in what was prepared.
 constexpr int nowhere = 0;
 
@@ -65,10 +90,12 @@ int nextPort()
     return 20000 + (taken - 20000) % 12000;
 }
 
-/// A queued message knows the address of the server that it was made for; here that moves.
+/// A queued message knows the address of the server that it was made for; here that moves. An older
+/// file stays one.
 void moveQueue(const QString& tillDatabase, int fromPort, int toPort)
 {
-    poshost::Database database(tillDatabase);
+    poshost::Database database(
+        tillDatabase, [](poshost::Database&) {}, poshost::Database::defaultBusyMilliseconds);
     poshost::Statement move(database, u"UPDATE queue_bodies SET digest = NULL, "
                                       "urls = replace(urls, ?, ?)"_s);
     move.bind(u":%1/"_s.arg(fromPort)).bind(u":%1/"_s.arg(toPort)).execute();
@@ -160,6 +187,18 @@ void Scene::writeConfig(const QString& password) const
     settings.database = tillFile;
     settings.plugin = programs.plugin;
     writeFile(u"orva.toml"_s, settings.toml());
+    writeFile(u"lanes.toml"_s, settings.toml() + u"[queue]\nconnections = 4\n"_s);
+    writeStoreConfigs(settings.toml());
+}
+
+void Scene::writeStoreConfigs(const QString& plain) const
+{
+    const QString text = plain + u"[store]\ndatabase = \"%1\"\nmodule = \"%2\"\n"_s;
+    const QString fallback = u"fallback = \"deliver\"\nfallbackAfter = 1\n"_s;
+    writeFile(u"store.toml"_s, text.arg(u"file="_s + storeFile, programs.store));
+    writeFile(u"away.toml"_s, text.arg(u"away"_s, programs.store) + fallback);
+    writeFile(u"unanswered.toml"_s,
+              text.arg(u"unanswered file="_s + storeFile, programs.store) + fallback);
 }
 
 void Scene::startServer(const Stop* stop)
@@ -245,6 +284,9 @@ void Scene::prepare(const Flow& flow)
         server->terminate();
     }
     moveQueue(path(tillFile), port, nowhere);
+    if (flow.olderFile) {
+        makeOlder(path(tillFile));
+    }
     writeFile(recordFile, QString(qsizetype(sizeof(CrashRecord)), QChar(u'\0')));
 }
 
@@ -273,12 +315,34 @@ void Scene::recover(const Flow& flow, QStringList& problems)
         commands << u"restore last"_s << u"close"_s;
     }
     commands << u"wait 30"_s << u"quit"_s;
-    const auto till = runTill({{u"work"_s}, commands}, nullptr);
+    const QString config = flow.hasStore ? u"store.toml"_s : u"orva.toml"_s;
+    const auto till = runTill({{u"--config"_s, config, u"work"_s}, commands}, nullptr);
     Cashier cashier;
     cashier.read(commands, till->output());
     problems += cashier.refusals();
     if (till->exitCode() != 0) {
         problems += u"the till does not start again: %1"_s.arg(till->errors());
+    }
+    if (flow.hasStore) {
+        deliverStore(problems);
+    }
+}
+
+/// Who delivers for the store tries again, as its service would, when the server was stopped.
+void Scene::deliverStore(QStringList& problems)
+{
+    constexpr int limit = 30'000;
+    const QDeadlineTimer deadline(limit);
+    while (true) {
+        const auto worker =
+            runTill({{u"--database"_s, storeFile, u"queue"_s, u"deliver"_s}, {}}, nullptr);
+        if (worker->exitCode() == 0) {
+            return;
+        }
+        if (deadline.hasExpired()) {
+            problems += u"the store is not delivered: "_s + worker->output() + worker->errors();
+            return;
+        }
     }
 }
 
@@ -290,7 +354,7 @@ Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop&
     CheckCount before;
     if (QFile::exists(path(tillFile))) {
         moveQueue(path(tillFile), nowhere, port);
-        before = CheckCount::read(path(tillFile));
+        before = countChecks(path(tillFile));
     }
     writeConfig(passwordChanged ? u"new secret"_s : u"secret"_s);
     Outcome outcome;

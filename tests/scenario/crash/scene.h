@@ -19,6 +19,7 @@ struct Programs
     QString server;
     QString plugin;
     QString crashPoint; ///< the library that counts and stops
+    QString store;      ///< the module of a store in a file
     /// Where a host library is looked for before the built one; empty for nowhere.
     QString hostFolder;
 };
@@ -71,11 +72,13 @@ private:
     void writeFile(const QString& name, const QString& text) const;
     void writeFiles(const Flow& flow) const;
     void writeConfig(const QString& password) const;
+    void writeStoreConfigs(const QString& plain) const;
     void startServer(const Stop* stop);
     void keepServerUp();
     std::unique_ptr<Process> runTill(const TillRun& run, const Stop* stop);
     void playRuns(const Flow& flow, const Stop& stop, tests::Cashier& cashier);
     void recover(const Flow& flow, QStringList& problems);
+    void deliverStore(QStringList& problems);
 
     const Programs& programs;
     const QString folder;

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "host/queue/handover_p.h"
+
+#include "host/queue/deliverylog_p.h"
+#include "host/queue/deliverypolicy.h"
+#include "host/services/currenttime.h"
+
+#include <algorithm>
+
+namespace poshost {
+
+using namespace Qt::StringLiterals;
+using orvastore::HandOverEnd;
+using orvastore::HandOverResult;
+
+HandOverReport HandOver::run(const StoreSetup& setup, const std::function<bool(int)>& progressed)
+{
+    HandOverReport report;
+    if (!journal.isAnythingDue()) {
+        return report;
+    }
+    const qint64 now = CurrentTime::milliseconds();
+    const bool waits = failures > 0 && now < nextTry && now >= failedAt; // clocks are put back
+    bool goesOn = !waits && prepare(setup);
+    while (goesOn) {
+        goesOn =
+            handOverSome(setup, report) && progressed(report.handed) && journal.isAnythingDue();
+    }
+    report.parked = journal.takeParked();
+    if (failures > 0) {
+        report.nextAttempt = nextTry;
+    }
+    return report;
+}
+
+/// @return whether there is a store that takes checks
+bool HandOver::prepare(const StoreSetup& setup)
+{
+    if (!client) {
+        Message problem;
+        const QSharedPointer<orvastore::StoreClient> made = setup.client(problem);
+        if (!made) {
+            postpone(problem);
+            return false;
+        }
+        made->open(setup.settings);
+        const std::lock_guard guard(mutex);
+        client = made;
+        if (interrupted) {
+            client->interrupt();
+        }
+    }
+    return !isTrouble(client->reach());
+}
+
+/// @return whether the store took part in it to the end
+bool HandOver::handOverSome(const StoreSetup& setup, HandOverReport& report)
+{
+    const QList<HandOverEntry> entries = journal.begin(setup.shop);
+    QList<orvastore::HandedCheck> checks;
+    for (const HandOverEntry& entry : entries) {
+        checks.append(entry.check);
+    }
+    if (checks.isEmpty()) {
+        return true;
+    }
+    QList<HandOverResult> results = client->handOver(checks);
+    while (results.size() < checks.size()) { // of these nothing is known
+        results.append(HandOverResult{HandOverEnd::Unknown, {}});
+    }
+    journal.record(entries, results);
+    bool isSound = true;
+    for (const HandOverResult& result : results) {
+        report.handed += result.end == HandOverEnd::Done ? 1 : 0;
+        if (result.end == HandOverEnd::Refused) {
+            qCWarning(logDelivery).noquote() << result.error.ru();
+        } else if (isSound && isTrouble(result)) {
+            isSound = false;
+        }
+    }
+    return isSound;
+}
+
+/// Takes what the store said for how the store stands.
+bool HandOver::isTrouble(const HandOverResult& result)
+{
+    if (result.end != HandOverEnd::Done) {
+        postpone(result.error);
+        return true;
+    }
+    failures = 0;
+    lastTrouble = {};
+    return false;
+}
+
+void HandOver::postpone(const Message& why)
+{
+    ++failures;
+    failedAt = CurrentTime::milliseconds();
+    const double jitter = std::uniform_real_distribution<>(0, 1)(random);
+    nextTry =
+        failedAt + std::min(deliverypolicy::backOff(failures, jitter), longestWaitMilliseconds);
+    if (!(why == lastTrouble)) { // a store that is away is news once, not at every attempt
+        qCWarning(logDelivery).noquote() << why.ru();
+        lastTrouble = why;
+    }
+}
+
+void HandOver::interrupt()
+{
+    const std::lock_guard guard(mutex);
+    interrupted = true;
+    if (client) {
+        client->interrupt();
+    }
+}
+
+} // namespace poshost
