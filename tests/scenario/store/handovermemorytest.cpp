@@ -6,6 +6,7 @@
 #include "host/database/database.h"
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
+#include "tests/scenario/store/proofsize.h"
 #include "tests/scenario/store/storeshop.h"
 
 #include <sys/resource.h>
@@ -15,7 +16,6 @@
 namespace {
 
 constexpr int few = 1000;
-constexpr int many = 20'000;
 
 class HandOverMemory : public StoreShop
 {
@@ -76,9 +76,12 @@ protected:
 TEST_F(HandOverMemory, IsFlatInWhatWaits)
 {
     const long small = peakWith(few);
+    const int many = sized(1'000'000, 5000);
     const long large = peakWith(many);
-    std::printf("handing over: %ld KiB with %d waiting, %ld KiB with %d\n", small, few, large,
-                many);
+    printFigure(u"handing over takes %1 KiB with %2 waiting, %3 KiB with %4"_s.arg(small)
+                    .arg(few)
+                    .arg(large)
+                    .arg(many));
     EXPECT_LT(large, small + 4096);
 }
 

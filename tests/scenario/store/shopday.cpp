@@ -126,7 +126,7 @@ void ShopDay::sabotage(int seconds, std::mt19937_64& random)
         } else if (what < 9) {
             cutConnections += ask(u"SELECT count(pg_terminate_backend(pid)) FROM (SELECT pid FROM "
                                   "pg_stat_activity WHERE backend_type = 'client backend' AND pid "
-                                  "<> pg_backend_pid() ORDER BY random() LIMIT 3) AS some"_s)
+                                  "<> pg_backend_pid() ORDER BY random() LIMIT 3) AS chosen"_s)
                                   .toInt();
         }
     }

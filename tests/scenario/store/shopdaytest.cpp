@@ -7,6 +7,7 @@
 #include "host/database/database.h"
 #include "simulator/ledger/database.h"
 #include "simulator/ledger/ledger.h"
+#include "tests/scenario/store/proofsize.h"
 #include "tests/support/cashier.h"
 #include "till/checks/checkstore.h"
 
@@ -48,12 +49,62 @@ QList<Closed> closedAt(const QString& database)
     return all;
 }
 
+/// What the loyalty server has booked.
+struct Booked
+{
+    QMap<QString, int> times;
+    QHash<QString, int> place; ///< in the order of booking
+    int doubled = 0;
+};
+
+Booked bookedIn(const QString& file)
+{
+    simulator::Database opened(file, simulator::Database::Open::ExistingOnly);
+    Booked booked;
+    for (const simulator::Booking& booking : simulator::Ledger(opened).bookings()) {
+        booked.doubled += booked.times[booking.checkId]++ > 0 ? 1 : 0;
+        booked.place.insert(booking.checkId, static_cast<int>(booked.place.size()));
+    }
+    return booked;
+}
+
+/// How the books of all tills compare.
+struct Verdict
+{
+    int closed = 0;
+    int acknowledged = 0;
+    int kills = 0;
+    int lost = 0;
+    int missingInStore = 0;
+    int outOfOrder = 0;
+
+    void add(const TillHand& hand, const Booked& booked, const QSet<QString>& inStore);
+};
+
+void Verdict::add(const TillHand& hand, const Booked& booked, const QSet<QString>& inStore)
+{
+    acknowledged += hand.acknowledged();
+    kills += hand.kills();
+    const tests::CheckCount count = tests::CheckCount::read(hand.database());
+    EXPECT_GE(count.closed, hand.acknowledged()) << "a check that was closed is gone";
+    EXPECT_LE(count.closed, hand.acknowledged() + hand.kills());
+    QHash<QString, int> lastOfCard;
+    for (const Closed& check : closedAt(hand.database())) {
+        const int place = booked.place.value(check.id, -1);
+        ++closed;
+        lost += place < 0 ? 1 : 0;
+        missingInStore += inStore.contains(check.id) ? 0 : 1;
+        outOfOrder += place < lastOfCard.value(check.card, -1) ? 1 : 0;
+        lastOfCard.insert(check.card, place);
+    }
+}
+
 } // namespace
 
 TEST_F(ShopDay, KeepsAllBooksEqualWhateverDies)
 {
-    const int seconds = setting("ORVA_STORE_SECONDS", 20);
-    const int tills = setting("ORVA_STORE_TILLS", 20);
+    const int seconds = setting("ORVA_STORE_SECONDS", sized(600, 10));
+    const int tills = setting("ORVA_STORE_TILLS", sized(20, 8));
     const quint64 seed = quint64(setting("ORVA_STORE_SEED", 1));
     SCOPED_TRACE(seed);
     std::mt19937_64 random(seed);
@@ -63,56 +114,35 @@ TEST_F(ShopDay, KeepsAllBooksEqualWhateverDies)
     closeTills();
     drain();
 
-    simulator::Database serverFile(path(u"server.sqlite"_s),
-                                   simulator::Database::Open::ExistingOnly);
-    QMap<QString, int> booked;
-    QHash<QString, int> place;
-    for (const simulator::Booking& booking : simulator::Ledger(serverFile).bookings()) {
-        ++booked[booking.checkId];
-        place.insert(booking.checkId, static_cast<int>(place.size()));
-    }
+    const Booked booked = bookedIn(path(u"server.sqlite"_s));
     const QStringList kept =
         ask(u"SELECT identifier FROM orva.checks"_s).split(u'\n', Qt::SkipEmptyParts);
     const QSet<QString> inStore(kept.cbegin(), kept.cend());
     EXPECT_EQ(inStore.size(), kept.size()) << "the store has a check twice";
-
-    int closed = 0;
-    int lost = 0;
-    int missingInStore = 0;
-    int outOfOrder = 0;
-    int acknowledged = 0;
-    int kills = 0;
+    Verdict verdict;
     for (const auto& hand : hands) {
-        acknowledged += hand->acknowledged();
-        kills += hand->kills();
-        const tests::CheckCount count = tests::CheckCount::read(hand->database());
-        EXPECT_GE(count.closed, hand->acknowledged()) << "a check that was closed is gone";
-        EXPECT_LE(count.closed, hand->acknowledged() + hand->kills());
-        QHash<QString, int> lastOfCard;
-        for (const Closed& check : closedAt(hand->database())) {
-            ++closed;
-            lost += booked.value(check.id) == 0 ? 1 : 0;
-            missingInStore += inStore.contains(check.id) ? 0 : 1;
-            outOfOrder += place.value(check.id) < lastOfCard.value(check.card, -1) ? 1 : 0;
-            lastOfCard.insert(check.card, place.value(check.id));
-        }
+        verdict.add(*hand, booked, inStore);
     }
-    int doubled = 0;
-    for (const int times : std::as_const(booked)) {
-        doubled += times - 1;
-    }
-    std::printf("%d tills, 4 workers, %d s, seed %llu: %d checks confirmed (%d acknowledged); "
-                "killed: tills %d, workers %d, loyalty server %d, connections %d, primary %d; "
-                "lost %d, doubled %d, missing in the store %d, out of order %d\n",
-                tills, seconds, static_cast<unsigned long long>(seed), closed, acknowledged, kills,
-                workerKills, serverKills, cutConnections, primaryKills, lost, doubled,
-                missingInStore, outOfOrder);
-    EXPECT_GT(closed, seconds / 2) << "nobody has sold anything";
-    EXPECT_EQ(lost, 0);
-    EXPECT_EQ(doubled, 0);
-    EXPECT_EQ(missingInStore, 0);
-    EXPECT_EQ(outOfOrder, 0);
-    EXPECT_EQ(booked.size(), closed) << "the server has a check that no till has closed";
-    EXPECT_EQ(inStore.size(), closed);
-    EXPECT_GE(primaryKills, 1);
+    printFigure(u"%1 tills and 4 workers for %2 s, seed %3: %4 checks confirmed; killed: tills %5, "
+                "workers %6, loyalty server %7, connections %8, primary %9"_s.arg(tills)
+                    .arg(seconds)
+                    .arg(seed)
+                    .arg(verdict.closed)
+                    .arg(verdict.kills)
+                    .arg(workerKills)
+                    .arg(serverKills)
+                    .arg(cutConnections)
+                    .arg(primaryKills));
+    printFigure(u"lost %1, doubled %2, missing in the store %3, out of order %4"_s.arg(verdict.lost)
+                    .arg(booked.doubled)
+                    .arg(verdict.missingInStore)
+                    .arg(verdict.outOfOrder));
+    EXPECT_GT(verdict.closed, seconds / 2) << "nobody has sold anything";
+    EXPECT_EQ(verdict.lost, 0);
+    EXPECT_EQ(booked.doubled, 0);
+    EXPECT_EQ(verdict.missingInStore, 0);
+    EXPECT_EQ(verdict.outOfOrder, 0);
+    EXPECT_EQ(booked.times.size(), verdict.closed) << "the server has what no till has closed";
+    EXPECT_EQ(inStore.size(), verdict.closed);
+    EXPECT_EQ(primaryKills, 1);
 }

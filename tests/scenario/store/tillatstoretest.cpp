@@ -3,6 +3,7 @@
 
 // Tills as processes that hand over to a store on a real PostgreSQL server.
 
+#include "tests/scenario/store/proofsize.h"
 #include "tests/scenario/store/storeshop.h"
 
 #include <QElapsedTimer>
@@ -76,11 +77,11 @@ TEST_F(TillAtStore, NeverLetsASaleWaitForAStoreThatHangs)
     const QList<qint64> hanging = closingTimes(checks);
     cluster.thaw();
     const qint64 cost = hanging.at(checks / 2) - without.at(checks / 2);
-    std::printf("closing a check: %lld ms without a store, %lld ms with one that hangs (median); "
-                "%lld and %lld ms at most\n",
-                static_cast<long long>(without.at(checks / 2)),
-                static_cast<long long>(hanging.at(checks / 2)),
-                static_cast<long long>(without.last()), static_cast<long long>(hanging.last()));
+    printFigure(u"closing a check: %1 ms without a store, %2 ms with one that hangs (median); %3 "
+                "and %4 ms at most"_s.arg(without.at(checks / 2))
+                    .arg(hanging.at(checks / 2))
+                    .arg(without.last())
+                    .arg(hanging.last()));
     EXPECT_LE(cost, 50);
     EXPECT_LT(hanging.last(), 5000) << "a closing waited for the store's time-out";
 }
