@@ -1,0 +1,279 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// What the store costs, as ratios of two measurements beside each other.
+
+#include "store/worker/worker.h"
+#include "tests/scenario/store/ledgerserver.h"
+#include "tests/scenario/store/proofsize.h"
+#include "tests/unit/store/storefixture.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <functional>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using orvastore::Connection;
+using orvastore::DeliveryBook;
+using orvastore::Task;
+using orvastore::Value;
+using storetest::settingsFor;
+
+namespace {
+
+constexpr int messageBytes = 8192;
+constexpr int checkBytes = 6144;
+
+QString connectionTo(const QString& database)
+{
+    return storetest::sharedCluster().connection(u"postgres"_s, database);
+}
+
+/// A database with so many waiting messages of 8 KB.
+QString filled(int messages, int lanes, const QByteArray& address = "http://127.0.0.1:9/")
+{
+    const QString database = storetest::freshDatabase();
+    Connection owner(settingsFor(connectionTo(database)), {});
+    owner.setLimit(std::chrono::minutes(60));
+    orvastore::storeschema::migrate(owner);
+    const QByteArray each = QByteArray::number(messages / lanes);
+    owner.runAll(
+        "ALTER TABLE orva.messages ALTER COLUMN payload SET STORAGE EXTERNAL;"
+        "INSERT INTO orva.accounts (shop, queue, credentials) VALUES ('shop', 'Orva', 'secret');"
+        "INSERT INTO orva.lanes (shop, name, waiting, handed, last_day, head_day) "
+        "SELECT 'shop', sha256(n::text::bytea), " +
+        each + "," + each + ", current_date, current_date FROM generate_series(1, " +
+        QByteArray::number(lanes) +
+        ") n;"
+        "INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, queue, "
+        "extra, headers, urls, payload, steps, steps_done, attempts, step_attempts) "
+        "SELECT current_date, l.id, n, nextval('orva.message_ids'), 'shop', l.id || '-' || n, '', "
+        "1, 'Orva', '', '{}', '{\"0\":\"" +
+        address + "\"}', convert_to(rpad(l.id || '-' || n, " + QByteArray::number(messageBytes) +
+        ", '.'), 'UTF8'), 1, 0, 0, 0 FROM generate_series(1, " + each +
+        ") n, orva.lanes l;"
+        "INSERT INTO orva.ready (lane, account, queue) SELECT id, 1, 'Orva' FROM orva.lanes "
+        "ORDER BY id");
+    owner.runAll("VACUUM ANALYZE");
+    return database;
+}
+
+/// A worker that gets a good answer at once.
+class Hand
+{
+public:
+    explicit Hand(const QString& database)
+        : connection(settingsFor(connectionTo(database), 60), {}), book(connection, u"hand"_s, 1)
+    {}
+
+    /// Claims and finishes so often. @return microseconds each
+    double turn(int times)
+    {
+        const poshost::DeliveryResult done =
+            storetest::resultOf(poshost::deliverypolicy::Meaning::StepDone);
+        if (!task) {
+            task = book.claim();
+        }
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < times; ++i) {
+            EXPECT_TRUE(task);
+            task = book.finish(*task, done).task;
+        }
+        return static_cast<double>(timer.nsecsElapsed()) / 1000 / times;
+    }
+
+    Connection connection;
+    DeliveryBook book;
+    std::optional<Task> task;
+};
+
+double middle(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+QString rounded(double value)
+{
+    return QString::number(value, 'f', 2);
+}
+
+/// What the next claim reads, and how.
+struct Reading
+{
+    int buffers = 0;
+    bool sorts = false;
+    bool usesTheList = false;
+};
+
+Reading readingOf(Hand& hand)
+{
+    hand.connection.runAll("LOAD 'auto_explain'; SET auto_explain.log_min_duration = 0; "
+                           "SET auto_explain.log_nested_statements = on");
+    const qsizetype before = storetest::sharedCluster().log().size();
+    const orvastore::Result plan = hand.connection.run(
+        "EXPLAIN (ANALYZE, BUFFERS) SELECT * FROM orva.claim(" + QByteArray::number(1) +
+        " + (SELECT max(position) FROM orva.ready) / 2, 'reader')");
+    QString text;
+    for (int row = 0; row < plan.rows(); ++row) {
+        text += plan.text(row, 0) + u'\n';
+    }
+    const QString log = storetest::sharedCluster().log().mid(before);
+    int buffers = 0;
+    const QRegularExpression numbers(u"(?:hit|read)=(\\d+)"_s);
+    for (const QString& line : text.split(u'\n')) {
+        if (line.contains(u"Function Scan"_s)) {
+            continue;
+        }
+        if (line.contains(u"Buffers:"_s)) {
+            auto it = numbers.globalMatch(line);
+            while (it.hasNext()) {
+                buffers += it.next().captured(1).toInt();
+            }
+            break;
+        }
+    }
+    return {buffers, log.contains(u"Sort"_s), log.contains(u"ready_pkey"_s)};
+}
+
+} // namespace
+
+TEST(StoreFigures, claimingIsAsFastFromAMillionAsFromAThousand)
+{
+    const int many = sized(1'000'000, 20'000);
+    const QString large = filled(many, many / 10);
+    const QString small = filled(1000, 100);
+    Hand fromLarge(large);
+    Hand fromSmall(small);
+    fromLarge.turn(20);
+    fromSmall.turn(20);
+    QList<double> inLarge;
+    QList<double> inSmall;
+    for (int i = 0; i < 19; ++i) {
+        inLarge.append(fromLarge.turn(40));
+        inSmall.append(fromSmall.turn(40));
+    }
+    const double ratio = middle(inLarge) / middle(inSmall);
+    const Reading reading = readingOf(fromLarge);
+    printFigure(
+        u"claim and finish: %1 us with %2 waiting, %3 us with 1,000: ratio %4 (at most 1.5); "
+        "%5 buffers a claim (at most 30)"_s.arg(rounded(middle(inLarge)))
+            .arg(many)
+            .arg(rounded(middle(inSmall)), rounded(ratio))
+            .arg(reading.buffers));
+    EXPECT_LE(ratio, 1.5);
+    EXPECT_GT(reading.buffers, 0);
+    EXPECT_LE(reading.buffers, 30);
+    EXPECT_TRUE(reading.usesTheList) << "the plans were not seen";
+    EXPECT_FALSE(reading.sorts);
+}
+
+TEST(StoreFigures, anOldSnapshotCostsNextToNothing)
+{
+    const int finishes = sized(60'000, 3000);
+    const QString database = filled(2 * finishes, finishes / 10);
+    Connection old(settingsFor(connectionTo(database)), {});
+    old.runAll("BEGIN ISOLATION LEVEL REPEATABLE READ; SELECT count(*) FROM orva.ready");
+    Hand hand(database);
+    hand.turn(200);
+    const double before = hand.turn(300);
+    hand.turn(finishes);
+    const double after = hand.turn(300);
+    printFigure(u"claim and finish after %1 finishes under an old snapshot: %2 us, before %3 us: "
+                "ratio %4 (at most 1.5)"_s.arg(finishes)
+                    .arg(rounded(after), rounded(before), rounded(after / before)));
+    EXPECT_LE(after / before, 1.5);
+}
+
+TEST(StoreFigures, handingOverIsNearABareLoop)
+{
+    const QString database = storetest::freshDatabase();
+    Connection owner(settingsFor(connectionTo(database)), {});
+    orvastore::storeschema::migrate(owner);
+    owner.runAll("CREATE TABLE bare (id text PRIMARY KEY, content bytea, payload bytea)");
+    constexpr int connections = 8;
+    const int each = sized(400, 40);
+    std::atomic<int> number = 0;
+    const auto bytes = [](int count) {
+        QByteArray random(count, Qt::Uninitialized);
+        QRandomGenerator::global()->fillRange(reinterpret_cast<quint32*>(random.data()), count / 4);
+        return random;
+    };
+    const auto measured = [&](const std::function<void(Connection&, const QString&)>& insert) {
+        std::vector<std::thread> threads;
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < connections; ++i) {
+            threads.emplace_back([&] {
+                Connection own(settingsFor(connectionTo(database), 60), {});
+                for (int n = 0; n < each; ++n) {
+                    insert(own, QString::number(++number));
+                }
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        return connections * each * 1000.0 / static_cast<double>(timer.elapsed());
+    };
+    const QByteArray content = bytes(checkBytes);
+    const QByteArray payload = bytes(messageBytes);
+    QList<double> ratios;
+    for (int i = 0; i < 5; ++i) {
+        const double bare = measured([&](Connection& own, const QString& id) {
+            own.run("INSERT INTO bare VALUES ($1, $2, $3)",
+                    {Value::text(id), Value::binary(content), Value::binary(payload)});
+        });
+        const double store = measured([&](Connection& own, const QString& id) {
+            orvastore::HandedCheck check = storetest::checkOf(id, u"card "_s + id);
+            check.content = content;
+            check.messages.first().payload = payload;
+            orvastore::handOver(own, check);
+        });
+        ratios.append(store / bare);
+    }
+    printFigure(u"hand-over with 8 connections against a bare loop: %1 (at least 0.7)"_s.arg(
+        rounded(middle(ratios))));
+    EXPECT_GE(middle(ratios), 0.7);
+}
+
+TEST(StoreFigures, workersAddUp)
+{
+    LedgerServer server;
+    server.setDelay(20);
+    QStringList shown;
+    for (const int workers : {1, 2, 4, 8}) {
+        const int messages = workers * sized(500, 100);
+        const QString database = filled(messages, messages / 5, server.address().toUtf8());
+        std::vector<std::thread> threads;
+        const int before = server.requests();
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < workers; ++i) {
+            threads.emplace_back([&, i] {
+                orvastore::Worker::Manner manner;
+                manner.name = QString::number(i);
+                manner.untilEmpty = true;
+                orvastore::Worker worker(settingsFor(connectionTo(database)), manner, {});
+                worker.run();
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        const double perSecond =
+            (server.requests() - before) * 1000.0 / static_cast<double>(timer.elapsed());
+        const double ratio = perSecond / (workers / 0.02);
+        shown.append(u"%1: %2"_s.arg(workers).arg(rounded(ratio)));
+        EXPECT_EQ(server.requests() - before, messages);
+        EXPECT_GE(ratio, 0.9) << workers << " workers";
+    }
+    EXPECT_EQ(server.repeated(), server.requests() - server.booked().size());
+    printFigure(
+        u"requests a second of workers / 20 ms: %1 (at least 0.9)"_s.arg(shown.join(u", "_s)));
+}

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// After a day on which everything was killed, the books of tills, store and server are the same.
+
+#include "tests/scenario/store/shopday.h"
+#include "host/database/database.h"
+#include "simulator/ledger/database.h"
+#include "simulator/ledger/ledger.h"
+#include "tests/scenario/store/proofsize.h"
+#include "tests/support/cashier.h"
+#include "till/checks/checkstore.h"
+
+#include <QHash>
+#include <QMap>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int setting(const char* name, int otherwise)
+{
+    return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
+}
+
+/// A check that a till has closed with a confirmation.
+struct Closed
+{
+    QString id;
+    QString card;
+};
+
+/// In the order in which the till closed them.
+QList<Closed> closedAt(const QString& database)
+{
+    QList<Closed> all;
+    const auto opened = QSharedPointer<poshost::Database>::create(database);
+    till::CheckStore store(opened);
+    for (const till::CheckRow& row : store.list()) {
+        if (row.state != u"closed"_s) {
+            continue;
+        }
+        const till::Check check = store.findClosed(row.id);
+        if (check.confirmed) {
+            all.append({row.id, check.cardNumber()});
+        }
+    }
+    return all;
+}
+
+/// What the loyalty server has booked.
+struct Booked
+{
+    QMap<QString, int> times;
+    QHash<QString, int> place; ///< in the order of booking
+    int doubled = 0;
+};
+
+Booked bookedIn(const QString& file)
+{
+    simulator::Database opened(file, simulator::Database::Open::ExistingOnly);
+    Booked booked;
+    for (const simulator::Booking& booking : simulator::Ledger(opened).bookings()) {
+        booked.doubled += booked.times[booking.checkId]++ > 0 ? 1 : 0;
+        booked.place.insert(booking.checkId, static_cast<int>(booked.place.size()));
+    }
+    return booked;
+}
+
+/// How the books of all tills compare.
+struct Verdict
+{
+    int closed = 0;
+    int acknowledged = 0;
+    int kills = 0;
+    int lost = 0;
+    int missingInStore = 0;
+    int outOfOrder = 0;
+
+    void add(const TillHand& hand, const Booked& booked, const QSet<QString>& inStore);
+};
+
+void Verdict::add(const TillHand& hand, const Booked& booked, const QSet<QString>& inStore)
+{
+    acknowledged += hand.acknowledged();
+    kills += hand.kills();
+    const tests::CheckCount count = tests::CheckCount::read(hand.database());
+    EXPECT_GE(count.closed, hand.acknowledged()) << "a check that was closed is gone";
+    EXPECT_LE(count.closed, hand.acknowledged() + hand.kills());
+    QHash<QString, int> lastOfCard;
+    for (const Closed& check : closedAt(hand.database())) {
+        const int place = booked.place.value(check.id, -1);
+        ++closed;
+        lost += place < 0 ? 1 : 0;
+        missingInStore += inStore.contains(check.id) ? 0 : 1;
+        outOfOrder += place < lastOfCard.value(check.card, -1) ? 1 : 0;
+        lastOfCard.insert(check.card, place);
+    }
+}
+
+} // namespace
+
+TEST_F(ShopDay, KeepsAllBooksEqualWhateverDies)
+{
+    const int seconds = setting("ORVA_STORE_SECONDS", sized(600, 10));
+    const int tills = setting("ORVA_STORE_TILLS", sized(20, 8));
+    const quint64 seed = quint64(setting("ORVA_STORE_SEED", 1));
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    startWorkers(4);
+    openTills(tills, seed * 1000);
+    sabotage(seconds, random);
+    closeTills();
+    drain();
+
+    const Booked booked = bookedIn(path(u"server.sqlite"_s));
+    const QStringList kept =
+        ask(u"SELECT identifier FROM orva.checks"_s).split(u'\n', Qt::SkipEmptyParts);
+    const QSet<QString> inStore(kept.cbegin(), kept.cend());
+    EXPECT_EQ(inStore.size(), kept.size()) << "the store has a check twice";
+    Verdict verdict;
+    for (const auto& hand : hands) {
+        verdict.add(*hand, booked, inStore);
+    }
+    printFigure(u"%1 tills and 4 workers for %2 s, seed %3: %4 checks confirmed; killed: tills %5, "
+                "workers %6, loyalty server %7, connections %8, primary %9"_s.arg(tills)
+                    .arg(seconds)
+                    .arg(seed)
+                    .arg(verdict.closed)
+                    .arg(verdict.kills)
+                    .arg(workerKills)
+                    .arg(serverKills)
+                    .arg(cutConnections)
+                    .arg(primaryKills));
+    printFigure(u"lost %1, doubled %2, missing in the store %3, out of order %4"_s.arg(verdict.lost)
+                    .arg(booked.doubled)
+                    .arg(verdict.missingInStore)
+                    .arg(verdict.outOfOrder));
+    EXPECT_GT(verdict.closed, seconds / 2) << "nobody has sold anything";
+    EXPECT_EQ(verdict.lost, 0);
+    EXPECT_EQ(booked.doubled, 0);
+    EXPECT_EQ(verdict.missingInStore, 0);
+    EXPECT_EQ(verdict.outOfOrder, 0);
+    EXPECT_EQ(booked.times.size(), verdict.closed) << "the server has what no till has closed";
+    EXPECT_EQ(inStore.size(), verdict.closed);
+    EXPECT_EQ(primaryKills, 1);
+}

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "tests/scenario/store/storeshop.h"
+
+#include "store/database/connection.h"
+#include "store/schema/storeschema.h"
+#include "tests/support/tillsettings.h"
+
+void StoreShop::SetUp()
+{
+    Shop::SetUp();
+    orvastore::StoreSettings settings;
+    settings.database = cluster.connection();
+    orvastore::Connection connection(settings, {});
+    orvastore::storeschema::migrate(connection);
+    cluster.sql(u"CREATE ROLE till3 LOGIN"_s);
+    orvastore::storeschema::admitTill(connection, u"till3"_s, u"1042"_s);
+    writeStoreConfig(storeString());
+}
+
+void StoreShop::writeStoreConfig(const QString& database, const QString& further) const
+{
+    tests::TillSettings settings;
+    settings.server = address;
+    settings.timeoutSeconds = 5;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN);
+    settings.name = u"3"_s;
+    writeFile(u"orva.toml"_s,
+              settings.toml() +
+                  u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n%3"_s.arg(
+                      database, QStringLiteral(ORVA_STORE_MODULE), further));
+}
+
+QString StoreShop::stored(const QString& table) const
+{
+    return cluster.sql(u"SELECT count(*) FROM orva.%1"_s.arg(table)).trimmed();
+}
+
+void StoreShop::sellMany(int checks) const
+{
+    const auto till = startTill();
+    for (int i = 0; i < checks; ++i) {
+        expectOk(till->command(u"open sale.toml"_s));
+        expectOk(till->command(u"close"_s));
+    }
+    till->send(u"quit"_s);
+    EXPECT_EQ(till->waitForEnd(), 0);
+}

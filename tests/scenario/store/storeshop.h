@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "tests/support/postgrescluster.h"
+#include "tests/support/shop.h"
+
+using namespace Qt::StringLiterals;
+
+/// A shop whose tills hand over to a store on a PostgreSQL server of the test's own.
+class StoreShop : public Shop
+{
+protected:
+    void SetUp() override;
+
+    /// Writes orva.toml with a store.
+    /// @param database the store's connection string
+    /// @param further lines of [store]
+    void writeStoreConfig(const QString& database, const QString& further = QString()) const;
+    /// The till's connection string.
+    QString storeString() const { return cluster.connection(u"till3"_s, u"postgres"_s); }
+    /// What the store's tables have.
+    QString stored(const QString& table) const;
+    /// Sells the sample sale so many times, as one till at work that does not wait for the
+    /// delivery.
+    void sellMany(int checks) const;
+
+    static void expectOk(const QString& answer)
+    {
+        EXPECT_TRUE(answer.endsWith(u"ok\n"_s)) << qPrintable(answer);
+    }
+
+    PostgresCluster cluster;
+};
