@@ -19,4 +19,8 @@ namespace simulator {
 /// endpoint: one of endpoints.
 std::optional<QString> requestObjection(const Element& request, const QString& endpoint);
 
+/// What a request that does not fit was held against and which of its fields are there, as one
+/// sentence; where it would fit another address, that first.
+QString closestForm(const Element& request, const QString& endpoint);
+
 } // namespace simulator
