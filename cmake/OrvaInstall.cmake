@@ -7,7 +7,8 @@
 #   tools        the till and the loyalty server
 #   development  headers, CMake package, the example of a till and, when the tests are built, the
 #                contract suite with the loyalty system that watches a host
-#   documentation  the protocol with its schemas and, where scripts/docs has rendered it, the reference
+#   documentation  the protocol with its schemas, requirements, vectors and the example of a server and,
+#                where scripts/docs has rendered it, the reference
 
 include(CMakePackageConfigHelpers)
 
@@ -75,10 +76,10 @@ install(EXPORT PosHostTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMA
 install(DIRECTORY docs/example-host COMPONENT development
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/poshost-dev/examples)
 
-# The schemas stand beside the texts there; links to anything else outside their folder lead nowhere.
+# What stands in protocol/ here stands beside the texts there; links to anything else outside their folder lead nowhere.
 foreach(name protocol delivery)
     file(READ docs/${name}.md text)
-    string(REPLACE "../protocol/schema" "schema" text "${text}")
+    string(REPLACE "../protocol/" "" text "${text}")
     string(REPLACE "protocol/schema" "schema" text "${text}")
     string(REGEX REPLACE "\\[([^]]*)\\]\\(\\.\\./[^)]*\\)" "\\1" text "${text}")
     file(WRITE ${PROJECT_BINARY_DIR}/packaging/${name}.md "${text}")
@@ -86,8 +87,10 @@ foreach(name protocol delivery)
     orva_install_compressed(${PROJECT_BINARY_DIR}/packaging/${name}.md
         ${CMAKE_INSTALL_DATADIR}/doc/orva-doc documentation)
 endforeach()
-install(DIRECTORY protocol/schema DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-doc
-    COMPONENT documentation)
+install(DIRECTORY protocol/schema protocol/vectors docs/example-server
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-doc COMPONENT documentation)
+install(FILES protocol/requirements.toml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-doc COMPONENT documentation)
 install(DIRECTORY build/docs/host/html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-doc
     COMPONENT documentation OPTIONAL)
 

@@ -68,11 +68,38 @@ QList<ConfigKey> keysOfRecording()
     };
 }
 
+QList<ConfigKey> keysOfVerify()
+{
+    return {
+        {.table = u"verify"_s,
+         .key = u"testServer"_s,
+         .kind = Kind::Address,
+         .about = u"the loyalty server that is meant for testing, which alone `verify` tries"_s,
+         .sample = u"\"http://127.0.0.1:8710/\""_s,
+         .without = u"no server is tried"_s},
+        {.table = u"verify"_s,
+         .key = u"card"_s,
+         .about = u"a card for testing, with points on it"_s,
+         .sample = u"\"2200000000017\""_s,
+         .without = u"no server is tried"_s},
+        {.table = u"verify"_s,
+         .key = u"secondCard"_s,
+         .about = u"another card for testing"_s,
+         .sample = u"\"2200000000024\""_s,
+         .without = u"no server is tried"_s},
+        {.table = u"verify"_s,
+         .key = u"goods"_s,
+         .about = u"goods codes to sell, separated by commas"_s,
+         .sample = u"\"1001,1002,1009\""_s,
+         .defaultValue = QString::fromUtf16(defaultTriedGoods)},
+    };
+}
+
 } // namespace
 
 QList<ConfigKey> tillKeys()
 {
-    return keysOfTill() + keysOfRecording();
+    return keysOfTill() + keysOfRecording() + keysOfVerify();
 }
 
 } // namespace till

@@ -12,7 +12,10 @@ namespace till {
 /// What the till is called where the configuration does not say.
 inline constexpr char16_t defaultTillName[] = u"till";
 
-/// The keys that the till reads: its tables [till] and [recording].
+/// What is sold to a server that is tried where the configuration does not say.
+inline constexpr char16_t defaultTriedGoods[] = u"1001,1002,1009";
+
+/// The keys that the till reads: its tables [till], [recording] and [verify].
 QList<poshost::ConfigKey> tillKeys();
 
 } // namespace till

@@ -49,7 +49,8 @@ int main(int argc, char** argv)
     setUpLogging(options.verbose);
     // they look and try beside a till at work, whose log they must leave alone
     if (options.command == till::Command::Doctor || options.command == till::Command::Init ||
-        options.command == till::Command::LogReplay || options.command == till::Command::Support) {
+        options.command == till::Command::LogReplay || options.command == till::Command::Support ||
+        options.command == till::Command::Verify) {
         till::doctor::keepLibraryUnconfigured(argv);
     }
     return int(till::Program(options, out, errors).run());

@@ -36,6 +36,7 @@ enum class Command
     Explain,
     Support,
     Erase,
+    Verify,
 };
 
 /// What the command line says.
@@ -87,6 +88,19 @@ struct Options
     QString card;
     /// With the doctor: it applies what is safe.
     bool fix = false;
+    /// With the trying of a server: its address, and the cases or requirements; none: all.
+    QString address;
+    QStringList wantedCases;
+    /// Says which there are and tries nothing.
+    bool listsCases = false;
+    /// What a server should do counts as what it must do.
+    bool strict = false;
+    bool asTap = false;
+    /// A file for the results in JUnit's form; empty: none.
+    QString junitFile;
+    /// In an order by chance, which follows from the number; 0 takes one.
+    bool shuffle = false;
+    quint32 seed = 0;
 };
 
 } // namespace till

@@ -3769,5 +3769,327 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
         <source>%1, line %2, column %3: %4; the line: %5</source>
         <translation>%1, строка %2, столбец %3: %4; сама строка: %5</translation>
     </message>
+    <message>
+        <source>an amount such as 12.50</source>
+        <translation>сумма вида 12.50</translation>
+    </message>
+    <message>
+        <source>a document that fits %1</source>
+        <translation>документ по схеме %1</translation>
+    </message>
+    <message>
+        <source>bytes that are no UTF-8</source>
+        <translation>байты, которые не UTF-8</translation>
+    </message>
+    <message>
+        <source>no declarations in a document type</source>
+        <translation>тип документа без объявлений</translation>
+    </message>
+    <message>
+        <source>the till sells without the loyalty system: %1</source>
+        <translation>касса продаёт без системы лояльности: %1</translation>
+    </message>
+    <message>
+        <source>the server lets this card spend no points; give it some</source>
+        <translation>сервер не даёт списать с этой карты баллы; начислите их</translation>
+    </message>
+    <message>
+        <source>the server does not take a check: %1 to %2</source>
+        <translation>сервер не принимает чек: %1 на %2</translation>
+    </message>
+    <message>
+        <source>the till returns without the loyalty system</source>
+        <translation>касса возвращает без системы лояльности</translation>
+    </message>
+    <message>
+        <source>the server does not take a return: %1 to %2</source>
+        <translation>сервер не принимает возврат: %1 на %2</translation>
+    </message>
+    <message>
+        <source>the plug-in asks the server nothing</source>
+        <translation>плагин ни о чём не спрашивает сервер</translation>
+    </message>
+    <message>
+        <source>the server does not answer a pre-check: %1</source>
+        <translation>сервер не отвечает на предварительный запрос: %1</translation>
+    </message>
+    <message>
+        <source>the server's answer is no XML: %1</source>
+        <translation>ответ сервера — не XML: %1</translation>
+    </message>
+    <message>
+        <source>the server does not say what the card holds</source>
+        <translation>сервер не говорит, сколько на карте</translation>
+    </message>
+    <message>
+        <source>no amount</source>
+        <translation>нет суммы</translation>
+    </message>
+    <message>
+        <source>%1, after %2 before</source>
+        <translation>%1, до этого было %2</translation>
+    </message>
+    <message>
+        <source>the queue has delivered the check</source>
+        <translation>очередь доставила чек</translation>
+    </message>
+    <message>
+        <source>it has not</source>
+        <translation>не доставила</translation>
+    </message>
+    <message>
+        <source>the server does not answer a changed check</source>
+        <translation>сервер не отвечает на изменённый чек</translation>
+    </message>
+    <message>
+        <source>an answer</source>
+        <translation>ответ</translation>
+    </message>
+    <message>
+        <source>an answer of this address itself</source>
+        <translation>ответ самого этого адреса</translation>
+    </message>
+    <message>
+        <source>a whole answer</source>
+        <translation>целый ответ</translation>
+    </message>
+    <message>
+        <source>not compressed</source>
+        <translation>без сжатия</translation>
+    </message>
+    <message>
+        <source>the address is not one of https</source>
+        <translation>адрес не https</translation>
+    </message>
+    <message>
+        <source>a trusted connection</source>
+        <translation>соединение, которому можно доверять</translation>
+    </message>
+    <message>
+        <source>a connection that is closed without a word</source>
+        <translation>соединение закрыто без предупреждения</translation>
+    </message>
+    <message>
+        <source>The plug-in does not say where its server is; look at the configuration with &quot;orva-till doctor&quot;.</source>
+        <translation>Плагин не говорит, где его сервер; проверьте настройки командой «orva-till doctor».</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>не больше %1</translation>
+    </message>
+    <message>
+        <source>the server takes no payment try</source>
+        <translation>сервер не принимает попытку оплаты</translation>
+    </message>
+    <message>
+        <source>the server does not refuse a wrong payment</source>
+        <translation>сервер не отказывает при неверной оплате</translation>
+    </message>
+    <message>
+        <source>the server does not refuse a wrong sum</source>
+        <translation>сервер не отказывает при неверной сумме</translation>
+    </message>
+    <message>
+        <source>the server refuses nothing</source>
+        <translation>сервер ни в чём не отказывает</translation>
+    </message>
+    <message>
+        <source>a sentence of plain text</source>
+        <translation>предложение простым текстом</translation>
+    </message>
+    <message>
+        <source>no whole card number</source>
+        <translation>без полного номера карты</translation>
+    </message>
+    <message>
+        <source>no credentials</source>
+        <translation>без учётных данных</translation>
+    </message>
+    <message>
+        <source>the server holds the check's number against its answer</source>
+        <translation>сервер сверяет номер чека со своим ответом</translation>
+    </message>
+    <message>
+        <source>must</source>
+        <translation>обязательно</translation>
+    </message>
+    <message>
+        <source>should</source>
+        <translation>желательно</translation>
+    </message>
+    <message>
+        <source>element</source>
+        <translation>элемент</translation>
+    </message>
+    <message>
+        <source>expected</source>
+        <translation>ожидалось</translation>
+    </message>
+    <message>
+        <source>got</source>
+        <translation>получено</translation>
+    </message>
+    <message>
+        <source>asked at</source>
+        <translation>адрес запроса</translation>
+    </message>
+    <message>
+        <source>request</source>
+        <translation>запрос</translation>
+    </message>
+    <message>
+        <source>BROKEN %1 (%2)</source>
+        <translation>НАРУШЕНО %1 (%2)</translation>
+    </message>
+    <message>
+        <source>the protocol says</source>
+        <translation>в протоколе сказано</translation>
+    </message>
+    <message>
+        <source>not tried: %1 (%2)</source>
+        <translation>не проверено: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Pre-checks were answered within %1 ms in the middle, %2 ms for 95 of 100, %3 ms at most:</source>
+        <translation>Ответы на предварительные запросы: половина за %1 мс, 95 из 100 за %2 мс, самый долгий %3 мс:</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>больше</translation>
+    </message>
+    <message>
+        <source>Requirements: %1 held, %2 broken, %3 not tried; cases: %4 held, %5 broken, %6 not tried.</source>
+        <translation>Требования: соблюдено %1, нарушено %2, не проверено %3; случаи: соблюдено %4, нарушено %5, не проверено %6.</translation>
+    </message>
+    <message>
+        <source>Left behind: checks that are returned whole, and pre-checks and payment tries that were never confirmed.</source>
+        <translation>Остались: чеки, возвращённые целиком, и неподтверждённые предварительные запросы и попытки оплаты.</translation>
+    </message>
+    <message>
+        <source>Left behind in the books: %1</source>
+        <translation>Остались в учёте: %1</translation>
+    </message>
+    <message>
+        <source>Nothing that a till relies on is broken.</source>
+        <translation>Не нарушено ничего, на что рассчитывает касса.</translation>
+    </message>
+    <message>
+        <source>Tills cannot rely on this server.</source>
+        <translation>Кассы не могут рассчитывать на этот сервер.</translation>
+    </message>
+    <message>
+        <source>a run cannot cut the server's power</source>
+        <translation>проверка не может отключить серверу питание</translation>
+    </message>
+    <message>
+        <source>a run does not last for 90 days</source>
+        <translation>проверка не длится 90 дней</translation>
+    </message>
+    <message>
+        <source>a run cannot bring the server into trouble</source>
+        <translation>проверка не может вызвать на сервере сбой</translation>
+    </message>
+    <message>
+        <source>the server does not try two returns of one sale</source>
+        <translation>сервер не принимает попытки двух возвратов одной продажи</translation>
+    </message>
+    <message>
+        <source>the server does not book a return</source>
+        <translation>сервер не проводит возврат</translation>
+    </message>
+    <message>
+        <source>the server does not answer a return</source>
+        <translation>сервер не отвечает на возврат</translation>
+    </message>
+    <message>
+        <source>There is no case or requirement &quot;%1&quot;; --list has their names.</source>
+        <translation>Нет случая или требования «%1»; имена показывает --list.</translation>
+    </message>
+    <message>
+        <source>There is no case or requirement &quot;%1&quot;; did you mean &quot;%2&quot;?</source>
+        <translation>Нет случая или требования «%1»; может быть, «%2»?</translation>
+    </message>
+    <message>
+        <source>the server was never busy</source>
+        <translation>сервер ни разу не был занят</translation>
+    </message>
+    <message>
+        <source>seconds, or a date</source>
+        <translation>секунды или дата</translation>
+    </message>
+    <message>
+        <source>%1 is not below the address that is marked as meant for testing; nothing was sent there.</source>
+        <translation>%1 не относится к адресу, отмеченному как испытательный; туда ничего не послано.</translation>
+    </message>
+    <message>
+        <source>%1 names no %2; write it into the table [verify].</source>
+        <translation>В %1 нет %2; впишите в таблицу [verify].</translation>
+    </message>
+    <message>
+        <source>%1 does not mark %2 as meant for testing; if it is, write it as testServer into the table [verify].</source>
+        <translation>В %1 адрес %2 не отмечен как испытательный; если он такой, впишите его ключом testServer в таблицу [verify].</translation>
+    </message>
+    <message>
+        <source>%1 has another server in %2 of the table [%3] than the one for testing; write the same address into both.</source>
+        <translation>В %1 ключ %2 таблицы [%3] называет другой сервер, не испытательный; впишите в оба места один адрес.</translation>
+    </message>
+    <message>
+        <source>%1: the table [verify] needs two different cards and at least one goods code.</source>
+        <translation>%1: в таблице [verify] нужны две разные карты и хотя бы один код товара.</translation>
+    </message>
+    <message>
+        <source>Trying the server</source>
+        <translation>Проверка сервера</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written (%2); name a new file.</source>
+        <translation>%1 нельзя записать (%2); назовите новый файл.</translation>
+    </message>
+    <message>
+        <source>it is there already</source>
+        <translation>он уже есть</translation>
+    </message>
+    <message>
+        <source>Try whether a loyalty server for testing does what tills rely on</source>
+        <translation>Проверить, делает ли испытательный сервер лояльности то, на что рассчитывают кассы</translation>
+    </message>
+    <message>
+        <source>The requirements with their cases; try nothing</source>
+        <translation>Требования и их случаи; ничего не проверять</translation>
+    </message>
+    <message>
+        <source>The server's address, which is testServer in [verify]</source>
+        <translation>Адрес сервера, он же testServer в [verify]</translation>
+    </message>
+    <message>
+        <source>Cases or requirements; otherwise all</source>
+        <translation>Случаи или требования; иначе все</translation>
+    </message>
+    <message>
+        <source>What a server should do, it must do</source>
+        <translation>То, что серверу следует делать, обязательно</translation>
+    </message>
+    <message>
+        <source>As the Test Anything Protocol</source>
+        <translation>В виде Test Anything Protocol</translation>
+    </message>
+    <message>
+        <source>A new file for the results as JUnit's XML, beside what is printed</source>
+        <translation>Новый файл для результатов в виде JUnit XML, кроме того, что печатается</translation>
+    </message>
+    <message>
+        <source>In an order by chance</source>
+        <translation>В случайном порядке</translation>
+    </message>
+    <message>
+        <source>What the order follows from, above 0</source>
+        <translation>Из чего следует порядок, больше 0</translation>
+    </message>
+    <message>
+        <source>Sells and returns with the cards that [verify] names. Exit codes: 0 nothing is broken, 1
+something is, 2 the address is not marked as meant for testing.</source>
+        <translation>Продаёт и возвращает с картами из [verify]. Коды завершения: 0 — ничего не нарушено,
+1 — нарушено, 2 — адрес не отмечен как испытательный.</translation>
+    </message>
 </context>
 </TS>

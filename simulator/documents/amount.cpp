@@ -92,12 +92,15 @@ QString writeKopecks(Kopecks amount)
 
 qint64 roundedShare(qint64 amount, qint64 part, qint64 whole)
 {
-    if (amount < 0 || part < 0 || whole <= 0) {
-        throw std::invalid_argument("a share is computed of amounts that are not negative");
+    if (part < 0 || whole <= 0) {
+        throw std::invalid_argument("a share is a part of something, and not a negative one");
     }
-    const Wide doubled = Wide(amount) * part * 2 + whole;
-    const Wide result = doubled / (Wide(whole) * 2);
-    if (result > std::numeric_limits<qint64>::max()) {
+    const Wide dividend = Wide(amount) * part * 2 + whole;
+    const Wide divisor = Wide(whole) * 2;
+    // the division goes towards 0, rounding goes down
+    const Wide result = dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
+    if (result > std::numeric_limits<qint64>::max() ||
+        result < std::numeric_limits<qint64>::min()) {
         throw std::overflow_error("a share does not fit 64 bits");
     }
     return static_cast<qint64>(result);

@@ -27,9 +27,9 @@ std::optional<Thousandths> readThousandths(QStringView text);
 /// Writes an amount with two decimals and "." as the decimal point, as in "-12.50".
 QString writeKopecks(Kopecks amount);
 
-/// amount x part / whole, rounded half up, computed without overflow.
-/// All three must not be negative and whole must be above 0; throws std::invalid_argument
-/// otherwise and std::overflow_error where the result does not fit.
+/// amount x part / whole, rounded half up (below 0 too), computed without overflow.
+/// part must not be negative and whole must be above 0; throws std::invalid_argument otherwise and
+/// std::overflow_error where the result does not fit.
 qint64 roundedShare(qint64 amount, qint64 part, qint64 whole);
 
 /// a + b; throws std::overflow_error where the sum does not fit.

@@ -64,12 +64,12 @@ Booking bookSale(const Check& check, const std::vector<LineGrant>& granted, cons
                 writeKopecks(booking.total), writeKopecks(booking.discount),
                 writeKopecks(booking.spent), writeKopecks(toPay), writeKopecks(payment.amount)));
     }
-    if (afterDiscount > 0) {
-        for (size_t i = 0; i < booking.lines.size(); ++i) {
-            BookedLine& line = booking.lines[i];
-            line.earned = roundedShare(granted[i].awardBonus, toPay, afterDiscount);
-            booking.earned = checkedSum(booking.earned, line.earned);
-        }
+    for (size_t i = 0; i < booking.lines.size(); ++i) {
+        BookedLine& line = booking.lines[i];
+        line.earned = booking.spent == 0
+                          ? granted[i].awardBonus
+                          : roundedShare(granted[i].awardBonus, toPay, afterDiscount);
+        booking.earned = checkedSum(booking.earned, line.earned);
     }
     return booking;
 }

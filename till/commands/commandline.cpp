@@ -36,6 +36,9 @@ struct Texts
     std::string from;
     std::vector<std::string> checks;
     std::vector<std::string> folders;
+    std::string address;
+    std::vector<std::string> cases;
+    std::string junit;
 };
 
 std::string words(const char* text)
@@ -347,8 +350,55 @@ void addErase(CLI::App& app, Options& options, Texts& texts)
                 "used.")));
 }
 
+void addVerify(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const verify = addCommand(
+        app, "verify",
+        QT_TRANSLATE_NOOP("Till", "Try whether a loyalty server for testing does what tills rely "
+                                  "on"),
+        options, Command::Verify);
+    CLI::Option* const list = verify->add_flag(
+        "--list", options.listsCases,
+        words(QT_TRANSLATE_NOOP("Till", "The requirements with their cases; try nothing")));
+    CLI::Option* const url = verify->add_option(
+        "URL", texts.address,
+        words(QT_TRANSLATE_NOOP("Till", "The server's address, which is testServer in [verify]")));
+    verify->add_option("NAME", texts.cases,
+                       words(QT_TRANSLATE_NOOP("Till", "Cases or requirements; otherwise all")));
+    verify->add_flag("--strict", options.strict,
+                     words(QT_TRANSLATE_NOOP("Till", "What a server should do, it must do")));
+    addJson(verify, options);
+    verify
+        ->add_flag("--tap", options.asTap,
+                   words(QT_TRANSLATE_NOOP("Till", "As the Test Anything Protocol")))
+        ->excludes(verify->get_option("--json"));
+    verify->add_option("--junit", texts.junit,
+                       words(QT_TRANSLATE_NOOP("Till", "A new file for the results as JUnit's "
+                                                       "XML, beside what is printed")));
+    verify->add_flag("--shuffle", options.shuffle,
+                     words(QT_TRANSLATE_NOOP("Till", "In an order by chance")));
+    verify
+        ->add_option("--seed", options.seed,
+                     words(QT_TRANSLATE_NOOP("Till", "What the order follows from, above 0")))
+        ->check(CLI::PositiveNumber)
+        ->needs(verify->get_option("--shuffle"));
+    verify->parse_complete_callback([list, url] {
+        if (list->count() == 0 && url->count() == 0) {
+            throw CLI::RequiredError("URL");
+        }
+    });
+    verify->footer(words(QT_TRANSLATE_NOOP(
+        "Till", "Sells and returns with the cards that [verify] names. Exit codes: 0 nothing is "
+                "broken, 1\nsomething is, 2 the address is not marked as meant for testing.")));
+}
+
 void takeOver(const CLI::App& app, const Texts& texts, Options& options)
 {
+    options.address = QString::fromStdString(texts.address);
+    options.junitFile = QString::fromStdString(texts.junit);
+    for (const std::string& name : texts.cases) {
+        options.wantedCases.append(QString::fromStdString(name));
+    }
     options.configNamed = app.count("--config") > 0;
     const QString found = configfile::found();
     options.configFound = !options.configNamed && !found.isEmpty();
@@ -401,6 +451,7 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     addExplain(app, options, texts);
     addSupport(app, options, texts);
     addErase(app, options, texts);
+    addVerify(app, options, texts);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -14,6 +14,7 @@
 #include "till/commands/queuecommands.h"
 #include "till/commands/queuewait.h"
 #include "till/commands/supportcommand.h"
+#include "till/commands/verifycommand.h"
 #include "till/commands/workplace.h"
 #include "till/commands/worksession.h"
 #include "till/configfile.h"
@@ -122,6 +123,9 @@ ExitCode Program::doCommand()
         }
         if (options.command == Command::Support) {
             return SupportCommand(options, out, errors).run();
+        }
+        if (options.command == Command::Verify) {
+            return VerifyCommand(options, out, errors).run();
         }
         if (options.command == Command::Explain && !options.file.isEmpty()) {
             return explainElsewhere();

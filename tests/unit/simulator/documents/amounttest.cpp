@@ -67,6 +67,10 @@ TEST(RoundedShare, roundsHalvesUp)
     EXPECT_EQ(roundedShare(329, 500, 10'000), 16); // 16.45
     EXPECT_EQ(roundedShare(0, 5, 7), 0);
     EXPECT_EQ(roundedShare(5, 7, 7), 5);
+    EXPECT_EQ(roundedShare(-1, 1, 2), 0);
+    EXPECT_EQ(roundedShare(-2, 1, 3), -1);
+    EXPECT_EQ(roundedShare(-3, 1, 2), -1); // -1.5
+    EXPECT_EQ(roundedShare(-5, 7, 7), -5);
 }
 
 TEST(RoundedShare, doesNotOverflowOnTheWay)
@@ -74,7 +78,8 @@ TEST(RoundedShare, doesNotOverflowOnTheWay)
     const qint64 most = std::numeric_limits<qint64>::max();
     EXPECT_EQ(roundedShare(most, most - 1, most), most - 1);
     EXPECT_THROW(roundedShare(most, 3, 2), std::overflow_error);
-    EXPECT_THROW(roundedShare(-1, 1, 1), std::invalid_argument);
+    EXPECT_THROW(roundedShare(-most, 3, 2), std::overflow_error);
+    EXPECT_THROW(roundedShare(1, -1, 1), std::invalid_argument);
     EXPECT_THROW(roundedShare(1, 1, 0), std::invalid_argument);
     EXPECT_THROW(checkedSum(most, 1), std::overflow_error);
     EXPECT_EQ(checkedSum(most, -1), most - 1);

@@ -95,11 +95,11 @@ TEST(SaleBooking, earnsAllWithoutPointsAndNothingWhenPointsPayAll)
     EXPECT_EQ(bookSale(saleOf({10'000}), {{1, 500, 0, 475, 9'500}}, {{{500, 9'500}}, 0}).earned, 0);
 }
 
-TEST(SaleBooking, earnsNothingWhenDiscountsTakeAll)
+TEST(SaleBooking, earnsAsAwardedWhenDiscountsTakeAllAsTheSlipSays)
 {
     const Booking booking =
         bookSale(saleOf({10'000}), {{1, 10'000, 0, 475, 0}}, {{{10'000, 0}}, 0});
-    EXPECT_EQ(booking.earned, 0);
+    EXPECT_EQ(booking.earned, 475);
     EXPECT_EQ(bookSale(saleOf({}), {}, {{}, 0}).earned, 0);
 }
 

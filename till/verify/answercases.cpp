@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+// The shape of an answer: what comes back, in which form.
+
+#include "till/text.h"
+#include "till/verify/answerform.h"
+#include "till/verify/bench.h"
+#include "till/verify/cases.h"
+
+#include <QStringDecoder>
+
+using namespace Qt::StringLiterals;
+
+namespace till::verify {
+namespace {
+
+namespace names = protocol::names;
+
+constexpr qsizetype largestAnswer = 8'388'608;
+constexpr int mostLevels = 512;
+
+/// The amounts of a line and of the check that a server writes.
+const QList<Names> lineAmounts{{names::awards, names::rawItemAwards, names::discount},
+                               {names::awards, names::rawItemAwards, names::discountOnChange},
+                               {names::awards, names::rawItemAwards, names::awardBonus},
+                               {names::awards, names::rawItemAwards, names::allowBonusInCurrency}};
+const QList<Names> checkAmounts{{names::awards, names::rawCheckAwards, names::allowBonus},
+                                {names::awards, names::rawCheckAwards, names::awardBonus},
+                                Reading::balancePath()};
+
+void isAnAmount(Bench& bench, const Reading& answer, qsizetype element, const Names& names)
+{
+    const qsizetype found = answer.xml().find(element, names);
+    if (found < 0) {
+        return;
+    }
+    const QString text = answer.xml().elements().at(found).text;
+    const QString last = names.last();
+    const bool mayBeNegative = last == names::awardBonus || last == names::balance;
+    const std::optional<qint64> kopecks = readAmount(text);
+    bench.expectThat(kopecks && (mayBeNegative || *kopecks >= 0), answer.path(element, names),
+                     Text::tr("an amount such as 12.50"), u'"' + text + u'"');
+}
+
+void amountsHaveTheirForm(Bench& bench, const Reading& answer)
+{
+    for (const Names& names : checkAmounts) {
+        isAnAmount(bench, answer, 0, names);
+    }
+    for (const qsizetype line : answer.lines()) {
+        for (const Names& names : lineAmounts) {
+            isAnAmount(bench, answer, line, names);
+        }
+    }
+}
+
+void fits(Bench& bench, const QString& schema, const QByteArray& body)
+{
+    const std::optional<FormObjection> objection = answerform::objectionTo(schema, body);
+    if (objection) {
+        bench.expectThat(false, objection->path, Text::tr("a document that fits %1").arg(schema),
+                         objection->text);
+    }
+}
+
+void isARightAnswer(Bench& bench, const QByteArray& request)
+{
+    const Reply reply = bench.precheck(request);
+    bench.expectStatus(reply, {200});
+    const Reading answer(reply.body);
+    const bool isAnswer = answer.problem().isEmpty() && answer.rootName() == names::rawCheck;
+    const QString beginning = QString::fromUtf8(reply.body.left(60)).simplified();
+    bench.expectThat(isAnswer, u"/RawCheck"_s, u"<RawCheck>"_s,
+                     answer.problem().isEmpty() ? beginning : answer.problem());
+}
+
+void linesComeBack(Bench& bench, const Draft& request)
+{
+    const Reading answer = bench.answered(request.bytes());
+    bench.expectThat(answer.lines().size() == request.lineCount(), u"/RawCheck/items"_s,
+                     QString::number(request.lineCount()), QString::number(answer.lines().size()));
+    for (int line = 0; line < request.lineCount(); ++line) {
+        const QString id = request.textInLine(line, {names::id});
+        QStringList found;
+        for (const qsizetype at : answer.lines()) {
+            found.append(u'"' + answer.textIn(at, {names::id}) + u'"');
+        }
+        bench.expectThat(answer.line(id) >= 0, u"/RawCheck/items/RawItem/id"_s, u'"' + id + u'"',
+                         found.join(u", "_s));
+    }
+}
+
+void checkComesBack(Bench& bench)
+{
+    const Draft request = bench.freshRequest();
+    const Reading answer = bench.answered(request.bytes());
+    for (const Names& name :
+         {Names{names::chType}, Names{names::cardNumber}, Names{names::total}}) {
+        bench.expectText(answer.path(0, name), request.text(name), answer.text(name));
+    }
+    for (int line = 0; line < request.lineCount(); ++line) {
+        const qsizetype found = answer.line(request.textInLine(line, {names::id}));
+        for (const Names& name : {Names{names::sku}, Names{names::total}, Names{names::quantity}}) {
+            bench.expectText(answer.path(found, name), request.textInLine(line, name),
+                             found < 0 ? QString() : answer.textIn(found, name));
+        }
+    }
+}
+
+void idComesBack(Bench& bench, const QString& id)
+{
+    const Reading answer = bench.answered(bench.freshRequest().set({names::id}, id).bytes());
+    bench.expectText(u"/RawCheck/id"_s, id, answer.text({names::id}));
+}
+
+void balanceIsThere(Bench& bench, const QString& card)
+{
+    const Reading answer =
+        bench.answered(bench.freshRequest().set({names::cardNumber}, card).bytes());
+    const Names path = Reading::balancePath();
+    bench.expectThat(answer.has(path) && !answer.text(path).isEmpty(), answer.path(0, path),
+                     Text::tr("an amount such as 12.50"), Text::tr("nothing"));
+}
+
+/// UTF-8 is what an answer without a declaration, or with one that names none, is in.
+void isEncodedAsItSays(Bench& bench)
+{
+    const Reply reply = bench.precheck(bench.freshRequest().bytes());
+    const QByteArray head = reply.body.left(200);
+    const bool namesAnother =
+        head.startsWith("<?xml") && head.contains("encoding") && !head.toLower().contains("utf-8");
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder.decode(reply.body);
+    bench.expectThat(namesAnother ||
+                         (!decoder.hasError() && !text.contains(QChar::ReplacementCharacter)),
+                     {}, u"UTF-8"_s, Text::tr("bytes that are no UTF-8"));
+}
+
+void staysBelowLimits(Bench& bench)
+{
+    const Reply reply = bench.precheck(bench.freshRequest().makeLines(1000).bytes());
+    bench.expectThat(reply.body.size() <= largestAnswer, {}, QString::number(largestAnswer),
+                     QString::number(reply.body.size()));
+    bench.expectThat(!reply.body.contains("<!DOCTYPE") || !reply.body.contains("<!E"), {},
+                     Text::tr("no declarations in a document type"), u"<!DOCTYPE"_s);
+    const protocol::XmlTree tree(reply.body);
+    int deepest = 0;
+    for (const protocol::XmlTree::Element& element : tree.elements()) {
+        int levels = 1;
+        for (qsizetype at = element.parent; at >= 0; at = tree.elements().at(at).parent) {
+            ++levels;
+        }
+        deepest = std::max(deepest, levels);
+    }
+    bench.expectThat(deepest <= mostLevels, {}, QString::number(mostLevels),
+                     QString::number(deepest));
+}
+
+const Case rows[] = {
+    {"status-tells.precheck", "status-tells",
+     [](Bench& bench) { isARightAnswer(bench, bench.freshRequest().bytes()); }},
+    {"answer-encoding.as-it-says", "answer-encoding", isEncodedAsItSays},
+    {"number-form.sale", "number-form",
+     [](Bench& bench) {
+         amountsHaveTheirForm(bench, bench.answered(bench.freshRequest().bytes()));
+     }},
+    {"number-form.large", "number-form",
+     [](Bench& bench) {
+         Draft request = bench.freshRequest();
+         request.setInLine(0, {names::total}, u"1234567.80"_s).makeLines(3);
+         amountsHaveTheirForm(bench, bench.answered(request.bytes()));
+     }},
+    {"number-form.other-card", "number-form",
+     [](Bench& bench) {
+         amountsHaveTheirForm(
+             bench, bench.answered(
+                        bench.freshRequest().set({names::cardNumber}, bench.secondCard()).bytes()));
+     }},
+    {"balance-always.first-card", "balance-always",
+     [](Bench& bench) { balanceIsThere(bench, bench.card()); }},
+    {"balance-always.second-card", "balance-always",
+     [](Bench& bench) { balanceIsThere(bench, bench.secondCard()); }},
+    {"id-carried-back.usual", "id-carried-back",
+     [](Bench& bench) { idComesBack(bench, bench.freshRequest().text({names::id})); }},
+    {"id-carried-back.longest", "id-carried-back",
+     [](Bench& bench) {
+         idComesBack(bench, bench.freshRequest().text({names::id}).leftJustified(256, u'x'));
+     }},
+    {"id-carried-back.capitals", "id-carried-back",
+     [](Bench& bench) { idComesBack(bench, bench.freshRequest().text({names::id}).toUpper()); }},
+    {"lines-carried-back.usual", "lines-carried-back",
+     [](Bench& bench) { linesComeBack(bench, bench.freshRequest()); }},
+    {"lines-carried-back.gaps", "lines-carried-back",
+     [](Bench& bench) {
+         linesComeBack(bench, bench.freshRequest()
+                                  .setInLine(0, {names::id}, u"7"_s)
+                                  .setInLine(2, {names::id}, u"1042"_s));
+     }},
+    {"check-carried-back.fields", "check-carried-back", checkComesBack},
+    {"answer-fits-schema.sale", "answer-fits-schema",
+     [](Bench& bench) {
+         const Reply reply = bench.precheck(bench.freshRequest().bytes());
+         fits(bench, u"answer"_s, reply.body);
+     }},
+    {"answer-fits-schema.other-card", "answer-fits-schema",
+     [](Bench& bench) {
+         const Reply reply = bench.precheck(
+             bench.freshRequest().set({names::cardNumber}, bench.secondCard()).bytes());
+         fits(bench, u"answer"_s, reply.body);
+     }},
+    {"answer-limits.thousand-lines", "answer-limits", staysBelowLimits},
+};
+
+} // namespace
+
+std::span<const Case> answerCases()
+{
+    return rows;
+}
+
+} // namespace till::verify
