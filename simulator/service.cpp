@@ -14,6 +14,7 @@
 #include "simulator/documents/xmlreader.h"
 #include "simulator/documents/xmlwriter.h"
 #include "simulator/ledger/checkdesk.h"
+#include "simulator/mismatch/explainer.h"
 #include "simulator/rules/cannedanswers.h"
 
 using namespace Qt::StringLiterals;
@@ -36,6 +37,20 @@ Answer accepted(const Document& document)
     answer.contentType = "application/xml; charset=utf-8";
     answer.body = writeXml(document.root());
     return answer;
+}
+
+/// Refuses a request that does not fit the schema of its address.
+void requireForm(const Element& document, const QString& endpoint)
+{
+    const std::optional<QString> objection = requestObjection(document, endpoint);
+    if (!objection) {
+        return;
+    }
+    const QString closest = closestForm(document, endpoint);
+    const bool isAddress = closest.startsWith("The address"_L1);
+    throw Rejection(400, closest.isEmpty() ? *objection
+                         : isAddress       ? closest + u". "_s + *objection
+                                           : *objection + u". "_s + closest);
 }
 
 /// The answer to a payment try or a confirmation: the check's identifier.
@@ -68,12 +83,14 @@ Service::Service(const Rules& serviceRules, const QString& databasePath, Habits 
     worker.run([&] {
         database = std::make_unique<Database>(databasePath);
         desk = std::make_unique<CheckDesk>(following->rules, *database, habits);
+        explainer = std::make_unique<Explainer>(following->rules, *database);
     });
 }
 
 Service::~Service()
 {
     worker.run([this] {
+        explainer.reset();
         desk.reset();
         database.reset();
     });
@@ -82,7 +99,10 @@ Service::~Service()
 void Service::setRules(const Rules& newRules)
 {
     const auto next = std::make_shared<Following>(newRules);
-    worker.run([&] { desk = std::make_unique<CheckDesk>(next->rules, *database, habits); });
+    worker.run([&] {
+        desk = std::make_unique<CheckDesk>(next->rules, *database, habits);
+        explainer = std::make_unique<Explainer>(next->rules, *database);
+    });
     const std::scoped_lock lock(mutex);
     following = next;
 }
@@ -165,9 +185,7 @@ Answer Service::handleCheck(const Request& request, Following& now, Answer& abou
     about.cardNumber = document.child(names::cardNumber).text();
     const QString endpoint = endpointOf(request);
     if (now.rules->isStrict) {
-        if (const std::optional<QString> objection = requestObjection(document, endpoint)) {
-            throw Rejection(400, *objection);
-        }
+        requireForm(document, endpoint);
     }
     QString whyNone;
     if (const std::optional<Answer> canned =
@@ -175,17 +193,42 @@ Answer Service::handleCheck(const Request& request, Following& now, Answer& abou
         return *canned;
     }
     if (now.rules->refusesUnmatched) {
-        throw Rejection(400, whyNone);
+        const QString closest =
+            now.rules->isStrict ? now.answers.closest(endpoint, about.cardNumber) : QString();
+        throw Rejection(400, closest.isEmpty() ? whyNone : closest + u". "_s + whyNone);
     }
-    return handleKnown(request.path, readCheck(document), document);
+    return now.rules->isStrict ? handleStrictly(endpoint, document)
+                               : handleKnown(endpoint, document);
 }
 
-Answer Service::handleKnown(const QByteArray& path, const Check& check, const Element& document)
+/// As handleKnown, with what a refusal is for as exactly as can be told.
+Answer Service::handleStrictly(const QString& endpoint, const Element& document)
 {
-    if (path == precheckPath) {
+    try {
+        const Answer answer = handleKnown(endpoint, document);
+        if (endpoint == endpoints::paymentTry) {
+            worker.run([&] { explainer->noteTry(document); });
+        }
+        return answer;
+    } catch (const Rejection& rejection) {
+        if (rejection.status == 409) {
+            throw;
+        }
+        const QString cause = worker.run([&] { return explainer->causeOf(endpoint, document); });
+        if (cause.isEmpty()) {
+            throw;
+        }
+        throw Rejection(rejection.status, cause + u". "_s + rejection.reason);
+    }
+}
+
+Answer Service::handleKnown(const QString& endpoint, const Element& document)
+{
+    const Check check = readCheck(document);
+    if (endpoint == endpoints::precheck) {
         return accepted(worker.run([&] { return desk->precheck(check, document); }));
     }
-    if (path == paymentTryPath) {
+    if (endpoint == endpoints::paymentTry) {
         worker.run([&] { desk->paymentTry(check, document); });
     } else {
         worker.run([&] { desk->confirm(check, document); });

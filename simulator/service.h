@@ -19,6 +19,7 @@ namespace simulator {
 class CheckDesk;
 class Database;
 class Element;
+class Explainer;
 struct Check;
 
 /// Answers requests: looks at address, method and credentials, reads the check and takes it to the
@@ -61,15 +62,17 @@ private:
 
     static std::optional<Answer> objection(const Request& request, const Following& now);
     Answer handleCheck(const Request& request, Following& now, Answer& about);
-    Answer handleKnown(const QByteArray& path, const Check& check, const Element& document);
+    Answer handleKnown(const QString& endpoint, const Element& document);
+    Answer handleStrictly(const QString& endpoint, const Element& document);
     [[nodiscard]] std::shared_ptr<Following> current() const;
 
     mutable std::mutex mutex; // guards what follows next
     std::shared_ptr<Following> following;
     const Habits habits;
     WorkerThread worker;
-    std::unique_ptr<Database> database; // made, used and destroyed in the worker's thread
-    std::unique_ptr<CheckDesk> desk;    // the same
+    std::unique_ptr<Database> database;   // made, used and destroyed in the worker's thread
+    std::unique_ptr<CheckDesk> desk;      // the same
+    std::unique_ptr<Explainer> explainer; // the same
 };
 
 } // namespace simulator

@@ -19,13 +19,27 @@ struct Forms
     DocumentForm saleConfirmation{u"sale-confirmation"_s};
 };
 
-const DocumentForm& formOf(const Element& request, const QString& endpoint)
+const Forms& allForms()
 {
     static const Forms forms; // read by one thread, whoever comes first
-    // the confirmation of a return is the request once more
-    if (request.child(names::chType).text().trimmed() == "2"_L1 ||
-        request.child(names::originalId)) {
-        return forms.returnRequest;
+    return forms;
+}
+
+/// Whether most of what tells a return from a sale says that it is one: a single one may be wrong.
+bool isReturn(const Element& request)
+{
+    const int signs =
+        (request.child(names::chType).text().trimmed() == "2"_L1 ? 1 : 0) +
+        (request.child(names::originalId) ? 1 : 0) +
+        (request.all({names::items, names::rawItem, names::returnedQuantity}).empty() ? 0 : 1);
+    return signs > 1;
+}
+
+const DocumentForm& formOf(const Element& request, const QString& endpoint)
+{
+    const Forms& forms = allForms();
+    if (isReturn(request)) {
+        return forms.returnRequest; // a return is confirmed with its request
     }
     return endpoint == endpoints::precheck ? forms.saleRequest : forms.saleConfirmation;
 }
@@ -51,6 +65,36 @@ QStringList requestObjections(const Element& request, const QString& endpoint, q
     const QString root = rootObjection(request);
     return root.isEmpty() ? formOf(request, endpoint).objectionsTo(request, most)
                           : QStringList{root};
+}
+
+QString closestForm(const Element& request, const QString& endpoint)
+{
+    if (request.name() != names::rawCheck) {
+        return {};
+    }
+    const bool isPrecheck = endpoint == endpoints::precheck;
+    if (!isReturn(request)) {
+        const Forms& forms = allForms();
+        const DocumentForm& other = isPrecheck ? forms.saleConfirmation : forms.saleRequest;
+        if (!other.objectionTo(request)) {
+            return isPrecheck
+                       ? u"The address is %1: the document is a confirmation, which belongs to "
+                         "%2 and %3"_s.arg(endpoints::precheck, endpoints::paymentTry,
+                                           endpoints::checkConfirm)
+                       : u"The address is %1: the document is that of a pre-check, which "
+                         "belongs to %2"_s.arg(endpoint, endpoints::precheck);
+        }
+    }
+    QStringList fields;
+    for (xmlNode* at = xmlFirstElementChild(request.handle()); at != nullptr && fields.size() < 20;
+         at = xmlNextElementSibling(at)) {
+        fields.append(Element(at).name().left(40));
+    }
+    return u"It was held against the form of a %1; there are %2"_s.arg(
+        isReturn(request) ? u"return"_s
+        : isPrecheck      ? u"sale"_s
+                          : u"sale's confirmation"_s,
+        fields.isEmpty() ? u"no fields"_s : fields.join(u", "_s));
 }
 
 } // namespace simulator

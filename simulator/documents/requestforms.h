@@ -23,5 +23,8 @@ std::optional<QString> requestObjection(const Element& request, const QString& e
 
 /// The same of everything that is wrong, in the order of the request: at most that many sentences.
 QStringList requestObjections(const Element& request, const QString& endpoint, qsizetype most);
+/// What a request that does not fit was held against and which of its fields are there, as one
+/// sentence; where it would fit another address, that first.
+QString closestForm(const Element& request, const QString& endpoint);
 
 } // namespace simulator

@@ -10,6 +10,18 @@
 using namespace Qt::StringLiterals;
 
 namespace simulator {
+namespace {
+
+std::vector<Document> documentsOf(Statement& query)
+{
+    std::vector<Document> documents;
+    while (query.next()) {
+        documents.push_back(readXml(query.value(0).toString().toUtf8()));
+    }
+    return documents;
+}
+
+} // namespace
 
 void CheckStore::rememberAnswer(const QString& checkId, const Element& answer)
 {
@@ -37,6 +49,18 @@ std::optional<Document> CheckStore::answerFor(const QString& checkId,
         return std::nullopt;
     }
     return readXml(query.value(0).toString().toUtf8());
+}
+
+std::vector<Document> CheckStore::answersTo(const QString& checkId) const
+{
+    Statement query(db, u"SELECT answer FROM prechecks WHERE check_id=? ORDER BY sequence DESC"_s);
+    return documentsOf(query.bind(checkId));
+}
+
+std::vector<Document> CheckStore::lastAnswers() const
+{
+    Statement query(db, u"SELECT answer FROM prechecks ORDER BY sequence DESC LIMIT 50"_s);
+    return documentsOf(query);
 }
 
 void CheckStore::rememberTry(const QString& checkId, const Element& confirmation)

@@ -7,6 +7,7 @@
 #include "simulator/ledger/database.h"
 
 #include <optional>
+#include <vector>
 
 namespace simulator {
 
@@ -27,6 +28,11 @@ public:
     /// Nothing when the check was never pre-checked.
     [[nodiscard]] std::optional<Document> answerFor(const QString& checkId,
                                                     const Element& confirmation) const;
+
+    /// The different answers given to checks that are not booked, the last one first: to this
+    /// check, or the last ones given to any.
+    [[nodiscard]] std::vector<Document> answersTo(const QString& checkId) const;
+    [[nodiscard]] std::vector<Document> lastAnswers() const;
 
     /// Keeps a payment try; it replaces the check's earlier one.
     void rememberTry(const QString& checkId, const Element& confirmation);

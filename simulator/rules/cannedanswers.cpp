@@ -66,6 +66,42 @@ std::optional<Answer> CannedAnswers::take(const QString& endpoint, const QString
     return taken;
 }
 
+QString CannedAnswers::closest(const QString& endpoint, const QString& card) const
+{
+    const std::scoped_lock lock(mutex);
+    QString sentence;
+    qsizetype fewest = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const Row& row = rows[i];
+        QStringList matching;
+        QStringList differing;
+        if (!row.answer.endpoint.isEmpty()) {
+            row.answer.endpoint == endpoint ? matching.append(u"endpoint"_s)
+                                            : differing.append(u"endpoint is %1: expected %2"_s.arg(
+                                                  endpoint, row.answer.endpoint));
+        }
+        if (!row.answer.card.isEmpty()) {
+            row.answer.card == card
+                ? matching.append(names::cardNumber)
+                : differing.append(u"%1 is %2: expected %3"_s.arg(
+                      names::cardNumber, shownCard(card), maskedCard(row.answer.card)));
+        }
+        if (differing.isEmpty()) {
+            differing.append(u"request is number %1: [[answer]] %2 %3"_s.arg(row.matched)
+                                 .arg(i + 1)
+                                 .arg(objection(row, endpoint, card)));
+        }
+        if (sentence.isEmpty() || differing.size() < fewest) {
+            fewest = differing.size();
+            sentence = u"%1. The closest is [[answer]] %2, %3"_s.arg(differing.join(u", "_s))
+                           .arg(i + 1)
+                           .arg(matching.isEmpty() ? u"nothing else of it matches"_s
+                                                   : matching.join(u" and "_s) + u" match"_s);
+        }
+    }
+    return sentence;
+}
+
 QString CannedAnswers::objection(const Row& row, const QString& endpoint, const QString& card)
 {
     const CannedAnswer& answer = row.answer;

@@ -24,6 +24,11 @@ public:
     /// whyNone: set then to one sentence that goes through the answers.
     std::optional<Answer> take(const QString& endpoint, const QString& card, QString& whyNone);
 
+    /// The answer that comes nearest to being for a request that got none, with what matches and
+    /// what does not, as one sentence that begins with the latter; empty where there is none at
+    /// all.
+    [[nodiscard]] QString closest(const QString& endpoint, const QString& card) const;
+
 private:
     struct Row
     {
@@ -34,7 +39,7 @@ private:
 
     static QString objection(const Row& row, const QString& endpoint, const QString& card);
 
-    std::mutex mutex; // guards what follows
+    mutable std::mutex mutex; // guards what follows
     std::vector<Row> rows;
 };
 
