@@ -68,6 +68,8 @@ Workplace::Workplace(const Options& given)
 {
     session.setSessionContext(QSharedPointer<SessionContext>::create(
         config.getString(u"till:name"_s, QString::fromUtf16(defaultTillName))));
+    store.setReturnTerms(
+        {config.getInt(u"till:returnDays"_s, defaultReturnDays), given.fromArchive});
     Singleton<Config>::instance = &config;
     Singleton<Session>::instance = &session;
     Singleton<DBQueueBroker>::instance = &broker;
@@ -82,6 +84,11 @@ Workplace::~Workplace()
     Singleton<DBQueueBroker>::instance = nullptr;
     Singleton<Session>::instance = nullptr;
     Singleton<Config>::instance = nullptr;
+}
+
+int Workplace::keepChecksDays() const
+{
+    return config.getInt(u"till:keepChecksDays"_s, defaultKeepChecksDays);
 }
 
 void Workplace::loadPlugin()

@@ -115,6 +115,16 @@ Flow reauthorizing(int repetitions)
             .runs = {run({u"queue"_s, u"reauthorize"_s}), run({u"queue"_s, u"deliver"_s})}};
 }
 
+/// What is old leaves the till's file for the archive; here everything that is delivered is old.
+Flow archiving(int repetitions)
+{
+    return {.name = u"archive"_s,
+            .repetitions = repetitions,
+            .preparation =
+                times(repetitions, saleWithPoints + returned + sale) + QStringList{drained},
+            .runs = {run({u"archive"_s}), run({u"archive"_s, u"--compact"_s})}};
+}
+
 /// The first day: the till's file and all tables are made.
 Flow starting()
 {
@@ -125,7 +135,9 @@ Flow starting()
 
 QList<Flow> allFlows(int repetitions)
 {
-    return {selling(repetitions),         spending(repetitions),      returning(repetitions),
-            returningAtOnce(repetitions), suspending(repetitions),    rollingBack(repetitions),
-            delivering(repetitions),      reauthorizing(repetitions), starting()};
+    return {selling(repetitions),    spending(repetitions),
+            returning(repetitions),  returningAtOnce(repetitions),
+            suspending(repetitions), rollingBack(repetitions),
+            delivering(repetitions), reauthorizing(repetitions),
+            archiving(repetitions),  starting()};
 }

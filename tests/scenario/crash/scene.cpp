@@ -159,7 +159,8 @@ void Scene::writeConfig(const QString& password) const
     settings.timeoutSeconds = 20;
     settings.database = tillFile;
     settings.plugin = programs.plugin;
-    writeFile(u"orva.toml"_s, settings.toml());
+    // behind the last table: whoever archives archives everything
+    writeFile(u"orva.toml"_s, settings.toml() + u"keepChecksDays = 0\n"_s);
 }
 
 void Scene::startServer(const Stop* stop)
