@@ -91,15 +91,15 @@ QString Table::text(qsizetype width) const
     if (isNarrow) {
         shown = columnsStanding(Narrow::InRow);
         indent = QString(columnsStanding(Narrow::Above).isEmpty() ? 0 : 2 * gap, u' ');
-        const qsizetype room = width - indent.size();
+        const qsizetype left = width - indent.size();
         const QList<qsizetype> least = leastWidths(shown);
-        if (totalOf(least) > room) {
+        if (totalOf(least) > left) {
             return sentences(width);
         }
-        widths = spread(least, naturalWidths(shown), room);
+        widths = spread(least, naturalWidths(shown), left);
     }
     QString text;
-    for (qsizetype i = -1; i < rows.size(); ++i) {
+    for (qsizetype i = titled ? -1 : 0; i < rows.size(); ++i) {
         const QStringList& cells = i < 0 ? titles : rows.at(i);
         text += isNarrow ? ownLines(cells, Narrow::Above, QString(gap, u' '), width) : QString();
         text += rowText(cells, shown, widths, indent);
@@ -125,7 +125,7 @@ QList<qsizetype> Table::naturalWidths(const QList<qsizetype>& of) const
     QList<qsizetype> widths;
     for (const qsizetype i : of) {
         qsizetype width = widthOf(columns.at(i).title);
-        for (const QStringList& row : rows) {
+        for (const QStringList& row : rows + room) {
             width = std::max(width, widthOf(row.value(i)));
         }
         widths.append(width);
@@ -138,7 +138,7 @@ QList<qsizetype> Table::leastWidths(const QList<qsizetype>& of) const
     QList<qsizetype> widths;
     for (const qsizetype i : of) {
         qsizetype width = longestWord(columns.at(i).title);
-        for (const QStringList& row : rows) {
+        for (const QStringList& row : rows + room) {
             width = std::max(width, longestWord(row.value(i)));
         }
         widths.append(width);

@@ -41,6 +41,11 @@ public:
 
     /// Adds a row; missing cells are empty. Each cell is made one printable line.
     void addRow(const QStringList& cells);
+    /// Makes the columns as wide as for this row, which is not shown: tables of many rows are
+    /// written in parts that look like one.
+    void addRoom(const QStringList& cells) { room.append(cells); }
+    /// Whether the titles stand above the rows; otherwise this goes on where another part ended.
+    void setTitled(bool shown) { titled = shown; }
     /// The titles and the rows, a line each, without blanks at the ends of lines. Where that is
     /// wider than there is room, columns go above or below the others, then titles and texts break
     /// between words, and at last each row becomes sentences of titles and cells. A single word
@@ -66,6 +71,8 @@ private:
 
     QList<Column> columns;
     QList<QStringList> rows;
+    QList<QStringList> room; ///< counts for the widths only
+    bool titled = true;
 };
 
 } // namespace console

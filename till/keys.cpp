@@ -36,6 +36,23 @@ QList<ConfigKey> keysOfTill()
          .sample = u"\"3\""_s,
          .defaultValue = QString::fromUtf16(defaultTillName),
          .mayBeEmpty = true},
+        {.table = u"till"_s,
+         .key = u"keepChecksDays"_s,
+         .kind = Kind::Number,
+         .about =
+             u"how long a closed check stays in the database before it goes into the archive"_s,
+         .sample = QString::number(defaultKeepChecksDays),
+         .defaultValue = defaultKeepChecksDays,
+         .unit = u"days"_s,
+         .minimum = 0},
+        {.table = u"till"_s,
+         .key = u"returnDays"_s,
+         .kind = Kind::Number,
+         .about = u"how long after a sale its goods are taken back"_s,
+         .sample = QString::number(defaultReturnDays),
+         .defaultValue = defaultReturnDays,
+         .unit = u"days"_s,
+         .minimum = 0},
     };
 }
 

@@ -37,6 +37,7 @@ enum class Command
     Support,
     Erase,
     Verify,
+    Archive,
 };
 
 /// What the command line says.
@@ -55,14 +56,21 @@ struct Options
     bool quiet = false;
     bool csv = false;
     bool json = false;
-    /// With the queue's list: delivered messages too.
+    /// With the queue's list: delivered messages too. With the list of checks: not a page only.
     bool all = false;
+    /// With the list of checks: how many of them, and behind which one.
+    int count = 0;
+    QString before;
     /// With the queue's delivery: until the process is asked to end.
     bool watch = false;
     QString file;
     PointsChoice points;
     std::optional<qint64> tenderKopecks;
     int waitSeconds = 0;
+    /// With the return: however old its sale is, and from the archive too.
+    bool fromArchive = false;
+    /// With the archive: the database's file is written anew, once.
+    bool compact = false;
     qint64 message = 0;
     /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
     /// Or which check.

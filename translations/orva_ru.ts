@@ -1402,8 +1402,94 @@ Try: %3
         <translation>Читать команды кассира из стандартного ввода</translation>
     </message>
     <message>
-        <source>List the checks</source>
-        <translation>Показать список чеков</translation>
+        <source>There is no check "%1"; look at the list of checks.</source>
+        <translation>Чека «%1» нет; посмотрите список чеков.</translation>
+    </message>
+    <message>
+        <source>There is no closed sale "%1" here; an older one is taken back with "return --archive".</source>
+        <translation>Закрытой продажи «%1» здесь нет; более старую возвращают командой "return --archive".</translation>
+    </message>
+    <message>
+        <source>The sale was on %1, and goods are taken back for so many days: %2 (returnDays of [till]); "return --archive" takes them back all the same.</source>
+        <translation>Продажа была %1, а товар принимают обратно столько дней: %2 (returnDays в [till]); "return --archive" примет его всё равно.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2.</source>
+        <translation>%1 не записывается: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is shorter than it was; put a copy of it back, or ask for help.</source>
+        <translation>%1 короче, чем был; верните на место его копию или обратитесь за помощью.</translation>
+    </message>
+    <message>
+        <source>The archive %1 cannot be read: %2.</source>
+        <translation>Архив %1 не читается: %2.</translation>
+    </message>
+    <message>
+        <source>The archive %1 is damaged; put a copy of it back, or ask for help.</source>
+        <translation>Архив %1 повреждён; верните на место его копию или обратитесь за помощью.</translation>
+    </message>
+    <message>
+        <source>The folder %1 cannot be made; see to the rights of the one that it stands in.</source>
+        <translation>Каталог %1 не создаётся; проверьте права на каталог, в котором он должен быть.</translation>
+    </message>
+    <message>
+        <source>Check %1 was changed while it went into the archive; it stays.</source>
+        <translation>Чек %1 изменили, пока он уходил в архив; он остаётся.</translation>
+    </message>
+    <message>
+        <source>Another process works on the archive of %1; wait until it has ended.</source>
+        <translation>С архивом %1 работает другой процесс; подождите, пока он закончит.</translation>
+    </message>
+    <message>
+        <source>%1 is in use; its log stays as large as it is until everybody has closed it.</source>
+        <translation>%1 открыт кем-то ещё; его журнал уменьшится, когда его все закроют.</translation>
+    </message>
+    <message>
+        <source>Checks that went into the archive: %1.</source>
+        <translation>Чеков ушло в архив: %1.</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>Месяц</translation>
+    </message>
+    <message>
+        <source>Checks</source>
+        <translation>Чеки</translation>
+    </message>
+    <message>
+        <source>Another process works on the archive of %1; erase again when it has ended.</source>
+        <translation>С архивом %1 работает другой процесс; повторите удаление, когда он закончит.</translation>
+    </message>
+    <message>
+        <source>List the checks, the newest first</source>
+        <translation>Показать список чеков, начиная с новых</translation>
+    </message>
+    <message>
+        <source>So many checks; otherwise a page of 50</source>
+        <translation>Столько чеков; иначе страница из 50</translation>
+    </message>
+    <message>
+        <source>Go on behind this check, by its identifier</source>
+        <translation>Продолжить после этого чека (по идентификатору)</translation>
+    </message>
+    <message>
+        <source>All checks</source>
+        <translation>Все чеки</translation>
+    </message>
+    <message>
+        <source>However old the sale is, and from the archive too</source>
+        <translation>Какой бы старой ни была продажа, и из архива тоже</translation>
+    </message>
+    <message>
+        <source>Move old checks into the archive and list its months</source>
+        <translation>Убрать старые чеки в архив и показать его месяцы</translation>
+    </message>
+    <message>
+        <source>Write the database anew, once: a file of a former version
+then gives back what is free in it</source>
+        <translation>Один раз переписать базу: файл прежней версии
+после этого отдаёт свободное место</translation>
     </message>
     <message>
         <source>List what the closed checks did to the points</source>

@@ -137,7 +137,11 @@ Database::Database(const QString& fileName, const std::function<void(Database&)>
     const QString& file = connection->file;
     databasefile::requireNotEmptied(file);
     databasefile::createBeside(file);
+    const bool isNew = QFileInfo(file).size() == 0;
     connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
+    if (isNew) { // free pages can be given back bit by bit; later only forgetDeleted changes that
+        execute(u"PRAGMA auto_vacuum = INCREMENTAL"_s);
+    }
     connection->switchToLog(busyMilliseconds);
     execute(u"PRAGMA synchronous = FULL"_s);
     execute(u"PRAGMA foreign_keys = ON"_s);

@@ -24,6 +24,8 @@ bool emptiesLog(Database& database)
 
 bool Database::forgetDeleted()
 {
+    // a file of a former version gets what a new one has from the beginning
+    execute(u"PRAGMA auto_vacuum = INCREMENTAL"_s);
     execute(u"VACUUM"_s);
     return emptiesLog(*this);
 }

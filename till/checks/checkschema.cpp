@@ -47,13 +47,23 @@ QStringList changeNumbers()
     };
 }
 
+/// Version 6: a check is found by its number without reading all of them, and old ones go into the
+/// files that are counted here.
+QStringList archives()
+{
+    return {u"CREATE INDEX checks_number ON checks(number)"_s,
+            u"CREATE TABLE archives (month TEXT PRIMARY KEY, file TEXT NOT NULL, "
+            "length INTEGER NOT NULL, checks INTEGER NOT NULL) WITHOUT ROWID"_s};
+}
+
 } // namespace
 
 QList<poshost::SchemaStep> checkSchema()
 {
     return {{2, u"checks"_s, tillTables()},
             {3, u"checks_recent"_s, checkIndex()},
-            {4, u"checks_last"_s, changeNumbers()}};
+            {4, u"checks_last"_s, changeNumbers()},
+            {6, u"archives"_s, archives()}};
 }
 
 } // namespace till

@@ -8,6 +8,7 @@
 #include "host/database/transaction.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/services/currenttime.h"
+#include "till/checks/archivedchecks.h"
 #include "till/checks/checkcodec.h"
 #include "till/failure.h"
 #include "till/text.h"
@@ -48,6 +49,18 @@ void requireChanged(const Check& check, bool changed)
         throw Failure(Text::tr("Check %1 has been closed or abandoned by another till meanwhile; "
                                "abandon it here and open a new one.")
                           .arg(check.id()));
+    }
+}
+
+void requireOnlyOne(bool isOnlyOne, const QString& which, bool onlySales)
+{
+    if (!isOnlyOne) {
+        throw Failure(
+            (onlySales
+                 ? Text::tr("Several sales have the number %1; name the sale by its identifier.")
+                 : Text::tr("Several checks have the number %1; name the check by its identifier."))
+                .arg(which),
+            ExitCode::Usage);
     }
 }
 
@@ -181,10 +194,22 @@ Check CheckStore::loadSuspended(const QString& which)
 /// @throws Failure when the state of a check is damaged: nobody knows whether it was suspended
 void CheckStore::requireKnownStates(const QString& id)
 {
+    // what stands between the known ones is looked up in the index: "NOT IN" reads every check
     poshost::Statement statement(
-        *database, u"SELECT id FROM checks WHERE (?1 = '' OR id = ?1) AND state NOT IN "
-                   "('open', 'suspended', 'closed', 'abandoned') LIMIT 1"_s);
-    if (statement.bind(id).next()) {
+        *database,
+        id.isEmpty() ? u"SELECT id FROM checks WHERE state < 'abandoned' "
+                       "UNION ALL SELECT id FROM checks WHERE state > 'abandoned' AND "
+                       "state < 'closed' "
+                       "UNION ALL SELECT id FROM checks WHERE state > 'closed' AND state < 'open' "
+                       "UNION ALL SELECT id FROM checks WHERE state > 'open' AND "
+                       "state < 'suspended' "
+                       "UNION ALL SELECT id FROM checks WHERE state > 'suspended' LIMIT 1"_s
+                     : u"SELECT id FROM checks WHERE id = ? AND state NOT IN "
+                       "('open', 'suspended', 'closed', 'abandoned')"_s);
+    if (!id.isEmpty()) {
+        statement.bind(id);
+    }
+    if (statement.next()) {
         throw Failure(checkcodec::damagedText(statement.value(0).toString()));
     }
 }
@@ -199,13 +224,55 @@ Check CheckStore::findClosed(const QString& which)
     return find(which, false);
 }
 
+Check CheckStore::findSaleToReturn(const QString& which)
+{
+    if (!terms.fromArchive && !findHere(which, true) && !ArchivedChecks(*database).isEmpty()) {
+        throw Failure(Text::tr("There is no closed sale \"%1\" here; an older one is taken back "
+                               "with \"return --archive\".")
+                          .arg(which),
+                      ExitCode::Usage);
+    }
+    Check sale = find(which, true);
+    const QDateTime sold = sale.document->getDateTime();
+    const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
+    if (terms.days && !terms.fromArchive && sold.daysTo(now) > *terms.days) {
+        throw Failure(Text::tr("The sale was on %1, and goods are taken back for so many days: %2 "
+                               "(returnDays of [till]); \"return --archive\" takes them back all "
+                               "the same.")
+                          .arg(sold.date().toString(Qt::ISODate))
+                          .arg(*terms.days),
+                      ExitCode::Usage);
+    }
+    return sale;
+}
+
 Check CheckStore::find(const QString& which, bool onlySales)
 {
+    if (std::optional<Check> here = findHere(which, onlySales)) {
+        return *std::move(here);
+    }
+    const QList<Check> archived =
+        which == u"last"_s ? QList<Check>() : ArchivedChecks(*database).named(which, onlySales);
+    if (archived.isEmpty()) {
+        throw Failure(
+            (onlySales ? Text::tr("There is no closed sale \"%1\"; look at the list of checks.")
+                       : Text::tr("There is no closed check \"%1\"; look at the list of checks."))
+                .arg(which),
+            ExitCode::Usage);
+    }
+    requireOnlyOne(archived.size() == 1, which, onlySales);
+    return archived.first();
+}
+
+/// In the database.
+std::optional<Check> CheckStore::findHere(const QString& which, bool onlySales)
+{
     const bool last = which == u"last"_s;
-    QString condition = last ? QString() : u" AND (id = ? OR number = ?)"_s;
+    // the plus keeps the order's index out of it: only a few checks have the number
+    QString condition =
+        last ? u"state = 'closed'"_s : u"+state = 'closed' AND (id = ? OR number = ?)"_s;
     condition += onlySales ? u" AND type = ?"_s : QString();
-    poshost::Statement statement(*database, selectChecks + u"state = 'closed'"_s + condition +
-                                                lastFirst + u" LIMIT 2"_s);
+    poshost::Statement statement(*database, selectChecks + condition + lastFirst + u" LIMIT 2"_s);
     if (!last) {
         bool isNumber = false;
         const int number = which.toInt(&isNumber);
@@ -215,41 +282,46 @@ Check CheckStore::find(const QString& which, bool onlySales)
         statement.bind(static_cast<int>(EDocumentType::Sale));
     }
     if (!statement.next()) {
-        throw Failure(
-            (onlySales ? Text::tr("There is no closed sale \"%1\"; look at the list of checks.")
-                       : Text::tr("There is no closed check \"%1\"; look at the list of checks."))
-                .arg(which),
-            ExitCode::Usage);
+        return std::nullopt;
     }
     Check found = readCheck(statement);
-    if (!last && statement.next()) {
-        throw Failure(
-            (onlySales
-                 ? Text::tr("Several sales have the number %1; name the sale by its identifier.")
-                 : Text::tr("Several checks have the number %1; name the check by its identifier."))
-                .arg(which),
-            ExitCode::Usage);
-    }
+    requireOnlyOne(last || !statement.next(), which, onlySales);
     return found;
 }
 
 QList<Check> CheckStore::returnsOf(const QString& saleId)
 {
     QList<Check> returns;
-    poshost::Statement statement(*database, selectChecks + u"sale_id = ? AND state = 'closed'"_s);
-    statement.bind(saleId);
-    while (statement.next()) {
-        returns.append(readCheck(statement));
+    {
+        poshost::Statement statement(*database,
+                                     selectChecks + u"sale_id = ? AND state = 'closed'"_s);
+        statement.bind(saleId);
+        while (statement.next()) {
+            returns.append(readCheck(statement));
+        }
+    }
+    if (!isHere(saleId)) { // no return goes into the archive before its sale
+        const QList<Check> archived = ArchivedChecks(*database).returnsOf(saleId);
+        archivedReturns.insert(saleId, int(archived.size()));
+        returns = archived + returns;
     }
     return returns;
 }
 
+bool CheckStore::isHere(const QString& id)
+{
+    poshost::Statement statement(*database, u"SELECT 1 FROM checks WHERE id = ?"_s);
+    return statement.bind(id).next();
+}
+
+/// Those of the archive are not counted anew: no sale waits while files are read. One that has gone
+/// there meanwhile is missing in both counts, and the return is opened again.
 int CheckStore::countReturns(const QString& saleId)
 {
     poshost::Statement statement(
         *database, u"SELECT count(*) FROM checks WHERE sale_id = ? AND state = 'closed'"_s);
     statement.bind(saleId).next();
-    return statement.value(0).toInt();
+    return statement.value(0).toInt() + archivedReturns.value(saleId, 0);
 }
 
 std::optional<qint64> CheckStore::messageOf(const QString& id)
@@ -277,21 +349,6 @@ QString CheckStore::cardOfMessage(qint64 messageId)
     return statement.bind(messageId).next() ? readCheck(statement).cardNumber() : QString();
 }
 
-QList<CheckRow> CheckStore::list()
-{
-    QList<CheckRow> rows;
-    poshost::Statement statement(*database,
-                                 u"SELECT id, number, state, type, updated_at FROM checks "
-                                 "ORDER BY change_number, rowid"_s);
-    while (statement.next()) {
-        rows.append({statement.value(0).toString(), statement.value(1).toInt(),
-                     statement.value(2).toString(),
-                     statement.value(3).toInt() == static_cast<int>(EDocumentType::ReturnBySale),
-                     QDateTime::fromMSecsSinceEpoch(statement.value(4).toLongLong())});
-    }
-    return rows;
-}
-
 SuspendedChecks CheckStore::suspended()
 {
     poshost::Statement statement(*database, u"SELECT count(*), id, min(updated_at) FROM checks "
@@ -305,8 +362,14 @@ SuspendedChecks CheckStore::suspended()
 
 void CheckStore::forEachClosed(const std::function<void(const Check&)>& take)
 {
-    poshost::Statement statement(*database, selectChecks + u"state = 'closed' ORDER BY id"_s);
-    while (statement.next()) {
+    // as they stand in the file: an index would have it read in leaps
+    poshost::Statement statement(*database,
+                                 u"SELECT data, id, number, type, sale_id FROM checks NOT INDEXED "
+                                 "WHERE state = 'closed'"_s);
+    // both as they are at the first row: what goes into the archive meanwhile comes once
+    bool hasRow = statement.next();
+    ArchivedChecks(*database).forEachClosed(take);
+    for (; hasRow; hasRow = statement.next()) {
         take(readCheck(statement));
     }
 }

@@ -6,11 +6,13 @@
 #include "till/checks/check.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QSharedPointer>
 #include <QString>
 
 #include <functional>
+#include <limits>
 #include <optional>
 
 namespace poshost {
@@ -47,9 +49,16 @@ struct SuspendedChecks
     QDateTime since;
 };
 
-/// The till's checks in its database. Every operation throws BasicException "databaseError" when
-/// the database fails and leaves the file as it was; one that reads a check throws Failure when
-/// what is stored of it is damaged.
+/// How old a sale may be whose goods are taken back.
+struct ReturnTerms
+{
+    std::optional<int> days;  ///< since the sale; nothing: any
+    bool fromArchive = false; ///< whatever its age, and from the archive too
+};
+
+/// The till's checks in its database and in the archive beside it. Every operation throws
+/// BasicException "databaseError" when the database fails and leaves the file as it was; one that
+/// reads a check throws Failure when what is stored of it is damaged.
 class CheckStore
 {
 public:
@@ -78,9 +87,14 @@ public:
     Check loadSuspended(const QString& which);
     /// How many checks are suspended, and the one that was left alone longest.
     SuspendedChecks suspended();
-    /// A closed sale by its identifier or number, or with "last" the one closed last.
+    /// A closed sale by its identifier or number, or with "last" the one closed last. The archive
+    /// is asked where the database has none.
     /// @throws Failure (Usage) when there is none, or several have the number
     Check findSale(const QString& which);
+    /// The same for a return. @throws Failure (Usage) also when the terms do not allow it any more
+    Check findSaleToReturn(const QString& which);
+    /// What findSaleToReturn goes by; at first any sale of the database.
+    void setReturnTerms(const ReturnTerms& allowed) { terms = allowed; }
     /// A closed check of any kind, named in the same way.
     Check findClosed(const QString& which);
     /// The closed returns of a sale.
@@ -93,9 +107,16 @@ public:
     /// The card of the check that a message confirms; empty when no closed check knows it.
     QString cardOfMessage(qint64 messageId);
 
-    /// All checks in the order of their last changes.
-    QList<CheckRow> list();
-    /// Hands every closed check over, sorted by identifier.
+    /// The checks that were changed last, the newest first, and behind them those of the archive.
+    /// @param most how many at most
+    /// @param before identifier of the check to go on behind; empty: from the newest
+    /// @throws Failure (Usage) when there is no such check
+    QList<CheckRow> list(int most = std::numeric_limits<int>::max(), const QString& before = {});
+    /// The same one by one, for any number of checks.
+    /// @param take returns false when it wants no more
+    void forEachListed(const std::function<bool(const CheckRow&)>& take,
+                       const QString& before = {});
+    /// Hands every closed check over, in no particular order.
     void forEachClosed(const std::function<void(const Check&)>& take);
     /// Hands over what is stored of every check with content, damaged or not, sorted by identifier.
     void forEachStored(const std::function<void(const StoredCheck&)>& take);
@@ -104,14 +125,21 @@ public:
 
 private:
     Check find(const QString& which, bool onlySales);
+    std::optional<Check> findHere(const QString& which, bool onlySales);
+    bool isHere(const QString& id);
     static QString laneOf(const Check& check);
     int behindLargestNumber();
     void requireKnownStates(const QString& id);
+    std::optional<qint64> changeOf(const QString& id);
+    bool listHere(const std::function<bool(const CheckRow&)>& take, qint64 beforeChange);
+    void listArchived(const std::function<bool(const CheckRow&)>& take, const QString& before);
     int countReturns(const QString& saleId);
     bool changeState(const Check& check, const QString& state, const QVariant& data,
                      const QVariant& message);
 
     QSharedPointer<poshost::Database> database;
+    ReturnTerms terms;
+    QHash<QString, int> archivedReturns; ///< of archived sales, as returnsOf has found them
 };
 
 } // namespace till

@@ -5,55 +5,22 @@
 
 #include "console/usage.h"
 #include "till/checks/amount.h"
+#include "till/commands/commandline_p.h"
 #include "till/commands/queuewait.h"
 #include "till/configfile.h"
 #include "till/failure.h"
 #include "till/screen/output.h"
 #include "till/text.h"
 
-#include <CLI/CLI.hpp>
-
 using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
 
-/// Texts of the command line before they become options.
-struct Texts
-{
-    std::string config;
-    std::string plugin;
-    std::string database;
-    std::string file;
-    std::string points = "none";
-    std::string tender;
-    std::string record;
-    std::string target;
-    std::string page;
-    std::string card;
-    std::string answers;
-    std::string defaults;
-    std::string from;
-    std::vector<std::string> checks;
-    std::vector<std::string> folders;
-    std::string address;
-    std::vector<std::string> cases;
-    std::string junit;
-};
-
-std::string words(const char* text)
-{
-    return Text::tr(text).toStdString();
-}
-
-CLI::App* addCommand(CLI::App& parent, const std::string& name, const char* description,
-                     Options& options, Command command)
-{
-    CLI::App* const sub = parent.add_subcommand(name, words(description));
-    sub->fallthrough();
-    sub->callback([&options, command] { options.command = command; });
-    return sub;
-}
+using commandline::addCommand;
+using commandline::addJson;
+using commandline::Texts;
+using commandline::words;
 
 void addGlobals(CLI::App& app, Options& options, Texts& texts)
 {
@@ -74,11 +41,6 @@ void addGlobals(CLI::App& app, Options& options, Texts& texts)
         words(QT_TRANSLATE_NOOP("Till", "No progress, and not a word about what went well")));
     app.set_version_flag("--version", ORVA_VERSION,
                          words(QT_TRANSLATE_NOOP("Till", "Print the version and exit")));
-}
-
-void addJson(CLI::App* command, Options& options)
-{
-    command->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
 }
 
 void addChecks(CLI::App& app, Options& options, Texts& texts)
@@ -114,6 +76,9 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
     back->add_option("FILE", texts.file,
                      words(QT_TRANSLATE_NOOP("Till", "Check file of the return")))
         ->required();
+    back->add_flag("--archive", options.fromArchive,
+                   words(QT_TRANSLATE_NOOP("Till", "However old the sale is, and from the archive "
+                                                   "too")));
     back->add_option("--wait", options.waitSeconds,
                      words(QT_TRANSLATE_NOOP("Till", "Wait so many seconds for the delivery")))
         ->check(CLI::Range(0, QueueWait::longestSeconds));
@@ -122,16 +87,6 @@ void addChecks(CLI::App& app, Options& options, Texts& texts)
     addCommand(app, "work",
                QT_TRANSLATE_NOOP("Till", "Read a cashier's commands from the standard input"),
                options, Command::Work);
-    addJson(addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks"), options,
-                       Command::Checks),
-            options);
-    CLI::App* const ledger = addCommand(
-        app, "ledger", QT_TRANSLATE_NOOP("Till", "List what the closed checks did to the points"),
-        options, Command::Ledger);
-    CLI::Option* const csv = ledger->add_flag(
-        "--csv", options.csv, words(QT_TRANSLATE_NOOP("Till", "As comma-separated values")));
-    ledger->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")))
-        ->excludes(csv);
 }
 
 void addFrom(CLI::App* command, Texts& texts)
@@ -417,6 +372,7 @@ void takeOver(const CLI::App& app, const Texts& texts, Options& options)
         options.wantedChecks.append(QString::fromStdString(check));
     }
     options.record = QString::fromStdString(texts.record);
+    options.before = QString::fromStdString(texts.before);
     options.asPage = !texts.page.empty();
     options.target = QString::fromStdString(options.asPage ? texts.page : texts.target);
     options.card = QString::fromStdString(texts.card);
@@ -444,6 +400,7 @@ std::optional<int> readCommandLine(int argc, const char* const* argv, Options& o
     Texts texts;
     addGlobals(app, options, texts);
     addChecks(app, options, texts);
+    commandline::addBooks(app, options, texts);
     addDoctor(app, options, texts);
     addInit(app, options, texts);
     addQueue(app, options);

@@ -7,6 +7,7 @@
 #include "console/terminal.h"
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
+#include "till/commands/archivecommand.h"
 #include "till/commands/doctorcommand.h"
 #include "till/commands/erasecommand.h"
 #include "till/commands/explaincommand.h"
@@ -23,12 +24,11 @@
 #include "till/reason.h"
 #include "till/recording/recordfolder.h"
 #include "till/screen/checkjson.h"
+#include "till/screen/checklist.h"
 #include "till/screen/checkview.h"
 #include "till/screen/ledger.h"
 #include "till/screen/output.h"
 #include "till/screen/progress.h"
-#include "till/screen/table.h"
-#include "till/screen/timetext.h"
 #include "till/support/supportedcase.h"
 #include "till/text.h"
 
@@ -69,16 +69,6 @@ bool isAboutRecords(Command command)
 {
     return command == Command::LogList || command == Command::LogShow ||
            command == Command::LogExport || command == Command::LogReplay;
-}
-
-/// A check's state as people read it.
-QString stateText(const QString& state)
-{
-    return state == u"open"_s        ? Text::tr("open")
-           : state == u"suspended"_s ? Text::tr("suspended")
-           : state == u"closed"_s    ? Text::tr("closed")
-           : state == u"abandoned"_s ? Text::tr("abandoned")
-                                     : Text::tr("damaged");
 }
 
 ExitCode exitCodeFor(const Check& check)
@@ -158,6 +148,8 @@ ExitCode Program::dispatch(Workplace& workplace)
         return EraseCommand(workplace, options, out).run();
     case Command::Explain:
         return explain(workplace);
+    case Command::Archive:
+        return ArchiveCommand(workplace, options, out, errors).run();
     default:
         return QueueCommands(workplace, options, out, errors).run();
     }
@@ -258,30 +250,27 @@ ExitCode Program::work(Workplace& workplace)
 
 ExitCode Program::checks(Workplace& workplace)
 {
+    const checklist::Section section{options.before, options.all ? 0 : options.count};
+    const auto write = [this](const QString& part) { out.write(part); };
     if (options.json) {
-        out.write(checkjson::list(workplace.checks().list()));
-        return ExitCode::Ok;
+        checklist::writeJson(workplace.checks(), section, write);
+    } else {
+        checklist::writeTable(workplace.checks(), section, out.columns(), write);
     }
-    Table table({{Text::tr("Check"), Table::Align::Left, Table::Narrow::Above},
-                 {Text::tr("No"), Table::Align::Right},
-                 {Text::tr("Kind")},
-                 {Text::tr("State")},
-                 {Text::tr("Changed")}});
-    for (const CheckRow& row : workplace.checks().list()) {
-        table.addRow({row.id, QString::number(row.number),
-                      row.isReturn ? Text::tr("return") : Text::tr("sale"), stateText(row.state),
-                      timetext::toTheSecond(row.updatedAt)});
-    }
-    out.write(table.text(out.columns()));
     return ExitCode::Ok;
 }
 
 ExitCode Program::ledger(Workplace& workplace)
 {
-    const Ledger ledger(workplace.checks());
-    out.write(options.csv    ? ledger.csv()
-              : options.json ? ledger.json()
-                             : ledger.table(out.columns()));
+    const Ledger ledger(workplace.checks(), workplace.database());
+    const auto write = [this](const QString& part) { out.write(part); };
+    if (options.csv) {
+        ledger.writeCsv(write);
+    } else if (options.json) {
+        ledger.writeJson(write);
+    } else {
+        ledger.writeTable(out.columns(), write);
+    }
     return ExitCode::Ok;
 }
 

@@ -105,7 +105,9 @@ ExitCode QueueCommands::watch()
 {
     const QString file = workplace.database().fileName();
     out.done(Text::tr("Delivering the queue of %1 until stopped.").arg(file));
-    QueueWatch(file).run();
+    QueueWatch service(file);
+    service.archiveAfter(workplace.keepChecksDays());
+    service.run();
     return ExitCode::Ok;
 }
 

@@ -6,6 +6,7 @@
 #include "host/queue/deliverythread.h"
 #include "host/queue/queuebell.h"
 #include "host/queue/queuedelivery.h"
+#include "till/commands/archivewatch.h"
 #include "till/commands/stopsignals.h"
 #include "till/exitcode.h"
 
@@ -55,10 +56,15 @@ void QueueWatch::run()
     poshost::QueueBell bell(database);
     poshost::DeliveryThread delivery(database, look);
     delivery.start();
+    std::optional<ArchiveWatch> archive;
+    if (keepDays) {
+        archive.emplace(database, *keepDays); // behind the signals, which it must not be given
+    }
     manager.tell("READY=1\nSTATUS=Delivers " + QFileInfo(database).fileName().toUtf8());
     waitUntilStopped(stop.descriptor(), bell, delivery);
     manager.tell("STOPPING=1");
     const Patience patience;
+    archive.reset();
     delivery.stop();
 }
 

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 namespace poshost {
 class DeliveryThread;
@@ -26,6 +27,8 @@ public:
     explicit QueueWatch(const QString& databaseFile,
                         std::chrono::milliseconds interval = std::chrono::minutes(1));
 
+    /// Has checks that were last changed so many days ago moved into the archive meanwhile.
+    void archiveAfter(int days) { keepDays = days; }
     /// Returns once SIGTERM or SIGINT has come and the delivery has ended. Where the transport
     /// needs longer for that than a second allows, the whole process ends here, with 0.
     /// @throws Failure or BasicException when it cannot begin
@@ -39,6 +42,7 @@ private:
     const QString database;
     const std::chrono::milliseconds look;
     const ServiceManager manager;
+    std::optional<int> keepDays;
 };
 
 } // namespace till

@@ -15,7 +15,7 @@
 #include "till/person/personincheck.h"
 #include "till/reason.h"
 #include "till/recording/recordfolder.h"
-#include "till/screen/checkjson.h"
+#include "till/screen/checklist.h"
 #include "till/screen/output.h"
 #include "till/screen/queueview.h"
 #include "till/screen/table.h"
@@ -34,6 +34,9 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
+
+/// The newest ones tell what the till does; what is older is on the till.
+constexpr int listedChecks = 1000;
 
 constexpr int configMilliseconds = 500;
 /// Each is replayed, which takes its time.
@@ -145,7 +148,10 @@ void SupportCommand::addLists()
     }
     content.addText(supportfiles::queue,
                     queueview::json(poshost::OutgoingQueue(*database).list(true)).toUtf8());
-    content.addText(supportfiles::checks, checkjson::list(checks->list()).toUtf8());
+    QByteArray list;
+    checklist::writeJson(*checks, {.before = {}, .most = listedChecks},
+                         [&list](const QString& part) { list += part.toUtf8(); });
+    content.addText(supportfiles::checks, list);
     checks->forEachStored([this](const StoredCheck& stored) {
         try {
             content.addPeople(personincheck::of(checkcodec::decode(stored.data, stored.id)));

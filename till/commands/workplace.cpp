@@ -69,6 +69,8 @@ Workplace::Workplace(const Options& given)
 {
     session.setSessionContext(QSharedPointer<SessionContext>::create(
         config.getString(u"till:name"_s, QString::fromUtf16(defaultTillName))));
+    store.setReturnTerms(
+        {config.getInt(u"till:returnDays"_s, defaultReturnDays), given.fromArchive});
     Singleton<Config>::instance = &config;
     Singleton<Session>::instance = &session;
     Singleton<DBQueueBroker>::instance = &broker;
@@ -93,6 +95,11 @@ QStringList Workplace::warnings() const
         texts.append(said(trouble)); // the queue grows meanwhile, and nobody else would say so
     }
     return texts;
+}
+
+int Workplace::keepChecksDays() const
+{
+    return config.getInt(u"till:keepChecksDays"_s, defaultKeepChecksDays);
 }
 
 void Workplace::loadPlugin()

@@ -48,6 +48,8 @@ public:
 
     poshost::Database& database() { return *opened; }
     CheckStore& checks() { return store; }
+    /// How long a closed check stays in the database, as configured.
+    int keepChecksDays() const;
     /// Sentences about the configuration that the cashier should see.
     QStringList warnings() const;
 

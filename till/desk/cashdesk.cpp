@@ -66,7 +66,7 @@ void CashDesk::openTrial(const CheckFile& file)
 /// A return as its file says, noted as open.
 Check CashDesk::returnOf(const CheckFile& file)
 {
-    const Check sale = store.findSale(file.sale);
+    const Check sale = store.findSaleToReturn(file.sale);
     const QList<Check> earlier = store.returnsOf(sale.id());
     const QList<Line> lines = returnlines::of(sale, earlier, file.lines);
     const int number = file.number ? *file.number : store.takeNumber();

@@ -5,8 +5,10 @@
 
 #include "host/core/basicexception.h"
 #include "host/database/database.h"
+#include "host/database/filelock.h"
 #include "host/database/transaction.h"
 #include "host/queue/outgoingqueue.h"
+#include "till/archive/checkarchive.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/checkstore.h"
 #include "till/failure.h"
@@ -69,6 +71,13 @@ QList<qint64> DatabaseErasure::look()
             messages.insert(*stored.message);
         }
     });
+    CheckArchive(database).forEach([&](const ArchivedCheck& kept) {
+        const auto check = checkOf({kept.id, kept.state, {}, kept.data});
+        if (check && customer.isIn(*check)) {
+            customer.learn(*check);
+        }
+        return true;
+    });
     QList<qint64> sorted(messages.cbegin(), messages.cend());
     std::sort(sorted.begin(), sorted.end());
     return sorted;
@@ -76,13 +85,35 @@ QList<qint64> DatabaseErasure::look()
 
 void DatabaseErasure::erase(ErasureReport& report)
 {
+    // no check goes from the one into the other meanwhile
+    const poshost::FileLock lock(CheckArchive(database).lockFile());
     {
         poshost::Transaction transaction(database);
         eraseChecks(report);
         eraseMessages(report);
         transaction.commit();
     }
+    if (lock.isHeld()) {
+        eraseArchive(report);
+    } else {
+        report.left.append(Text::tr("Another process works on the archive of %1; erase again when "
+                                    "it has ended.")
+                               .arg(database.fileName()));
+    }
     eraseDeletedRows(report);
+}
+
+void DatabaseErasure::eraseArchive(ErasureReport& report)
+{
+    const PersonMask mask = customer.mask();
+    report.checks += CheckArchive(database).rewrite([&](ArchivedCheck& kept) {
+        const auto check = checkOf({kept.id, kept.state, {}, kept.data});
+        if (!check || !customer.isIn(*check)) {
+            return false;
+        }
+        kept.data = checkcodec::encode(personincheck::masked(*check, mask));
+        return true;
+    });
 }
 
 void DatabaseErasure::eraseChecks(ErasureReport& report)
@@ -109,7 +140,7 @@ void DatabaseErasure::eraseChecks(ErasureReport& report)
     for (const Check& check : std::as_const(masked)) {
         store.rewrite(check);
     }
-    report.checks = int(masked.size());
+    report.checks += int(masked.size());
 }
 
 void DatabaseErasure::eraseMessages(ErasureReport& report)

@@ -16,8 +16,8 @@ namespace till {
 
 class CheckStore;
 
-/// Takes a customer out of a till's database. All changes are one transaction; afterwards the file
-/// holds nothing of the former rows.
+/// Takes a customer out of a till's database and the archive beside it. All changes of the database
+/// are one transaction; afterwards the file holds nothing of the former rows.
 class DatabaseErasure
 {
 public:
@@ -30,12 +30,14 @@ public:
     QList<qint64> look();
     /// Masks what may be masked. Suspended checks and undelivered messages with their checks are
     /// left.
-    /// @throws BasicException when the database fails; then nothing has changed
+    /// @throws BasicException when the database fails; then nothing in it has changed. Failure when
+    /// the archive cannot be read or written; the database is done then
     void erase(ErasureReport& report);
 
 private:
     void eraseChecks(ErasureReport& report);
     void eraseMessages(ErasureReport& report);
+    void eraseArchive(ErasureReport& report);
     void eraseDeletedRows(ErasureReport& report);
     QSet<qint64> undelivered();
 

@@ -116,17 +116,13 @@ QJsonObject checkjson::object(const Check& check, const QStringList& notes)
     return result;
 }
 
-QString checkjson::list(const QList<CheckRow>& rows)
+QJsonObject checkjson::object(const CheckRow& row)
 {
-    QJsonArray array;
-    for (const CheckRow& row : rows) {
-        array.append(QJsonObject{{u"id"_s, row.id},
-                                 {u"number"_s, row.number},
-                                 {u"kind"_s, kindName(row.isReturn)},
-                                 {u"state"_s, row.state},
-                                 {u"changedAt"_s, row.updatedAt.toString(Qt::ISODate)}});
-    }
-    return QString::fromUtf8(QJsonDocument(array).toJson());
+    return {{u"id"_s, row.id},
+            {u"number"_s, row.number},
+            {u"kind"_s, kindName(row.isReturn)},
+            {u"state"_s, row.state},
+            {u"changedAt"_s, row.updatedAt.toString(Qt::ISODate)}};
 }
 
 } // namespace till

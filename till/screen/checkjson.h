@@ -19,8 +19,8 @@ namespace checkjson {
 /// One check with its lines, and what the cashier was told about it.
 QJsonObject object(const Check& check, const QStringList& notes);
 
-/// The list of checks.
-QString list(const QList<CheckRow>& rows);
+/// A row of the list of checks.
+QJsonObject object(const CheckRow& row);
 
 } // namespace checkjson
 } // namespace till

@@ -4,24 +4,23 @@
 #include "till/screen/ledger.h"
 
 #include "console/printable.h"
+#include "host/database/database.h"
+#include "host/database/statement.h"
 #include "till/checks/amount.h"
 #include "till/checks/checkstore.h"
 #include "till/screen/checkview.h"
+#include "till/screen/jsonlist.h"
 #include "till/screen/table.h"
 #include "till/screen/timetext.h"
 #include "till/text.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <algorithm>
-#include <tuple>
 
 using namespace Qt::StringLiterals;
 
 namespace till {
 namespace {
+
+/// How many rows are written at once.
+constexpr int rowsOfAPart = 500;
 
 QStringList fieldNames()
 {
@@ -38,79 +37,155 @@ QStringList texts(const LedgerRow& row)
             amount::moneyText(row.takenBack)};
 }
 
+LedgerRow rowOf(const Check& check)
+{
+    return {check.id(),
+            checkview::shortCard(check.cardNumber()),
+            check.earnedKopecks(),
+            check.spentKopecks(),
+            check.givenBackKopecks(),
+            check.takenBackKopecks()};
+}
+
+void addUp(LedgerRow& total, const LedgerRow& row)
+{
+    total.earned += row.earned;
+    total.spent += row.spent;
+    total.givenBack += row.givenBack;
+    total.takenBack += row.takenBack;
+}
+
+void insert(poshost::Database& database, const QString& time, int number, const LedgerRow& row)
+{
+    poshost::Statement statement(database,
+                                 u"INSERT INTO temp.ledger VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s);
+    statement.bind(time)
+        .bind(number)
+        .bind(row.check)
+        .bind(row.card)
+        .bind(row.earned)
+        .bind(row.spent)
+        .bind(row.givenBack)
+        .bind(row.takenBack)
+        .execute();
+}
+
 } // namespace
 
-Ledger::Ledger(CheckStore& store)
+Ledger::Ledger(CheckStore& store, poshost::Database& opened) : database(opened)
 {
-    store.forEachClosed([this](const Check& check) {
-        if (check.confirmed) {
-            checks.append({check.id(), timetext::toTheSecond(check.document->getDateTime()),
-                           check.number(), checkview::shortCard(check.cardNumber()),
-                           check.earnedKopecks(), check.spentKopecks(), check.givenBackKopecks(),
-                           check.takenBackKopecks()});
+    database.execute(u"PRAGMA temp_store = FILE"_s); // SQLite's own, without a name
+    database.execute(u"CREATE TEMP TABLE ledger (time TEXT, number INTEGER, id TEXT, card TEXT, "
+                     "earned INTEGER, spent INTEGER, givenBack INTEGER, takenBack INTEGER, "
+                     "PRIMARY KEY (time, number, id)) WITHOUT ROWID"_s);
+    widest = fieldNames();
+    widest.fill({});
+    // reads only: whoever sells goes on, and what it closes from here on is not in the list
+    database.execute(u"BEGIN"_s);
+    try {
+        read(store);
+    } catch (const std::exception&) {
+        database.execute(u"ROLLBACK"_s);
+        throw;
+    }
+    database.execute(u"COMMIT"_s);
+    total.check = Text::tr("Total");
+}
+
+void Ledger::read(CheckStore& store)
+{
+    store.forEachClosed([&](const Check& check) {
+        if (!check.confirmed) {
+            return;
+        }
+        const LedgerRow row = rowOf(check);
+        // a loyalty server's books, which they are compared with, know times to the second only
+        insert(database, timetext::toTheSecond(check.document->getDateTime()), check.number(), row);
+        addUp(total, row);
+        const QStringList cells = texts(row);
+        for (qsizetype i = 0; i < cells.size(); ++i) {
+            if (Table::widthOf(cells.at(i)) > Table::widthOf(widest.at(i))) {
+                widest[i] = cells.at(i);
+            }
         }
     });
-    // of two checks of the same second the one that was made first
-    std::sort(checks.begin(), checks.end(), [](const LedgerRow& left, const LedgerRow& right) {
-        return std::tie(left.time, left.number, left.check) <
-               std::tie(right.time, right.number, right.check);
-    });
 }
 
-QString Ledger::table(int width) const
+Ledger::~Ledger()
+{
+    try {
+        database.execute(u"DROP TABLE temp.ledger"_s);
+        database.execute(u"PRAGMA temp_store = MEMORY"_s);
+    } catch (const std::exception&) { // goes with the connection
+    }
+}
+
+void Ledger::forEach(Order order, const std::function<void(const LedgerRow&)>& take) const
+{
+    const QString columns = order == Order::AsMade ? u"time, number, id"_s : u"time, id"_s;
+    poshost::Statement statement(
+        database, u"SELECT id, card, earned, spent, givenBack, takenBack FROM temp.ledger "
+                  "ORDER BY %1"_s.arg(columns));
+    while (statement.next()) {
+        take({statement.value(0).toString(), statement.value(1).toString(),
+              statement.value(2).toLongLong(), statement.value(3).toLongLong(),
+              statement.value(4).toLongLong(), statement.value(5).toLongLong()});
+    }
+}
+
+void Ledger::writeTable(int width, const Write& write) const
 {
     using Align = Table::Align;
-    Table table({{Text::tr("Check"), Align::Left, Table::Narrow::Above},
-                 {Text::tr("Card")},
-                 {Text::tr("Earned"), Align::Right},
-                 {Text::tr("Spent"), Align::Right},
-                 {Text::tr("Given back"), Align::Right},
-                 {Text::tr("Taken back"), Align::Right}});
-    LedgerRow total;
-    total.check = Text::tr("Total");
-    for (const LedgerRow& row : checks) {
-        table.addRow(texts(row));
-        total.earned += row.earned;
-        total.spent += row.spent;
-        total.givenBack += row.givenBack;
-        total.takenBack += row.takenBack;
-    }
-    table.addRow(texts(total));
-    return table.text(width);
+    const auto newPart = [this] {
+        Table part({{Text::tr("Check"), Align::Left, Table::Narrow::Above},
+                    {Text::tr("Card")},
+                    {Text::tr("Earned"), Align::Right},
+                    {Text::tr("Spent"), Align::Right},
+                    {Text::tr("Given back"), Align::Right},
+                    {Text::tr("Taken back"), Align::Right}});
+        part.addRoom(widest);
+        part.addRoom(texts(total));
+        return part;
+    };
+    Table part = newPart();
+    int rows = 0;
+    forEach(Order::AsMade, [&](const LedgerRow& row) {
+        part.addRow(texts(row));
+        if (++rows % rowsOfAPart == 0) {
+            write(part.text(width));
+            part = newPart();
+            part.setTitled(false);
+        }
+    });
+    part.addRow(texts(total));
+    write(part.text(width));
 }
 
-QString Ledger::csv() const
+void Ledger::writeCsv(const Write& write) const
 {
-    QString text = fieldNames().join(u',') + u'\n';
-    // a loyalty server's books, with which these are compared line by line, have no number that
-    // all tills agree upon
-    QList<LedgerRow> rows = checks;
-    std::sort(rows.begin(), rows.end(), [](const LedgerRow& left, const LedgerRow& right) {
-        return std::tie(left.time, left.check) < std::tie(right.time, right.check);
-    });
-    for (const LedgerRow& row : std::as_const(rows)) {
+    write(fieldNames().join(u',') + u'\n');
+    forEach(Order::AsInTheBooks, [&write](const LedgerRow& row) {
         QStringList values = texts(row);
         for (QString& value : values) {
             value = console::printable::csv(value);
         }
-        text += values.join(u',') + u'\n';
-    }
-    return text;
+        write(values.join(u',') + u'\n');
+    });
 }
 
-QString Ledger::json() const
+void Ledger::writeJson(const Write& write) const
 {
     const QStringList names = fieldNames();
-    QJsonArray array;
-    for (const LedgerRow& row : checks) {
+    JsonList list(write);
+    forEach(Order::AsMade, [&](const LedgerRow& row) {
         QJsonObject object;
         const QStringList values = texts(row);
         for (qsizetype i = 0; i < names.size(); ++i) {
             object.insert(names.at(i), values.at(i));
         }
-        array.append(object);
-    }
-    return QString::fromUtf8(QJsonDocument(array).toJson());
+        list.add(object);
+    });
+    list.end();
 }
 
 } // namespace till

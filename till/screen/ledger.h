@@ -5,6 +5,13 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace poshost {
+class Database;
+} // namespace poshost
 
 namespace till {
 
@@ -14,8 +21,6 @@ class CheckStore;
 struct LedgerRow
 {
     QString check;
-    QString time;   ///< as the check has it, to the second
-    int number = 0; ///< the check's at the till
     /// The card's last four digits, "****0017".
     QString card;
     qint64 earned = 0;
@@ -24,24 +29,44 @@ struct LedgerRow
     qint64 takenBack = 0;
 };
 
-/// The points that the till has recorded for its closed checks with a confirmation.
+/// The points that the till has recorded for its closed checks with a confirmation, in the order of
+/// the checks' times, to the second, and identifiers. Sorted in a temporary file and written in
+/// parts: however many checks there are, they take no memory.
 class Ledger
 {
 public:
-    /// Reads the closed checks, in the order of their times, to the second, and identifiers.
-    explicit Ledger(CheckStore& store);
+    /// Takes each part when it is made.
+    using Write = std::function<void(const QString& part)>;
 
-    const QList<LedgerRow>& rows() const { return checks; }
+    /// Reads the closed checks.
+    /// @param opened the checks' database; must live longer
+    /// @throws BasicException when it cannot be read or nothing can be written for sorting
+    Ledger(CheckStore& store, poshost::Database& opened);
+    /// Lets go of the temporary file.
+    ~Ledger();
+    Ledger(const Ledger&) = delete;
+    Ledger& operator=(const Ledger&) = delete;
+
     /// Aligned, with a line of totals.
     /// @param width how many characters fit on a line
-    QString table(int width) const;
+    void writeTable(int width, const Write& write) const;
     /// check,card,earned,spent,givenBack,takenBack; amounts with two decimals.
-    QString csv() const;
+    void writeCsv(const Write& write) const;
     /// An array of objects with the same fields; the amounts are texts, exact to the kopeck.
-    QString json() const;
+    void writeJson(const Write& write) const;
 
 private:
-    QList<LedgerRow> checks;
+    void read(CheckStore& store);
+    enum class Order
+    {
+        AsMade,      ///< of two checks of the same second the one that was made first
+        AsInTheBooks ///< by their identifiers: a server's books have no number that all tills share
+    };
+    void forEach(Order order, const std::function<void(const LedgerRow&)>& take) const;
+
+    poshost::Database& database;
+    LedgerRow total;
+    QStringList widest; ///< of each column
 };
 
 } // namespace till

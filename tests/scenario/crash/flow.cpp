@@ -166,6 +166,16 @@ Flow migrating(int repetitions)
             .runs = {run({u"checks"_s}), work(returned)}};
 }
 
+/// What is old leaves the till's file for the archive; here everything that is delivered is old.
+Flow archiving(int repetitions)
+{
+    return {.name = u"archive"_s,
+            .repetitions = repetitions,
+            .preparation =
+                times(repetitions, saleWithPoints + returned + sale) + QStringList{drained},
+            .runs = {run({u"archive"_s}), run({u"archive"_s, u"--compact"_s})}};
+}
+
 /// The first day: the till's file and all tables are made.
 Flow starting()
 {
@@ -188,5 +198,6 @@ QList<Flow> allFlows(int repetitions)
             handingOver(repetitions),
             fallingBack(repetitions),
             migrating(repetitions),
+            archiving(repetitions),
             starting()};
 }

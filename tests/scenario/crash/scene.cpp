@@ -186,7 +186,8 @@ void Scene::writeConfig(const QString& password) const
     settings.timeoutSeconds = 20;
     settings.database = tillFile;
     settings.plugin = programs.plugin;
-    writeFile(u"orva.toml"_s, settings.toml());
+    // behind the last table: whoever archives archives everything
+    writeFile(u"orva.toml"_s, settings.toml() + u"keepChecksDays = 0\n"_s);
     writeFile(u"lanes.toml"_s, settings.toml() + u"[queue]\nconnections = 4\n"_s);
     writeStoreConfigs(settings.toml());
 }

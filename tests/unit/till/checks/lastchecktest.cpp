@@ -80,13 +80,13 @@ TEST_F(LastCheckTest, theOneSuspendedLastIsRestored)
     EXPECT_EQ(desk->current().id(), first);
 }
 
-TEST_F(LastCheckTest, theListIsInTheOrderOfTheChanges)
+TEST_F(LastCheckTest, theListBeginsWithTheLastChange)
 {
     QStringList expected{sellAt(15), sellAt(9), sellAt(12)};
     const auto ids = [this] {
         QStringList found;
         for (const till::CheckRow& row : store.list()) {
-            found.append(row.id);
+            found.prepend(row.id);
         }
         return found;
     };
@@ -104,4 +104,21 @@ TEST_F(LastCheckTest, theListIsInTheOrderOfTheChanges)
     });
     expected.removeOne(suspended);
     EXPECT_EQ(ids(), expected << suspended);
+}
+
+TEST_F(LastCheckTest, theListIsReadPageByPage)
+{
+    const QStringList sold{sellAt(15), sellAt(9), sellAt(12)};
+    const auto ids = [this](int most, const QString& before) {
+        QStringList found;
+        for (const till::CheckRow& row : store.list(most, before)) {
+            found.append(row.id);
+        }
+        return found;
+    };
+    EXPECT_EQ(ids(2, {}), QStringList({sold.at(2), sold.at(1)}));
+    EXPECT_EQ(ids(2, sold.at(1)), QStringList({sold.at(0)}));
+    EXPECT_EQ(ids(2, sold.at(0)), QStringList());
+    EXPECT_EQ(tests::refusalOf([&] { ids(2, u"nowhere"_s); }),
+              u"There is no check \"nowhere\"; look at the list of checks."_s);
 }

@@ -243,8 +243,8 @@ TEST_F(ProgramTest, checksAreAlsoWrittenAsJson)
     EXPECT_EQ(run(Command::Checks), ExitCode::Ok);
     const QJsonArray list = QJsonDocument::fromJson(out.written.toUtf8()).array();
     ASSERT_EQ(list.size(), 2) << said().toStdString();
-    EXPECT_EQ(list.at(0).toObject().value(u"state"_s), u"closed"_s);
-    EXPECT_EQ(list.at(1).toObject().value(u"kind"_s), u"return"_s);
+    EXPECT_EQ(list.at(0).toObject().value(u"kind"_s), u"return"_s);
+    EXPECT_EQ(list.at(1).toObject().value(u"state"_s), u"closed"_s);
 }
 
 TEST_F(ProgramTest, aJsonSaleWithoutLoyaltyHasItsNotesInside)

@@ -7,6 +7,9 @@
 #include "tests/unit/till/tilltest.h"
 #include "till/screen/ledger.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -142,11 +145,19 @@ TEST_F(ClosingTest, theLedgerListsConfirmedChecksByIdentifier)
     QStringList expected{u"%1,****0017,8.00,46.00,0.00,0.00"_s.arg(first.id()),
                          u"%1,****0017,10.00,0.00,0.00,0.00"_s.arg(second.id())};
     expected.sort();
-    const till::Ledger ledger(store);
-    EXPECT_EQ(ledger.csv(),
+    const till::Ledger ledger(store, *database);
+    const auto whole = [&](auto form) {
+        QString text;
+        form([&text](const QString& part) { text += part; });
+        return text;
+    };
+    EXPECT_EQ(whole([&](const auto& write) { ledger.writeCsv(write); }),
               u"check,card,earned,spent,givenBack,takenBack\n"_s + expected.join(u'\n') + u'\n');
-    EXPECT_EQ(ledger.rows().size(), 2);
-    EXPECT_TRUE(ledger.table(80).contains(u"18.00  46.00"_s)) << ledger.table(80).toStdString();
-    EXPECT_TRUE(ledger.json().contains(u"\"earned\": \"8.00\""_s)) << ledger.json().toStdString();
-    EXPECT_FALSE(ledger.json().contains(u"2200000000017"_s));
+    const QString table = whole([&](const auto& write) { ledger.writeTable(80, write); });
+    EXPECT_TRUE(table.contains(u"18.00  46.00"_s)) << table.toStdString();
+    const QString json = whole([&](const auto& write) { ledger.writeJson(write); });
+    EXPECT_EQ(QJsonDocument::fromJson(json.toUtf8()).array().size(), 2) << json.toStdString();
+    EXPECT_EQ(json, QString::fromUtf8(QJsonDocument::fromJson(json.toUtf8()).toJson()));
+    EXPECT_TRUE(json.contains(u"\"earned\": \"8.00\""_s)) << json.toStdString();
+    EXPECT_FALSE(json.contains(u"2200000000017"_s));
 }

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/commands/commandline_p.h"
+#include "till/screen/checklist.h"
+
+namespace till::commandline {
+namespace {
+
+void addList(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const checks =
+        addCommand(app, "checks", QT_TRANSLATE_NOOP("Till", "List the checks, the newest first"),
+                   options, Command::Checks);
+    options.count = checklist::pageLength;
+    CLI::Option* const count = checks->add_option(
+        "--count", options.count,
+        words(QT_TRANSLATE_NOOP("Till", "So many checks; otherwise a page of 50")));
+    count->check(CLI::Range(1, 1'000'000'000));
+    checks->add_option(
+        "--before", texts.before,
+        words(QT_TRANSLATE_NOOP("Till", "Go on behind this check, by its identifier")));
+    checks->add_flag("--all", options.all, words(QT_TRANSLATE_NOOP("Till", "All checks")))
+        ->excludes(count);
+    addJson(checks, options);
+}
+
+void addLedger(CLI::App& app, Options& options)
+{
+    CLI::App* const ledger = addCommand(
+        app, "ledger", QT_TRANSLATE_NOOP("Till", "List what the closed checks did to the points"),
+        options, Command::Ledger);
+    CLI::Option* const csv = ledger->add_flag(
+        "--csv", options.csv, words(QT_TRANSLATE_NOOP("Till", "As comma-separated values")));
+    ledger->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")))
+        ->excludes(csv);
+}
+
+void addArchive(CLI::App& app, Options& options)
+{
+    CLI::App* const archive = addCommand(
+        app, "archive",
+        QT_TRANSLATE_NOOP("Till", "Move old checks into the archive and list its months"), options,
+        Command::Archive);
+    archive->add_flag("--compact", options.compact,
+                      words(QT_TRANSLATE_NOOP("Till", "Write the database anew, once: a file of a "
+                                                      "former version\nthen gives back what is "
+                                                      "free in it")));
+    addJson(archive, options);
+}
+
+} // namespace
+
+std::string words(const char* text)
+{
+    return Text::tr(text).toStdString();
+}
+
+CLI::App* addCommand(CLI::App& parent, const std::string& name, const char* description,
+                     Options& options, Command command)
+{
+    CLI::App* const sub = parent.add_subcommand(name, words(description));
+    sub->fallthrough();
+    sub->callback([&options, command] { options.command = command; });
+    return sub;
+}
+
+void addJson(CLI::App* command, Options& options)
+{
+    command->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")));
+}
+
+void addBooks(CLI::App& app, Options& options, Texts& texts)
+{
+    addList(app, options, texts);
+    addLedger(app, options);
+    addArchive(app, options);
+}
+
+} // namespace till::commandline
