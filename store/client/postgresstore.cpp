@@ -12,9 +12,22 @@ using poshost::Message;
 
 namespace {
 
-HandOverEnd endOf(StoreError::Certainty certainty)
+/// Whether the server has said no to whatever is asked just now: it is full, busy or read-only.
+bool isPassing(const QByteArray& state)
 {
-    switch (certainty) {
+    return state.startsWith("53") || state.startsWith("40") || state == "55P03" || state == "25006";
+}
+
+/// A check that only has to wait must not be passed by the next one of its lane: no refusal then.
+HandOverEnd endOf(const StoreError& error)
+{
+    if (error.state().startsWith("57P")) {
+        return HandOverEnd::Unknown; // the session was ended, and that may come behind a commit
+    }
+    if (isPassing(error.state())) {
+        return HandOverEnd::Unreachable;
+    }
+    switch (error.certainty()) {
     case StoreError::Certainty::NothingSent:
         return HandOverEnd::Unreachable;
     case StoreError::Certainty::Refused:
@@ -76,13 +89,13 @@ QList<HandOverResult> PostgresStore::handOver(const QList<HandedCheck>& checks)
     for (const HandedCheck& check : checks) {
         const HandOverResult reached = reach();
         if (reached.end != HandOverEnd::Done) {
-            results.append(reached);
+            results.append({HandOverEnd::Unreachable, reached.error}); // nothing of it was sent
         } else {
             try {
                 orvastore::handOver(*connection, check);
                 results.append({HandOverEnd::Done, {}});
             } catch (const StoreError& error) {
-                results.append({endOf(error.certainty()), error.message()});
+                results.append({endOf(error), error.message()});
             }
         }
         const HandOverEnd end = results.last().end;

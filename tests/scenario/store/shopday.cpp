@@ -47,7 +47,7 @@ void ShopDay::SetUp()
     standby = first->makeStandby(u"second"_s);
     first->set(u"synchronous_standby_names"_s, u"second"_s);
     writeFile(u"rules.toml"_s, rulesWithCards(cards));
-    address = startServerWith(path(u"rules.toml"_s), 0);
+    address = openServer(0);
     ASSERT_FALSE(address.isEmpty());
     writeFile(u"worker.toml"_s, u"[store]\ndatabase = \"%1\"\n"_s.arg(storeString(u"postgres"_s)));
     const auto store = [&](const QStringList& words) {
@@ -64,6 +64,17 @@ void ShopDay::SetUp()
 QString ShopDay::storeString(const QString& login) const
 {
     return first->connectionBefore(*standby, login);
+}
+
+/// Quiet: nobody reads what it prints, and a full pipe would stop it.
+QString ShopDay::openServer(int port)
+{
+    server = std::make_unique<Program>(
+        QStringLiteral(ORVA_SIMULATOR),
+        QStringList{u"--quiet"_s, u"--database"_s, path(u"server.sqlite"_s), u"--port"_s,
+                    QString::number(port), u"--config"_s, path(u"rules.toml"_s)},
+        folder());
+    return server->waitForLine(u"Listening on "_s);
 }
 
 void ShopDay::openTills(int tills, quint64 seed)
@@ -136,7 +147,7 @@ void ShopDay::killServer()
 {
     server->kill();
     server->waitForEnd();
-    ASSERT_EQ(startServerWith(path(u"rules.toml"_s), QUrl(address).port()), address);
+    ASSERT_EQ(openServer(QUrl(address).port()), address);
     ++serverKills;
 }
 

@@ -32,6 +32,7 @@ protected:
     QStringList configFor(const QString& login) const;
     QString storeString(const QString& login) const;
     std::unique_ptr<Program> makeWorker(int number) const;
+    QString openServer(int port);
     void killServer();
     void killPrimary();
     QString ask(const QString& sql) const { return primary->sql(sql).trimmed(); }

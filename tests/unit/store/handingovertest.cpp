@@ -51,6 +51,31 @@ protected:
 
 } // namespace
 
+TEST_F(HandingOver, letsNoCheckPassAnotherForARefusalThatPasses)
+{
+    const QList<std::pair<QString, HandOverEnd>> refusals{{u"57P01"_s, HandOverEnd::Unknown},
+                                                          {u"53100"_s, HandOverEnd::Unreachable},
+                                                          {u"40001"_s, HandOverEnd::Unreachable},
+                                                          {u"25006"_s, HandOverEnd::Unreachable},
+                                                          {u"42501"_s, HandOverEnd::Refused}};
+    for (const auto& [state, end] : refusals) {
+        sql(u"CREATE OR REPLACE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN "
+            "IF NEW.identifier = ''a'' THEN RAISE EXCEPTION ''no'' USING ERRCODE = ''%1''; END IF; "
+            "RETURN NEW; END'"_s.arg(state));
+        sql(u"DROP TRIGGER IF EXISTS refuse ON orva.checks"_s);
+        sql(u"CREATE TRIGGER refuse BEFORE INSERT ON orva.checks FOR EACH ROW "
+            "EXECUTE FUNCTION refuse()"_s);
+        PostgresStore store;
+        store.open(settingsFor(connection));
+        const auto results = store.handOver({checkOf(u"a"_s, u"card"_s), checkOf(u"b"_s)});
+        ASSERT_EQ(results.size(), 2);
+        EXPECT_EQ(results.first().end, end) << qPrintable(state);
+        EXPECT_EQ(results.last().end,
+                  end == HandOverEnd::Refused ? HandOverEnd::Done : HandOverEnd::Unreachable)
+            << qPrintable(state);
+    }
+}
+
 TEST_F(HandingOver, isSafeToRepeat)
 {
     PostgresStore store;
