@@ -4176,6 +4176,10 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
         <translation>в таблице [verify] не назван emptyCard</translation>
     </message>
     <message>
+        <source>the goods earn no points</source>
+        <translation>за товары не начисляются баллы</translation>
+    </message>
+    <message>
         <source>it is there already</source>
         <translation>он уже есть</translation>
     </message>

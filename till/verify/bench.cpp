@@ -71,7 +71,10 @@ Outgoing Bench::outgoing(const QUrl& url, const QByteArray& body) const
 
 Reply Bench::send(const Outgoing& request)
 {
-    const Reply reply = cable.send(request);
+    Reply reply = cable.send(request);
+    if (request.pauseMilliseconds > 0) {
+        reply.milliseconds = 0; // the time was this side's
+    }
     note({request.url, request.body, reply});
     return reply;
 }

@@ -8,9 +8,9 @@ namespace till::verify {
 QList<Case> allCases()
 {
     QList<Case> all;
-    for (const auto& group :
-         {connectionCases(), credentialCases(), answerCases(), grantCases(), requestCases(),
-          bookingCases(), repeatCases(), refusalCases(), returnCases(), returnRefusalCases()}) {
+    for (const auto& group : {connectionCases(), credentialCases(), answerCases(), transportCases(),
+                              grantCases(), requestCases(), bookingCases(), repeatCases(),
+                              refusalCases(), returnCases(), returnRefusalCases()}) {
         all.append(QList<Case>(group.begin(), group.end()));
     }
     return all;

@@ -22,6 +22,7 @@ struct Case
 
 /// The cases by what they are about, those first whose failure explains others'.
 std::span<const Case> connectionCases();
+std::span<const Case> transportCases();
 std::span<const Case> credentialCases();
 std::span<const Case> answerCases();
 std::span<const Case> grantCases();

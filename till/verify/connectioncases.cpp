@@ -47,6 +47,30 @@ void isUncoded(Bench& bench, const Reply& reply)
                      Text::tr("not compressed"), QString::fromLatin1(coding));
 }
 
+void isWhole(Bench& bench)
+{
+    const Reply reply = bench.precheck(bench.freshRequest().bytes());
+    isUncoded(bench, reply);
+    const QByteArray body = reply.body.trimmed();
+    bench.expectThat(!body.contains("<RawCheck>") || body.endsWith("</RawCheck>"), {},
+                     u"</RawCheck>"_s, QString::fromUtf8(body.right(20)));
+}
+
+/// Whether it is one that can be read is asked elsewhere.
+void isARightAnswer(Bench& bench)
+{
+    const Reply reply = bench.precheck(bench.freshRequest().bytes());
+    bench.expectStatus(reply, {200});
+    bench.expectThat(reply.body.contains("<RawCheck"), u"/RawCheck"_s, u"<RawCheck>"_s,
+                     QString::fromUtf8(reply.body.left(60)).simplified());
+}
+
+void refusesWithAStatus(Bench& bench)
+{
+    const Reply reply = bench.precheck("<RawCheck><id>");
+    bench.expectThat(reply.status == 0 || reply.status >= 400, {}, u"400"_s, reply.shown());
+}
+
 void oldVersionsAreRefused(Bench& bench)
 {
     if (!bench.wire().isEncrypted()) {
@@ -128,14 +152,18 @@ const Case rows[] = {
      [](Bench& bench) { answersAt(bench, bench.ways().confirm, bench.freshRequest().bytes()); }},
     {"tls.certificate", "tls", certificateIsTrusted},
     {"tls.no-older-version", "tls", oldVersionsAreRefused},
-    {"answer-whole.length", "answer-whole",
-     [](Bench& bench) { isUncoded(bench, bench.precheck(bench.freshRequest().bytes())); }},
+    {"answer-whole.length", "answer-whole", isWhole},
     {"answer-whole.compression-offered", "answer-whole",
      [](Bench& bench) {
          isUncoded(bench,
                    bench.send(bench.outgoing(bench.ways().precheck, bench.freshRequest().bytes())
                                   .with("Accept-Encoding", "gzip, deflate")));
      }},
+    {"status-tells.precheck", "status-tells", isARightAnswer},
+    {"status-tells.refusal", "status-tells", refusesWithAStatus},
+};
+
+const Case laterRows[] = {
     {"keep-alive.second-request", "keep-alive", connectionIsKept},
     {"request-codings.chunks", "request-codings",
      [](Bench& bench) {
@@ -166,6 +194,11 @@ const Case rows[] = {
 std::span<const Case> connectionCases()
 {
     return rows;
+}
+
+std::span<const Case> transportCases()
+{
+    return laterRows;
 }
 
 } // namespace till::verify

@@ -78,6 +78,13 @@ Names Reading::balancePath()
             names::balance};
 }
 
+bool Reading::saysBalance() const
+{
+    static const QRegularExpression digit(u"[0-9]"_s);
+    const Names path = balancePath();
+    return has(path) && (text(path).isEmpty() || text(path).contains(digit));
+}
+
 std::optional<qint64> Reading::balance() const
 {
     return amount(balancePath());

@@ -25,7 +25,10 @@ public:
     /// Why it is no XML; empty when it is.
     QString problem() const { return tree.problem(); }
     QString rootName() const;
-    bool has(const Names& names) const { return tree.find(0, names) >= 0; }
+    bool has(const Names& names) const
+    {
+        return !tree.elements().isEmpty() && tree.find(0, names) >= 0;
+    }
     /// Empty where the element is missing.
     QString text(const Names& names) const { return textIn(0, names); }
     std::optional<qint64> amount(const Names& names) const { return readAmount(text(names)); }
@@ -40,6 +43,8 @@ public:
     const protocol::XmlTree& xml() const { return tree; }
 
     std::optional<qint64> balance() const;
+    /// Whether there is one, in whatever form.
+    bool saysBalance() const;
     static Names balancePath();
 
 private:

@@ -114,6 +114,19 @@ void correctedIsTaken(Bench& bench)
     bench.expectBalance(bench.card(), before, Booking::of(papers.confirmation).change());
 }
 
+/// What was tried before a refused try can still be confirmed.
+void earlierTryStands(Bench& bench)
+{
+    const Papers papers = bench.sold(bench.basket());
+    bench.mayBeBooked(papers);
+    Draft wrong(papers.confirmation);
+    wrong.set(paid, more(wrong.text(paid), 1));
+    if (bench.pay(papers.confirmation).status != 200 || bench.pay(wrong.bytes()).status != 424) {
+        Bench::cannot(Text::tr("the server does not refuse a wrong payment"));
+    }
+    bench.expectStatus(bench.confirm(papers.confirmation), {200});
+}
+
 /// A pre-check that is refused leaves the answer before it standing.
 void refusedPrecheckLeavesAnswer(Bench& bench)
 {
@@ -178,6 +191,7 @@ void refusalHidesCredentials(Bench& bench)
 const Case rows[] = {
     {"payment-agrees.kopeck-more", "payment-agrees", [](Bench& bench) { paidIsWrong(bench, 1); }},
     {"payment-agrees.kopeck-less", "payment-agrees", [](Bench& bench) { paidIsWrong(bench, -1); }},
+    {"try-judges.payment", "try-judges", [](Bench& bench) { paidIsWrong(bench, 100); }},
     {"used-within-granted.discount", "used-within-granted",
      [](Bench& bench) { usesMore(bench, usedDiscount, names::discount, names::discountOnChange); }},
     {"used-within-granted.points", "used-within-granted",
@@ -207,6 +221,7 @@ const Case rows[] = {
      [](Bench& bench) { neverPrechecked(bench, &Bench::confirm); }},
     {"steps-in-order.confirmation-without-try", "steps-in-order", neverTried},
     {"refusal-changes-nothing.payment-try", "refusal-changes-nothing", correctedIsTaken},
+    {"refusal-changes-nothing.earlier-try", "refusal-changes-nothing", earlierTryStands},
     {"refusal-changes-nothing.precheck", "refusal-changes-nothing", refusedPrecheckLeavesAnswer},
     {"refusal-says-why.sentence", "refusal-says-why", refusalIsASentence},
     {"refusal-says-why.card-hidden", "refusal-says-why", refusalHidesCard},

@@ -20,11 +20,19 @@ using namespace Qt::StringLiterals;
 namespace till::verify {
 namespace {
 
+constexpr qint64 latestMilliseconds = 5000;
+constexpr qsizetype ordinaryBytes = 60'000; ///< of a request of up to 100 lines
 constexpr auto retryAfter = "retry-after"_L1;
 
 bool isBusy(const Exchange& exchange)
 {
     return exchange.reply.status == 429 || exchange.reply.status == 503;
+}
+
+/// Whether a till takes the status for trouble that passes.
+bool isPassing(int status)
+{
+    return status == 408 || status == 425 || status == 429 || status >= 500;
 }
 
 bool saysWhen(const Reply& reply)
@@ -68,7 +76,7 @@ QList<Case> Run::chosen(const QStringList& names)
     return some;
 }
 
-Outcome Run::playOne(const Case& played)
+Outcome Run::playOnce(const Case& played)
 {
     Outcome outcome{QLatin1StringView(played.name), QLatin1StringView(played.requirement)};
     QElapsedTimer clock;
@@ -91,6 +99,27 @@ Outcome Run::playOne(const Case& played)
     return outcome;
 }
 
+/// A case that a status disturbed is played once more: tills come again too. Where it holds then,
+/// the trouble has passed, and only what it was told as is judged.
+Outcome Run::playOne(const Case& played)
+{
+    const Outcome first = playOnce(played);
+    const Reply reply = first.complaint.exchange.reply;
+    if (first.state != State::Broken || reply.status < 400) {
+        return first;
+    }
+    left += bench.cleanUp();
+    Outcome second = playOnce(played);
+    if (second.state != State::Held || isPassing(reply.status)) {
+        return second.state == State::Held ? second : first;
+    }
+    second.state = State::Broken;
+    second.requirement = u"passing-trouble"_s;
+    second.complaint = first.complaint;
+    second.complaint.expected = u"408 / 425 / 429 / 500-599"_s;
+    return second;
+}
+
 Results Run::play(const Progress& progress)
 {
     Results results;
@@ -105,11 +134,13 @@ Results Run::play(const Progress& progress)
     qint64 done = 0;
     for (const qsizetype turn : turns) {
         results.outcomes[turn] = playOne(wanted.at(turn));
-        results.left += bench.cleanUp();
+        left += bench.cleanUp();
         progress(++done, wanted.size());
     }
-    watch(results);
+    results.left = left;
     watchBalances(results);
+    watchTimes(results);
+    watch(results);
     return results;
 }
 
@@ -147,7 +178,7 @@ void Run::watchBalances(Results& results) const
         }
         const Reading answer(exchange.reply.body);
         if (answer.problem().isEmpty() && answer.rootName() == protocol::names::rawCheck &&
-            answer.text(Reading::balancePath()).isEmpty()) {
+            !answer.saysBalance()) {
             Outcome missing{u"balance-always.whenever-asked"_s, u"balance-always"_s, State::Broken};
             missing.complaint = {{},
                                  exchange,
@@ -155,6 +186,24 @@ void Run::watchBalances(Results& results) const
                                  Text::tr("an amount such as 12.50"),
                                  Text::tr("nothing")};
             results.outcomes.prepend(missing);
+            return;
+        }
+    }
+}
+
+/// An answer that came late, if only once: the first one for a card, say.
+void Run::watchTimes(Results& results) const
+{
+    for (const Exchange& exchange : bench.trail()) {
+        if (exchange.url == bench.ways().precheck && exchange.request.size() < ordinaryBytes &&
+            exchange.reply.milliseconds > latestMilliseconds) {
+            Outcome late{u"in-time.whenever-asked"_s, u"in-time"_s, State::Broken};
+            late.complaint = {{},
+                              exchange,
+                              {},
+                              u"%1 ms"_s.arg(latestMilliseconds),
+                              u"%1 ms"_s.arg(exchange.reply.milliseconds)};
+            results.outcomes.prepend(late);
             return;
         }
     }

@@ -30,12 +30,15 @@ public:
 
 private:
     Outcome playOne(const Case& played);
+    Outcome playOnce(const Case& played);
+    void watchTimes(Results& results) const;
     void watch(Results& results) const;
     void watchBalances(Results& results) const;
 
     Bench& bench;
     const QList<Case> wanted;
     quint32 order = 0;
+    QStringList left; ///< in the server's books
 };
 
 } // namespace till::verify

@@ -101,7 +101,7 @@ def deviating_runs(pool, options):
               if not options.deviation or row["name"] in options.deviation]
     runs = [(row, pool.submit(tried, options.build, [row["name"]], ["--strict"])) for row in wanted]
     rows = [(row, run.result()["broken"]) for row, run in runs]
-    width = max(len(row["name"]) for row, _ in rows)
+    width = max((len(row["name"]) for row, _ in rows), default=0)
     print(f"{'deviation':{width}} {'breaks':24} named")
     for row, broken in rows:
         mark = " " if broken[:1] == [row["breaks"]] else "!" if row["breaks"] in broken else "-"
