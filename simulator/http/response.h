@@ -16,7 +16,7 @@ struct Response
     QByteArray opening; ///< the first line and all headers but the length, each with its end
     QByteArray body;
     std::optional<qsizetype> saidLength = {}; ///< a length that is said instead of the body's
-    bool hasBody = true; ///< false: neither a body nor its length is sent
+    bool hasBody = true;                      ///< false: neither a body nor its length is sent
 };
 
 /// The response to a request of that method. closes: the connection ends after it.

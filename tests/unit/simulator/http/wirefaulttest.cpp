@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <string>
 #include <thread>
 
@@ -153,6 +154,64 @@ TEST_F(WireFault, garbledHeadersAreNoHttp)
     const std::string got = wire.read();
     EXPECT_FALSE(got.empty());
     EXPECT_FALSE(got.starts_with("HTTP/"));
+}
+
+/// A server whose answers are all as one is made.
+class WireAnswer : public ::testing::Test
+{
+protected:
+    Answer made;
+    std::mutex mutex;
+    std::vector<quint64> connections; ///< of the requests
+    const HttpServer server{u"127.0.0.1"_s, 0, [this](const Request& from) {
+                                const std::scoped_lock lock(mutex);
+                                connections.push_back(from.connection);
+                                return made;
+                            }};
+};
+
+TEST_F(WireAnswer, endsItsConnectionUnsaidWhereItIsToldTo)
+{
+    made.closesUnsaid = true;
+    FaultyWire one(server.port());
+    one.send();
+    const std::string head = one.readHead();
+    EXPECT_EQ(head.find("Connection: close"), std::string::npos) << head;
+    EXPECT_EQ(one.read(), "");
+    EXPECT_TRUE(one.closed);
+}
+
+TEST_F(WireAnswer, saysTheDateAndTheLengthThatItIsGiven)
+{
+    made.body = "0123456789";
+    made.announced = 4;
+    made.date = "some day";
+    FaultyWire one(server.port());
+    one.send();
+    const std::string head = one.readHead();
+    EXPECT_NE(head.find("\r\nDate: some day\r\n"), std::string::npos) << head;
+    EXPECT_EQ(test::announcedLength(head), 4U);
+    EXPECT_EQ(one.read(10), "0123456789");
+    made.date = QByteArray();
+    FaultyWire other(server.port());
+    other.send();
+    EXPECT_EQ(other.readHead().find("\r\nDate: "), std::string::npos);
+}
+
+TEST_F(WireAnswer, isMadeWithTheNumberOfTheConnection)
+{
+    FaultyWire one(server.port());
+    FaultyWire other(server.port());
+    one.send();
+    one.readHead();
+    other.send();
+    other.readHead();
+    one.send();
+    one.readHead();
+    const std::scoped_lock lock(mutex);
+    ASSERT_EQ(connections.size(), 3U);
+    EXPECT_EQ(connections[0], connections[2]);
+    EXPECT_NE(connections[0], connections[1]);
 }
 
 TEST_F(WireFault, hangingEndsWithTheServerOrTheClient)
