@@ -38,6 +38,8 @@ enum class Command
     Erase,
     Verify,
     Archive,
+    Backup,
+    Restore,
 };
 
 /// What the command line says.
@@ -71,6 +73,10 @@ struct Options
     bool fromArchive = false;
     /// With the archive: the database's file is written anew, once.
     bool compact = false;
+    /// With the copy: the queue's credentials are in it.
+    bool withSecrets = false;
+    /// With the restoring: the highest number of a check that the loyalty server knows.
+    std::optional<int> lastNumber;
     qint64 message = 0;
     /// Which record: its number, that of one exchange in it ("3.2"), "all", or a file of records.
     /// Or which check.

@@ -1462,6 +1462,74 @@ Try: %3
         <translation>С архивом %1 работает другой процесс; повторите удаление, когда он закончит.</translation>
     </message>
     <message>
+        <source>%1 is damaged: %2.</source>
+        <translation>%1 повреждён: %2.</translation>
+    </message>
+    <message>
+        <source>Addresses of the queue hold a user's password; the copy can be made with --with-secrets only.</source>
+        <translation>В адресах очереди есть пароль пользователя; копию можно сделать только с --with-secrets.</translation>
+    </message>
+    <message>
+        <source>%1 is no copy that "backup" has made.</source>
+        <translation>%1 — не копия, сделанная командой "backup".</translation>
+    </message>
+    <message>
+        <source>%1 was made by a newer till; install that version.</source>
+        <translation>%1 сделан более новой кассой; установите ту версию.</translation>
+    </message>
+    <message>
+        <source>%1 is in use; end all tills and the service, then restore.</source>
+        <translation>%1 занят; закройте все кассы и службу, затем восстановите.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be copied to %2; see to rights and room.</source>
+        <translation>%1 не копируется в %2; проверьте права и свободное место.</translation>
+    </message>
+    <message>
+        <source>Messages that were not delivered then: %1. The server may have them since; they are sent again, which books nothing twice.</source>
+        <translation>Сообщений, не доставленных на тот момент: %1. Сервер мог получить их позже; они отправляются ещё раз, и дважды ничего не проводится.</translation>
+    </message>
+    <message>
+        <source>The copy holds no credentials; run "orva-till queue reauthorize" before anything is delivered.</source>
+        <translation>В копии нет учётных данных; до доставки выполните "orva-till queue reauthorize".</translation>
+    </message>
+    <message>
+        <source>If this till has sold since then, ask whoever runs the loyalty server for the highest number of its checks, and restore again with --last-number.</source>
+        <translation>Если эта касса с тех пор продавала, узнайте у тех, кто ведёт сервер лояльности, наибольший номер её чека и восстановите ещё раз с --last-number.</translation>
+    </message>
+    <message>
+        <source>What was here before is kept as %1; checks that closed since then are in it.</source>
+        <translation>Прежнее сохранено как %1; чеки, закрытые с тех пор, в нём.</translation>
+    </message>
+    <message>
+        <source>%1 holds checks: %2, messages that are not delivered: %3.</source>
+        <translation>В %1 чеков: %2, недоставленных сообщений: %3.</translation>
+    </message>
+    <message>
+        <source>%1 is as it was on %2: checks: %3; the next one has the number %4.</source>
+        <translation>%1 снова такой, каким был %2: чеков %3; у следующего номер %4.</translation>
+    </message>
+    <message>
+        <source>Copy checks, queue and archive into one file, while selling goes on</source>
+        <translation>Скопировать чеки, очередь и архив в один файл, не прерывая продаж</translation>
+    </message>
+    <message>
+        <source>With the credentials of undelivered messages</source>
+        <translation>С учётными данными недоставленных сообщений</translation>
+    </message>
+    <message>
+        <source>Put a copy in the place of the books; what is there is kept</source>
+        <translation>Поставить копию на место учёта; то, что есть, сохраняется</translation>
+    </message>
+    <message>
+        <source>A file that "backup" has made</source>
+        <translation>Файл, сделанный командой "backup"</translation>
+    </message>
+    <message>
+        <source>The highest number of a check of this till that the server knows</source>
+        <translation>Наибольший номер чека этой кассы, известный серверу</translation>
+    </message>
+    <message>
         <source>List the checks, the newest first</source>
         <translation>Показать список чеков, начиная с новых</translation>
     </message>

@@ -49,6 +49,37 @@ void addArchive(CLI::App& app, Options& options)
     addJson(archive, options);
 }
 
+void addCopies(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const backup =
+        addCommand(app, "backup",
+                   QT_TRANSLATE_NOOP("Till", "Copy checks, queue and archive into one file, while "
+                                             "selling goes on"),
+                   options, Command::Backup);
+    backup->add_option("FILE", texts.target, words(QT_TRANSLATE_NOOP("Till", "A new file")))
+        ->required();
+    backup->add_flag(
+        "--with-secrets", options.withSecrets,
+        words(QT_TRANSLATE_NOOP("Till", "With the credentials of undelivered messages")));
+    addJson(backup, options);
+
+    CLI::App* const restore = addCommand(
+        app, "restore",
+        QT_TRANSLATE_NOOP("Till", "Put a copy in the place of the books; what is there is kept"),
+        options, Command::Restore);
+    restore
+        ->add_option("FILE", texts.target,
+                     words(QT_TRANSLATE_NOOP("Till", "A file that \"backup\" has made")))
+        ->required();
+    restore
+        ->add_option(
+            "--last-number", options.lastNumber,
+            words(QT_TRANSLATE_NOOP("Till", "The highest number of a check of this till that the "
+                                            "server knows")))
+        ->check(CLI::Range(1, 2'000'000'000));
+    addJson(restore, options);
+}
+
 } // namespace
 
 std::string words(const char* text)
@@ -75,6 +106,7 @@ void addBooks(CLI::App& app, Options& options, Texts& texts)
     addList(app, options, texts);
     addLedger(app, options);
     addArchive(app, options);
+    addCopies(app, options, texts);
 }
 
 } // namespace till::commandline

@@ -8,6 +8,7 @@
 #include "host/core/basicexception.h"
 #include "host/http/operationbudget.h"
 #include "till/commands/archivecommand.h"
+#include "till/commands/backupcommands.h"
 #include "till/commands/doctorcommand.h"
 #include "till/commands/erasecommand.h"
 #include "till/commands/explaincommand.h"
@@ -111,6 +112,9 @@ ExitCode Program::doCommand()
         if (isAboutRecords(options.command)) {
             return LogCommands(options, out, errors).run();
         }
+        if (options.command == Command::Restore) {
+            return backupcommands::restore(options, out);
+        }
         if (options.command == Command::Support) {
             return SupportCommand(options, out, errors).run();
         }
@@ -148,6 +152,8 @@ ExitCode Program::dispatch(Workplace& workplace)
         return EraseCommand(workplace, options, out).run();
     case Command::Explain:
         return explain(workplace);
+    case Command::Backup:
+        return backupcommands::backup(workplace, options, out);
     case Command::Archive:
         return ArchiveCommand(workplace, options, out, errors).run();
     default:

@@ -20,9 +20,8 @@
 using namespace Qt::StringLiterals;
 
 namespace till {
-namespace {
 
-QSharedPointer<poshost::Database> openDatabase(const Options& options, const Config& config)
+QString databaseFile(const Options& options, const Config& config)
 {
     const QString file = options.database.isEmpty()
                              ? config.getString(u"till:database"_s, QString())
@@ -32,10 +31,8 @@ QSharedPointer<poshost::Database> openDatabase(const Options& options, const Con
                           .arg(options.configFile),
                       ExitCode::Usage);
     }
-    return QSharedPointer<poshost::Database>::create(file);
+    return file;
 }
-
-} // namespace
 
 Config loadConfig(const Options& options)
 {
@@ -64,7 +61,8 @@ QString pluginFile(const Options& options, const Config& config)
 }
 
 Workplace::Workplace(const Options& given)
-    : options(given), config(loadConfig(given)), opened(openDatabase(given, config)),
+    : options(given), config(loadConfig(given)),
+      opened(QSharedPointer<poshost::Database>::create(databaseFile(given, config))),
       broker(opened), store(opened)
 {
     session.setSessionContext(QSharedPointer<SessionContext>::create(

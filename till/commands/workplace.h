@@ -34,6 +34,10 @@ Config loadConfig(const Options& options);
 /// @throws Failure (Usage) when neither names a plug-in
 QString pluginFile(const Options& options, const Config& config);
 
+/// The database's file, as the command line or else the configuration says.
+/// @throws Failure (Usage) when neither names one
+QString databaseFile(const Options& options, const Config& config);
+
 /// Everything around a cashier: configuration, database, session, queue, plug-in and delivery. Puts
 /// the host's services in place for the plug-in and takes them out again.
 class Workplace
