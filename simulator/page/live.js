@@ -7,11 +7,13 @@
 import { get } from './api.js';
 
 const atOnce = 2000;
+const mostTexts = 1000;
 
 export class Live extends EventTarget {
     rows = []; // in the order of their numbers
     known = 0; // the number of the last exchange that was read
     state = {};
+    #texts = new Map();
     #fetching = false;
     #wanted = 0;
 
@@ -45,12 +47,31 @@ export class Live extends EventTarget {
         this.#catchUp();
     }
 
+    /** A row with what is shown and chosen by; a text that many rows have is kept once. */
+    #kept({ number, time, operation, check, card, status, reason, milliseconds, fault }) {
+        const once = (text) => {
+            if (this.#texts.size > mostTexts) {
+                this.#texts.clear();
+            }
+            const known = this.#texts.get(text);
+            if (known === undefined) {
+                this.#texts.set(text, text);
+            }
+            return known ?? text;
+        };
+        return {
+            number, time, operation: once(operation), check: once(check), card: once(card), status,
+            reason: once(reason), milliseconds, fault: once(fault),
+        };
+    }
+
     #append(rows, last) {
-        for (const row of rows) {
+        const kept = rows.map((row) => this.#kept(row));
+        for (const row of kept) {
             this.rows.push(row);
         }
         this.known = last;
-        this.#tell('rows', rows);
+        this.#tell('rows', kept);
     }
 
     async #catchUp() {
