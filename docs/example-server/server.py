@@ -8,7 +8,8 @@ from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 USER, PASSWORD, KEY = "till", "secret", "demo"
 PERCENT = {"discount": 5, "award": 5, "pay": 50}
 CARDS = [{"number": "2200000000017", "name": "Анна", "surname": "Соколова", "balance": "500.00"},
-         {"number": "2200000000024", "name": "Пётр", "surname": "Ильин", "balance": "0.00"}]
+         {"number": "2200000000024", "name": "Пётр", "surname": "Ильин", "balance": "60.50"},
+         {"number": "2200000000031", "name": "Ольга", "surname": "", "balance": "0.00"}]
 LARGEST_BODY = 16 << 20
 ADDED_TO_REQUEST, ADDED_TO_ANSWER = ("client", "awards", "informing"), ("usedAwards", "payments")
 GRANTED = {"discountGranted": "awards/RawItemAwards/discount", "award": "awards/RawItemAwards/awardBonus",
