@@ -15,7 +15,8 @@
 #include "till/person/personincheck.h"
 #include "till/reason.h"
 #include "till/recording/recordfolder.h"
-#include "till/screen/checklist.h"
+#include "till/screen/checkjson.h"
+#include "till/screen/jsonlist.h"
 #include "till/screen/output.h"
 #include "till/screen/queueview.h"
 #include "till/screen/table.h"
@@ -148,9 +149,13 @@ void SupportCommand::addLists()
     }
     content.addText(supportfiles::queue,
                     queueview::json(poshost::OutgoingQueue(*database).list(true)).toUtf8());
+    // the oldest first: whoever reads the archive takes them up in this order
+    const QList<CheckRow> newest = checks->list(listedChecks);
     QByteArray list;
-    checklist::writeJson(*checks, {.before = {}, .most = listedChecks},
-                         [&list](const QString& part) { list += part.toUtf8(); });
+    JsonList json([&list](const QString& part) { list += part.toUtf8(); });
+    std::for_each(newest.crbegin(), newest.crend(),
+                  [&json](const CheckRow& row) { json.add(checkjson::object(row)); });
+    json.end();
     content.addText(supportfiles::checks, list);
     checks->forEachStored([this](const StoredCheck& stored) {
         try {

@@ -16,6 +16,8 @@
 #include "till/reason.h"
 #include "till/text.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <optional>
 
@@ -85,28 +87,33 @@ QList<qint64> DatabaseErasure::look()
 
 void DatabaseErasure::erase(ErasureReport& report)
 {
-    // no check goes from the one into the other meanwhile
-    const poshost::FileLock lock(CheckArchive(database).lockFile());
     {
         poshost::Transaction transaction(database);
         eraseChecks(report);
         eraseMessages(report);
         transaction.commit();
     }
-    if (lock.isHeld()) {
-        eraseArchive(report);
-    } else {
-        report.left.append(Text::tr("Another process works on the archive of %1; erase again when "
-                                    "it has ended.")
-                               .arg(database.fileName()));
-    }
+    eraseArchive(report);
     eraseDeletedRows(report);
 }
 
+/// Behind the rows: what goes into the archive from now on is masked, and what went before is there
+/// once nobody else works on it. Where there is no folder, nobody has begun.
 void DatabaseErasure::eraseArchive(ErasureReport& report)
 {
+    CheckArchive archive(database);
+    if (!QFileInfo(archive.folder()).isDir()) {
+        return;
+    }
+    const poshost::FileLock lock(archive.lockFile());
+    if (!lock.isHeld()) {
+        report.left.append(Text::tr("Another process works on the archive of %1; erase again when "
+                                    "it has ended.")
+                               .arg(database.fileName()));
+        return;
+    }
     const PersonMask mask = customer.mask();
-    report.checks += CheckArchive(database).rewrite([&](ArchivedCheck& kept) {
+    report.checks += archive.rewrite([&](ArchivedCheck& kept) {
         const auto check = checkOf({kept.id, kept.state, {}, kept.data});
         if (!check || !customer.isIn(*check)) {
             return false;
