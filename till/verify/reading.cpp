@@ -51,7 +51,7 @@ qsizetype Reading::line(const QString& id) const
 
 QString Reading::textIn(qsizetype element, const Names& way) const
 {
-    if (tree.elements().isEmpty()) {
+    if (element < 0 || tree.elements().isEmpty()) {
         return {};
     }
     const qsizetype found = tree.find(element, way);
@@ -65,8 +65,8 @@ std::optional<qint64> Reading::amountIn(qsizetype element, const Names& way) con
 
 QString Reading::path(qsizetype element, const Names& way) const
 {
-    if (tree.elements().isEmpty()) {
-        return {};
+    if (element < 0 || tree.elements().isEmpty()) {
+        return way.join(u'/');
     }
     const qsizetype found = tree.find(element, way);
     return found >= 0 ? tree.path(found) : tree.path(element) + u'/' + way.join(u'/');

@@ -36,6 +36,7 @@ public:
     QList<qsizetype> lines() const;
     /// The line with that identifier, -1 where there is none.
     qsizetype line(const QString& id) const;
+    /// Below an element, that of a line for instance; empty below none (-1).
     QString textIn(qsizetype element, const Names& names) const;
     std::optional<qint64> amountIn(qsizetype element, const Names& names) const;
     /// Where it stands, or would.

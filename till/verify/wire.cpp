@@ -36,7 +36,7 @@ size_t giveBody(char* target, size_t size, size_t count, void* given)
     auto& source = *static_cast<Source*>(given);
     const qsizetype left = source.request.body.size() - source.sent;
     const qsizetype piece = source.request.body.size() / source.request.pieces + 1;
-    const qsizetype now = std::min({left, piece, qsizetype(size * count)});
+    const qsizetype now = std::min({left, piece, qsizetype(size) * qsizetype(count)});
     if (now > 0 && source.request.pauseMilliseconds > 0) {
         std::this_thread::sleep_for(std::chrono::milliseconds(source.request.pauseMilliseconds));
     }
@@ -48,7 +48,7 @@ size_t giveBody(char* target, size_t size, size_t count, void* given)
 size_t takeBody(char* data, size_t size, size_t count, void* taken)
 {
     auto& body = *static_cast<QByteArray*>(taken);
-    const auto bytes = qsizetype(size * count);
+    const auto bytes = qsizetype(size) * qsizetype(count);
     if (body.size() + bytes > largestBody) {
         return 0;
     }
@@ -59,7 +59,7 @@ size_t takeBody(char* data, size_t size, size_t count, void* taken)
 size_t takeHeader(char* data, size_t size, size_t count, void* taken)
 {
     auto& headers = *static_cast<Outgoing::Headers*>(taken);
-    const QByteArray line = QByteArray(data, qsizetype(size * count)).trimmed();
+    const QByteArray line = QByteArray(data, qsizetype(size) * qsizetype(count)).trimmed();
     if (line.startsWith("HTTP/")) {
         headers.clear(); // of an interim answer
     } else if (const qsizetype colon = line.indexOf(':'); colon > 0) {

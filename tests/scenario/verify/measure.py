@@ -100,13 +100,18 @@ def deviating_runs(pool, options):
     wanted = [row for row in known_deviations(options.build)
               if not options.deviation or row["name"] in options.deviation]
     runs = [(row, pool.submit(tried, options.build, [row["name"]], ["--strict"])) for row in wanted]
-    rows = [(row, run.result()["broken"]) for row, run in runs]
-    width = max((len(row["name"]) for row, _ in rows), default=0)
+    width = max((len(row["name"]) for row in wanted), default=0)
     print(f"{'deviation':{width}} {'breaks':24} named")
-    for row, broken in rows:
+    rows = []
+    for row, run in runs:
+        try:
+            broken = run.result()["broken"]
+        except RuntimeError as error:
+            broken = [f"({error})"]
         mark = " " if broken[:1] == [row["breaks"]] else "!" if row["breaks"] in broken else "-"
         print(f"{row['name']:{width}} {row['breaks']:24} {mark} {', '.join(broken) or 'nothing'}"
-              f"{' (blind)' if row.get('blind') else ''}")
+              f"{' (blind)' if row.get('blind') else ''}", flush=True)
+        rows.append((row, broken))
     return rows
 
 

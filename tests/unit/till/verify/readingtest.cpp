@@ -54,6 +54,16 @@ TEST(VerifyReading, countsWhatTheExampleOfTheProtocolBooks)
     EXPECT_EQ(booking.change(), 46428 - 50000);
 }
 
+TEST(VerifyReading, aLineThatIsMissingHasNothingInIt)
+{
+    const till::verify::Reading reading(exampleConfirmation);
+    const qsizetype missing = reading.line(u"9"_s);
+    EXPECT_EQ(missing, -1);
+    EXPECT_TRUE(reading.textIn(missing, {names::sku}).isEmpty());
+    EXPECT_EQ(reading.path(missing, {names::sku}), u"sku"_s);
+    EXPECT_FALSE(till::verify::Reading("none").saysBalance());
+}
+
 TEST(VerifyDraft, changesWhatItIsToldAndNothingElse)
 {
     Draft draft(exampleConfirmation);
