@@ -42,15 +42,19 @@ const QString selectBegun =
     "AND (m.handed_again_at IS NULL OR m.handed_again_at <= ?1 OR m.handed_again_at > ?1 + %1) "
     "ORDER BY m.id LIMIT ?2"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
-/// A message that waits for the server may go at once, a return only behind its sale.
+/// A message that waits for the server may go at once. A return whose sale is about to go ends what
+/// is taken, so that nothing of its lane passes it; one whose sale does not go is left out.
 const QString selectFresh =
-    u"SELECT m.id FROM queue_messages m WHERE m.account_id = ?1 AND m.state = 'waiting' "
+    u"SELECT m.id, EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
+    "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
+    "AND o.state <> 'delivered') "
+    "FROM queue_messages m WHERE m.account_id = ?1 AND m.state = 'waiting' "
     "AND m.handover IS NULL AND (m.handed_again_at IS NULL OR m.handed_again_at <= ?2 "
     "OR m.handed_again_at > ?2 + %1) "
     "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
     "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
-    "AND o.state <> 'delivered') ORDER BY m.id LIMIT ?3"_s.arg(
-        deliverypolicy::maxRetryAfterMilliseconds);
+    "AND o.state <> 'delivered' AND (o.state <> 'waiting' OR o.handed_again_at IS NOT NULL)) "
+    "ORDER BY m.id LIMIT ?3"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
 const QString selectMessage =
     u"SELECT m.queue, m.extra, b.payload, b.headers, b.urls, b.digest, a.authorization, m.steps, "
@@ -169,7 +173,7 @@ QList<qint64> HandOverJournal::dueOfAccount(qint64 accountId, qint64 now, int mo
     QList<qint64> ids;
     Statement statement(database, selectFresh);
     statement.bind(accountId).bind(now).bind(most);
-    while (statement.next()) {
+    while (statement.next() && !statement.value(1).toBool()) {
         ids.append(statement.value(0).toLongLong());
     }
     return ids;
