@@ -29,7 +29,7 @@ HandOverEnd endOf(StoreError::Certainty certainty)
 
 void PostgresStore::open(const StoreSettings& settings)
 {
-    auto made = std::make_unique<Connection>(settings, Connection::Manner{});
+    auto made = std::make_unique<Connection>(settings, Connection::Manner{.byIndexes = true});
     const std::lock_guard guard(mutex);
     connection = std::move(made);
     examined = 0;
