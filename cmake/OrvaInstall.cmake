@@ -7,6 +7,7 @@
 #   tools        the till and the loyalty server
 #   development  headers, CMake package, the example of a till and, when the tests are built, the
 #                contract suite with the loyalty system that watches a host
+#   store        what brings tills to a database that they share, and delivers from it
 #   documentation  the protocol with its schemas, requirements, vectors and the example of a server and,
 #                where scripts/docs has rendered it, the reference
 
@@ -65,6 +66,21 @@ file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/examples/orva.toml CONTENT "${settin
 install(FILES ${PROJECT_BINARY_DIR}/examples/orva.toml till/examples/sale.toml
         till/examples/return.toml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orva-tools/examples COMPONENT tools)
+
+file(RELATIVE_PATH to_libraries /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+set_target_properties(orva-store PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
+file(RELATIVE_PATH to_libraries /${ORVA_INSTALL_STORE} /${CMAKE_INSTALL_LIBDIR})
+set_target_properties(orva-store-client PROPERTIES INSTALL_RPATH "\$ORIGIN/${to_libraries}")
+install(TARGETS orva-store RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT store)
+install(TARGETS orva-store-client LIBRARY DESTINATION ${ORVA_INSTALL_STORE} COMPONENT store)
+orva_forget_path_below_usr(store ${CMAKE_INSTALL_BINDIR}/orva-store)
+orva_forget_path_below_usr(store ${ORVA_INSTALL_STORE}/liborvastore.so)
+orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/orva-store.1 ${CMAKE_INSTALL_MANDIR}/man1 store)
+orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/ru/orva-store.1 ${CMAKE_INSTALL_MANDIR}/ru/man1
+    store)
+install(FILES docs/completion/orva.bash RENAME orva-store COMPONENT store
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES packaging/orva-store@.service DESTINATION lib/systemd/system COMPONENT store)
 
 # Headers for a plug-in or a till, without those that the library has for itself.
 install(DIRECTORY host DESTINATION ${ORVA_INSTALL_HEADERS} COMPONENT development

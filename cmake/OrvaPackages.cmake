@@ -15,7 +15,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL host plugin tools development documentation)
+set(CPACK_COMPONENTS_ALL host plugin tools store development documentation)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
@@ -95,6 +95,11 @@ set(scripts ${PROJECT_SOURCE_DIR}/packaging)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA
     "${scripts}/postinst;${scripts}/prerm;${scripts}/postrm")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "liborva (= ${version})")
+
+orva_package(store orva-store misc "books that tills share, on PostgreSQL"
+"What a till needs to hand its closed checks over to a database that several
+tills share, and the program that keeps that database and delivers from it.")
+set(CPACK_DEBIAN_STORE_PACKAGE_DEPENDS "${host_package} (= ${version})")
 
 orva_package(development poshost-dev libdevel "headers and contract tests for hosts and plug-ins"
 "What a loyalty plug-in or a cash register of one's own is built with: the

@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The Orva developers
 # SPDX-License-Identifier: Apache-2.0
 #
-# Completes the command lines of orva-till and orva-simulator in bash. What there is to choose from
-# is asked of the program itself, so that this file cannot fall behind it.
+# Completes the command lines of orva-till, orva-simulator and orva-store in bash. What there is to
+# choose from is asked of the program itself, so that this file cannot fall behind it.
 
 # What --help says behind the words given, in the language that is read here.
 _orva_help() {
@@ -69,4 +69,4 @@ _orva() {
     fi
 }
 
-complete -o filenames -F _orva orva-till orva-simulator
+complete -o filenames -F _orva orva-till orva-simulator orva-store

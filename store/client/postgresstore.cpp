@@ -42,7 +42,7 @@ HandOverEnd endOf(const StoreError& error)
 
 void PostgresStore::open(const StoreSettings& settings)
 {
-    auto made = std::make_unique<Connection>(settings, Connection::Manner{});
+    auto made = std::make_unique<Connection>(settings, Connection::Manner{.byIndexes = true});
     const std::lock_guard guard(mutex);
     connection = std::move(made);
     examined = 0;

@@ -26,17 +26,25 @@ namespace {
 /// What every session is told. A commit is reported once a standby has it on its disk, wherever
 /// standbys are configured: a server that is set to report it earlier is overruled. And who has
 /// gone is noticed within seconds even inside a command.
-QByteArray manners(milliseconds silence, milliseconds limit)
+QByteArray manners(const Connection::Manner& manner, milliseconds limit)
 {
     const QByteArray lock = QByteArray::number(std::max<qint64>(limit.count() * 3 / 4, 1));
     return "SELECT set_config('synchronous_commit', 'on', false) "
            "WHERE current_setting('synchronous_commit') IN ('off', 'local', 'remote_write');"
+           // compiling these small commands costs a hundred times what running them does
+           "SET jit = off;"
            "SET client_connection_check_interval = '500ms';"
            "SET tcp_keepalives_idle = 2; SET tcp_keepalives_interval = 1;"
            "SET tcp_keepalives_count = 3; SET tcp_user_timeout = '4s';"
            "SET idle_in_transaction_session_timeout = '30s';"
            "SET lock_timeout = " +
-           lock + ";SET idle_session_timeout = " + QByteArray::number(silence.count()) +
+           lock +
+           ";SET idle_session_timeout = " + QByteArray::number(manner.longestSilence.count()) +
+           (manner.byIndexes ? ";SET enable_seqscan = off;SET enable_hashjoin = off;"
+                               "SET enable_mergejoin = off;SET enable_bitmapscan = off;"
+                               "SET enable_sort = off;"
+                               "SET plan_cache_mode = force_generic_plan"
+                             : "") +
            ";SET search_path = orva, pg_catalog";
 }
 
@@ -115,7 +123,7 @@ void Connection::openFirst(milliseconds time)
     const auto restore = qScopeGuard([&] { limit = usual; });
     const Server& server = servers.inOrder().first();
     session = connectTo(server, QDeadlineTimer(time));
-    runAll(manners(manner.longestSilence, usual));
+    runAll(manners(manner, usual));
     requireNewestTimeline(server);
     ++sessions;
 }

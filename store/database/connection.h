@@ -46,6 +46,9 @@ public:
         /// The server ends a session that was silent so long, and so frees what it holds;
         /// 0: never.
         std::chrono::milliseconds longestSilence{0};
+        /// Whether rows are found by indexes alone: a plan that was made while a table was small
+        /// must not read all of it once it is large.
+        bool byIndexes = false;
     };
 
     /// Connects with the first command.

@@ -11,7 +11,7 @@ CREATE OR REPLACE VIEW orva.undelivered AS
 
 -- Ends every wait that a message may have: its lane's own, its queue's and its authorization's.
 CREATE OR REPLACE FUNCTION orva.end_waits(of_message orva.messages) RETURNS void
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 BEGIN
     PERFORM orva.lift_holds(of_message.queue, of_message.account);
     WITH due AS (DELETE FROM orva.delayed WHERE lane = of_message.lane
@@ -45,7 +45,6 @@ LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
     of_message orva.messages;
     of_lane orva.lanes;
-    head orva.messages;
 BEGIN
     SELECT * INTO of_message FROM orva.messages WHERE id = message_id;
     SELECT * INTO of_lane FROM orva.lanes WHERE id = of_message.lane FOR NO KEY UPDATE;

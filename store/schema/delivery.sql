@@ -5,9 +5,9 @@
 -- transaction is open while it waits for the loyalty server.
 
 -- Writes an attempt down and gives all that is needed to send it.
-CREATE OR REPLACE FUNCTION orva.begin_attempt(at_position bigint, head orva.messages, by_worker text,
+CREATE OR REPLACE FUNCTION orva.begin_attempt(at_position bigint, head orva.head, by_worker text,
     probes boolean) RETURNS orva.task
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     task orva.task;
     mark orva.claimed;
@@ -29,9 +29,9 @@ BEGIN
     task.lane := head.lane;
     task.message := head.id;
     task.queue := head.queue;
-    task.headers := head.headers;
-    task.urls := head.urls;
-    task.payload := head.payload;
+    SELECT m.headers, m.urls, m.payload INTO task.headers, task.urls, task.payload
+        FROM orva.messages m
+        WHERE m.lane = head.lane AND m.day = head.day AND m.number = head.number;
     SELECT credentials INTO task.credentials FROM orva.accounts WHERE id = head.account;
     task.step := progress.steps_done;
     task.attempted_before := progress.step_attempts > 0;
@@ -42,7 +42,7 @@ END $$;
 -- Whether a queue or an account may be sent for: 'free', 'held', or 'probe' for the one that finds out
 -- whether it can go on. Who has the probe holds its lock until it is finished.
 CREATE OR REPLACE FUNCTION orva.gate(of_queue text, of_account int) RETURNS text
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     hold timestamptz;
     pause timestamptz;
@@ -62,10 +62,10 @@ END $$;
 
 -- Tries to take a lane that was seen in the list; null when somebody has it or its work is done.
 CREATE OR REPLACE FUNCTION orva.take(seen orva.ready, by_worker text, probes boolean)
-RETURNS orva.task LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+RETURNS orva.task LANGUAGE plpgsql AS $$
 DECLARE
     of_lane orva.lanes;
-    head orva.messages;
+    head orva.head;
 BEGIN
     IF NOT pg_try_advisory_lock(seen.lane) THEN
         RETURN NULL;
@@ -128,7 +128,7 @@ RETURNS orva.task
 LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
     of_lane orva.lanes;
-    head orva.messages;
+    head orva.head;
 BEGIN
     SELECT * INTO of_lane FROM orva.lanes WHERE id = of_task.lane;
     head := orva.head_of(of_lane);
@@ -139,8 +139,8 @@ BEGIN
 END $$;
 
 -- A return whose sale is parked waits beside the line, and the others pass. True: it does.
-CREATE OR REPLACE FUNCTION orva.set_aside(at_ready orva.ready, head orva.messages) RETURNS boolean
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+CREATE OR REPLACE FUNCTION orva.set_aside(at_ready orva.ready, head orva.head) RETURNS boolean
+LANGUAGE plpgsql AS $$
 BEGIN
     IF head.sale = '' OR NOT EXISTS (SELECT 1 FROM orva.parked
             WHERE shop = head.shop AND identifier = head.sale) THEN
@@ -158,7 +158,7 @@ END $$;
 CREATE OR REPLACE FUNCTION orva.claim_next_step(of_task orva.task, by_worker text) RETURNS orva.task
 LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
-    head orva.messages;
+    head orva.head;
 BEGIN
     SELECT orva.head_of(l) INTO head FROM orva.lanes l WHERE l.id = of_task.lane;
     IF head.id = of_task.message THEN

@@ -6,7 +6,7 @@
 
 -- Something got through: the server is there, the address is right, and so is the authorization.
 CREATE OR REPLACE FUNCTION orva.lift_holds(of_queue text, of_account int) RETURNS void
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 BEGIN
     DELETE FROM orva.holds WHERE queue = of_queue;
     UPDATE orva.accounts SET paused_status = NULL, paused_at = NULL, probe_at = NULL
@@ -17,7 +17,7 @@ END $$;
 -- Requests that were under way together and failed are one failure, by whichever worker.
 CREATE OR REPLACE FUNCTION orva.hold_queue(of_queue text, for_reason text, is_probe boolean,
     wait_millis bigint[], at_least bigint) RETURNS void
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     known int;
     failed int;
@@ -44,7 +44,7 @@ CREATE OR REPLACE FUNCTION orva.finish(of_task orva.claimed, meaning text, with_
 LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
     of_lane orva.lanes;
-    head orva.messages;
+    head orva.head;
 BEGIN
     SELECT * INTO of_lane FROM orva.lanes WHERE id = of_task.lane FOR NO KEY UPDATE;
     head := orva.head_of(of_lane); -- read after the lock, not beside it

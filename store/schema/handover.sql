@@ -4,9 +4,10 @@
 -- Handing over: run with the owner's rights, so that a till needs none on the tables.
 
 CREATE OR REPLACE FUNCTION orva.own_shop() RETURNS text
-LANGUAGE sql STABLE SECURITY DEFINER SET search_path = pg_catalog AS $$
-    SELECT shop FROM orva.tills WHERE role = session_user
-$$;
+LANGUAGE plpgsql STABLE SECURITY DEFINER SET search_path = pg_catalog AS $$
+BEGIN
+    RETURN (SELECT shop FROM orva.tills WHERE role = session_user);
+END $$;
 
 CREATE OR REPLACE FUNCTION orva.require_shop(given text) RETURNS void
 LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
@@ -23,7 +24,7 @@ END $$;
 
 -- The account of a shop's queue with these credentials. Two that are made at the same moment do no harm.
 CREATE OR REPLACE FUNCTION orva.account_of(of_shop text, of_queue text, with_credentials text)
-RETURNS int LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+RETURNS int LANGUAGE plpgsql AS $$
 DECLARE
     found int;
 BEGIN
@@ -39,7 +40,7 @@ END $$;
 
 -- The lane that a check joins, locked until the end of the transaction.
 CREATE OR REPLACE FUNCTION orva.lock_lane(of_shop text, of_name bytea, of_sale text)
-RETURNS bigint LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+RETURNS bigint LANGUAGE plpgsql AS $$
 DECLARE
     found bigint;
 BEGIN
@@ -70,7 +71,7 @@ CREATE OR REPLACE FUNCTION orva.add_message(
     to_lane bigint, of_shop text, of_check text, of_sale text, of_queue text, with_extra text,
     with_headers text, with_urls text, with_payload bytea, with_credentials text,
     with_steps int, with_steps_done int, with_attempts int, with_step_attempts int)
-RETURNS void LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+RETURNS void LANGUAGE plpgsql AS $$
 DECLARE
     into_lane orva.lanes;
     by_account int := orva.account_of(of_shop, of_queue, with_credentials);

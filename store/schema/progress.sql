@@ -3,19 +3,35 @@
 --
 -- Where a lane and a message stand, and how messages leave their lane's line and come back into it.
 
--- The message that is next in a lane: those that came back go first.
-CREATE OR REPLACE FUNCTION orva.head_of(of_lane orva.lanes) RETURNS orva.messages
-LANGUAGE plpgsql STABLE SET search_path = pg_catalog AS $$
+-- The message that is next in a lane: those that came back go first. A message that somebody has parked
+-- or settled out of its turn may be found where the line reaches it, and is passed over. Mostly the next
+-- one is of the same day, and only that day's table is read.
+CREATE OR REPLACE FUNCTION orva.head_of(of_lane orva.lanes) RETURNS orva.head
+LANGUAGE plpgsql AS $$
 DECLARE
-    head orva.messages;
+    head orva.head;
 BEGIN
-    -- a message that somebody has parked out of its turn may be found where the line reaches it
-    SELECT m.* INTO head FROM orva.returned r
+    SELECT m.day, m.lane, m.number, m.id, m.shop, m.identifier, m.sale, m.account, m.queue,
+            m.steps_done, m.attempts, m.step_attempts INTO head
+        FROM orva.returned r
         JOIN orva.messages m ON m.lane = r.lane AND m.day = r.day AND m.number = r.number
         WHERE r.lane = of_lane.id ORDER BY r.number LIMIT 1;
-    IF head.id IS NULL THEN
-        SELECT m.* INTO head FROM orva.messages m
-            WHERE m.lane = of_lane.id AND m.day >= of_lane.head_day AND m.number > of_lane.passed
+    IF FOUND THEN
+        RETURN head;
+    END IF;
+    SELECT m.day, m.lane, m.number, m.id, m.shop, m.identifier, m.sale, m.account, m.queue,
+            m.steps_done, m.attempts, m.step_attempts INTO head
+        FROM orva.messages m
+        WHERE m.lane = of_lane.id AND m.day = of_lane.head_day AND m.number > of_lane.passed
+            AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id)
+            AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
+                WHERE d.message = m.id AND d.day = of_lane.head_day)
+        ORDER BY m.number LIMIT 1;
+    IF NOT FOUND AND of_lane.last_day > of_lane.head_day THEN
+        SELECT m.day, m.lane, m.number, m.id, m.shop, m.identifier, m.sale, m.account, m.queue,
+                m.steps_done, m.attempts, m.step_attempts INTO head
+            FROM orva.messages m
+            WHERE m.lane = of_lane.id AND m.day > of_lane.head_day AND m.number > of_lane.passed
                 AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id)
                 AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
                     WHERE d.message = m.id AND d.day = m.day)
@@ -24,49 +40,55 @@ BEGIN
     RETURN head;
 END $$;
 
--- How far a message has come: counted from what was written down about it.
-CREATE OR REPLACE FUNCTION orva.progress_of(of_message orva.messages, OUT steps_done int,
-    OUT attempts int, OUT step_attempts int, OUT server_errors int)
-LANGUAGE plpgsql STABLE SET search_path = pg_catalog AS $$
+-- The number of the attempt that was written down last, 0 before the first one.
+CREATE OR REPLACE FUNCTION orva.last_attempt(on_day date, of_message bigint) RETURNS int
+LANGUAGE plpgsql AS $$
 DECLARE
-    step_began int;      -- the attempt that finished the step before
+    last int;
+BEGIN
+    SELECT a.attempt INTO last FROM orva.attempts a
+        WHERE a.message = of_message AND a.day = on_day ORDER BY a.attempt DESC LIMIT 1;
+    RETURN coalesce(last, 0);
+END $$;
+
+-- How far a message has come: counted from what was written down about it.
+CREATE OR REPLACE FUNCTION orva.progress_of(of_message orva.head, OUT steps_done int,
+    OUT attempts int, OUT step_attempts int, OUT server_errors int)
+LANGUAGE plpgsql AS $$
+DECLARE
     counted_from int;    -- earlier ones say nothing about whether the server has it
     errors_from int;
 BEGIN
-    SELECT count(*) FILTER (WHERE o.meaning = 'StepDone'), count(*),
-            coalesce(max(a.attempt) FILTER (WHERE o.meaning = 'StepDone'), 0),
-            coalesce(max(a.attempt) FILTER (WHERE o.meaning IN ('StepDone', 'Duplicate')), 0),
-            coalesce(max(a.attempt) FILTER (WHERE o.meaning IN ('StepDone', 'Retried')), 0)
-        INTO steps_done, attempts, step_began, counted_from, errors_from
-        FROM orva.attempts a LEFT JOIN orva.outcomes o USING (day, message, attempt)
-        WHERE a.day = of_message.day AND a.message = of_message.id;
-    IF attempts = 0 THEN
-        step_attempts := of_message.step_attempts;
-        server_errors := 0;
-    ELSE
-        SELECT count(*) FILTER (WHERE a.attempt > counted_from
-                    AND NOT coalesce(o.certainly_refused, false)),
-                count(*) FILTER (WHERE a.attempt > errors_from AND o.meaning = 'ServerError')
-            INTO step_attempts, server_errors
-            FROM orva.attempts a LEFT JOIN orva.outcomes o USING (day, message, attempt)
-            WHERE a.day = of_message.day AND a.message = of_message.id;
-        IF counted_from = 0 THEN
-            step_attempts := step_attempts + of_message.step_attempts;
-        END IF;
+    steps_done := of_message.steps_done;
+    attempts := of_message.attempts;
+    step_attempts := of_message.step_attempts;
+    server_errors := 0;
+    IF orva.last_attempt(of_message.day, of_message.id) = 0 THEN
+        RETURN;
     END IF;
-    steps_done := steps_done + of_message.steps_done;
-    attempts := attempts + of_message.attempts;
+    SELECT of_message.steps_done + count(*) FILTER (WHERE o.meaning = 'StepDone'),
+            of_message.attempts + count(*),
+            coalesce(max(a.attempt) FILTER (WHERE o.meaning IN ('StepDone', 'Duplicate')), 0),
+            coalesce(max(a.attempt) FILTER (WHERE o.meaning = 'StepDone'), 0)
+        INTO steps_done, attempts, counted_from, errors_from
+        FROM orva.attempts a LEFT JOIN orva.outcomes o
+            ON o.message = a.message AND o.attempt = a.attempt AND o.day = a.day
+        WHERE a.day = of_message.day AND a.message = of_message.id;
+    SELECT count(*) FILTER (WHERE a.attempt > counted_from
+                AND NOT coalesce(o.certainly_refused, false)),
+            count(*) FILTER (WHERE a.attempt > errors_from AND o.meaning = 'ServerError')
+        INTO step_attempts, server_errors
+        FROM orva.attempts a LEFT JOIN orva.outcomes o
+            ON o.message = a.message AND o.attempt = a.attempt AND o.day = a.day
+        WHERE a.day = of_message.day AND a.message = of_message.id;
+    IF counted_from = 0 THEN
+        step_attempts := step_attempts + of_message.step_attempts;
+    END IF;
 END $$;
 
--- The number of the attempt that was written down last, 0 before the first one.
-CREATE OR REPLACE FUNCTION orva.last_attempt(on_day date, of_message bigint) RETURNS int
-LANGUAGE sql STABLE SET search_path = pg_catalog AS $$
-    SELECT coalesce(max(attempt), 0) FROM orva.attempts WHERE message = of_message AND day = on_day
-$$;
-
 -- Takes a message out of its lane's line. The lane's row is locked from here on.
-CREATE OR REPLACE FUNCTION orva.leave_line(of_message orva.messages) RETURNS orva.lanes
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+CREATE OR REPLACE FUNCTION orva.leave_line(of_message orva.head) RETURNS orva.lanes
+LANGUAGE plpgsql AS $$
 DECLARE
     changed orva.lanes;
 BEGIN
@@ -80,9 +102,9 @@ END $$;
 
 -- Puts a lane with work at the end of the list, and one without out of it.
 CREATE OR REPLACE FUNCTION orva.queue_lane(of_lane orva.lanes) RETURNS void
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
-    head orva.messages;
+    head orva.head;
 BEGIN
     IF of_lane.waiting > 0 THEN
         head := orva.head_of(of_lane);
@@ -95,7 +117,7 @@ END $$;
 
 -- What waited for a check that is done goes back into its line.
 CREATE OR REPLACE FUNCTION orva.release(of_shop text, of_check text) RETURNS void
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     waiter orva.parked;
 BEGIN
@@ -111,7 +133,7 @@ END $$;
 
 -- Puts a message that was left out before all others of its lane.
 CREATE OR REPLACE FUNCTION orva.return_to_line(what orva.parked) RETURNS void
-LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     of_lane orva.lanes;
 BEGIN

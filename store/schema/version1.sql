@@ -80,6 +80,9 @@ CREATE TABLE orva.returned (
     day date NOT NULL,
     PRIMARY KEY (lane, number));
 
+-- a message without its content, which is large and read once
+CREATE TYPE orva.head AS (day date, lane bigint, number bigint, id bigint, shop text, identifier text,
+    sale text, account int, queue text, steps_done int, attempts int, step_attempts int);
 -- what a worker gets of a message; the mark is what it shows again when it finishes
 CREATE TYPE orva.claimed AS (position bigint, lane bigint, day date, message bigint, attempt int,
     account int, queue text, server_errors int, is_probe boolean);

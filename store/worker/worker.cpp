@@ -28,7 +28,7 @@ constexpr int preparedDays = 7;
 } // namespace
 
 Worker::Worker(const StoreSettings& settings, const Manner& given, const Complaint& listener)
-    : manner(given), complaint(listener), connection(settings, {given.laneTimeout}),
+    : manner(given), complaint(listener), connection(settings, {given.laneTimeout, true}),
       book(connection, given.name)
 {}
 

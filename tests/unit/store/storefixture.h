@@ -90,7 +90,7 @@ protected:
     const QString database = freshDatabase();
     const QString connection = sharedCluster().connection(QStringLiteral("postgres"), database);
     orvastore::Connection owner{settingsFor(connection), {}};
-    orvastore::Connection first{settingsFor(connection), {}};
+    orvastore::Connection first{settingsFor(connection), {.byIndexes = true}};
     orvastore::Connection second{settingsFor(connection), {}};
     orvastore::DeliveryBook book{first, QStringLiteral("first"), 1};
     orvastore::DeliveryBook other{second, QStringLiteral("second"), 2};
