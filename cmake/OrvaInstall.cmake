@@ -129,7 +129,7 @@ endif()
 configure_package_config_file(cmake/PosHostConfig.cmake.in PosHostConfig.cmake
     INSTALL_DESTINATION ${ORVA_INSTALL_CMAKE} PATH_VARS ORVA_INSTALL_PLUGINS ORVA_INSTALL_WATCH
     NO_SET_AND_CHECK_MACRO)
-# Before 1.0 a minor version may change the contracts.
-write_basic_package_version_file(PosHostConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+# The contracts stay within a major version.
+write_basic_package_version_file(PosHostConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/PosHostConfig.cmake ${PROJECT_BINARY_DIR}/PosHostConfigVersion.cmake
     DESTINATION ${ORVA_INSTALL_CMAKE} COMPONENT development)

@@ -85,6 +85,8 @@ orva_package(plugin liborva misc "loyalty plug-in for cash registers"
 one question to the server while the customer waits, a confirmation in the
 till's own queue when the check is closed.")
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS "${host_package} (= ${version})${logging_depends}")
+# Only tills since 1.0.0 look which contract a plug-in was built for.
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_BREAKS "orva-tools (<< 1.0.0)")
 
 orva_package(tools orva-tools misc "reference cash desk and loyalty server"
 "orva-till is a cash desk that works with loyalty plug-ins, orva-simulator a

@@ -67,7 +67,10 @@ function(_orva_shipped target)
         -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
     get_target_property(type ${target} TYPE)
     if(NOT type MATCHES "STATIC_LIBRARY|OBJECT_LIBRARY")
-        target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now)
+        # An identifier would be computed of what strip takes away too, where compilers do not agree with
+        # themselves from one run to the next. The search path for trying has a length like any other text.
+        target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now -Wl,--build-id=none)
+        set_target_properties(${target} PROPERTIES BUILD_RPATH_USE_ORIGIN ON)
     endif()
     if(type STREQUAL "EXECUTABLE")
         target_link_options(${target} PRIVATE -fPIE -pie)

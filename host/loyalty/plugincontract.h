@@ -16,7 +16,7 @@ namespace poshost::plugincontract {
 
 /// The version of the contract in this library: the number in its file name (libposhost.so.N),
 /// which every change of the contracts that plug-ins would notice makes anew. From any thread.
-/// @return 0 before the first release whose contracts stay
+/// @return at least 1
 HOST_EXPORT int version();
 
 /// The version that a plug-in was built for, from the name of the host library that its file asks

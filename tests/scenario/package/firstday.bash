@@ -89,7 +89,7 @@ same_books() {
 }
 
 install_and_set_up() {
-    typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
+    typed engineer 'sudo apt install ./libposhost1_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
     typed engineer 'orva-till --version'
     says '[0-9]+\.[0-9]+\.[0-9]+'
     zcat /usr/share/doc/orva-tools/README.ru.md.gz | cmp - "$readme"
@@ -188,7 +188,7 @@ take_away() {
     sell_without_server 1
     typed engineer 'sudo apt remove orva-tools' <<<y
     [ -s /etc/orva/orva.toml ] || fail 'removing takes the settings'
-    typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
+    typed engineer 'sudo apt install ./libposhost1_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
     systemctl is-active orva-delivery || fail 'installed again, the service does not run'
     typed anna 'orva-till checks'
     typed engineer 'sudo apt purge orva-tools' <<<y
@@ -197,7 +197,7 @@ take_away() {
     [ "$(ls -A /var/lib/orva)" = till.sqlite ] || fail "purging leaves $(ls -A /var/lib/orva)"
 
     # what stayed is delivered by an installation that was set up anew
-    typed engineer 'sudo apt install ./libposhost0_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
+    typed engineer 'sudo apt install ./libposhost1_*.deb ./liborva_*.deb ./orva-tools_*.deb' <<<y
     begin engineer 'orva-simulator --port 8710'
     printf '%s\n' http://127.0.0.1:8710/ 1042 3 till secret demo >/home/engineer/answers.txt
     typed engineer 'sudo orva-till init --answers answers.txt'
