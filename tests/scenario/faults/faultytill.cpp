@@ -124,5 +124,9 @@ void FaultyTill::drain()
 
 QString FaultyTill::books()
 {
-    return till::Ledger(workplace->checks()).csv();
+    QString text;
+    till::Ledger(workplace->checks(), workplace->database()).writeCsv([&text](const QString& part) {
+        text += part;
+    });
+    return text;
 }
