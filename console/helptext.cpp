@@ -23,6 +23,7 @@ HelpText::HelpText()
     name("Needs", Text::tr("only with"));
     name("TEXT", Text::tr("TEXT"));
     name("INT", Text::tr("NUMBER"));
+    name("UINT:POSITIVE", Text::tr("NUMBER"));
 }
 
 std::string HelpText::make_group(std::string group, bool isPositional,

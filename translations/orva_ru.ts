@@ -3060,6 +3060,34 @@ The server&apos;s last refusal:
         <translation>В записи есть вызов «%1», которого эта касса не знает; повторите её на той кассе, которая её сделала.</translation>
     </message>
     <message>
+        <source>not set: no store, the till delivers itself</source>
+        <translation>не задано: хранилища нет, касса доставляет сама</translation>
+    </message>
+    <message>
+        <source>not set: no password</source>
+        <translation>не задано: без пароля</translation>
+    </message>
+    <message>
+        <source>not set: the shop without a name</source>
+        <translation>не задано: магазин без имени</translation>
+    </message>
+    <message>
+        <source>not set: the one of the package orva-store</source>
+        <translation>не задано: из пакета orva-store</translation>
+    </message>
+    <message>
+        <source>not set: messages wait for the store</source>
+        <translation>не задано: сообщения ждут хранилища</translation>
+    </message>
+    <message>
+        <source>not set: no server is tried</source>
+        <translation>не задано: сервер не проверяется</translation>
+    </message>
+    <message>
+        <source>not set: what needs one is not tried</source>
+        <translation>не задано: что её требует, не проверяется</translation>
+    </message>
+    <message>
         <source>not set: nothing is recorded</source>
         <translation>не задано: ничего не записывается</translation>
     </message>

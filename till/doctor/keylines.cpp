@@ -28,7 +28,14 @@ constexpr Unit units[] = {{"seconds", QT_TRANSLATE_NOOP("Till", "not set: %1 sec
 constexpr const char* meanings[] = {
     QT_TRANSLATE_NOOP("Till", "not set: no proxy"),
     QT_TRANSLATE_NOOP("Till", "not set: the system's certificates"),
+    QT_TRANSLATE_NOOP("Till", "not set: no store, the till delivers itself"),
+    QT_TRANSLATE_NOOP("Till", "not set: no password"),
+    QT_TRANSLATE_NOOP("Till", "not set: the shop without a name"),
+    QT_TRANSLATE_NOOP("Till", "not set: the one of the package orva-store"),
+    QT_TRANSLATE_NOOP("Till", "not set: messages wait for the store"),
     QT_TRANSLATE_NOOP("Till", "not set: nothing is recorded"),
+    QT_TRANSLATE_NOOP("Till", "not set: no server is tried"),
+    QT_TRANSLATE_NOOP("Till", "not set: what needs one is not tried"),
 };
 
 QString withDefault(const poshost::ConfigKey& key)

@@ -199,7 +199,7 @@ TEST_P(OneLanguage, isThatOfEveryHelp)
     for (const QString& command : QStringList{u""_s, u"ledger "_s, u"rules "_s}) {
         runSimulator(command + u"--help"_s);
     }
-    EXPECT_EQ(judged, 26);
+    EXPECT_EQ(judged, 27);
 }
 
 TEST_P(OneLanguage, isThatOfAnUndeliveredQueue)

@@ -30,8 +30,9 @@ TEST(KnownKeys, areThoseOfThePluginOfTheHostAndOfWhoeverRegisters)
     EXPECT_EQ(knownkeys::tables().first(), u"http"_s);
     const PluginKeys plugin(QStringLiteral(ORVA_PLUGIN_SOURCE));
     const Shelf shelf({{.table = u"shelf"_s, .key = u"height"_s, .kind = ConfigKey::Kind::Number}});
-    EXPECT_EQ(knownkeys::tables(), QStringList({u"Orva"_s, u"http"_s, u"queue"_s, u"till"_s,
-                                                u"recording"_s, u"shelf"_s}));
+    EXPECT_EQ(knownkeys::tables(), QStringList({u"Orva"_s, u"http"_s, u"queue"_s, u"store"_s,
+                                                u"till"_s, u"recording"_s, u"verify"_s,
+                                                u"shelf"_s}));
     const Configured configured("[shelf]\nheight = 3\n");
     EXPECT_TRUE(Singleton<Config>::instance->warnings().isEmpty());
     Config config;
@@ -78,7 +79,7 @@ TEST(KnownKeys, leadToTheDatabaseWhateverItsKeyIsCalled)
 TEST(KnownKeys, haveWholeSheets)
 {
     const PluginKeys plugin(QStringLiteral(ORVA_PLUGIN_SOURCE));
-    EXPECT_EQ(knownkeys::all().size(), 18);
+    EXPECT_EQ(knownkeys::all().size(), 32);
     for (const ConfigKey& key : knownkeys::all()) {
         SCOPED_TRACE(key.name().toStdString());
         EXPECT_FALSE(key.about.isEmpty());
