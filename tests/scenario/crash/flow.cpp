@@ -150,6 +150,7 @@ Flow fallingBack(int repetitions)
             .preparation = times(repetitions, saleWithPoints + sale + returned),
             .queueHeld = true,
             .hasStore = true,
+            .storeGoesAway = true,
             .runs = {run(QStringList{u"--config"_s, u"unanswered.toml"_s} + deliver),
                      run(QStringList{u"--config"_s, u"away.toml"_s} + deliver),
                      run(QStringList{u"--config"_s, u"store.toml"_s} + deliver)}};

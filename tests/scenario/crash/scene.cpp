@@ -311,6 +311,9 @@ void Scene::recover(const Flow& flow, QStringList& problems)
     if (flow.passwordChanges) {
         runTill({{u"queue"_s, u"reauthorize"_s}, {}}, nullptr);
     }
+    if (flow.storeGoesAway) {
+        runTill({{u"--config"_s, u"away.toml"_s, u"queue"_s, u"deliver"_s}, {}}, nullptr);
+    }
     QStringList commands;
     for (int i = CheckCount::read(path(tillFile)).suspended; i > 0; --i) {
         commands << u"restore last"_s << u"close"_s;

@@ -15,6 +15,9 @@
 #include <QMap>
 #include <QSet>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,7 +40,9 @@ QList<Closed> closedAt(const QString& database)
     QList<Closed> all;
     const auto opened = QSharedPointer<poshost::Database>::create(database);
     till::CheckStore store(opened);
-    for (const till::CheckRow& row : store.list()) {
+    QList<till::CheckRow> rows = store.list();
+    std::reverse(rows.begin(), rows.end()); // the list begins with the newest
+    for (const till::CheckRow& row : std::as_const(rows)) {
         if (row.state != u"closed"_s) {
             continue;
         }
@@ -68,6 +73,20 @@ Booked bookedIn(const QString& file)
     return booked;
 }
 
+/// How many of a till's checks the server has booked before an earlier one of their card.
+int countOutOfOrder(const QList<Closed>& closed, const QHash<QString, int>& place)
+{
+    int count = 0;
+    QHash<QString, int> lastOfCard;
+    for (const Closed& check : closed) {
+        const int here = place.value(check.id, -1);
+        int& last = lastOfCard[check.card];
+        count += here < last ? 1 : 0;
+        last = here;
+    }
+    return count;
+}
+
 /// How the books of all tills compare.
 struct Verdict
 {
@@ -88,18 +107,33 @@ void Verdict::add(const TillHand& hand, const Booked& booked, const QSet<QString
     const tests::CheckCount count = tests::CheckCount::read(hand.database());
     EXPECT_GE(count.closed, hand.acknowledged()) << "a check that was closed is gone";
     EXPECT_LE(count.closed, hand.acknowledged() + hand.kills());
-    QHash<QString, int> lastOfCard;
-    for (const Closed& check : closedAt(hand.database())) {
-        const int place = booked.place.value(check.id, -1);
+    const QList<Closed> checks = closedAt(hand.database());
+    for (const Closed& check : checks) {
         ++closed;
-        lost += place < 0 ? 1 : 0;
+        lost += booked.place.contains(check.id) ? 0 : 1;
         missingInStore += inStore.contains(check.id) ? 0 : 1;
-        outOfOrder += place < lastOfCard.value(check.card, -1) ? 1 : 0;
-        lastOfCard.insert(check.card, place);
     }
+    outOfOrder += countOutOfOrder(checks, booked.place);
 }
 
 } // namespace
+
+TEST(ShopDayVerdict, CountsACheckThatWasBookedBeforeAnEarlierOneOfItsCard)
+{
+    const QList<Closed> closed{
+        {u"1"_s, u"a"_s}, {u"2"_s, u"b"_s}, {u"3"_s, u"a"_s}, {u"4"_s, u"b"_s}};
+    const auto count = [&](const QStringList& booked) {
+        QHash<QString, int> place;
+        for (qsizetype i = 0; i < booked.size(); ++i) {
+            place.insert(booked.at(i), static_cast<int>(i));
+        }
+        return countOutOfOrder(closed, place);
+    };
+    EXPECT_EQ(count({u"1"_s, u"2"_s, u"3"_s, u"4"_s}), 0);
+    EXPECT_EQ(count({u"2"_s, u"1"_s, u"4"_s, u"3"_s}), 0) << "another card";
+    EXPECT_EQ(count({u"3"_s, u"2"_s, u"1"_s, u"4"_s}), 1);
+    EXPECT_EQ(count({u"4"_s, u"3"_s, u"2"_s, u"1"_s}), 2);
+}
 
 TEST_F(ShopDay, KeepsAllBooksEqualWhateverDies)
 {
