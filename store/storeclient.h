@@ -60,9 +60,13 @@ struct HandedCheck
 enum class HandOverEnd
 {
     Done,        ///< durable in the store, now or by an earlier call
-    Unreachable, ///< nothing of this call has arrived, for certain
-    Unknown,     ///< it may have arrived: only repeating it tells
-    Refused,     ///< the store has said no and kept nothing of this call, for certain
+    /// The store keeps nothing of this call, for certain, and takes no check at present: it is
+    /// away, full, read-only, or of a version that this program cannot work with. The check waits,
+    /// and no later one of its lane may go before it.
+    Unreachable,
+    Unknown, ///< it may have arrived: only repeating it tells
+    /// The store has said no to this check and kept nothing of it, for certain; it takes others.
+    Refused,
 };
 
 /// What became of one check.
@@ -93,7 +97,7 @@ public:
     virtual void interrupt() = 0;
     /// Makes sure that there is a connection to a store that takes checks, so that nothing is noted
     /// as begun for a store that is away. Never throws. Blocks up to the time-out.
-    /// @return Done, or Unreachable or Refused with the reason
+    /// @return Done, or Unreachable with the reason
     virtual HandOverResult reach() { return {HandOverEnd::Done, {}}; }
 };
 

@@ -12,10 +12,13 @@ using poshost::Message;
 
 namespace {
 
-/// Whether the server has said no to whatever is asked just now: it is full, busy or read-only.
+/// Whether the server has said no to whatever is asked just now: it is full, busy or read-only, or
+/// the store's tables are being put back.
 bool isPassing(const QByteArray& state)
 {
-    return state.startsWith("53") || state.startsWith("40") || state == "55P03" || state == "25006";
+    const bool hasNoTables = state == "3F000" || state == "42P01" || state == "42883";
+    return hasNoTables || state.startsWith("53") || state.startsWith("40") || state == "55P03" ||
+           state == "25006";
 }
 
 /// A check that only has to wait must not be passed by the next one of its lane: no refusal then.
@@ -78,8 +81,7 @@ HandOverResult PostgresStore::reach()
         requireUsableSchema();
         return {HandOverEnd::Done, {}};
     } catch (const StoreError& error) {
-        const bool refused = error.certainty() == StoreError::Certainty::Refused;
-        return {refused ? HandOverEnd::Refused : HandOverEnd::Unreachable, error.message()};
+        return {HandOverEnd::Unreachable, error.message()}; // nothing of a check was sent
     }
 }
 
@@ -89,7 +91,7 @@ QList<HandOverResult> PostgresStore::handOver(const QList<HandedCheck>& checks)
     for (const HandedCheck& check : checks) {
         const HandOverResult reached = reach();
         if (reached.end != HandOverEnd::Done) {
-            results.append({HandOverEnd::Unreachable, reached.error}); // nothing of it was sent
+            results.append(reached);
         } else {
             try {
                 orvastore::handOver(*connection, check);

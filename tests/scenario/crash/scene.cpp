@@ -10,6 +10,7 @@
 #include "tests/scenario/crash/crashrecord.h"
 #include "tests/scenario/crash/difference.h"
 #include "tests/support/cashier.h"
+#include "tests/support/olderdatabase.h"
 #include "tests/support/tillsettings.h"
 
 #include <QDeadlineTimer>
@@ -53,18 +54,6 @@ sale = "%1"
 position = %2
 quantity = %3
 )");
-
-/// Makes a file what it was before checks were handed over.
-void makeOlder(const QString& tillDatabase)
-{
-    poshost::Database database(tillDatabase);
-    for (const QString& statement :
-         {u"DROP INDEX queue_handing"_s, u"ALTER TABLE queue_messages DROP COLUMN handover"_s,
-          u"ALTER TABLE queue_messages DROP COLUMN handed_again_at"_s,
-          u"PRAGMA user_version = 5"_s}) {
-        database.execute(statement);
-    }
-}
 
 /// Counts in a copy: opening an older file would bring it up to date.
 CheckCount countChecks(const QString& tillDatabase)
@@ -286,7 +275,8 @@ void Scene::prepare(const Flow& flow)
     }
     moveQueue(path(tillFile), port, nowhere);
     if (flow.olderFile) {
-        makeOlder(path(tillFile));
+        poshost::Database database(path(tillFile));
+        tests::makeOlder(database);
     }
     writeFile(recordFile, QString(qsizetype(sizeof(CrashRecord)), QChar(u'\0')));
 }

@@ -167,11 +167,34 @@ TEST_F(Upkeep, aNewerDatabaseIsUsedAsLongAsItSaysThatItCanBe)
     EXPECT_EQ(endOf(settingsFor(connection)), HandOverEnd::Done);
     sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (99, 99)"_s);
     QString words;
-    EXPECT_EQ(endOf(settingsFor(connection), &words), HandOverEnd::Refused);
+    EXPECT_EQ(endOf(settingsFor(connection), &words), HandOverEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"newer program"_s)) << qPrintable(words);
     sql(u"DROP SCHEMA orva CASCADE"_s);
-    EXPECT_EQ(endOf(settingsFor(connection), &words), HandOverEnd::Refused);
+    EXPECT_EQ(endOf(settingsFor(connection), &words), HandOverEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"no tables of a store"_s)) << qPrintable(words);
+}
+
+TEST_F(Upkeep, aStoreThatTakesNothingLetsNoCheckPassAnother)
+{
+    const QList<orvastore::HandedCheck> checks{checkOf(u"a"_s, u"card"_s), checkOf(u"b"_s)};
+    const auto expectAllWait = [&](PostgresStore& store) {
+        const auto results = store.handOver(checks);
+        ASSERT_EQ(results.size(), checks.size());
+        for (const auto& result : results) {
+            EXPECT_EQ(result.end, HandOverEnd::Unreachable) << qPrintable(result.error.ru());
+        }
+    };
+    PostgresStore connected;
+    connected.open(settingsFor(connection));
+    ASSERT_EQ(connected.reach().end, HandOverEnd::Done);
+    sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (99, 99)"_s);
+    PostgresStore store;
+    store.open(settingsFor(connection));
+    EXPECT_EQ(store.reach().end, HandOverEnd::Unreachable);
+    expectAllWait(store);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.checks"_s), u"0"_s);
+    sql(u"DROP SCHEMA orva CASCADE"_s); // under a session that has found it usable
+    expectAllWait(connected);
 }
 
 TEST_F(Upkeep, nobodyThereAndSilenceAreSaidInTimeAndNothingCountsAsSent)

@@ -203,12 +203,15 @@ TEST_F(DatabaseFile, AnErrorNamesFileCauseAndWhatToDo)
 
 TEST_F(DatabaseFile, ANewerSchemaIsRefusedAndLeftAlone)
 {
+    const int known = poshost::Database::schemaVersion();
     {
         poshost::Database database(file);
-        database.execute(u"PRAGMA user_version = %1"_s.arg(poshost::Database::schemaVersion() + 1));
+        database.execute(u"PRAGMA user_version = %1"_s.arg(known + 1));
     }
+    const QString words =
+        u"файл записан более новой программой (схема %1, известна %2); обновите"_s;
     EXPECT_THAT(databaseErrorOf([&] { const poshost::Database database(file); }),
-                HasSubstr("файл записан более новой программой (схема 6, известна 5); обновите"));
+                HasSubstr(words.arg(known + 1).arg(known).toStdString()));
 }
 
 TEST_F(DatabaseFile, AVersionThatIsNotTheFilesIsRefusedAndTheFileLeftAlone)

@@ -4,6 +4,7 @@
 // The database, the disk that it lies on and the queue in it.
 
 #include "host/queue/outgoingqueue.h"
+#include "tests/support/olderdatabase.h"
 #include "tests/unit/till/doctor/disk.h"
 #include "tests/unit/till/doctor/printedmend.h"
 #include "tests/unit/till/doctor/row.h"
@@ -211,12 +212,7 @@ TEST(Doctor, hasTheDatabasesFolderMade)
 TEST(Doctor, letsAnOlderDatabaseBe)
 {
     Scene scene;
-    scene.inDatabase([](poshost::Database& database) {
-        database.execute(u"DROP INDEX checks_last"_s);
-        database.execute(u"DROP INDEX queue_due"_s);
-        database.execute(u"CREATE INDEX checks_recent ON checks(state, type, updated_at)"_s);
-        database.execute(u"PRAGMA user_version = 3"_s);
-    });
+    scene.inDatabase(tests::makeOlder);
     const till::doctor::Report report = scene.examine();
     EXPECT_EQ(report.count(till::doctor::Mark::Fails), 0) << report.text().toStdString();
     EXPECT_EQ(Scene::marksOf(report).value(u"database.schema"_s), u"skipped"_s);
