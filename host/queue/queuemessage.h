@@ -29,14 +29,22 @@ struct HOST_EXPORT QueueMessage
 
     /// Takes a message as a plug-in gives it: "payload" (text), "headers" and "urls" (maps of
     /// texts). Other keys mean nothing to the queue and are not kept.
+    /// @param message the plug-in's map
+    /// @return the message as it is to be stored
     static QueueMessage fromMap(const QVariantMap& message);
     /// Whether that is the JSON of an object of texts, as headers and urls are.
+    /// @param json what was stored or handed over
+    /// @return false for other values and for what is no JSON
     static bool isTextObject(const QByteArray& json);
     /// The addresses in the order in which they are posted to: by ascending number. Keys that are
     /// no numbers from 0 up name no step.
+    /// @param urls number -> address, JSON
+    /// @return empty when no step is named
     static QStringList addressesOf(const QByteArray& urls);
     /// The headers to send.
+    /// @param headers name -> value, JSON
     /// @param authorization added as "Authorization" when not empty
+    /// @return name -> value
     static QHash<QString, QString> headersOf(const QByteArray& headers,
                                              const QString& authorization);
 };

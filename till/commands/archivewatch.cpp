@@ -12,8 +12,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 
 using namespace Qt::StringLiterals;
 
@@ -26,14 +24,6 @@ Q_LOGGING_CATEGORY(logArchive, "poshost.archive", QtInfoMsg)
 constexpr std::chrono::hours untilNextLook(1);
 /// Who sells meanwhile has the disk nearly for itself.
 constexpr int restsAStep = 10;
-
-void rest(std::chrono::milliseconds time, const std::stop_token& ended)
-{
-    std::mutex mutex;
-    std::condition_variable_any wake;
-    std::unique_lock lock(mutex);
-    wake.wait_for(lock, ended, time, [] { return false; });
-}
 
 } // namespace
 
@@ -68,6 +58,12 @@ void ArchiveWatch::work(const std::stop_token& ended) const
         constexpr qint64 shortest = 50;
         rest(std::chrono::milliseconds(std::max(shortest, restsAStep * time.elapsed())), ended);
     }
+}
+
+void ArchiveWatch::rest(std::chrono::milliseconds time, const std::stop_token& ended) const
+{
+    std::unique_lock lock(resting);
+    wake.wait_for(lock, ended, time, [] { return false; });
 }
 
 } // namespace till

@@ -5,6 +5,9 @@
 
 #include <QString>
 
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <stop_token>
 #include <thread>
 
@@ -25,9 +28,12 @@ public:
 private:
     void run(const std::stop_token& ended) const;
     void work(const std::stop_token& ended) const;
+    void rest(std::chrono::milliseconds time, const std::stop_token& ended) const;
 
     const QString database;
     const int keepDays;
+    mutable std::mutex resting;
+    mutable std::condition_variable_any wake;
     std::jthread thread; ///< last: it uses the others, and ends first
 };
 
