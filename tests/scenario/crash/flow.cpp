@@ -187,18 +187,11 @@ Flow starting()
 
 QList<Flow> allFlows(int repetitions)
 {
-    return {selling(repetitions),
-            spending(repetitions),
-            returning(repetitions),
-            returningAtOnce(repetitions),
-            suspending(repetitions),
-            rollingBack(repetitions),
-            delivering(repetitions),
-            reauthorizing(repetitions),
-            deliveringInLanes(repetitions),
-            handingOver(repetitions),
-            fallingBack(repetitions),
-            migrating(repetitions),
-            archiving(repetitions),
-            starting()};
+    return {selling(repetitions),           spending(repetitions),
+            returning(repetitions),         returningAtOnce(repetitions),
+            suspending(repetitions),        rollingBack(repetitions),
+            delivering(repetitions),        reauthorizing(repetitions),
+            deliveringInLanes(repetitions), handingOver(repetitions),
+            fallingBack(repetitions),       migrating(repetitions),
+            archiving(repetitions),         starting()};
 }
