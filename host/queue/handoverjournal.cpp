@@ -14,6 +14,7 @@
 #include "host/services/currenttime.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace poshost {
@@ -43,7 +44,8 @@ const QString selectBegun =
     "ORDER BY m.id LIMIT ?2"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
 /// A message that waits for the server may go at once. A return whose sale is about to go ends what
-/// is taken, so that nothing of its lane passes it; one whose sale does not go is left out.
+/// is taken, so that nothing of its lane passes it; one whose sale does not go, or is the till's to
+/// deliver, is left out.
 const QString selectFresh =
     u"SELECT m.id, EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
     "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
@@ -53,7 +55,8 @@ const QString selectFresh =
     "OR m.handed_again_at > ?2 + %1) "
     "AND NOT EXISTS (SELECT 1 FROM queue_dependencies d JOIN queue_messages o "
     "ON o.id = d.depends_on WHERE d.message_id = m.id AND o.id < m.id "
-    "AND o.state <> 'delivered' AND (o.state <> 'waiting' OR o.handed_again_at IS NOT NULL)) "
+    "AND o.state <> 'delivered' "
+    "AND (o.state <> 'waiting' OR o.handed_again_at IS NOT NULL OR o.handover = 0)) "
     "ORDER BY m.id LIMIT ?3"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);
 
 const QString selectMessage =
@@ -161,20 +164,28 @@ QList<qint64> HandOverJournal::dueIds(int most)
         }
     }
     QList<qint64> fresh;
+    qint64 end = std::numeric_limits<qint64>::max();
     for (const qint64 account : std::as_const(accounts)) {
-        fresh += dueOfAccount(account, now, most);
+        fresh += dueOfAccount(account, now, most, end);
     }
+    fresh.removeIf([end](qint64 id) { return id >= end; }); // a lane may have several accounts
     std::sort(fresh.begin(), fresh.end());
     return ids + fresh.first(std::min(fresh.size(), most - ids.size()));
 }
 
-QList<qint64> HandOverJournal::dueOfAccount(qint64 accountId, qint64 now, int most)
+/// @param end becomes the return that ends what is taken, if there is one before it
+QList<qint64> HandOverJournal::dueOfAccount(qint64 accountId, qint64 now, int most, qint64& end)
 {
     QList<qint64> ids;
     Statement statement(database, selectFresh);
     statement.bind(accountId).bind(now).bind(most);
-    while (statement.next() && !statement.value(1).toBool()) {
-        ids.append(statement.value(0).toLongLong());
+    while (statement.next()) {
+        const qint64 id = statement.value(0).toLongLong();
+        if (statement.value(1).toBool()) {
+            end = std::min(end, id);
+            break;
+        }
+        ids.append(id);
     }
     return ids;
 }

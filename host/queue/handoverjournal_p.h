@@ -50,7 +50,7 @@ public:
 
 private:
     QList<qint64> dueIds(int most);
-    QList<qint64> dueOfAccount(qint64 accountId, qint64 now, int most);
+    QList<qint64> dueOfAccount(qint64 accountId, qint64 now, int most, qint64& end);
     std::optional<HandOverEntry> read(qint64 messageId, const QString& shop);
     void note(QList<HandOverEntry>& entries, const QList<qint64>& own);
     void park(qint64 messageId, const poshost::Message& why);

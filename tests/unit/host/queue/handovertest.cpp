@@ -33,9 +33,9 @@ protected:
     ~HandingOver() override { poshost::registerClosedChecks(nullptr); }
 
     /// Queues the message of a check, both of one name.
-    qint64 close(const QString& name)
+    qint64 close(const QString& name, const QString& authorization = u"Basic one"_s)
     {
-        broker.addToQueue(u"orva"_s, queuedMessage(name), name);
+        broker.addToQueue(u"orva"_s, queuedMessage(name, authorization), name);
         const qint64 id = queue.lastAddedId();
         queue.putIntoLane(id, u"card "_s + name);
         return id;
@@ -274,6 +274,41 @@ TEST_F(HandingOver, OfAReturnComesBehindItsSale)
     store.ends.clear();
     deliverAfter(minute);
     EXPECT_EQ(store.order, QStringList({u"sale"_s, u"return"_s}));
+}
+
+TEST_F(HandingOver, EndsAPartBeforeAReturnWhoseSaleIsInIt)
+{
+    const qint64 sale = close(u"sale"_s);
+    const qint64 giveBack = close(u"return"_s);
+    const qint64 behind = close(u"behind"_s);
+    const qint64 newPassword = close(u"newPassword"_s, u"Basic two"_s);
+    for (const qint64 id : {giveBack, behind, newPassword}) {
+        queue.putIntoLane(id, u"card sale"_s);
+    }
+    queue.addDependency(giveBack, sale);
+    QList<qsizetype> parts;
+    store.beforeKeeping = [&](const QList<orvastore::HandedCheck>& checks) {
+        parts.append(checks.size());
+    };
+    deliver();
+    EXPECT_EQ(store.order, QStringList({u"sale"_s, u"return"_s, u"behind"_s, u"newPassword"_s}));
+    EXPECT_EQ(parts, QList<qsizetype>({1, 3}));
+}
+
+TEST_F(HandingOver, DoesNotWaitForAReturnWhoseSaleTheTillDelivers)
+{
+    const qint64 stray = add(u"stray"_s);
+    const qint64 giveBack = close(u"return"_s);
+    close(u"behind"_s);
+    queue.addDependency(giveBack, stray);
+    server.setScript([](const Request&) { return Reply{503}; });
+    deliver();
+    EXPECT_EQ(store.order, QStringList(u"behind"_s));
+    EXPECT_EQ(stateOf(giveBack), waits);
+    server.setScript([](const Request&) { return Reply{}; });
+    deliverAfter(hour);
+    deliverAfter(hour);
+    EXPECT_EQ(store.order, QStringList({u"behind"_s, u"return"_s}));
 }
 
 TEST_F(HandingOver, KeepsAReturnOfWhatTheStoreHasFromFallingBack)
