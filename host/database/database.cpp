@@ -18,7 +18,11 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QThread>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace poshost {
 
@@ -44,6 +48,37 @@ void tightenRights(const QString& file)
                       : u"Файл %1 доступен другим пользователям; закройте доступ (chmod 600)"_s)
                .arg(file);
 }
+
+/// Lets those who share a database open it one after the other. SQLite makes the log first and
+/// gives the group its rights then: who opened it in between might only read it. Locks the folder,
+/// where nothing has to be made for it; without the lock opening goes on, by its own luck.
+class OpeningTurn
+{
+public:
+    OpeningTurn(const QString& file, const QDeadlineTimer& deadline)
+    {
+        if ((databasefile::rightsOf(file) & S_IRWXG) == 0) {
+            return;
+        }
+        const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
+        descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        while (descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 &&
+               errno == EWOULDBLOCK && !deadline.hasExpired()) {
+            QThread::msleep(1);
+        }
+    }
+    ~OpeningTurn()
+    {
+        if (descriptor >= 0) {
+            ::close(descriptor);
+        }
+    }
+    OpeningTurn(const OpeningTurn&) = delete;
+    OpeningTurn& operator=(const OpeningTurn&) = delete;
+
+private:
+    int descriptor = -1;
+};
 
 } // namespace
 
@@ -110,13 +145,14 @@ void Database::Connection::requireSound() const
     }
 }
 
-void Database::Connection::switchToLog(int busyMilliseconds)
+void Database::Connection::switchToLog(bool isNew, int busyMilliseconds)
 {
+    // free pages can be given back bit by bit; later only forgetDeleted changes that
+    const char* const sql = isNew ? "PRAGMA auto_vacuum = INCREMENTAL; PRAGMA journal_mode = WAL"
+                                  : "PRAGMA journal_mode = WAL";
     const QDeadlineTimer deadline(busyMilliseconds);
-    // SQLite makes the log first and gives the group its rights then
     const bool isShared = (databasefile::rightsOf(file) & S_IRWXG) != 0;
-    while (sqlite3_exec(handle, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr) !=
-           SQLITE_OK) {
+    while (sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
         const int error = sqlite3_errcode(handle);
         const bool mayPass = error == SQLITE_BUSY || (isShared && error == SQLITE_CANTOPEN);
         if (!mayPass || deadline.hasExpired()) {
@@ -136,13 +172,12 @@ Database::Database(const QString& fileName, const std::function<void(Database&)>
 {
     const QString& file = connection->file;
     databasefile::requireNotEmptied(file);
+    // until the tables were read: only that opens the log
+    const OpeningTurn turn(file, QDeadlineTimer(busyMilliseconds));
     databasefile::createBeside(file);
     const bool isNew = QFileInfo(file).size() == 0;
     connection->open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, busyMilliseconds);
-    if (isNew) { // free pages can be given back bit by bit; later only forgetDeleted changes that
-        execute(u"PRAGMA auto_vacuum = INCREMENTAL"_s);
-    }
-    connection->switchToLog(busyMilliseconds);
+    connection->switchToLog(isNew, busyMilliseconds);
     execute(u"PRAGMA synchronous = FULL"_s);
     execute(u"PRAGMA foreign_keys = ON"_s);
     // a statement that could fail in the middle would otherwise take 64 KiB for undoing it

@@ -33,7 +33,8 @@ public:
     void open(const QString& name, int flags, int busyMilliseconds);
     /// Turns the write-ahead log on. Two connections that open a new file at the same time may meet
     /// here, where SQLite does not wait by itself.
-    void switchToLog(int busyMilliseconds);
+    /// @param isNew nothing is in the file yet: it becomes one that can give free pages back
+    void switchToLog(bool isNew, int busyMilliseconds);
     /// Marks an open transaction as one that cannot be committed any more and throws
     /// "databaseError" with what SQLite says about its last call.
     [[noreturn]] void fail();

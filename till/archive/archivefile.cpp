@@ -95,9 +95,14 @@ void syncNameOf(const QString& path)
 qint64 append(const QString& path, qint64 length, const QList<ArchivedCheck>& checks)
 {
     QFile file(path);
-    const bool isNew = !file.exists();
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered,
-                   poshost::Database::rightsOf(path))) {
+    const bool isNew = length == 0;
+    if (isNew) {
+        file.remove(); // of a process that was killed; it may be another account's alone
+    }
+    const QFile::Permissions rights = poshost::Database::rightsOf(path);
+    // whatever the mask of the process, which decides about open
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered, rights) ||
+        (isNew && !file.setPermissions(rights))) {
         failToWrite(path, file.errorString());
     }
     if (file.size() < length) {

@@ -13,7 +13,10 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -23,14 +26,32 @@ namespace {
 constexpr QDir::Filters onlyFiles = QDir::Files | QDir::NoDotAndDotDot;
 const QString ending = u".checks"_s;
 
-/// As many rights for the folder as the database's file has, and the right to enter it.
-QFile::Permissions folderRights(const QString& databaseFile)
+/// As many rights for the folder as the database's file has, and the right to enter it. A group has
+/// it whole: with the set-group-ID bit, by which what is made in it belongs to that group too.
+mode_t folderRights(const QString& databaseFile)
 {
-    QFile::Permissions rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    if (poshost::Database::rightsOf(databaseFile).testFlag(QFile::WriteGroup)) {
-        rights |= QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup;
+    const bool isShared = poshost::Database::rightsOf(databaseFile).testFlag(QFile::WriteGroup);
+    return S_IRWXU | (isShared ? S_ISGID | S_IRWXG : 0);
+}
+
+/// Whatever the mask of the process, which decides about mkdir.
+bool make(const QByteArray& folder, mode_t rights)
+{
+    return ::mkdir(folder.constData(), S_IRWXU) == 0 && ::chmod(folder.constData(), rights) == 0;
+}
+
+/// Another account may look just then: the folder gets its name once it has its rights. Does
+/// nothing where another process was quicker.
+bool makeForOthers(const QByteArray& folder, mode_t rights)
+{
+    const QByteArray unnamed = folder + ".new-" + QByteArray::number(::getpid());
+    ::rmdir(unnamed.constData()); // of a process that was killed
+    const bool made =
+        make(unnamed, rights) && ::rename(unnamed.constData(), folder.constData()) == 0;
+    if (!made) {
+        ::rmdir(unnamed.constData());
     }
-    return rights;
+    return made;
 }
 
 void makeFolder(const QString& folder, const QString& databaseFile)
@@ -38,13 +59,14 @@ void makeFolder(const QString& folder, const QString& databaseFile)
     if (QFileInfo(folder).isDir()) {
         return;
     }
-    if (!QDir().mkdir(folder, folderRights(databaseFile)) && !QFileInfo(folder).isDir()) {
+    const mode_t rights = folderRights(databaseFile);
+    const QByteArray name = QFile::encodeName(folder);
+    const bool made = rights == S_IRWXU ? make(name, rights) : makeForOthers(name, rights);
+    if (!made && !QFileInfo(folder).isDir()) {
         throw Failure(Text::tr("The folder %1 cannot be made; see to the rights of the one that "
                                "it stands in.")
                           .arg(folder));
     }
-    // whatever the mask of the process, which decides about mkdir
-    QFile::setPermissions(folder, folderRights(databaseFile));
     archivefile::syncNameOf(folder);
 }
 
