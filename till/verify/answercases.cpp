@@ -42,7 +42,7 @@ void isAnAmount(Bench& bench, const Reading& answer, qsizetype element, const Na
         return;
     }
     const QString text = answer.xml().elements().at(found).text;
-    const QString last = names.last();
+    const QString& last = names.last();
     const bool mayBeNegative = last == names::awardBonus || last == names::balance;
     const std::optional<qint64> kopecks = readAmount(text);
     bench.expectThat(kopecks && (mayBeNegative || *kopecks >= 0), answer.path(element, names),
