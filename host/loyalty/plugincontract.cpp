@@ -47,7 +47,7 @@ private:
         if (place > size || size - place < sizeof(Part)) {
             return std::nullopt;
         }
-        Part part;
+        Part part{};
         std::memcpy(&part, bytes.data() + place, sizeof(Part));
         return part;
     }

@@ -41,8 +41,8 @@ bool namesPassword(const QString& database)
 {
     const qsizetype at = database.indexOf(u'@');
     const qsizetype scheme = database.indexOf("://"_L1);
-    const bool inAddress =
-        scheme >= 0 && at > scheme && database.mid(scheme + 3, at - scheme - 3).contains(u':');
+    const bool inAddress = scheme >= 0 && at > scheme &&
+                           QStringView(database).mid(scheme + 3, at - scheme - 3).contains(u':');
     return inAddress || database.contains("password"_L1, Qt::CaseInsensitive);
 }
 

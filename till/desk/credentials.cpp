@@ -33,16 +33,21 @@ public:
 
 } // namespace
 
-Credentials Credentials::of(BasicLoyaltySystem& system)
+void confirmEmptyReturn(BasicLoyaltySystem& system)
 {
-    CatchingBroker broker;
-    const QScopedValueRollback<DBQueueBroker*> inPlace(Singleton<DBQueueBroker>::instance, &broker);
     const Check check = Check::create(EDocumentType::ReturnBySale, 0, {});
     check.document->addCardRecord(Check::newCardRecord(QString(), system.getLoyaltySystemType()));
     system.setDocument(check.document);
     system.commit(check.document);
     system.rollback(check.document);
     system.setDocument({});
+}
+
+Credentials Credentials::of(BasicLoyaltySystem& system)
+{
+    CatchingBroker broker;
+    const QScopedValueRollback<DBQueueBroker*> inPlace(Singleton<DBQueueBroker>::instance, &broker);
+    confirmEmptyReturn(system);
     const QString authorization = broker.headers.value(u"Authorization"_s).toString();
     if (authorization.isEmpty()) {
         throw Failure(Text::tr("The loyalty system has no credentials; write user, password and "

@@ -5,12 +5,12 @@
 
 #include "host/database/database.h"
 #include "host/http/operationbudget.h"
-#include "host/loyalty/basicloyaltysystem.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
 #include "host/services/config.h"
 #include "host/services/sessioncontext.h"
 #include "till/desk/cashdesk.h"
+#include "till/desk/credentials.h"
 #include "till/desk/pluginhost.h"
 #include "till/failure.h"
 #include "till/text.h"
@@ -63,14 +63,8 @@ Counter::~Counter()
 /// three addresses and the headers, which only the plug-in knows.
 void Counter::learnWays()
 {
-    BasicLoyaltySystem& system = plugin->loyaltySystem();
     broker->stores = false;
-    const Check check = Check::create(EDocumentType::ReturnBySale, 0, {});
-    check.document->addCardRecord(Check::newCardRecord(QString(), system.getLoyaltySystemType()));
-    system.setDocument(check.document);
-    system.commit(check.document);
-    system.rollback(check.document);
-    system.setDocument({});
+    confirmEmptyReturn(plugin->loyaltySystem());
     broker->stores = true;
     const QVariantMap urls = broker->last.value(u"urls"_s).toMap();
     known.precheck = QUrl(urls.value(u"0"_s).toString());

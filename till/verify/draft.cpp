@@ -34,6 +34,18 @@ void Draft::setText(QDomElement element, const QString& text)
     element.appendChild(document.createTextNode(text));
 }
 
+void Draft::setReached(QDomElement from, const Names& way, const QString& text)
+{
+    for (const QString& name : way) {
+        QDomElement next = from.firstChildElement(name);
+        if (next.isNull()) {
+            next = from.appendChild(document.createElement(name)).toElement();
+        }
+        from = next;
+    }
+    setText(from, text);
+}
+
 QDomElement Draft::lineAt(int line) const
 {
     QDomElement at = reached(document.documentElement(), {names::items, names::rawItem});
@@ -45,29 +57,13 @@ QDomElement Draft::lineAt(int line) const
 
 Draft& Draft::set(const Names& way, const QString& text)
 {
-    QDomElement at = document.documentElement();
-    for (const QString& name : way) {
-        QDomElement next = at.firstChildElement(name);
-        if (next.isNull()) {
-            next = at.appendChild(document.createElement(name)).toElement();
-        }
-        at = next;
-    }
-    setText(at, text);
+    setReached(document.documentElement(), way, text);
     return *this;
 }
 
 Draft& Draft::setInLine(int line, const Names& way, const QString& text)
 {
-    QDomElement at = lineAt(line);
-    for (const QString& name : way) {
-        QDomElement next = at.firstChildElement(name);
-        if (next.isNull()) {
-            next = at.appendChild(document.createElement(name)).toElement();
-        }
-        at = next;
-    }
-    setText(at, text);
+    setReached(lineAt(line), way, text);
     return *this;
 }
 

@@ -37,6 +37,8 @@ public:
 private:
     QDomElement lineAt(int line) const;
     static QDomElement reached(QDomElement from, const Names& names);
+    /// Sets the text of what the way leads to from there; what is missing on it is added.
+    void setReached(QDomElement from, const Names& way, const QString& text);
     void setText(QDomElement element, const QString& text);
 
     QDomDocument document;

@@ -129,7 +129,7 @@ void asksAgain(Bench& bench)
                      QString::number(first.lines().size()), QString::number(second.lines().size()));
     for (qsizetype i = 0; i < first.lines().size(); ++i) {
         const qsizetype line = second.lines().at(i);
-        for (const QString name : {names::discount, names::awardBonus}) {
+        for (const QLatin1String name : {names::discount, names::awardBonus}) {
             bench.expectAmount(second.path(line, award(name)),
                                granted(first, first.lines().at(i), name),
                                granted(second, line, name));

@@ -15,9 +15,20 @@ namespace {
 
 namespace names = protocol::names;
 
-const Names paid{names::payments, names::rawCheckPayment, names::amount};
-const Names usedDiscount{names::usedAwards, names::rawItemUsedAwards, names::usedDiscount};
-const Names usedPoints{names::usedAwards, names::rawItemUsedAwards, names::usedBonusInCurrency};
+Names paid()
+{
+    return {names::payments, names::rawCheckPayment, names::amount};
+}
+
+Names usedDiscount()
+{
+    return {names::usedAwards, names::rawItemUsedAwards, names::usedDiscount};
+}
+
+Names usedPoints()
+{
+    return {names::usedAwards, names::rawItemUsedAwards, names::usedBonusInCurrency};
+}
 
 QString more(const QString& text, qint64 kopecks)
 {
@@ -47,7 +58,7 @@ void paidIsWrong(Bench& bench, qint64 by)
 {
     const Papers papers = bench.sold(bench.basket());
     Draft draft(papers.confirmation);
-    isRefused(bench, papers, draft.set(paid, more(draft.text(paid), by)).bytes());
+    isRefused(bench, papers, draft.set(paid(), more(draft.text(paid()), by)).bytes());
 }
 
 /// Uses a kopeck more than all that was granted on the first line, and pays that much less.
@@ -65,7 +76,7 @@ void usesMore(Bench& bench, const Names& used, const QString& granted, const QSt
     draft.setInLine(0, used, amount::moneyText(most + 1));
     const Booking after = Booking::of(draft.bytes());
     const qint64 less = after.discount + after.spent - before.discount - before.spent;
-    isRefused(bench, papers, draft.set(paid, more(draft.text(paid), -less)).bytes());
+    isRefused(bench, papers, draft.set(paid(), more(draft.text(paid()), -less)).bytes());
 }
 
 void isAnotherCheck(Bench& bench, Draft& (*change)(Draft&, const Bench&))
@@ -80,7 +91,7 @@ Draft& dearer(Draft& draft, const Bench&)
 {
     return draft.setInLine(0, {names::total}, more(draft.textInLine(0, {names::total}), 100))
         .set({names::total}, more(draft.text({names::total}), 100))
-        .set(paid, more(draft.text(paid), 100));
+        .set(paid(), more(draft.text(paid()), 100));
 }
 
 void neverPrechecked(Bench& bench, Reply (Bench::*step)(const QByteArray&))
@@ -103,7 +114,7 @@ void correctedIsTaken(Bench& bench)
     const qint64 before = bench.balance(bench.card());
     const Papers papers = bench.sold(bench.basket());
     Draft wrong(papers.confirmation);
-    const Reply refused = bench.pay(wrong.set(paid, more(wrong.text(paid), 1)).bytes());
+    const Reply refused = bench.pay(wrong.set(paid(), more(wrong.text(paid()), 1)).bytes());
     if (refused.status != 424) {
         Bench::cannot(Text::tr("the server does not refuse a wrong payment"));
     }
@@ -120,7 +131,7 @@ void earlierTryStands(Bench& bench)
     const Papers papers = bench.sold(bench.basket());
     bench.mayBeBooked(papers);
     Draft wrong(papers.confirmation);
-    wrong.set(paid, more(wrong.text(paid), 1));
+    wrong.set(paid(), more(wrong.text(paid()), 1));
     if (bench.pay(papers.confirmation).status != 200 || bench.pay(wrong.bytes()).status != 424) {
         Bench::cannot(Text::tr("the server does not refuse a wrong payment"));
     }
@@ -193,9 +204,11 @@ const Case rows[] = {
     {"payment-agrees.kopeck-less", "payment-agrees", [](Bench& bench) { paidIsWrong(bench, -1); }},
     {"try-judges.payment", "try-judges", [](Bench& bench) { paidIsWrong(bench, 100); }},
     {"used-within-granted.discount", "used-within-granted",
-     [](Bench& bench) { usesMore(bench, usedDiscount, names::discount, names::discountOnChange); }},
+     [](Bench& bench) {
+         usesMore(bench, usedDiscount(), names::discount, names::discountOnChange);
+     }},
     {"used-within-granted.points", "used-within-granted",
-     [](Bench& bench) { usesMore(bench, usedPoints, names::allowBonusInCurrency, {}); }},
+     [](Bench& bench) { usesMore(bench, usedPoints(), names::allowBonusInCurrency, {}); }},
     {"same-check.other-card", "same-check",
      [](Bench& bench) {
          isAnotherCheck(bench, [](Draft& draft, const Bench& at) -> Draft& {

@@ -116,7 +116,7 @@ void answersWithWhatIsTakenBack(Bench& bench)
         bench.expectAmount(answer.path(found, awards + Names{names::awardBonus}),
                            -line.takenBackKopecks,
                            answer.amountIn(found, awards + Names{names::awardBonus}).value_or(0));
-        for (const QString name :
+        for (const QLatin1String name :
              {names::discount, names::discountOnChange, names::allowBonusInCurrency}) {
             bench.expectAmount(answer.path(found, awards + Names{name}), 0,
                                answer.amountIn(found, awards + Names{name}).value_or(0));

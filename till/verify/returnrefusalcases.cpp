@@ -16,8 +16,10 @@ namespace {
 namespace names = protocol::names;
 
 constexpr qint64 piece = 1000;
-const Names givenBack{names::returnedAwards, names::rawItemReturnedAwards,
-                      names::usedBonusInCurrency};
+Names givenBack()
+{
+    return {names::returnedAwards, names::rawItemReturnedAwards, names::usedBonusInCurrency};
+}
 
 QString more(const QString& text, qint64 kopecks)
 {
@@ -66,7 +68,7 @@ Draft& fourPieces(Draft& draft, const Bench&)
     return draft.setInLine(0, {names::returnedQuantity}, u"4.000"_s)
         .setInLine(0, {names::total}, u"133.32"_s)
         .set({names::total}, u"133.32"_s)
-        .setInLine(0, givenBack, u"62.67"_s);
+        .setInLine(0, givenBack(), u"62.67"_s);
 }
 
 /// One piece is left, and two come back.
@@ -161,7 +163,7 @@ const Case rows[] = {
     {"return-shares-agree.points", "return-shares-agree",
      [](Bench& bench) {
          isRefused(bench, [](Draft& draft, const Bench&) -> Draft& {
-             return draft.setInLine(0, givenBack, more(draft.textInLine(0, givenBack), 1));
+             return draft.setInLine(0, givenBack(), more(draft.textInLine(0, givenBack()), 1));
          });
      }},
     {"return-shares-agree.points-left-out", "return-shares-agree",

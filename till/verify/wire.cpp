@@ -187,7 +187,7 @@ void Wire::guard(const QUrl& url) const
 
 Reply Wire::send(const Outgoing& request) const
 {
-    return sendKept({request}).first();
+    return sendKept({request}).constFirst();
 }
 
 QList<Reply> Wire::sendKept(const QList<Outgoing>& requests) const
@@ -214,7 +214,7 @@ QList<Reply> Wire::sendTogether(const QList<Outgoing>& requests) const
     Reply* const results = replies.data();
     for (qsizetype i = 0; i < requests.size(); ++i) {
         threads.emplace_back([this, &request = requests.at(i), &result = results[i]] {
-            result = sendKept({request}).first();
+            result = sendKept({request}).constFirst();
         });
     }
     threads.clear(); // waits
