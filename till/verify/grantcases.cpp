@@ -37,7 +37,7 @@ qint64 discountOf(const Reading& answer, qsizetype line)
 }
 
 /// Asks for the lines of a sale, of which each may keep so much of its total from discounts.
-void forEachLine(Bench& bench, Draft request,
+void forEachLine(Bench& bench, const Draft& request,
                  void (*judge)(Bench&, const Draft&, int line, const Reading&, qsizetype found))
 {
     const Reading answer = bench.answered(request.bytes());
