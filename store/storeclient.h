@@ -59,7 +59,7 @@ struct HandedCheck
 /// How handing over one check has ended.
 enum class HandOverEnd
 {
-    Done,        ///< durable in the store, now or by an earlier call
+    Done, ///< durable in the store, now or by an earlier call
     /// The store keeps nothing of this call, for certain, and takes no check at present: it is
     /// away, full, read-only, or of a version that this program cannot work with. The check waits,
     /// and no later one of its lane may go before it.

@@ -30,9 +30,9 @@ TEST(KnownKeys, areThoseOfThePluginOfTheHostAndOfWhoeverRegisters)
     EXPECT_EQ(knownkeys::tables().first(), u"http"_s);
     const PluginKeys plugin(QStringLiteral(ORVA_PLUGIN_SOURCE));
     const Shelf shelf({{.table = u"shelf"_s, .key = u"height"_s, .kind = ConfigKey::Kind::Number}});
-    EXPECT_EQ(knownkeys::tables(), QStringList({u"Orva"_s, u"http"_s, u"queue"_s, u"store"_s,
-                                                u"till"_s, u"recording"_s, u"verify"_s,
-                                                u"shelf"_s}));
+    EXPECT_EQ(knownkeys::tables(),
+              QStringList({u"Orva"_s, u"http"_s, u"queue"_s, u"store"_s, u"till"_s, u"recording"_s,
+                           u"verify"_s, u"shelf"_s}));
     const Configured configured("[shelf]\nheight = 3\n");
     EXPECT_TRUE(Singleton<Config>::instance->warnings().isEmpty());
     Config config;
