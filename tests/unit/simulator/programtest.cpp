@@ -3,7 +3,7 @@
 
 #include "simulator/ledger/database.h"
 #include "simulator/rules/rulesreader.h"
-#include "tests/unit/simulator/testchecks.h"
+#include "tests/unit/simulator/programfixture.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -30,90 +30,6 @@ using namespace Qt::StringLiterals;
 
 namespace simulator::test {
 namespace {
-
-constexpr int patience = 30'000; // milliseconds; an upper bound, not a wait
-
-/// orva-simulator as a process with its data in a temporary folder.
-class Program : public testing::Test
-{
-protected:
-    ~Program() override
-    {
-        if (process.state() != QProcess::NotRunning) {
-            process.kill();
-            process.waitForFinished(patience);
-        }
-    }
-
-    void configure(QProcess& target, const QStringList& arguments) const
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"XDG_DATA_HOME"_s, folder.path());
-        target.setProcessEnvironment(environment);
-        target.setProgram(QStringLiteral(ORVA_SIMULATOR_PROGRAM));
-        target.setArguments(arguments);
-    }
-
-    /// Starts the server and returns its port once it listens.
-    int serve(const QStringList& arguments = {})
-    {
-        configure(process, QStringList{u"--port"_s, u"0"_s} + arguments);
-        process.start();
-        while (!process.canReadLine()) {
-            if (!process.waitForReadyRead(patience)) {
-                ADD_FAILURE() << "no line: " << process.readAllStandardError().toStdString();
-                return 0;
-            }
-        }
-        const QString line = QString::fromUtf8(process.readLine()).trimmed();
-        EXPECT_TRUE(line.startsWith(u"Listening on http://127.0.0.1:")) << line.toStdString();
-        return QUrl(line.section(u' ', -1)).port();
-    }
-
-    struct Outcome
-    {
-        int exitCode;
-        QString output;
-        QString errors;
-    };
-
-    [[nodiscard]] Outcome run(const QStringList& arguments) const
-    {
-        QProcess other;
-        configure(other, arguments);
-        other.start();
-        EXPECT_TRUE(other.waitForFinished(patience)) << other.errorString().toStdString();
-        return {other.exitCode(), QString::fromUtf8(other.readAllStandardOutput()),
-                QString::fromUtf8(other.readAllStandardError())};
-    }
-
-    [[nodiscard]] QString write(const QString& name, const QByteArray& text) const
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
-    }
-
-    static httplib::Result send(int port, const char* endpoint, const QByteArray& body)
-    {
-        httplib::Client client("127.0.0.1", port);
-        client.set_read_timeout(20);
-        const Request request = post(endpoint, body);
-        return client.Post(request.path.toStdString(),
-                           {{"Authorization", request.authorization.toStdString()}},
-                           body.toStdString(), "application/xml");
-    }
-
-    QTemporaryDir folder;
-    QProcess process;
-};
-
-/// Sends a check's confirmation and returns the status; 0 without an answer.
-int statusOf(const httplib::Result& result)
-{
-    return result ? result->status : 0;
-}
 
 TEST_F(Program, isReadyWithoutAConfigurationAndStopsOnSigterm)
 {
@@ -323,48 +239,6 @@ constexpr qint64 instrumentation = 6;
 #else
 constexpr qint64 instrumentation = 1;
 #endif
-
-TEST_F(Program, deviatesAsItIsToldAndLetsOthersReadTheBody)
-{
-    const int port = serve({u"--deviate"_s, u"comma-decimals"_s, u"--deviate"_s,
-                            u"points-unscaled"_s, u"--deviate"_s, u"any-password"_s});
-    const TextCheck sale{
-        u"s"_s, u"2200000000017"_s, u"100.00"_s, {{u"1"_s, u"1000"_s, u"1.000"_s, u"100.00"_s}}};
-    const auto answer = send(port, "precheck", document(sale));
-    ASSERT_TRUE(answer);
-    const QByteArray granted = QByteArray::fromStdString(answer->body);
-    EXPECT_EQ(valueAt(granted, u"items/RawItem/awards/RawItemAwards/awardBonus"_s), u"4,75"_s);
-    const QByteArray body = confirmation(granted, {{u"1"_s, {u"5.00"_s, u"45.00"_s}}}, u"50.00"_s);
-    httplib::Client stranger("127.0.0.1", port);
-    for (const char* endpoint : {"paymenttry", "checkconfirm"}) {
-        const auto done =
-            stranger.Post(post(endpoint, body).path.toStdString(), {{"Authorization", "Basic x"}},
-                          body.toStdString(), "application/xml");
-        ASSERT_TRUE(done);
-        EXPECT_EQ(done->status, 200) << endpoint << ": " << done->body;
-    }
-    EXPECT_TRUE(run({u"ledger"_s, u"--csv"_s}).output.contains(u"4.75"_s)) << "half of it is sound";
-}
-
-TEST_F(Program, listsItsDeviationsAndKnowsNoOthers)
-{
-    const Outcome list = run({u"--deviate"_s, u"list"_s});
-    EXPECT_EQ(list.exitCode, 0);
-    const Outcome lines = run({u"--deviate"_s, u"list"_s, u"--json"_s});
-    EXPECT_EQ(lines.exitCode, 0);
-    const QStringList objects = lines.output.split(u'\n', Qt::SkipEmptyParts);
-    EXPECT_GE(objects.size(), 50);
-    for (const QString& line : objects) {
-        const QJsonObject row = QJsonDocument::fromJson(line.toUtf8()).object();
-        EXPECT_TRUE(list.output.contains(row[u"name"_s].toString())) << line.toStdString();
-        EXPECT_TRUE(list.output.contains(row[u"breaks"_s].toString())) << line.toStdString();
-        EXPECT_TRUE(row[u"blind"_s].isBool()) << line.toStdString();
-    }
-    const Outcome wrong = run({u"--deviate"_s, u"coma-decimals"_s});
-    EXPECT_EQ(wrong.exitCode, 2);
-    EXPECT_TRUE(wrong.errors.contains(u"there is no deviation coma-decimals"_s))
-        << wrong.errors.toStdString();
-}
 
 TEST_F(Program, bearsTwelveOfTheLargestBodiesAtOnce)
 {
