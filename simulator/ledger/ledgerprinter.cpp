@@ -83,10 +83,12 @@ QString checkTable(const LedgerView& view, int width)
     return table.text(width);
 }
 
-QJsonObject cardObject(const LedgerView::CardRow& row)
+} // namespace
+
+QJsonObject cardJson(const LedgerView::CardRow& row)
 {
     const Account& account = row.account;
-    return {{u"number"_s, shortCard(account.card)},
+    return {{u"number"_s, account.card},
             {u"owner"_s, row.owner},
             {u"opening"_s, writeKopecks(account.opening)},
             {u"earned"_s, writeKopecks(account.earned)},
@@ -96,11 +98,11 @@ QJsonObject cardObject(const LedgerView::CardRow& row)
             {u"balance"_s, writeKopecks(account.balance)}};
 }
 
-QJsonObject checkObject(const Booking& check)
+QJsonObject checkJson(const Booking& check)
 {
     QJsonObject object{{u"id"_s, check.checkId},
                        {u"type"_s, typeName(check.type)},
-                       {u"card"_s, shortCard(check.cardNumber)},
+                       {u"card"_s, check.cardNumber},
                        {u"number"_s, check.number},
                        {u"date"_s, check.date},
                        {u"total"_s, writeKopecks(check.total)},
@@ -115,8 +117,6 @@ QJsonObject checkObject(const Booking& check)
     }
     return object;
 }
-
-} // namespace
 
 QString LedgerView::wrongCard() const
 {
@@ -195,11 +195,15 @@ QByteArray ledgerJson(const LedgerView& view)
 {
     QJsonArray cards;
     for (const LedgerView::CardRow& row : view.cards) {
-        cards.append(cardObject(row));
+        QJsonObject card = cardJson(row);
+        card.insert(u"number"_s, shortCard(row.account.card));
+        cards.append(card);
     }
     QJsonArray checks;
-    for (const Booking& check : view.checks) {
-        checks.append(checkObject(check));
+    for (const Booking& booking : view.checks) {
+        QJsonObject check = checkJson(booking);
+        check.insert(u"card"_s, shortCard(booking.cardNumber));
+        checks.append(check);
     }
     return QJsonDocument(QJsonObject{{u"cards"_s, cards}, {u"checks"_s, checks}}).toJson();
 }

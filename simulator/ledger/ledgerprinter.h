@@ -6,6 +6,8 @@
 #include "simulator/ledger/ledger.h"
 #include "simulator/rules/rules.h"
 
+#include <QJsonObject>
+
 namespace simulator {
 
 /// The books as a reader sees them: every card that was seen and every card of the rules, and every
@@ -41,7 +43,13 @@ QString ledgerTables(const LedgerView& view, int width);
 /// that a till's books can be compared line by line.
 QString ledgerCsv(const LedgerView& view);
 
-/// Everything as JSON; amounts are texts with two decimals, as in the JSON of a till.
+/// A card with its figures, and a check with its: amounts are texts with two decimals, card numbers
+/// whole.
+QJsonObject cardJson(const LedgerView::CardRow& row);
+QJsonObject checkJson(const Booking& check);
+
+/// Everything as JSON, cards by their last four digits; amounts are texts with two decimals, as in
+/// the JSON of a till.
 QByteArray ledgerJson(const LedgerView& view);
 
 } // namespace simulator

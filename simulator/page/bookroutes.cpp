@@ -26,19 +26,6 @@ constexpr qint64 usualChecks = 50;
 constexpr qint64 mostChecks = 1000;
 constexpr qint64 longestCourse = 500;
 
-QJsonObject wholeCard(const LedgerView::CardRow& row)
-{
-    const Account& account = row.account;
-    return {{u"number"_s, account.card},
-            {u"owner"_s, row.owner},
-            {u"opening"_s, writeKopecks(account.opening)},
-            {u"earned"_s, writeKopecks(account.earned)},
-            {u"spent"_s, writeKopecks(account.spent)},
-            {u"givenBack"_s, writeKopecks(account.givenBack)},
-            {u"takenBack"_s, writeKopecks(account.takenBack)},
-            {u"balance"_s, writeKopecks(account.balance)}};
-}
-
 QJsonObject lineObject(const BookedLine& line)
 {
     return {{u"line"_s, line.id},
@@ -54,19 +41,8 @@ QJsonObject lineObject(const BookedLine& line)
 
 QJsonObject wholeCheck(const Booking& check)
 {
-    QJsonObject object{{u"id"_s, check.checkId},
-                       {u"type"_s, check.type == Check::Type::Sale ? u"sale"_s : u"return"_s},
-                       {u"card"_s, check.cardNumber},
-                       {u"originalId"_s, check.originalId},
-                       {u"number"_s, check.number},
-                       {u"date"_s, check.date},
-                       {u"total"_s, writeKopecks(check.total)},
-                       {u"discount"_s, writeKopecks(check.discount)},
-                       {u"paid"_s, writeKopecks(check.paid)},
-                       {u"earned"_s, writeKopecks(check.earned)},
-                       {u"spent"_s, writeKopecks(check.spent)},
-                       {u"givenBack"_s, writeKopecks(check.givenBack)},
-                       {u"takenBack"_s, writeKopecks(check.takenBack)}};
+    QJsonObject object = checkJson(check);
+    object.insert(u"originalId"_s, check.originalId);
     if (!check.lines.empty()) {
         QJsonArray lines;
         for (const BookedLine& line : check.lines) {
@@ -91,7 +67,7 @@ Answer cardsAnswer(Database& database, const Rules& rules)
     LedgerView::CardRow sums;
     QJsonArray cards;
     for (const LedgerView::CardRow& row : view.cards) {
-        cards.append(wholeCard(row));
+        cards.append(cardJson(row));
         sums.account.opening = checkedSum(sums.account.opening, row.account.opening);
         sums.account.earned = checkedSum(sums.account.earned, row.account.earned);
         sums.account.spent = checkedSum(sums.account.spent, row.account.spent);
@@ -102,7 +78,7 @@ Answer cardsAnswer(Database& database, const Rules& rules)
     const QString wrongCard = view.wrongCard();
     const QString wrongCheck = pages.wrongCheck();
     return objectAnswer({{u"cards"_s, cards},
-                         {u"sums"_s, wholeCard(sums)},
+                         {u"sums"_s, cardJson(sums)},
                          {u"checks"_s, pages.count()},
                          {u"agree"_s, wrongCard.isEmpty() && wrongCheck.isEmpty()},
                          {u"wrongCard"_s, wrongCard},
@@ -125,7 +101,7 @@ Answer cardAnswer(Database& database, const Rules& rules, const QString& number)
                                   {u"date"_s, point.date},
                                   {u"balance"_s, writeKopecks(point.balance)}});
     }
-    QJsonObject card = wholeCard(*found);
+    QJsonObject card = cardJson(*found);
     card.insert(u"course"_s, course);
     return objectAnswer(card);
 }
