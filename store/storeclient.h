@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
+#include <QSharedPointer>
 #include <QString>
 #include <QtPlugin>
 
@@ -38,6 +39,14 @@ struct HandedMessage
     int stepAttempts = 0;  ///< of these, of the step that comes next
 };
 
+/// What a return takes of one line of its sale.
+struct ReturnedLine
+{
+    int position = 0;           ///< of the line in the sale, from 1
+    qint64 thousandths = 0;     ///< of a piece or of a unit that come back; above 0
+    qint64 soldThousandths = 0; ///< that the sale's line has; never less than thousandths
+};
+
 /// A closed check with its messages.
 struct HandedCheck
 {
@@ -52,28 +61,29 @@ struct HandedCheck
     /// over. Empty: a lane of its own. Only a digest of it is stored.
     QString laneName;
     QString saleIdentifier;        ///< of a return: the check whose lane it joins; empty otherwise
+    QList<ReturnedLine> returned;  ///< of a return: what comes back; empty otherwise
     QByteArray content;            ///< the check as the till keeps it
     QList<HandedMessage> messages; ///< in the order of delivery; may be empty
 };
 
-/// How handing over one check has ended.
-enum class HandOverEnd
+/// How something that the store was asked for has ended.
+enum class StoreEnd
 {
     Done, ///< durable in the store, now or by an earlier call
-    /// The store keeps nothing of this call, for certain, and takes no check at present: it is
-    /// away, full, read-only, or of a version that this program cannot work with. The check waits,
-    /// and no later one of its lane may go before it.
+    /// The store keeps nothing of this call, for certain, and takes nothing at present: it is
+    /// away, full, read-only, or of a version that this program cannot work with. A check that is
+    /// handed over waits, and no later one of its lane may go before it.
     Unreachable,
     Unknown, ///< it may have arrived: only repeating it tells
-    /// The store has said no to this check and kept nothing of it, for certain; it takes others.
+    /// The store has said no to this and kept nothing of it, for certain; it takes other things.
     Refused,
 };
 
-/// What became of one check.
-struct HandOverResult
+/// What became of it.
+struct StoreResult
 {
-    HandOverEnd end = HandOverEnd::Unreachable; ///< how it ended
-    poshost::Message error;                     ///< a sentence for people; empty when Done
+    StoreEnd end = StoreEnd::Unreachable; ///< how it ended
+    poshost::Message error;               ///< a sentence for people; empty when Done
 };
 
 /// A till's way to the store. One object belongs to one thread, but for interrupt().
@@ -91,16 +101,31 @@ public:
     /// up to the time-out for each check.
     /// @param checks any number
     /// @return as many results, in the same order
-    virtual QList<HandOverResult> handOver(const QList<HandedCheck>& checks) = 0;
+    virtual QList<StoreResult> handOver(const QList<HandedCheck>& checks) = 0;
     /// Makes handOver, now and from now on, return within about a second. Any thread; does not
     /// wait. What was under way is Unknown.
     virtual void interrupt() = 0;
     /// Makes sure that there is a connection to a store that takes checks, so that nothing is noted
     /// as begun for a store that is away. Never throws. Blocks up to the time-out.
     /// @return Done, or Unreachable with the reason
-    virtual HandOverResult reach() { return {HandOverEnd::Done, {}}; }
+    virtual StoreResult reach() { return {StoreEnd::Done, {}}; }
+};
+
+class SharedBooks;
+
+/// What a till's process loads once to reach a store: it makes the ways there, each for a thread of
+/// its own. Any thread.
+class StoreDriver
+{
+public:
+    virtual ~StoreDriver() = default;
+
+    /// @return a way to hand checks over, not opened yet
+    virtual QSharedPointer<StoreClient> makeClient() = 0;
+    /// @return a way to what the tills share beside that, not opened yet
+    virtual QSharedPointer<SharedBooks> makeBooks() = 0;
 };
 
 } // namespace orvastore
 
-Q_DECLARE_INTERFACE(orvastore::StoreClient, "org.orva.StoreClient/1")
+Q_DECLARE_INTERFACE(orvastore::StoreDriver, "org.orva.StoreDriver/1")

@@ -12,8 +12,8 @@
 namespace poshost {
 
 using namespace Qt::StringLiterals;
-using orvastore::HandOverEnd;
-using orvastore::HandOverResult;
+using orvastore::StoreEnd;
+using orvastore::StoreResult;
 
 HandOverReport HandOver::run(const StoreSetup& setup, const std::function<bool(int)>& progressed)
 {
@@ -45,7 +45,6 @@ bool HandOver::prepare(const StoreSetup& setup)
             postpone(problem);
             return false;
         }
-        made->open(setup.settings);
         const std::lock_guard guard(mutex);
         client = made;
         if (interrupted) {
@@ -66,15 +65,15 @@ bool HandOver::handOverSome(const StoreSetup& setup, HandOverReport& report)
     if (checks.isEmpty()) {
         return true;
     }
-    QList<HandOverResult> results = client->handOver(checks);
+    QList<StoreResult> results = client->handOver(checks);
     while (results.size() < checks.size()) { // of these nothing is known
-        results.append(HandOverResult{HandOverEnd::Unknown, {}});
+        results.append(StoreResult{StoreEnd::Unknown, {}});
     }
     journal.record(entries, results);
     bool isSound = true;
-    for (const HandOverResult& result : results) {
-        report.handed += result.end == HandOverEnd::Done ? 1 : 0;
-        if (result.end == HandOverEnd::Refused) {
+    for (const StoreResult& result : results) {
+        report.handed += result.end == StoreEnd::Done ? 1 : 0;
+        if (result.end == StoreEnd::Refused) {
             qCWarning(logDelivery).noquote() << result.error.ru();
         } else if (isSound && isTrouble(result)) {
             isSound = false;
@@ -84,9 +83,9 @@ bool HandOver::handOverSome(const StoreSetup& setup, HandOverReport& report)
 }
 
 /// Takes what the store said for how the store stands.
-bool HandOver::isTrouble(const HandOverResult& result)
+bool HandOver::isTrouble(const StoreResult& result)
 {
-    if (result.end != HandOverEnd::Done) {
+    if (result.end != StoreEnd::Done) {
         postpone(result.error);
         return true;
     }

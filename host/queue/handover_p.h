@@ -4,7 +4,7 @@
 #pragma once
 
 #include "host/queue/handoverjournal_p.h"
-#include "host/queue/storesetup_p.h"
+#include "host/queue/storesetup.h"
 
 #include <QSharedPointer>
 #include <functional>
@@ -45,7 +45,7 @@ public:
 private:
     bool prepare(const StoreSetup& setup);
     bool handOverSome(const StoreSetup& setup, HandOverReport& report);
-    bool isTrouble(const orvastore::HandOverResult& result);
+    bool isTrouble(const orvastore::StoreResult& result);
     void postpone(const Message& why);
 
     HandOverJournal journal;

@@ -20,8 +20,8 @@
 namespace poshost {
 
 using namespace Qt::StringLiterals;
-using orvastore::HandOverEnd;
-using orvastore::HandOverResult;
+using orvastore::StoreEnd;
+using orvastore::StoreResult;
 
 namespace {
 
@@ -260,7 +260,7 @@ void HandOverJournal::park(qint64 messageId, const Message& why)
 }
 
 void HandOverJournal::record(const QList<HandOverEntry>& entries,
-                             const QList<HandOverResult>& results)
+                             const QList<StoreResult>& results)
 {
     const qint64 now = CurrentTime::milliseconds();
     Transaction transaction(database);
@@ -276,14 +276,14 @@ void HandOverJournal::record(const QList<HandOverEntry>& entries,
 }
 
 /// Only of a first hand-over it is known that nothing of it arrived: an earlier one may have.
-void HandOverJournal::write(const HandOverEntry& entry, const HandOverResult& result, qint64 now)
+void HandOverJournal::write(const HandOverEntry& entry, const StoreResult& result, qint64 now)
 {
-    if (result.end == HandOverEnd::Done) {
+    if (result.end == StoreEnd::Done) {
         finish(entry.messageId, now);
         return;
     }
-    const bool isRefused = result.end == HandOverEnd::Refused;
-    const bool hasNothing = isRefused || result.end == HandOverEnd::Unreachable;
+    const bool isRefused = result.end == StoreEnd::Refused;
+    const bool hasNothing = isRefused || result.end == StoreEnd::Unreachable;
     Statement statement(database, u"UPDATE queue_messages SET last_error = ?, handed_again_at = ?, "
                                   "handover = CASE WHEN ? THEN NULL ELSE handover END "
                                   "WHERE id = ? AND account_id IS NOT NULL"_s);

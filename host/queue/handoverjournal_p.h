@@ -42,7 +42,7 @@ public:
     QList<HandOverEntry> begin(const QString& shop);
     /// Writes down what became of messages, all of it or nothing.
     void record(const QList<HandOverEntry>& entries,
-                const QList<orvastore::HandOverResult>& results);
+                const QList<orvastore::StoreResult>& results);
     /// Whether there are messages that the till delivers itself since they belong to no check.
     bool hasOwn();
     /// How many messages were parked since the last call because their record is damaged.
@@ -54,7 +54,7 @@ private:
     std::optional<HandOverEntry> read(qint64 messageId, const QString& shop);
     void note(QList<HandOverEntry>& entries, const QList<qint64>& own);
     void park(qint64 messageId, const poshost::Message& why);
-    void write(const HandOverEntry& entry, const orvastore::HandOverResult& result, qint64 now);
+    void write(const HandOverEntry& entry, const orvastore::StoreResult& result, qint64 now);
     void finish(qint64 messageId, qint64 now);
 
     Database& database;

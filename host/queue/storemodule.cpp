@@ -15,22 +15,21 @@ using namespace Qt::StringLiterals;
 StoreModule::~StoreModule() = default;
 
 /// The library stays in the process: what it has made may be in use to the end.
-QSharedPointer<orvastore::StoreClient> StoreModule::load(const QString& file, Message& problem)
+QSharedPointer<orvastore::StoreDriver> StoreModule::load(const QString& file, Message& problem)
 {
     QPluginLoader loader(file);
     const QString iid = loader.metaData().value("IID"_L1).toString();
     if (!iid.isEmpty() &&
-        iid != QLatin1StringView(qobject_interface_iid<orvastore::StoreClient*>())) {
+        iid != QLatin1StringView(qobject_interface_iid<orvastore::StoreDriver*>())) {
         problem = Message::of("store.otherModule", file, iid);
         return {};
     }
-    QObject* const object = loader.instance();
-    auto* const client = qobject_cast<orvastore::StoreClient*>(object);
-    if (client == nullptr) {
+    auto* const driver = qobject_cast<orvastore::StoreDriver*>(loader.instance());
+    if (driver == nullptr) {
         problem = Message::of("store.noModule", file, loader.errorString());
         return {};
     }
-    return {client, [object](orvastore::StoreClient*) { delete object; }};
+    return {driver, [](orvastore::StoreDriver*) {}}; // the loader's
 }
 
 } // namespace poshost

@@ -26,8 +26,8 @@ public:
     /// Loads the module's file.
     /// @param file its path
     /// @param problem receives why it cannot be loaded, a sentence with the path and the package
-    /// @return a client of its own; null when it cannot
-    virtual QSharedPointer<orvastore::StoreClient> load(const QString& file, Message& problem);
+    /// @return what makes the ways to the store, in the process to its end; null when it cannot
+    virtual QSharedPointer<orvastore::StoreDriver> load(const QString& file, Message& problem);
 };
 
 } // namespace poshost

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "host/queue/storesetup_p.h"
+#include "host/queue/storesetup.h"
 
 #include "host/config/hostkeys_p.h"
 #include "host/queue/storemodule_p.h"
@@ -83,7 +83,7 @@ std::optional<StoreSetup> StoreSetup::configured()
     return setup;
 }
 
-QSharedPointer<orvastore::StoreClient> StoreSetup::client(Message& trouble) const
+QSharedPointer<orvastore::StoreDriver> StoreSetup::driver(Message& trouble) const
 {
     if (!problem.isEmpty()) {
         trouble = problem;
@@ -92,12 +92,34 @@ QSharedPointer<orvastore::StoreClient> StoreSetup::client(Message& trouble) cons
     return MockFactory<StoreModule>::create()->load(module, trouble);
 }
 
+QSharedPointer<orvastore::StoreClient> StoreSetup::client(Message& trouble) const
+{
+    const QSharedPointer<orvastore::StoreDriver> loaded = driver(trouble);
+    if (!loaded) {
+        return {};
+    }
+    QSharedPointer<orvastore::StoreClient> made = loaded->makeClient();
+    made->open(settings);
+    return made;
+}
+
+QSharedPointer<orvastore::SharedBooks> StoreSetup::books(Message& trouble) const
+{
+    const QSharedPointer<orvastore::StoreDriver> loaded = driver(trouble);
+    if (!loaded) {
+        return {};
+    }
+    QSharedPointer<orvastore::SharedBooks> made = loaded->makeBooks();
+    made->open(settings);
+    return made;
+}
+
 Message storestate::problem()
 {
     const std::optional<StoreSetup> setup = StoreSetup::configured();
     Message trouble;
     if (setup) {
-        static_cast<void>(setup->client(trouble));
+        static_cast<void>(setup->driver(trouble));
     }
     return trouble;
 }

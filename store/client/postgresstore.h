@@ -6,22 +6,18 @@
 #include "store/database/connection.h"
 #include "store/storeclient.h"
 
-#include <QObject>
 #include <memory>
 #include <mutex>
 
 namespace orvastore {
 
 /// A till's way to the store, on PostgreSQL. What it promises stands in storeclient.h.
-class PostgresStore : public QObject, public StoreClient
+class PostgresStore : public StoreClient
 {
-    Q_OBJECT
-    Q_INTERFACES(orvastore::StoreClient)
-
 public:
     void open(const StoreSettings& settings) override;
-    HandOverResult reach() override;
-    QList<HandOverResult> handOver(const QList<HandedCheck>& checks) override;
+    StoreResult reach() override;
+    QList<StoreResult> handOver(const QList<HandedCheck>& checks) override;
     void interrupt() override;
 
 private:

@@ -14,8 +14,8 @@
 using namespace Qt::StringLiterals;
 using orvastore::HandedCheck;
 using orvastore::HandedMessage;
-using orvastore::HandOverEnd;
-using orvastore::HandOverResult;
+using orvastore::StoreEnd;
+using orvastore::StoreResult;
 
 namespace {
 
@@ -49,30 +49,30 @@ void FileStore::open(const orvastore::StoreSettings& settings)
     }
 }
 
-HandOverResult FileStore::reach()
+StoreResult FileStore::reach()
 {
     if (isAway) {
-        return {HandOverEnd::Unreachable, poshost::Message::plain(u"the store is away"_s)};
+        return {StoreEnd::Unreachable, poshost::Message::plain(u"the store is away"_s)};
     }
     if (!database) {
         database = QSharedPointer<poshost::Database>::create(file);
         database->execute(u"CREATE TABLE IF NOT EXISTS handed "
                           "(identifier TEXT PRIMARY KEY, message INTEGER)"_s);
     }
-    return {HandOverEnd::Done, {}};
+    return {StoreEnd::Done, {}};
 }
 
-QList<HandOverResult> FileStore::handOver(const QList<HandedCheck>& checks)
+QList<StoreResult> FileStore::handOver(const QList<HandedCheck>& checks)
 {
-    QList<HandOverResult> results;
+    QList<StoreResult> results;
     bool isBroken = false;
     for (const HandedCheck& check : checks) {
         if (isBroken) {
-            results.append({HandOverEnd::Unreachable, {}});
+            results.append({StoreEnd::Unreachable, {}});
             continue;
         }
         isBroken = keep(check) && isUnanswered;
-        results.append({isBroken ? HandOverEnd::Unknown : HandOverEnd::Done, {}});
+        results.append({isBroken ? StoreEnd::Unknown : StoreEnd::Done, {}});
     }
     return results;
 }

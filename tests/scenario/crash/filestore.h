@@ -14,16 +14,12 @@
 ///
 /// In place of a connection string: "file=NAME", "away" for a store that is not reached,
 /// "unanswered" for one that keeps what it is given the first time and lets its answer get lost.
-class FileStore : public QObject, public orvastore::StoreClient
+class FileStore : public orvastore::StoreClient
 {
-    Q_OBJECT
-    Q_PLUGIN_METADATA(IID "org.orva.StoreClient/1")
-    Q_INTERFACES(orvastore::StoreClient)
-
 public:
     void open(const orvastore::StoreSettings& settings) override;
-    orvastore::HandOverResult reach() override;
-    QList<orvastore::HandOverResult> handOver(const QList<orvastore::HandedCheck>& checks) override;
+    orvastore::StoreResult reach() override;
+    QList<orvastore::StoreResult> handOver(const QList<orvastore::HandedCheck>& checks) override;
     void interrupt() override {}
 
 private:
@@ -34,4 +30,19 @@ private:
     QString file;
     bool isAway = false;
     bool isUnanswered = false;
+};
+
+/// What the loader asks the module for.
+class FileStoreDriver : public QObject, public orvastore::StoreDriver
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "org.orva.StoreDriver/1")
+    Q_INTERFACES(orvastore::StoreDriver)
+
+public:
+    QSharedPointer<orvastore::StoreClient> makeClient() override
+    {
+        return QSharedPointer<FileStore>::create();
+    }
+    QSharedPointer<orvastore::SharedBooks> makeBooks() override { return {}; }
 };

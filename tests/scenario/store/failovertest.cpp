@@ -15,7 +15,7 @@
 #include <thread>
 
 using namespace Qt::StringLiterals;
-using orvastore::HandOverEnd;
+using orvastore::StoreEnd;
 using storetest::settingsFor;
 
 namespace {
@@ -54,7 +54,7 @@ private:
             orvastore::HandedCheck check =
                 storetest::checkOf(u"t%1c%2"_s.arg(till).arg(n), u"card %1"_s.arg(n % 7));
             check.messages.first().urls = R"({"0":")" + server.toUtf8() + R"("})";
-            while (!ending && store.handOver({check}).first().end != HandOverEnd::Done) {
+            while (!ending && store.handOver({check}).first().end != StoreEnd::Done) {
                 QThread::msleep(50);
             }
             if (!ending) {

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using orvastore::HandedCheck;
-using orvastore::HandOverEnd;
+using orvastore::StoreEnd;
 using orvastore::PostgresStore;
 using orvastore::Task;
 using orvastore::Value;
@@ -53,11 +53,11 @@ protected:
 
 TEST_F(HandingOver, letsNoCheckPassAnotherForARefusalThatPasses)
 {
-    const QList<std::pair<QString, HandOverEnd>> refusals{{u"57P01"_s, HandOverEnd::Unknown},
-                                                          {u"53100"_s, HandOverEnd::Unreachable},
-                                                          {u"40001"_s, HandOverEnd::Unreachable},
-                                                          {u"25006"_s, HandOverEnd::Unreachable},
-                                                          {u"42501"_s, HandOverEnd::Refused}};
+    const QList<std::pair<QString, StoreEnd>> refusals{{u"57P01"_s, StoreEnd::Unknown},
+                                                          {u"53100"_s, StoreEnd::Unreachable},
+                                                          {u"40001"_s, StoreEnd::Unreachable},
+                                                          {u"25006"_s, StoreEnd::Unreachable},
+                                                          {u"42501"_s, StoreEnd::Refused}};
     for (const auto& [state, end] : refusals) {
         sql(u"CREATE OR REPLACE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN "
             "IF NEW.identifier = ''a'' THEN RAISE EXCEPTION ''no'' USING ERRCODE = ''%1''; END IF; "
@@ -71,7 +71,7 @@ TEST_F(HandingOver, letsNoCheckPassAnotherForARefusalThatPasses)
         ASSERT_EQ(results.size(), 2);
         EXPECT_EQ(results.first().end, end) << qPrintable(state);
         EXPECT_EQ(results.last().end,
-                  end == HandOverEnd::Refused ? HandOverEnd::Done : HandOverEnd::Unreachable)
+                  end == StoreEnd::Refused ? StoreEnd::Done : StoreEnd::Unreachable)
             << qPrintable(state);
     }
 }
@@ -84,8 +84,8 @@ TEST_F(HandingOver, isSafeToRepeat)
     for (int i = 0; i < 3; ++i) {
         const auto results = store.handOver(checks);
         ASSERT_EQ(results.size(), 2);
-        EXPECT_EQ(results.at(0).end, HandOverEnd::Done) << qPrintable(results.at(0).error.ru());
-        EXPECT_EQ(results.at(1).end, HandOverEnd::Done);
+        EXPECT_EQ(results.at(0).end, StoreEnd::Done) << qPrintable(results.at(0).error.ru());
+        EXPECT_EQ(results.at(1).end, StoreEnd::Done);
     }
     EXPECT_EQ(counts(), u"2|2|2|2|2"_s);
 }
@@ -120,7 +120,7 @@ TEST_F(HandingOver, twoAtTheSameMomentAreOne)
             for (int n = 0; n < 25; ++n) {
                 EXPECT_EQ(
                     store.handOver({checkOf(u"c%1"_s.arg(n), u"card %1"_s.arg(n % 3))}).first().end,
-                    HandOverEnd::Done);
+                    StoreEnd::Done);
             }
         });
     }
@@ -199,7 +199,7 @@ TEST_F(HandingOver, waitsForNoRequestThatIsUnderWayInItsLane)
     ASSERT_TRUE(book.claim());
     PostgresStore store;
     store.open(settingsFor(connection, 1));
-    EXPECT_EQ(store.handOver({checkOf(u"b"_s, u"card"_s)}).first().end, HandOverEnd::Done);
+    EXPECT_EQ(store.handOver({checkOf(u"b"_s, u"card"_s)}).first().end, StoreEnd::Done);
     EXPECT_EQ(sql(u"SELECT count(*) FROM pg_stat_activity WHERE state LIKE 'idle in tr%' AND "
                   "datname = current_database()"_s),
               u"0"_s)
@@ -243,24 +243,24 @@ TEST_F(Pair, aCommitWhoseWaitWasCancelledIsUnknownAndItsRepetitionWaits)
     standby->freeze();
     PostgresStore store;
     store.open(settingsFor(primary.connection(), 15));
-    orvastore::HandOverResult result;
+    orvastore::StoreResult result;
     std::thread till([&] { result = store.handOver({checkOf(u"a"_s)}).first(); });
     ASSERT_TRUE(primary.waitFor(
         u"SELECT count(*) FROM pg_stat_activity WHERE wait_event = 'SyncRep'"_s, u"1"_s));
     primary.sql(u"SELECT pg_cancel_backend(pid) FROM pg_stat_activity WHERE wait_event = "
                 "'SyncRep'"_s);
     till.join();
-    EXPECT_EQ(result.end, HandOverEnd::Unknown) << qPrintable(result.error.ru());
+    EXPECT_EQ(result.end, StoreEnd::Unknown) << qPrintable(result.error.ru());
     EXPECT_EQ(primary.sql(u"SELECT count(*) FROM orva.checks"_s), u"1"_s) << "it is here alone";
 
     PostgresStore impatient;
     impatient.open(settingsFor(primary.connection(), 1));
-    EXPECT_EQ(impatient.handOver({checkOf(u"a"_s)}).first().end, HandOverEnd::Unknown)
+    EXPECT_EQ(impatient.handOver({checkOf(u"a"_s)}).first().end, StoreEnd::Unknown)
         << "a repetition that finds the check here must wait for the standby as well";
     standby->thaw();
     PostgresStore patient;
     patient.open(settingsFor(primary.connection(), 15));
-    EXPECT_EQ(patient.handOver({checkOf(u"a"_s)}).first().end, HandOverEnd::Done);
+    EXPECT_EQ(patient.handOver({checkOf(u"a"_s)}).first().end, StoreEnd::Done);
     primary.kill();
     standby->promote();
     EXPECT_EQ(standby->sql(u"SELECT count(*) FROM orva.messages"_s), u"1"_s);

@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using orvastore::Connection;
-using orvastore::HandOverEnd;
+using orvastore::StoreEnd;
 using orvastore::PostgresStore;
 using orvastore::StoreError;
 using orvastore::Task;
@@ -42,7 +42,7 @@ protected:
         orvastore::storeschema::admitTill(owner, role, shop);
     }
 
-    HandOverEnd endOf(const orvastore::StoreSettings& settings, QString* words = nullptr) const
+    StoreEnd endOf(const orvastore::StoreSettings& settings, QString* words = nullptr) const
     {
         PostgresStore store;
         store.open(settings);
@@ -63,10 +63,10 @@ TEST_F(Upkeep, aTillAddsAndReadsItsShopsOwnAndNothingElse)
     handOver(u"owner's"_s);
     const auto settings = settingsFor(storetest::sharedCluster().connection(u"till_a"_s, database));
     QString words;
-    EXPECT_EQ(endOf(settings, &words), HandOverEnd::Done) << qPrintable(words);
+    EXPECT_EQ(endOf(settings, &words), StoreEnd::Done) << qPrintable(words);
     EXPECT_EQ(
         endOf(settingsFor(storetest::sharedCluster().connection(u"till_b"_s, database)), &words),
-        HandOverEnd::Refused)
+        StoreEnd::Refused)
         << "the check is of another shop";
 
     const auto seenBy = [&](const QString& role, const QByteArray& table) {
@@ -140,7 +140,7 @@ TEST_F(Upkeep, tillsHandOverWhileTheTablesAreMigrated)
         store.open(settings);
         for (int n = 0; !ending; ++n) {
             const auto result = store.handOver({checkOf(QString::number(n), u"card"_s)}).first();
-            EXPECT_EQ(result.end, HandOverEnd::Done) << qPrintable(result.error.ru());
+            EXPECT_EQ(result.end, StoreEnd::Done) << qPrintable(result.error.ru());
             ++handed;
         }
     });
@@ -164,13 +164,13 @@ TEST_F(Upkeep, tillsHandOverWhileTheTablesAreMigrated)
 TEST_F(Upkeep, aNewerDatabaseIsUsedAsLongAsItSaysThatItCanBe)
 {
     sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (98, 2)"_s);
-    EXPECT_EQ(endOf(settingsFor(connection)), HandOverEnd::Done);
+    EXPECT_EQ(endOf(settingsFor(connection)), StoreEnd::Done);
     sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (99, 99)"_s);
     QString words;
-    EXPECT_EQ(endOf(settingsFor(connection), &words), HandOverEnd::Unreachable);
+    EXPECT_EQ(endOf(settingsFor(connection), &words), StoreEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"newer program"_s)) << qPrintable(words);
     sql(u"DROP SCHEMA orva CASCADE"_s);
-    EXPECT_EQ(endOf(settingsFor(connection), &words), HandOverEnd::Unreachable);
+    EXPECT_EQ(endOf(settingsFor(connection), &words), StoreEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"no tables of a store"_s)) << qPrintable(words);
 }
 
@@ -181,16 +181,16 @@ TEST_F(Upkeep, aStoreThatTakesNothingLetsNoCheckPassAnother)
         const auto results = store.handOver(checks);
         ASSERT_EQ(results.size(), checks.size());
         for (const auto& result : results) {
-            EXPECT_EQ(result.end, HandOverEnd::Unreachable) << qPrintable(result.error.ru());
+            EXPECT_EQ(result.end, StoreEnd::Unreachable) << qPrintable(result.error.ru());
         }
     };
     PostgresStore connected;
     connected.open(settingsFor(connection));
-    ASSERT_EQ(connected.reach().end, HandOverEnd::Done);
+    ASSERT_EQ(connected.reach().end, StoreEnd::Done);
     sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (99, 99)"_s);
     PostgresStore store;
     store.open(settingsFor(connection));
-    EXPECT_EQ(store.reach().end, HandOverEnd::Unreachable);
+    EXPECT_EQ(store.reach().end, StoreEnd::Unreachable);
     expectAllWait(store);
     EXPECT_EQ(sql(u"SELECT count(*) FROM orva.checks"_s), u"0"_s);
     sql(u"DROP SCHEMA orva CASCADE"_s); // under a session that has found it usable
@@ -203,17 +203,17 @@ TEST_F(Upkeep, nobodyThereAndSilenceAreSaidInTimeAndNothingCountsAsSent)
     const PortReserve nobody;
     EXPECT_EQ(endOf(settingsFor(u"host=127.0.0.1 port=%1 user=x dbname=x"_s.arg(nobody.port()), 1),
                     &words),
-              HandOverEnd::Unreachable);
+              StoreEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"cannot be reached"_s)) << qPrintable(words);
     EXPECT_EQ(endOf(settingsFor(u"host=127.0.0.1 password=geheim nonsense=1"_s), &words),
-              HandOverEnd::Unreachable);
+              StoreEnd::Unreachable);
     EXPECT_FALSE(words.contains(u"geheim"_s));
 
     PostgresCluster alone;
     alone.freeze();
     QElapsedTimer timer;
     timer.start();
-    EXPECT_EQ(endOf(settingsFor(alone.connection(), 1), &words), HandOverEnd::Unreachable);
+    EXPECT_EQ(endOf(settingsFor(alone.connection(), 1), &words), StoreEnd::Unreachable);
     EXPECT_LT(timer.elapsed(), 2500);
     EXPECT_TRUE(words.contains(u"says nothing"_s)) << qPrintable(words);
     alone.thaw();
@@ -225,7 +225,7 @@ TEST_F(Upkeep, aWrongPasswordAndAStandbyAreSentences)
     primary.sql(u"CREATE ROLE guest LOGIN PASSWORD 'right'"_s);
     const std::unique_ptr<PostgresCluster> standby = primary.makeStandby(u"second"_s);
     QString words;
-    EXPECT_EQ(endOf(settingsFor(standby->connection()), &words), HandOverEnd::Unreachable);
+    EXPECT_EQ(endOf(settingsFor(standby->connection()), &words), StoreEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"standby"_s)) << qPrintable(words);
 
     QFile rules(primary.dataFolder() + u"/pg_hba.conf"_s);
@@ -234,7 +234,7 @@ TEST_F(Upkeep, aWrongPasswordAndAStandbyAreSentences)
     rules.close();
     primary.sql(u"SELECT pg_reload_conf()"_s);
     EXPECT_EQ(endOf(settingsFor(primary.connection(u"guest"_s) + u" password=wrong"_s), &words),
-              HandOverEnd::Unreachable);
+              StoreEnd::Unreachable);
     EXPECT_TRUE(words.contains(u"does not accept the login"_s)) << qPrintable(words);
     EXPECT_FALSE(words.contains(u"wrong "_s)) << qPrintable(words);
 }
@@ -251,7 +251,7 @@ TEST_F(Upkeep, interruptingEndsAWaitAtOnce)
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
         store.interrupt();
     });
-    EXPECT_NE(store.handOver({checkOf(u"a"_s)}).first().end, HandOverEnd::Done);
+    EXPECT_NE(store.handOver({checkOf(u"a"_s)}).first().end, StoreEnd::Done);
     other.join();
     EXPECT_LT(timer.elapsed(), 5000);
     alone.thaw();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/queue/storemodule_p.h"
+#include "store/sharedbooks.h"
 
 #include <QHash>
 #include <QStringList>
@@ -13,22 +14,22 @@
 class FakeStore : public orvastore::StoreClient
 {
 public:
-    using End = orvastore::HandOverEnd;
+    using End = orvastore::StoreEnd;
 
     void open(const orvastore::StoreSettings& given) override { settings = given; }
 
-    orvastore::HandOverResult reach() override
+    orvastore::StoreResult reach() override
     {
         ++reached;
         return result(isThere ? End::Done : End::Unreachable);
     }
 
-    QList<orvastore::HandOverResult> handOver(const QList<orvastore::HandedCheck>& checks) override
+    QList<orvastore::StoreResult> handOver(const QList<orvastore::HandedCheck>& checks) override
     {
         if (beforeKeeping) {
             beforeKeeping(checks);
         }
-        QList<orvastore::HandOverResult> results;
+        QList<orvastore::StoreResult> results;
         bool broken = false;
         for (const orvastore::HandedCheck& check : checks) {
             tried.append(check.identifier);
@@ -45,7 +46,7 @@ public:
 
     void interrupt() override { ++interrupted; }
 
-    static orvastore::HandOverResult result(End end)
+    static orvastore::StoreResult result(End end)
     {
         return {end, end == End::Done ? poshost::Message()
                                       : poshost::Message::plain(QStringLiteral("so it is"))};
@@ -66,7 +67,7 @@ public:
 };
 
 /// Hands out the fake store as if its module had been loaded, while it lives.
-class FakeModule : public poshost::StoreModule
+class FakeModule : public poshost::StoreModule, public orvastore::StoreDriver
 {
 public:
     explicit FakeModule(FakeStore& fake) : store(fake)
@@ -77,10 +78,15 @@ public:
     FakeModule(const FakeModule&) = delete;
     FakeModule& operator=(const FakeModule&) = delete;
 
-    QSharedPointer<orvastore::StoreClient> load(const QString&, poshost::Message&) override
+    QSharedPointer<orvastore::StoreDriver> load(const QString&, poshost::Message&) override
+    {
+        return {this, [](orvastore::StoreDriver*) {}};
+    }
+    QSharedPointer<orvastore::StoreClient> makeClient() override
     {
         return {&store, [](orvastore::StoreClient*) {}};
     }
+    QSharedPointer<orvastore::SharedBooks> makeBooks() override { return {}; }
 
 private:
     FakeStore& store;

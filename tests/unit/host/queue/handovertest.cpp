@@ -8,7 +8,7 @@
 
 namespace {
 
-using End = orvastore::HandOverEnd;
+using End = orvastore::StoreEnd;
 
 /// A check for each message that was queued with an identifier as what is extra.
 std::optional<poshost::ClosedCheck> checkNamedByExtra(poshost::Database& database, qint64 message)

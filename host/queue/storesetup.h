@@ -4,7 +4,8 @@
 #pragma once
 
 #include "host/core/message.h"
-#include "store/storeclient.h"
+#include "host/hostexport.h"
+#include "store/sharedbooks.h"
 
 #include <QSharedPointer>
 #include <QString>
@@ -13,7 +14,7 @@
 namespace poshost {
 
 /// What the configuration says in [store] of the store that closed checks are handed over to.
-struct StoreSetup
+struct HOST_EXPORT StoreSetup
 {
     orvastore::StoreSettings settings; ///< where it is
     QString shop;                      ///< whose checks these are
@@ -23,13 +24,18 @@ struct StoreSetup
     std::optional<qint64> fallbackMilliseconds;
     Message problem; ///< why the store cannot be used as configured; empty when it can
 
+    /// Any thread, does not block.
     /// @return nothing when no store is configured
     static std::optional<StoreSetup> configured();
 
-    /// Loads the module.
-    /// @param problem receives why it cannot be loaded, a sentence
+    /// Loads the module and makes a way to hand over, opened with these settings. Any thread.
+    /// @param trouble receives why it cannot be loaded, a sentence
     /// @return null when it cannot
-    QSharedPointer<orvastore::StoreClient> client(Message& problem) const;
+    QSharedPointer<orvastore::StoreClient> client(Message& trouble) const;
+    /// The same for what the tills of the shop share beside that.
+    QSharedPointer<orvastore::SharedBooks> books(Message& trouble) const;
+    /// Loads the module. @return what makes both; null when it cannot be loaded
+    QSharedPointer<orvastore::StoreDriver> driver(Message& trouble) const;
 };
 
 } // namespace poshost
