@@ -259,8 +259,7 @@ void HandOverJournal::park(qint64 messageId, const Message& why)
     ++parked;
 }
 
-void HandOverJournal::record(const QList<HandOverEntry>& entries,
-                             const QList<StoreResult>& results)
+void HandOverJournal::record(const QList<HandOverEntry>& entries, const QList<StoreResult>& results)
 {
     const qint64 now = CurrentTime::milliseconds();
     Transaction transaction(database);

@@ -8,8 +8,8 @@
 
 namespace orvastore {
 
-/// @return how what was asked of the store has ended, after this error. Whatever only has to wait is
-/// Unreachable, not Refused.
+/// @return how what was asked of the store has ended, after this error. Whatever only has to wait
+/// is Unreachable, not Refused.
 StoreEnd endOf(const StoreError& error);
 
 } // namespace orvastore

@@ -5,8 +5,17 @@
 
 namespace orvastore {
 
-SaleToReturn PostgresBooks::saleToReturn(const QString&, const QString&) { return {}; }
-StoreResult PostgresBooks::reserve(const Reservation&) { return {}; }
-StoreResult PostgresBooks::release(const QString&, const QString&) { return {}; }
+SaleToReturn PostgresBooks::saleToReturn(const QString&, const QString&)
+{
+    return {};
+}
+StoreResult PostgresBooks::reserve(const Reservation&)
+{
+    return {};
+}
+StoreResult PostgresBooks::release(const QString&, const QString&)
+{
+    return {};
+}
 
 } // namespace orvastore

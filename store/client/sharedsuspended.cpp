@@ -5,14 +5,19 @@
 
 namespace orvastore {
 
-StoreResult PostgresBooks::leave(const LeftCheck&) { return {}; }
+StoreResult PostgresBooks::leave(const LeftCheck&)
+{
+    return {};
+}
 TakeUp PostgresBooks::takeUp(const QString&, const QString&, const QString&, const QString&)
 {
     return {};
 }
-StoreResult PostgresBooks::settleTakeUp(const QString&, const QString&) { return {}; }
-StoreResult PostgresBooks::forEachLeft(const QString&,
-                                       const std::function<void(const LeftCheck&)>&)
+StoreResult PostgresBooks::settleTakeUp(const QString&, const QString&)
+{
+    return {};
+}
+StoreResult PostgresBooks::forEachLeft(const QString&, const std::function<void(const LeftCheck&)>&)
 {
     return {};
 }

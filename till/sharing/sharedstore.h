@@ -13,8 +13,8 @@
 namespace till {
 
 /// The books that the tills of a shop share, as this till reaches them. One object belongs to one
-/// thread; it connects with the first thing that it is asked, and each waits for the store no longer
-/// than `[store] timeout`.
+/// thread; it connects with the first thing that it is asked, and each waits for the store no
+/// longer than `[store] timeout`.
 class SharedStore
 {
 public:

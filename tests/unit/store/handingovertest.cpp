@@ -10,8 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using orvastore::HandedCheck;
-using orvastore::StoreEnd;
 using orvastore::PostgresStore;
+using orvastore::StoreEnd;
 using orvastore::Task;
 using orvastore::Value;
 using storetest::checkOf;
@@ -54,10 +54,10 @@ protected:
 TEST_F(HandingOver, letsNoCheckPassAnotherForARefusalThatPasses)
 {
     const QList<std::pair<QString, StoreEnd>> refusals{{u"57P01"_s, StoreEnd::Unknown},
-                                                          {u"53100"_s, StoreEnd::Unreachable},
-                                                          {u"40001"_s, StoreEnd::Unreachable},
-                                                          {u"25006"_s, StoreEnd::Unreachable},
-                                                          {u"42501"_s, StoreEnd::Refused}};
+                                                       {u"53100"_s, StoreEnd::Unreachable},
+                                                       {u"40001"_s, StoreEnd::Unreachable},
+                                                       {u"25006"_s, StoreEnd::Unreachable},
+                                                       {u"42501"_s, StoreEnd::Refused}};
     for (const auto& [state, end] : refusals) {
         sql(u"CREATE OR REPLACE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN "
             "IF NEW.identifier = ''a'' THEN RAISE EXCEPTION ''no'' USING ERRCODE = ''%1''; END IF; "

@@ -11,8 +11,8 @@
 
 using namespace Qt::StringLiterals;
 using orvastore::Connection;
-using orvastore::StoreEnd;
 using orvastore::PostgresStore;
+using orvastore::StoreEnd;
 using orvastore::StoreError;
 using orvastore::Task;
 using orvastore::Value;
