@@ -85,6 +85,38 @@ def report_shows_time_line_queue_and_replay(stage):
     assert "2200000000017" in window.run("return document.documentElement.outerHTML")
 
 
+def next_by_tab(window):
+    """What has the focus after the next Tab; nothing behind the last one."""
+    window.press("Tab")
+    name = window.run("return document.activeElement.tagName")
+    if name == "BODY":
+        return None
+    assert window.run("const style = getComputedStyle(document.activeElement); "
+                      "return style.outlineStyle !== 'none' && style.outlineWidth !== '0px'"), f"{name} shows no focus"
+    return name
+
+
+def keyboard_alone_unfolds_and_follows_an_amount(stage):
+    window = show(stage, exported(stage))
+    window.run("document.querySelectorAll('details').forEach((one) => { one.open = false; })")
+    unfolded = 0
+    while name := next_by_tab(window):
+        if name == "SUMMARY":
+            unfolded += 1
+            for key, opened in (("Enter", True), (" ", False), (" ", True)):
+                window.press(key)
+                until(lambda opened=opened: window.run(
+                    "return document.activeElement.parentElement.open") == opened, "what is folded")
+    assert unfolded == len(window.all("details")) > 0, unfolded
+    window.run("document.activeElement.blur()")
+    while not window.run("return document.activeElement.hash?.startsWith('#answer-')"):
+        assert next_by_tab(window), "no amount is reached"
+    wanted = window.run("return document.activeElement.hash")
+    window.press("Enter")
+    until(lambda: window.run("return '#' + document.querySelector(':target')?.id") == wanted, "the amount's element")
+    return f"{unfolded} folded parts"
+
+
 def report_shows_markup_as_text(stage):
     window = show(stage, exported(stage, "en", "hostile.toml"))
     window.says(HOSTILE[:20])
@@ -130,6 +162,7 @@ def no_violation_is_found_in_the_report(stage):
 
 
 STEPS = [report_needs_no_script_and_nothing_beside_it, amounts_of_the_slip_lead_to_their_element_and_back,
-         report_shows_time_line_queue_and_replay, report_shows_markup_as_text,
+         report_shows_time_line_queue_and_replay, keyboard_alone_unfolds_and_follows_an_amount,
+         report_shows_markup_as_text,
          report_in_both_languages_and_colours_narrow_and_wide, no_violation_is_found_in_the_report]
 SHORT = [report_needs_no_script_and_nothing_beside_it]
