@@ -22,9 +22,6 @@ function(_orva_test_settings target)
         target_compile_options(${target} PRIVATE
             "SHELL:-include ${PROJECT_SOURCE_DIR}/contract/printers.h")
     endif()
-    get_target_property(sources ${target} SOURCES)
-    _orva_needs_moc(moc ${sources})
-    set_target_properties(${target} PROPERTIES AUTOMOC ${moc})
     if(ORVA_UNITY)
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
         # A name of one file may hide one of another there, and a fixture in an unnamed namespace is
@@ -32,21 +29,6 @@ function(_orva_test_settings target)
         target_compile_options(${target} PRIVATE -Wno-shadow
             $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
     endif()
-endfunction()
-
-# _orva_needs_moc(VARIABLE sources...): whether Qt's generator has anything to do there. Looking for it
-# at each build takes longer than many a test.
-function(_orva_needs_moc variable)
-    set(needed OFF)
-    foreach(source IN LISTS ARGN)
-        cmake_path(ABSOLUTE_PATH source)
-        file(STRINGS ${source} found LIMIT_COUNT 1
-            REGEX "^[ \t]*Q_(OBJECT|GADGET|NAMESPACE|PLUGIN_METADATA)")
-        if(found)
-            set(needed ON)
-        endif()
-    endforeach()
-    set(${variable} ${needed} PARENT_SCOPE)
 endfunction()
 
 # orva_test_library(NAME [OPTIMIZED] sources...): what several test programs share
