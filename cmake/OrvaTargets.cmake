@@ -34,8 +34,10 @@ function(_orva_settings target)
         CXX_EXTENSIONS OFF
         POSITION_INDEPENDENT_CODE ON
         CXX_VISIBILITY_PRESET hidden
-        VISIBILITY_INLINES_HIDDEN ON
-        AUTOMOC ON)
+        VISIBILITY_INLINES_HIDDEN ON)
+    # once all its folders have named their sources
+    cmake_language(EVAL CODE "cmake_language(DEFER DIRECTORY [==[${PROJECT_SOURCE_DIR}]==]
+        CALL _orva_moc_where_needed ${target})")
     if(ORVA_COVERAGE)
         target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
         target_link_options(${target} PRIVATE --coverage)
@@ -48,6 +50,37 @@ function(_orva_settings target)
             -fno-omit-frame-pointer)
         target_link_options(${target} PRIVATE -fsanitize=${ORVA_SANITIZE})
     endif()
+endfunction()
+
+# _orva_moc_where_needed(TARGET): Qt's generator for those who have work for it, unless the target says
+# otherwise. Looking for that, and compiling that there is nothing, takes longer at each build than many
+# a source. The build file is written anew where a source gets its first such line ("cmake build/release");
+# until then the linker misses what would be generated.
+function(_orva_moc_where_needed target)
+    get_property(decided TARGET ${target} PROPERTY AUTOMOC SET)
+    if(decided)
+        return()
+    endif()
+    get_target_property(sources ${target} SOURCES)
+    get_target_property(folder ${target} SOURCE_DIR)
+    set(needed OFF)
+    foreach(source IN LISTS sources)
+        if(source MATCHES "\\$<")
+            continue()
+        endif()
+        cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${folder})
+        string(REGEX REPLACE "\\.cpp$" ".h" header "${source}")
+        foreach(file IN ITEMS ${source} ${header})
+            if(EXISTS ${file})
+                file(STRINGS ${file} found LIMIT_COUNT 1
+                    REGEX "^[ \t]*Q_(OBJECT|GADGET|NAMESPACE|PLUGIN_METADATA)")
+                if(found)
+                    set(needed ON)
+                endif()
+            endif()
+        endforeach()
+    endforeach()
+    set_target_properties(${target} PROPERTIES AUTOMOC ${needed})
 endfunction()
 
 # For what is shipped: Debian's hardening, all of it, and nothing of the folder or the hour of the build in

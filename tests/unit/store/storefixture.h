@@ -49,27 +49,40 @@ inline poshost::DeliveryResult resultOf(poshost::deliverypolicy::Meaning meaning
     return result;
 }
 
-/// The server that the tests of one program share; each has a database of its own.
+/// The server that the tests of one program share; each has a database of its own. Nothing kills
+/// this server, so it waits for no disk; who measures what a commit costs sets "fsync" again.
 inline PostgresCluster& sharedCluster()
 {
-    static PostgresCluster cluster;
+    static PostgresCluster cluster("fsync = off\nautovacuum_naptime = '1h'");
     return cluster;
 }
 
-inline QString freshDatabase()
+/// @param like the database whose copy it is, an empty one when not given
+inline QString freshDatabase(const QString& like = QStringLiteral("template1"))
 {
     static int made = 0;
     const QString name = QStringLiteral("store%1").arg(++made);
-    sharedCluster().sql(QStringLiteral("CREATE DATABASE ") + name);
+    sharedCluster().sql(QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(name, like));
     return name;
+}
+
+/// A database with the store's tables, which are made from nothing once in a program.
+inline QString freshStore()
+{
+    static const QString made = [] {
+        const QString name = freshDatabase();
+        orvastore::Connection owner(
+            settingsFor(sharedCluster().connection(QStringLiteral("postgres"), name)), {});
+        EXPECT_EQ(orvastore::storeschema::migrate(owner), 0);
+        return name;
+    }();
+    return freshDatabase(made);
 }
 
 /// A store with its tables, and sessions at it.
 class StoreTest : public ::testing::Test
 {
 protected:
-    StoreTest() { orvastore::storeschema::migrate(owner); }
-
     void handOver(const QString& identifier, const QString& lane = {})
     {
         orvastore::handOver(owner, checkOf(identifier, lane));
@@ -87,7 +100,7 @@ protected:
         return sharedCluster().sql(statements, database);
     }
 
-    const QString database = freshDatabase();
+    const QString database = freshStore();
     const QString connection = sharedCluster().connection(QStringLiteral("postgres"), database);
     orvastore::Connection owner{settingsFor(connection), {}};
     orvastore::Connection first{settingsFor(connection), {.byIndexes = true}};
