@@ -141,15 +141,14 @@ Reading readingOf(Hand& hand)
     return {buffers, log.contains(u"Sort"_s), log.contains(u"ready_pkey"_s)};
 }
 
-/// What a commit costs is measured with the disk, and with the upkeep of a server at work.
+/// What a commit costs is measured with the upkeep of a server at work.
 class StoreFigures : public ::testing::Test
 {
 protected:
     static void SetUpTestSuite()
     {
-        storetest::sharedCluster().set(u"fsync"_s, u"on"_s);
         storetest::sharedCluster().set(u"autovacuum_naptime"_s, u"1min"_s);
-        ASSERT_TRUE(storetest::sharedCluster().waitFor(u"SHOW fsync"_s, u"on"_s));
+        ASSERT_TRUE(storetest::sharedCluster().waitFor(u"SHOW autovacuum_naptime"_s, u"1min"_s));
     }
 };
 

@@ -49,11 +49,11 @@ inline poshost::DeliveryResult resultOf(poshost::deliverypolicy::Meaning meaning
     return result;
 }
 
-/// The server that the tests of one program share; each has a database of its own. Nothing kills
-/// this server, so it waits for no disk; who measures what a commit costs sets "fsync" again.
+/// The server that the tests of one program share; each has a database of its own, and the
+/// upkeep of none of them comes in between; who measures what that costs sets it again.
 inline PostgresCluster& sharedCluster()
 {
-    static PostgresCluster cluster("fsync = off\nautovacuum_naptime = '1h'");
+    static PostgresCluster cluster("autovacuum_naptime = '1h'");
     return cluster;
 }
 
