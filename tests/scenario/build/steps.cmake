@@ -7,10 +7,16 @@
 cmake_minimum_required(VERSION 3.25)
 
 # configure(SOURCE BUILD RESULT OUTPUT arguments...): sets the two variables to the exit code and to
-# everything that was printed. What an earlier run has configured is forgotten.
+# everything that was printed. What an earlier run has configured is forgotten, unless AGAIN is among
+# the arguments: to find out what the compiler can takes most of the time.
 function(configure source build result output)
+    set(fresh --fresh)
+    if("AGAIN" IN_LIST ARGN)
+        list(REMOVE_ITEM ARGN AGAIN)
+        set(fresh "")
+    endif()
     execute_process(
-        COMMAND ${CMAKE_COMMAND} --fresh -S ${source} -B ${build} -G ${GENERATOR}
+        COMMAND ${CMAKE_COMMAND} ${fresh} -S ${source} -B ${build} -G ${GENERATOR}
             -D CMAKE_CXX_COMPILER=${CXX_COMPILER} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} ${ARGN}
         OUTPUT_VARIABLE printed ERROR_VARIABLE printed RESULT_VARIABLE code)
     set(${result} "${code}" PARENT_SCOPE)

@@ -21,13 +21,15 @@ offered() {
     printf '%s\n' "${COMPREPLY[@]}" | sed '/^$/d' | sort
 }
 
-# The first column of a section of --help, read without the completion's own expressions.
+# The first column of a section of what --help prints, read without the completion's own expressions.
 listed() {
-    local section=$1
-    shift
-    LC_ALL=C LANGUAGE=en "$@" --help | awk -v section="$section:" '
+    awk -v section="$1:" '
         /^[^ ]/ { inside = $0 == section }
-        inside && /^  [^ ]/ { count = split($1, names, ","); for (i = 1; i <= count; ++i) print names[i] }'
+        inside && /^  [^ ]/ { count = split($1, names, ","); for (i = 1; i <= count; ++i) print names[i] }' <<<"$2"
+}
+
+help_of() {
+    LC_ALL=C LANGUAGE=en "$@" --help
 }
 
 failed=0
@@ -42,11 +44,11 @@ compare() {
 }
 
 check() {
-    local general own commands command
-    general=$(listed Options "$name")
-    own=$(listed Options "$@")
+    local help own commands command
+    help=$(help_of "$@")
+    own=$(listed Options "$help")
     compare "$*" "$(offered "$@" -)" "$(printf '%s\n' "$general" "$own" | sort -u)"
-    commands=$(listed Subcommands "$@" | sort)
+    commands=$(listed Subcommands "$help" | sort)
     if [ -n "$commands" ]; then
         compare "$*" "$(offered "$@" '')" "$commands"
         for command in $commands; do
@@ -57,6 +59,7 @@ check() {
 }
 
 checked=0
+general=$(listed Options "$(help_of "$name")")
 check "$name"
 [ "$checked" -ge 2 ] || { echo "only $checked commands were found"; failed=1; }
 

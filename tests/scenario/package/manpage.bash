@@ -8,26 +8,25 @@ set -euo pipefail
 program=$1
 page=$2
 
-# The first column of a section of --help.
+# The first column of a section of what --help prints.
 listed() {
-    local section=$1
-    shift
-    LC_ALL=C LANGUAGE=en "$program" "$@" --help | awk -v section="$section:" '
+    awk -v section="$1:" '
         /^[^ ]/ { inside = $0 == section }
-        inside && /^  [^ ]/ { count = split($1, names, ","); for (i = 1; i <= count; ++i) print names[i] }'
+        inside && /^  [^ ]/ { count = split($1, names, ","); for (i = 1; i <= count; ++i) print names[i] }' <<<"$2"
 }
 
 # One line for each: "--option", "command" and "command --option".
 from_help() {
-    local prefix="$*" command
+    local prefix="$*" command help
+    help=$(LC_ALL=C LANGUAGE=en "$program" "$@" --help)
     if [ $# -gt 0 ]; then
         echo "$prefix"
         # every command has --help; the page says so once
-        listed Options "$@" | sed -e '/^-h$/d' -e '/^--help$/d' -e "s/^/$prefix /"
+        listed Options "$help" | sed -e '/^-h$/d' -e '/^--help$/d' -e "s/^/$prefix /"
     else
-        listed Options
+        listed Options "$help"
     fi
-    for command in $(listed Subcommands "$@"); do
+    for command in $(listed Subcommands "$help"); do
         from_help "$@" "$command"
     done
 }
