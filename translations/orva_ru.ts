@@ -4168,6 +4168,10 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
         <translation>в протоколе сказано</translation>
     </message>
     <message>
+        <source>held: %1</source>
+        <translation>соблюдено: %1</translation>
+    </message>
+    <message>
         <source>not tried: %1 (%2)</source>
         <translation>не проверено: %1 (%2)</translation>
     </message>
@@ -4274,10 +4278,6 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
     <message>
         <source>the goods earn no points</source>
         <translation>за товары не начисляются баллы</translation>
-    </message>
-    <message>
-        <source>it is there already</source>
-        <translation>он уже есть</translation>
     </message>
     <message>
         <source>Try whether a loyalty server for testing does what tills rely on</source>

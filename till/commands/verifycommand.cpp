@@ -52,6 +52,10 @@ ExitCode VerifyCommand::run()
         out.write(verify::report::list());
         return ExitCode::Ok;
     }
+    if (QFile::exists(options.junitFile)) {
+        throw Failure(Text::tr("%1 is there already; name a new file.").arg(options.junitFile),
+                      ExitCode::Usage);
+    }
     Config config = loadConfig(options);
     errors.notes(noticesOf(config));
     const verify::Results results = tried(config);
@@ -126,19 +130,18 @@ verify::Results VerifyCommand::tried(Config& config) const
 void VerifyCommand::show(const verify::Results& results) const
 {
     namespace report = verify::report;
-    if (!options.junitFile.isEmpty()) {
-        QSaveFile file(options.junitFile);
-        const bool isNew = !QFile::exists(options.junitFile);
-        if (!isNew || !file.open(QIODevice::WriteOnly) ||
-            file.write(report::junit(results, options.strict)) < 0 || !file.commit()) {
-            errors.failure(Text::tr("%1 cannot be written (%2); name a new file.")
-                               .arg(options.junitFile,
-                                    isNew ? reasonOf(file) : Text::tr("it is there already")));
-        }
-    }
     out.write(options.json    ? report::json(results, options.strict)
               : options.asTap ? report::tap(results, options.strict)
                               : report::text(results, options.strict, out.columns()));
+    if (options.junitFile.isEmpty()) {
+        return;
+    }
+    QSaveFile file(options.junitFile);
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write(report::junit(results, options.strict)) < 0 || !file.commit()) {
+        throw Failure(Text::tr("%1 cannot be written (%2); name a new file.")
+                          .arg(options.junitFile, reasonOf(file)));
+    }
 }
 
 } // namespace till

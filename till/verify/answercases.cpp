@@ -105,6 +105,17 @@ void checkComesBack(Bench& bench)
     }
 }
 
+/// Asked before the schema is, which objects to a date with a time zone too.
+void dateComesBack(Bench& bench)
+{
+    const Draft request = bench.freshRequest();
+    const Reading answer = bench.answered(request.bytes());
+    if (answer.has({names::date})) {
+        bench.expectText(answer.path(0, {names::date}), request.text({names::date}),
+                         answer.text({names::date}));
+    }
+}
+
 void idComesBack(Bench& bench, const QString& id)
 {
     const Reading answer = bench.answered(bench.freshRequest().set({names::id}, id).bytes());
@@ -202,6 +213,7 @@ const Case rows[] = {
                                   .setInLine(2, {names::id}, u"1042"_s));
      }},
     {"check-carried-back.fields", "check-carried-back", checkComesBack},
+    {"date-has-no-zone.today", "date-has-no-zone", dateComesBack},
     {"answer-fits-schema.sale", "answer-fits-schema",
      [](Bench& bench) {
          const Reply reply = bench.precheck(bench.freshRequest().bytes());

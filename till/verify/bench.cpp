@@ -13,6 +13,21 @@ namespace till::verify {
 
 namespace names = protocol::names;
 
+namespace {
+
+/// What a card holds when nothing has happened since it was @p last asked for; that where the
+/// server does not answer now.
+qint64 askedAgain(Bench& bench, const QString& card, qint64 last)
+{
+    try {
+        return bench.balance(card);
+    } catch (const NotTried&) {
+        return last;
+    }
+}
+
+} // namespace
+
 Bench::Bench(Counter& cashDesk, const Wire& line, const Stock& given)
     : desk(cashDesk), cable(line), stock(given)
 {}
@@ -250,6 +265,17 @@ void Bench::expectStatus(const Reply& reply, const QList<int>& wanted)
     expectThat(wanted.contains(reply.status), {}, texts.join(u" / "_s), reply.shown());
 }
 
+void Bench::expectRefusal(const Reply& reply, int wanted)
+{
+    const QString id = Reading(last.request).text({names::id});
+    const Reading said(reply.body);
+    if (reply.status == 200 && !id.isEmpty() && !said.rootName().isEmpty() &&
+        said.text({names::id}) != id) {
+        throw Broken{{u"status-tells"_s, last, {}, QString::number(wanted), reply.shown()}};
+    }
+    expectStatus(reply, {wanted});
+}
+
 void Bench::expectAmount(const QString& path, qint64 expected, std::optional<qint64> got)
 {
     expectThat(got == expected, path, amount::moneyText(expected),
@@ -273,14 +299,20 @@ void Bench::expectBalance(const QString& wanted, qint64 before, qint64 change)
     const Exchange about = last;
     const qint64 now = balance(wanted);
     const QString path = u"/RawCheck/"_s + Reading::balancePath().join(u'/');
-    if (now != before + change) {
-        throw Broken{{{},
-                      about,
-                      path,
-                      Text::tr("%1, after %2 before")
-                          .arg(amount::moneyText(before + change), amount::moneyText(before)),
-                      amount::moneyText(now)}};
+    if (now == before + change) {
+        return;
     }
+    const qint64 again = askedAgain(*this, wanted, now);
+    if (again != now) {
+        throw Broken{{u"precheck-books-nothing"_s, last, path, amount::moneyText(now),
+                      amount::moneyText(again)}};
+    }
+    throw Broken{{{},
+                  about,
+                  path,
+                  Text::tr("%1, after %2 before")
+                      .arg(amount::moneyText(before + change), amount::moneyText(before)),
+                  amount::moneyText(now)}};
 }
 
 /// @return whether nothing of the sale is left in the server's books

@@ -75,12 +75,13 @@ public:
     // What is expected
 
     void expectStatus(const Reply& reply, const QList<int>& wanted);
-    /// Refused for that, and nothing else than refused.
-    void expectRefusal(const Reply& reply, int wanted) { expectStatus(reply, {wanted}); }
+    /// Refused with that status. What is refused in words behind a 200 breaks `status-tells`.
+    void expectRefusal(const Reply& reply, int wanted);
     void expectAmount(const QString& path, qint64 expected, std::optional<qint64> got);
     void expectText(const QString& path, const QString& expected, const QString& got);
     void expectThat(bool holds, const QString& path, const QString& expected, const QString& got);
-    /// The balance now, against the one before. @param change expected
+    /// The balance now, against the one before. One that changes by being asked for breaks
+    /// `precheck-books-nothing`, whatever was tried. @param change expected
     void expectBalance(const QString& card, qint64 before, qint64 change);
     /// For complaints: the exchange that the next expectation is about, instead of the last one.
     void lookAt(const Exchange& exchange) { last = exchange; }

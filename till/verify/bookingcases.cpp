@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-// What a sale books.
+// What a sale books, to the kopeck.
 
 #include "till/text.h"
 #include "till/verify/answerform.h"
@@ -45,47 +45,6 @@ void booksAsConfirmed(Bench& bench, const Papers& papers)
     }
 }
 
-/// A balance that does not follow the books at all, or counts otherwise than in money.
-void balanceFollows(Bench& bench)
-{
-    const qint64 before = bench.balance(bench.card());
-    const Papers papers = bench.booked(bench.basket());
-    const Exchange about = bench.trail().last();
-    const qint64 expected = Booking::of(papers.confirmation).change();
-    const qint64 change = bench.balance(bench.card()) - before;
-    if (expected == 0) {
-        Bench::cannot(Text::tr("the goods earn no points"));
-    }
-    bench.lookAt(about);
-    if (change == 0 || change == expected * 100) {
-        bench.expectAmount(u"/RawCheck/"_s + Reading::balancePath().join(u'/'), before + expected,
-                           before + change);
-    }
-}
-
-/// What a check would earn or spend is no part of the balance that its answer says.
-void balanceIsTheCards(Bench& bench)
-{
-    const qint64 before = bench.balance(bench.card());
-    const Reading answer = bench.answered(bench.freshRequest().makeLines(9).bytes());
-    bench.expectAmount(answer.path(0, Reading::balancePath()), before, answer.balance());
-}
-
-/// Booked, and yet told as trouble: seen by the confirmation that comes again.
-void confirmationIsTold(Bench& bench)
-{
-    const Papers papers = bench.sold(bench.basket());
-    bench.mayBeBooked(papers);
-    static_cast<void>(bench.pay(papers.confirmation));
-    const Reply reply = bench.confirm(papers.confirmation);
-    const Exchange about{bench.ways().confirm, papers.confirmation, reply};
-    if (reply.status >= 500 && bench.confirm(papers.confirmation).status == 409) {
-        throw Broken{{u"book-once"_s, about, {}, u"200"_s, reply.shown()}};
-    }
-    bench.lookAt(about);
-    bench.expectStatus(reply, {200});
-}
-
 PointsChoice some(qint64 kopecks)
 {
     return PointsChoice::sum(kopecks);
@@ -104,15 +63,6 @@ Basket manyRoundings(const Bench& bench, const PointsChoice& points)
         basket.lines.append(line);
     }
     return basket;
-}
-
-void tryBooksNothing(Bench& bench)
-{
-    const qint64 before = bench.balance(bench.card());
-    const Papers papers = bench.soldWithPoints(bench.basket(PointsChoice::all()));
-    bench.mayBeBooked(papers);
-    bench.expectStatus(bench.pay(papers.confirmation), {200});
-    bench.expectBalance(bench.card(), before, 0);
 }
 
 /// A check large enough that the whole balance may be spent on it.
@@ -230,16 +180,8 @@ void acknowledgesInForm(Bench& bench)
 }
 
 const Case rows[] = {
-    {"status-tells.payment-try", "status-tells",
-     [](Bench& bench) {
-         bench.expectStatus(bench.pay(bench.sold(bench.basket()).confirmation), {200});
-     }},
-    {"status-tells.confirmation", "status-tells", confirmationIsTold},
     {"order-free.later-check-first", "order-free", laterCheckFirst},
     {"status-tells.delivered-by-the-host", "status-tells", deliveredByTheHost},
-    {"try-books-nothing.balance", "try-books-nothing", tryBooksNothing},
-    {"balance-booked.follows", "balance-booked", balanceFollows},
-    {"balance-booked.whatever-is-sold", "balance-booked", balanceIsTheCards},
     {"accrual-scaled.without-points", "accrual-scaled",
      [](Bench& bench) { booksAsConfirmed(bench, bench.sold(bench.basket())); }},
     {"points-as-confirmed.some", "points-as-confirmed",

@@ -9,8 +9,8 @@ QList<Case> allCases()
 {
     QList<Case> all;
     for (const auto& group : {connectionCases(), credentialCases(), answerCases(), transportCases(),
-                              grantCases(), requestCases(), bookingCases(), repeatCases(),
-                              refusalCases(), returnCases(), returnRefusalCases()}) {
+                              grantCases(), saleCases(), requestCases(), bookingCases(),
+                              repeatCases(), refusalCases(), returnCases(), returnRefusalCases()}) {
         all.append(QList<Case>(group.begin(), group.end()));
     }
     return all;

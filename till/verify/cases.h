@@ -26,6 +26,7 @@ std::span<const Case> transportCases();
 std::span<const Case> credentialCases();
 std::span<const Case> answerCases();
 std::span<const Case> grantCases();
+std::span<const Case> saleCases();
 std::span<const Case> requestCases();
 std::span<const Case> bookingCases();
 std::span<const Case> refusalCases();

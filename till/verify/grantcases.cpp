@@ -152,15 +152,6 @@ void asksChanged(Bench& bench)
                      answer.text({names::total}));
 }
 
-void asksWhenTried(Bench& bench)
-{
-    const Papers papers = bench.sold(bench.basket());
-    if (bench.pay(papers.confirmation).status != 200) {
-        Bench::cannot(Text::tr("the server takes no payment try"));
-    }
-    bench.expectStatus(bench.precheck(papers.precheck.request), {200});
-}
-
 /// Discounts may take nothing of a line whose least total is its total, or above it.
 Draft withoutRoom(Bench& bench)
 {
@@ -170,6 +161,7 @@ Draft withoutRoom(Bench& bench)
 }
 
 const Case rows[] = {
+    {"precheck-books-nothing.balance", "precheck-books-nothing", asksThreeTimes},
     {"discount-within-line.usual", "discount-within-line",
      [](Bench& bench) { forEachLine(bench, bench.freshRequest(), discountFits); }},
     {"discount-within-line.no-room", "discount-within-line",
@@ -192,11 +184,9 @@ const Case rows[] = {
              bench, bench.freshRequest().set({names::cardNumber}, bench.secondCard()).bytes());
      }},
     {"check-award.sum", "check-award", awardOfCheckFits},
-    {"precheck-books-nothing.balance", "precheck-books-nothing", asksThreeTimes},
     {"precheck-books-nothing.reserves-nothing", "precheck-books-nothing", reservesNothing},
     {"precheck-repeatable.same", "precheck-repeatable", asksAgain},
     {"precheck-repeatable.changed", "precheck-repeatable", asksChanged},
-    {"precheck-repeatable.when-tried", "precheck-repeatable", asksWhenTried},
 };
 
 } // namespace

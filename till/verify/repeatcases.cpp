@@ -167,6 +167,10 @@ QByteArray otherRequestOf(const Papers& papers)
 }
 
 const Case rows[] = {
+    {"precheck-repeatable.when-tried", "precheck-repeatable",
+     [](Bench& bench) {
+         bench.expectStatus(bench.precheck(tried(bench).precheck.request), {200});
+     }},
     {"book-once.confirmed-twice", "book-once", confirmedTwice},
     {"book-once.all-again", "book-once", allAgain},
     {"book-once.confirmed-by-many-at-once", "book-once", confirmedByMany},

@@ -7,6 +7,8 @@
 #include "console/printable.h"
 #include "till/text.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace till::verify::report {
@@ -89,6 +91,17 @@ QString notTried(const Results& results)
     return text;
 }
 
+QString held(const QList<Verdict>& verdicts)
+{
+    QStringList names;
+    for (const Verdict& verdict : verdicts) {
+        if (verdict.state == State::Held) {
+            names.append(verdict.requirement.name);
+        }
+    }
+    return names.isEmpty() ? QString() : Text::tr("held: %1").arg(names.join(u", "_s)) + u'\n';
+}
+
 QString timesText(const Times& times)
 {
     if (times.answers.isEmpty()) {
@@ -117,20 +130,17 @@ QString timesText(const Times& times)
 
 QString text(const Results& results, bool strict, int columns)
 {
-    QString text =
-        brokenRequirements(results) + notTried(results) + u'\n' + timesText(results.times) + u'\n';
-    int held = 0;
-    int untried = 0;
     const QList<Verdict> verdicts = results.verdicts();
-    for (const Verdict& verdict : verdicts) {
-        held += verdict.state == State::Held ? 1 : 0;
-        untried += verdict.state == State::NotTried ? 1 : 0;
-    }
+    QString text = brokenRequirements(results) + held(verdicts) + notTried(results) + u'\n' +
+                   timesText(results.times) + u'\n';
+    const auto count = [&verdicts](State state) {
+        return std::ranges::count(verdicts, state, &Verdict::state);
+    };
     text += Text::tr("Requirements: %1 held, %2 broken, %3 not tried; cases: %4 held, %5 broken, "
                      "%6 not tried.")
-                .arg(held)
+                .arg(count(State::Held))
                 .arg(results.broken().size())
-                .arg(untried)
+                .arg(count(State::NotTried))
                 .arg(results.count(State::Held))
                 .arg(results.count(State::Broken))
                 .arg(results.count(State::NotTried)) +

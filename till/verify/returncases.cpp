@@ -33,18 +33,6 @@ Papers threePieces(Bench& bench)
     return bench.booked(bench.soldWithPoints(bench.pieces(3, 3333, PointsChoice::sum(4700))));
 }
 
-/// Back to what the card held before the sale.
-void wholeReturn(Bench& bench, const PointsChoice& points)
-{
-    const qint64 before = bench.balance(bench.card());
-    const Papers sale = bench.booked(bench.sold(bench.basket(points)));
-    const qint64 between = bench.balance(bench.card());
-    static_cast<void>(bench.returned(sale, whole(sale)));
-    const Exchange about = bench.trail().last();
-    bench.lookAt(about);
-    bench.expectBalance(bench.card(), between, before - between);
-}
-
 /// What the till counts for a return of its.
 qint64 changeOf(const Papers& back)
 {
@@ -166,16 +154,13 @@ void deliveredByTheHost(Bench& bench)
 
 const Case rows[] = {
     {"return-steps.delivered-by-the-host", "return-steps", deliveredByTheHost},
-    {"return-answer.what-is-taken-back", "return-answer", answersWithWhatIsTakenBack},
-    {"answer-fits-schema.return", "answer-fits-schema", answerToReturnFits},
     {"return-steps.asking-books-nothing", "return-steps", askingBooksNothing},
-    {"return-books.whole", "return-books", [](Bench& bench) { wholeReturn(bench, {}); }},
-    {"return-books.whole-with-points", "return-books",
-     [](Bench& bench) { wholeReturn(bench, PointsChoice::all()); }},
     {"return-books.one-part", "return-books", onePart},
     {"returns-add-up.piece-by-piece", "returns-add-up", pieceByPiece},
     {"returns-add-up.line-by-line", "returns-add-up", lineByLine},
     {"return-books.each-part-exact", "return-books", eachPartExact},
+    {"return-answer.what-is-taken-back", "return-answer", answersWithWhatIsTakenBack},
+    {"answer-fits-schema.return", "answer-fits-schema", answerToReturnFits},
     {"return-steps.confirmed-again", "return-steps", confirmedAgain},
 };
 

@@ -42,6 +42,14 @@ bool saysWhen(const Reply& reply)
     return seconds.match(text).hasMatch() || reply.dateIn("Retry-After").isValid();
 }
 
+/// Whether it is an answer to the check at all, and no page or error in its place.
+bool isOfItsCheck(const Reading& answer, const QByteArray& request)
+{
+    const QString id = answer.text({protocol::names::id});
+    return answer.problem().isEmpty() && answer.rootName() == protocol::names::rawCheck &&
+           !id.isEmpty() && id == Reading(request).text({protocol::names::id});
+}
+
 } // namespace
 
 QList<Case> Run::chosen(const QStringList& names)
@@ -177,8 +185,7 @@ void Run::watchBalances(Results& results) const
             continue;
         }
         const Reading answer(exchange.reply.body);
-        if (answer.problem().isEmpty() && answer.rootName() == protocol::names::rawCheck &&
-            !answer.saysBalance()) {
+        if (isOfItsCheck(answer, exchange.request) && !answer.saysBalance()) {
             Outcome missing{u"balance-always.whenever-asked"_s, u"balance-always"_s, State::Broken};
             missing.complaint = {{},
                                  exchange,

@@ -162,7 +162,9 @@ TEST_F(ExampleServer, holdsEveryRequirementThatARunCanTry)
                          "secondCard = \"2200000000024\"\nemptyCard = \"2200000000031\"\n"
                          "goods = \"2001,2002\"\n"_s.arg(address));
     Program run(QStringLiteral(ORVA_TILL),
-                {u"verify"_s, address, u"--strict"_s, u"--json"_s, u"--quiet"_s}, folder());
+                {u"verify"_s, address, u"--strict"_s, u"--json"_s, u"--quiet"_s, u"--junit"_s,
+                 u"run.xml"_s},
+                folder());
     int exitCode = -1;
     for (int waits = 0; waits < 4 && exitCode == -1; ++waits) { // it takes twenty seconds by itself
         exitCode = run.waitForEnd();
@@ -180,6 +182,9 @@ TEST_F(ExampleServer, holdsEveryRequirementThatARunCanTry)
                                     u"booked-is-durable"_s, u"late-confirmation"_s}));
     EXPECT_GE(result.value(u"requirements"_s).toArray().size(), 60);
     EXPECT_EQ(result.value(u"leftBehind"_s).toArray(), QJsonArray());
+    const QString junit = readFile(u"run.xml"_s);
+    EXPECT_GE(junit.count(u"<testcase "_s), 60) << qPrintable(junit.left(500));
+    EXPECT_EQ(junit.count(u"<failure "_s), 0) << qPrintable(junit);
 }
 
 TEST_F(ExampleServer, holdsItsArithmeticAgainstTheVectors)

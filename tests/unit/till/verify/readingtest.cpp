@@ -6,7 +6,10 @@
 #include "till/failure.h"
 #include "till/verify/answerform.h"
 #include "till/verify/draft.h"
+#include "till/verify/gzip.h"
 #include "till/verify/wire.h"
+
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +76,18 @@ TEST(VerifyDraft, changesWhatItIsToldAndNothingElse)
     EXPECT_EQ(draft.textInLine(3, {names::id}), u"4"_s);
     EXPECT_EQ(draft.textInLine(0, {names::total}), u"299.80"_s);
     EXPECT_NE(draft.makeNew().text({names::id}), u"a"_s);
+}
+
+TEST(VerifyGzip, packsWhatGzipUnpacks)
+{
+    const QByteArray text = exampleConfirmation.repeated(40);
+    QProcess gzip;
+    gzip.start(u"gzip"_s, {u"-dc"_s});
+    gzip.write(till::verify::gzipped(text));
+    gzip.closeWriteChannel();
+    ASSERT_TRUE(gzip.waitForFinished());
+    EXPECT_EQ(gzip.exitCode(), 0) << gzip.readAllStandardError().constData();
+    EXPECT_EQ(gzip.readAllStandardOutput(), text);
 }
 
 TEST(VerifyForm, namesTheElementThatDoesNotFit)

@@ -94,8 +94,9 @@ TEST(VerifyResults, aBrokenMustIsBadAndABrokenShouldOnlyWhenStrict)
 TEST(VerifyReport, saysToPeopleWhatIsBrokenAndWhatThePageSays)
 {
     const QString text = report::text(someResults(u"book-once"_s), false, 100);
-    for (const QString& part : {u"book-once.a"_s, u"/RawCheck/id"_s, u"\"b\""_s,
-                                u"A check is booked once"_s, u"tls.certificate"_s, u"no https"_s}) {
+    for (const QString& part :
+         {u"book-once.a"_s, u"/RawCheck/id"_s, u"\"b\""_s, u"A check is booked once"_s,
+          u"held: number-form\n"_s, u"tls.certificate"_s, u"no https"_s}) {
         EXPECT_TRUE(text.contains(part)) << qPrintable(part) << "\n" << qPrintable(text);
     }
 }

@@ -62,6 +62,16 @@ TEST_F(VerifyCommandTest, anAddressThatIsNotMarkedIsNotTried)
     }
 }
 
+TEST_F(VerifyCommandTest, aFileThatIsThereIsNoPlaceForResults)
+{
+    const QString marks = u"[verify]\ntestServer = \"http://127.0.0.1:1\"\n"_s + cards;
+    options.junitFile = folder.filePath(u"orva.toml"_s);
+    static_cast<void>(refusal(marks, u"http://127.0.0.1:1"_s)); // writes the file
+    const till::Failure failure = refusal(marks, u"http://127.0.0.1:1"_s);
+    EXPECT_EQ(failure.exitCode(), ExitCode::Usage);
+    EXPECT_TRUE(failure.text().contains(u"name a new file"_s)) << qPrintable(failure.text());
+}
+
 TEST_F(VerifyCommandTest, aMarkedAddressIsTriedWithItsCardsOnly)
 {
     const QString marks = u"[verify]\ntestServer = \"http://127.0.0.1:1\"\n"_s;
