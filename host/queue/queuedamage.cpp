@@ -6,6 +6,7 @@
 #include "host/database/database.h"
 #include "host/database/statement.h"
 #include "host/database/transaction.h"
+#include "host/queue/contentdigest_p.h"
 #include "host/queue/deliverylog_p.h"
 #include "host/queue/queuemessage.h"
 
@@ -83,7 +84,7 @@ Message of(const StoredMessage& message)
     if (message.payload.isNull()) {
         return compareAndSettle("queue.damagedEmpty");
     }
-    if ((!message.digest.isNull() && message.digest.toByteArray() != content.digest()) ||
+    if ((!message.digest.isNull() && !contentdigest::isOf(message.digest.toByteArray(), content)) ||
         !QueueMessage::isTextObject(content.headers) || !QueueMessage::isTextObject(content.urls)) {
         return compareAndSettle("queue.damagedContent");
     }

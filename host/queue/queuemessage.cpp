@@ -3,7 +3,8 @@
 
 #include "host/queue/queuemessage.h"
 
-#include <QCryptographicHash>
+#include "host/queue/contentdigest_p.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
@@ -65,12 +66,7 @@ QueueMessage QueueMessage::fromMap(const QVariantMap& message)
 
 QByteArray QueueMessage::digest() const
 {
-    QCryptographicHash hash(QCryptographicHash::Sha1);
-    for (const QByteArray& part : {payload, headers, urls}) {
-        hash.addData(QByteArray::number(part.size()) + ':');
-        hash.addData(part);
-    }
-    return hash.result();
+    return contentdigest::of(*this);
 }
 
 bool QueueMessage::isTextObject(const QByteArray& json)

@@ -10,11 +10,15 @@
 //   ORVA_CRASH_SEED    for "tear"
 //   ORVA_CRASH_TRACE   a file to list the calls in
 
+#include "tests/scenario/crash/crashpoint.h"
+
 #include "tests/scenario/crash/crashrecord.h"
 #include "tests/scenario/crash/powercut.h"
 #include "tests/scenario/crash/systemcalls.h"
 
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
@@ -255,15 +259,16 @@ int sync(const char* name, long number, int file)
     return done;
 }
 
-int openNoting(const char* path, int flags, mode_t mode)
+int openNoting(const char* name, int flags, mode_t mode)
 {
     CrashPoint& point = crashPoint();
-    if ((flags & O_CREAT) == 0 || !point.notes(path)) {
-        return system_calls::open(path, flags, mode);
+    const std::string path = (flags & O_CREAT) == 0 ? std::string() : crash_point::absolute(name);
+    if (path.empty() || !point.notes(path)) {
+        return system_calls::open(name, flags, mode);
     }
     const std::lock_guard guard(point.files);
-    const bool missing = ::access(path, F_OK) != 0;
-    const int file = system_calls::open(path, flags, mode);
+    const bool missing = ::access(name, F_OK) != 0;
+    const int file = system_calls::open(name, flags, mode);
     if (file >= 0 && missing) {
         point.disk.created(path);
     }
@@ -276,6 +281,29 @@ mode_t modeOf(int flags, va_list arguments)
 }
 
 } // namespace
+
+std::string crash_point::absolute(const char* path)
+{
+    std::array<char, PATH_MAX> folder{};
+    const bool isRelative = path[0] != '/' && ::getcwd(folder.data(), folder.size()) != nullptr;
+    return isRelative ? std::string(folder.data()) + '/' + path : std::string(path);
+}
+
+void crash_point::called(const char* name, const std::string& path)
+{
+    crashPoint().call(name, path.c_str());
+}
+
+bool crash_point::change(const std::string& path, const std::function<void(PowerCut&)>& change)
+{
+    CrashPoint& point = crashPoint();
+    if (!point.notes(path)) {
+        return false;
+    }
+    const std::lock_guard guard(point.files);
+    change(point.disk);
+    return true;
+}
 
 // The calls that SQLite, libcurl, the HTTP server and Qt make, under all their names.
 #pragma GCC visibility push(default)
@@ -342,17 +370,6 @@ int open64(const char* path, int flags, ...)
     const mode_t mode = modeOf(flags, arguments);
     va_end(arguments);
     return openNoting(path, flags | O_LARGEFILE, mode);
-}
-
-int unlink(const char* path) noexcept
-{
-    CrashPoint& point = crashPoint();
-    point.call("unlink", path);
-    if (!point.notes(path)) {
-        return system_calls::unlink(path);
-    }
-    const std::lock_guard guard(point.files);
-    return point.disk.remove(path) ? 0 : -1;
 }
 
 ssize_t sendto(int socket, const void* content, size_t length, int flags, const sockaddr* address,

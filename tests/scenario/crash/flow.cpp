@@ -10,6 +10,8 @@ namespace {
 /// Far above what a drain takes here, so that only a till that hangs meets it.
 const QString drained = QStringLiteral("wait 30");
 
+const QString copyName = QStringLiteral("copy.orva");
+
 QStringList times(int repetitions, const QStringList& commands)
 {
     QStringList all;
@@ -177,6 +179,31 @@ Flow archiving(int repetitions)
             .runs = {run({u"archive"_s}), run({u"archive"_s, u"--compact"_s})}};
 }
 
+/// A copy of books with an archive.
+Flow backingUp(int repetitions)
+{
+    return {.name = u"backup"_s,
+            .repetitions = repetitions,
+            .preparation =
+                times(repetitions, saleWithPoints + returned + sale) + QStringList{drained},
+            .preparingRuns = {run({u"archive"_s}), work(sale)},
+            .copying = Copying::Backup,
+            .runs = {run({u"backup"_s, copyName})}};
+}
+
+/// Books that have moved on since the copy, in the archive's file of the same month, too.
+Flow restoring(int repetitions)
+{
+    return {.name = u"restore"_s,
+            .repetitions = repetitions,
+            .preparation =
+                times(repetitions, saleWithPoints + returned + sale) + QStringList{drained},
+            .preparingRuns = {run({u"archive"_s}), work(saleWithPoints + sale),
+                              run({u"backup"_s, copyName}), run({u"archive"_s})},
+            .copying = Copying::Restore,
+            .runs = {run({u"restore"_s, copyName})}};
+}
+
 /// The first day: the till's file and all tables are made.
 Flow starting()
 {
@@ -193,5 +220,6 @@ QList<Flow> allFlows(int repetitions)
             delivering(repetitions),        reauthorizing(repetitions),
             deliveringInLanes(repetitions), handingOver(repetitions),
             fallingBack(repetitions),       migrating(repetitions),
-            archiving(repetitions),         starting()};
+            archiving(repetitions),         backingUp(repetitions),
+            restoring(repetitions),         starting()};
 }

@@ -14,6 +14,14 @@ struct TillRun
     QStringList commands;
 };
 
+/// What a flow does with a copy of the books.
+enum class Copying
+{
+    None,
+    Backup,
+    Restore
+};
+
 /// What a shop does while something in it is stopped.
 struct Flow
 {
@@ -21,6 +29,8 @@ struct Flow
     int repetitions = 1;
     /// Done once and undisturbed; what it leaves is where every scene of the flow begins.
     QStringList preparation = {};
+    /// The same of other runs, after that.
+    QList<TillRun> preparingRuns = {};
     /// Whether the preparation's confirmations stay in the queue.
     bool queueHeld = false;
     /// Whether the server's password changes after the preparation, and the till learns of it when
@@ -32,6 +42,9 @@ struct Flow
     bool hasStore = false;
     /// Whether the store is away when a till that was stopped is started again, which falls back.
     bool storeGoesAway = false;
+    /// Whether the books are copied, or made of their copy. The copy has to be absent or whole, and
+    /// the books as they are or as the copy has them.
+    Copying copying = Copying::None;
     /// What is stopped at each of its calls.
     QList<TillRun> runs = {};
 };

@@ -6,6 +6,7 @@
 #include "tests/scenario/crash/systemcalls.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -81,22 +82,52 @@ void PowerCut::afterTruncation(int file, off_t length)
 
 void PowerCut::created(const std::string& path)
 {
-    entries.push_back({path, {}});
+    entries.push_back({path, {}, {}});
+}
+
+std::string PowerCut::nameToKeep(const std::string& path)
+{
+    return path + ".removed-" + std::to_string(::getpid()) + '-' + std::to_string(++removals);
+}
+
+/// What is in a folder goes with it.
+void PowerCut::renamed(const std::string& from, const std::string& to)
+{
+    for (auto& known : paths) {
+        if (known.second == from || known.second.starts_with(from + '/')) {
+            known.second.replace(0, from.size(), to);
+        }
+    }
 }
 
 bool PowerCut::remove(const std::string& path)
 {
-    const std::string kept =
-        path + ".removed-" + std::to_string(::getpid()) + '-' + std::to_string(++removals);
-    if (::rename(path.c_str(), kept.c_str()) != 0) {
+    const std::string kept = nameToKeep(path);
+    if (system_calls::rename(path.c_str(), kept.c_str()) != 0) {
         return false;
     }
-    for (auto& known : paths) {
-        if (known.second == path) {
-            known.second = kept;
-        }
+    renamed(path, kept);
+    entries.push_back({path, kept, {}});
+    return true;
+}
+
+bool PowerCut::move(const std::string& from, const std::string& to)
+{
+    std::string kept = nameToKeep(to);
+    if (system_calls::link(to.c_str(), kept.c_str()) != 0) {
+        kept.clear(); // there is none, or it is a folder
     }
-    entries.push_back({path, kept});
+    if (system_calls::rename(from.c_str(), to.c_str()) != 0) {
+        const int error = errno;
+        system_calls::unlink(kept.c_str());
+        errno = error;
+        return false;
+    }
+    if (!kept.empty()) {
+        renamed(to, kept);
+    }
+    renamed(from, to);
+    entries.push_back({to, kept, from});
     return true;
 }
 
@@ -178,14 +209,27 @@ void PowerCut::happen(Left left, std::uint64_t seed)
     putBackEntries(left, random);
 }
 
+void PowerCut::putBack(const Entry& entry)
+{
+    if (!entry.from.empty()) {
+        system_calls::rename(entry.path.c_str(), entry.from.c_str());
+    }
+    if (!entry.kept.empty()) {
+        system_calls::rename(entry.kept.c_str(), entry.path.c_str());
+    } else if (entry.from.empty() && system_calls::unlink(entry.path.c_str()) != 0) {
+        ::rmdir(entry.path.c_str());
+    }
+}
+
 void PowerCut::putBackEntries(Left left, std::uint64_t& random)
 {
+    bool isLaterNameLeft = false;
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-        const bool survives = left == Left::Some && heads(random);
-        if (entry->kept.empty() && !survives) {
-            system_calls::unlink(entry->path.c_str());
-        } else if (!entry->kept.empty() && !survives) {
-            ::rename(entry->kept.c_str(), entry->path.c_str());
+        const bool isName = !entry->from.empty();
+        const bool survives = left == Left::Some && (heads(random) || (isName && isLaterNameLeft));
+        isLaterNameLeft = isLaterNameLeft || (isName && survives);
+        if (!survives) {
+            putBack(*entry);
         } else if (!entry->kept.empty()) {
             system_calls::unlink(entry->kept.c_str());
         }

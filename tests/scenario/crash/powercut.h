@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-/// Knows what a disk would not have kept yet: the content of every write, truncation, creation and
-/// removal in a folder since the file, or for the last two its folder, was synced. Not safe for
-/// threads: the caller holds a lock over a call and its being noted.
+/// Knows what a disk would not have kept yet: the content of every write, truncation, creation,
+/// removal and new name in a folder since the file, or for the last three its folder, was synced.
+/// Not safe for threads: the caller holds a lock over a call and its being noted.
 class PowerCut
 {
 public:
@@ -21,6 +21,7 @@ public:
     {
         Nothing,
         /// Each sector, creation and removal by itself, at random: a disk writes in its own order.
+        /// A new name stays only with those given before it, which file systems keep in order.
         Some
     };
 
@@ -32,6 +33,9 @@ public:
     void created(const std::string& path);
     /// Removes the file in such a way that it can be brought back. @return false with errno set
     bool remove(const std::string& path);
+    /// Gives a file or folder another name, in place of a file that has it, in such a way that it
+    /// can be taken back. @return false with errno set
+    bool move(const std::string& from, const std::string& to);
     /// What was noted of a file, or of the entries of a folder, is durable from here on.
     void synced(int fileOrFolder);
     /// Leaves the folder as the cut would.
@@ -54,12 +58,16 @@ private:
     {
         std::string path;
         std::string kept; ///< where a removed file is meanwhile; empty for a created one
+        std::string from; ///< of one that has got another name
     };
 
     static Identity identityOf(int file);
     static void undo(int file, const std::vector<Change>& changes);
     static void redoSome(int file, const std::vector<Change>& changes, std::uint64_t& random);
+    std::string nameToKeep(const std::string& path);
+    void renamed(const std::string& from, const std::string& to);
     void discard(const std::string& kept);
+    static void putBack(const Entry& entry);
     void putBackEntries(Left left, std::uint64_t& random);
 
     std::map<Identity, std::vector<Change>> unsynced;

@@ -55,6 +55,21 @@ position = %2
 quantity = %3
 )");
 
+void copyFolder(const QString& from, const QString& to)
+{
+    QDir().mkpath(to);
+    const QStringList folders = QDir(from).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& name : folders) {
+        copyFolder(from + u'/' + name, to + u'/' + name);
+    }
+    const QStringList names = QDir(from).entryList(QDir::Files | QDir::Hidden);
+    for (const QString& name : names) {
+        if (!QFile::copy(from + u'/' + name, to + u'/' + name)) {
+            throw SceneError(u"%1 cannot be copied to %2"_s.arg(name, to));
+        }
+    }
+}
+
 /// Counts in a copy: opening an older file would bring it up to date.
 CheckCount countChecks(const QString& tillDatabase)
 {
@@ -62,8 +77,14 @@ CheckCount countChecks(const QString& tillDatabase)
     if (!QFile::copy(tillDatabase, copy)) {
         throw SceneError(u"%1 cannot be copied"_s.arg(tillDatabase));
     }
+    const QString archive = u"-archive"_s;
+    QDir(copy + archive).removeRecursively();
+    if (QDir(tillDatabase + archive).exists()) {
+        copyFolder(tillDatabase + archive, copy + archive);
+    }
     const CheckCount count = CheckCount::read(copy);
     QFile::remove(copy);
+    QDir(copy + archive).removeRecursively();
     return count;
 }
 
@@ -88,16 +109,6 @@ void moveQueue(const QString& tillDatabase, int fromPort, int toPort)
     poshost::Statement move(database, u"UPDATE queue_bodies SET digest = NULL, "
                                       "urls = replace(urls, ?, ?)"_s);
     move.bind(u":%1/"_s.arg(fromPort)).bind(u":%1/"_s.arg(toPort)).execute();
-}
-
-void copyFolder(const QString& from, const QString& to)
-{
-    const QStringList names = QDir(from).entryList(QDir::Files | QDir::Hidden);
-    for (const QString& name : names) {
-        if (!QFile::copy(from + u'/' + name, to + u'/' + name)) {
-            throw SceneError(u"%1 cannot be copied to %2"_s.arg(name, to));
-        }
-    }
 }
 
 void readRecord(const QString& file, Outcome& outcome)
@@ -263,6 +274,12 @@ void Scene::prepare(const Flow& flow)
             throw SceneError(u"the preparation fails: "_s + till->output() + till->errors());
         }
     }
+    for (const TillRun& run : flow.preparingRuns) {
+        const auto till = runTill(run, nullptr);
+        if (till->exitCode() != 0) {
+            throw SceneError(u"the preparation fails: "_s + till->output() + till->errors());
+        }
+    }
     held.reset();
     server->terminate();
     if (flow.passwordChanges) {
@@ -362,6 +379,7 @@ Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop&
     if (const QString complaint = cashier.complaint(before, after); !complaint.isEmpty()) {
         outcome.problems += complaint;
     }
+    goThroughCopies(flow, stop.call != 0, before.closed, outcome.problems);
     recover(flow, outcome.problems);
     server->terminate();
     const Difference difference = Difference::between(path(tillFile), path(serverFile));

@@ -31,6 +31,21 @@ int unlink(const char* path)
     return int(::syscall(SYS_unlink, path));
 }
 
+int rename(const char* from, const char* to)
+{
+    return int(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+int link(const char* from, const char* to)
+{
+    return int(::syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+int mkdir(const char* path, mode_t mode)
+{
+    return int(::syscall(SYS_mkdirat, AT_FDCWD, path, mode));
+}
+
 std::string pathOf(int file)
 {
     std::array<char, PATH_MAX> target{};

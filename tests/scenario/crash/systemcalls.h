@@ -14,6 +14,9 @@ int open(const char* path, int flags, mode_t mode = 0);
 ssize_t pwrite(int file, const void* content, size_t length, off_t offset);
 int ftruncate(int file, off_t length);
 int unlink(const char* path);
+int rename(const char* from, const char* to);
+int link(const char* from, const char* to);
+int mkdir(const char* path, mode_t mode);
 
 /// The path that an open descriptor was opened by, as the kernel knows it now.
 std::string pathOf(int file);

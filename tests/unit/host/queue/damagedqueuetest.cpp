@@ -7,6 +7,7 @@
 #include "deliveryfixture.h"
 #include "tests/support/damage.h"
 
+#include <QCryptographicHash>
 #include <gmock/gmock.h>
 #include <stdexcept>
 
@@ -184,6 +185,36 @@ protected:
 std::string placeOf(const Column& column, const QVariant& value)
 {
     return std::string(column.table) + '.' + column.name + " = " + value.toString().toStdString();
+}
+
+/// As former versions have stored it.
+QByteArray sha1Of(poshost::Database& database, qint64 message)
+{
+    poshost::Statement body(database, u"SELECT payload, headers, urls FROM queue_bodies "
+                                      "WHERE message_id = ?"_s);
+    body.bind(message).next();
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (int column = 0; column < 3; ++column) {
+        const QByteArray part = body.value(column).toByteArray();
+        hash.addData(QByteArray::number(part.size()) + ':' + part);
+    }
+    return hash.result();
+}
+
+TEST_F(DamagedQueue, ADigestOfAFormerVersionTellsWhetherItsMessageIsTheSame)
+{
+    const Column digest{"queue_bodies", "digest", "message_id = 1"};
+    const QByteArray former = sha1Of(*database, 1);
+    damage(digest, former);
+    deliverAll();
+    EXPECT_EQ(stateOf(1), done);
+    damage(digest, sha1Of(*database, 4));
+    deliverAll();
+    EXPECT_EQ(stateOf(1), parked);
+    damage(digest, former);
+    database->execute(u"UPDATE queue_bodies SET payload = x'62' WHERE message_id = 1"_s);
+    deliverAll();
+    EXPECT_EQ(stateOf(1), parked);
 }
 
 TEST_F(DamagedQueue, ABitOfAnyColumnOfAMessageLosesNoneAndHoldsUpNoOther)

@@ -14,6 +14,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 using tests::refusalOf;
 using till::Check;
@@ -131,6 +133,38 @@ TEST_F(BackupTest, numbersGoOnBehindTheHighestThatAnybodyKnows)
     EXPECT_EQ(till::restoreBackup(copy, file, {}).nextNumber, 2);
     EXPECT_EQ(till::restoreBackup(copy, file, 77).nextNumber, 78);
     EXPECT_EQ(till::restoreBackup(copy, file, 5).nextNumber, 78);
+}
+
+TEST_F(BackupTest, numbersOfBooksWhoseArchiveIsGoneStillCount)
+{
+    sell();
+    deliver(u"1"_s);
+    {
+        till::CheckArchiving archiving(*database, 0);
+        tests::StoppedClock clock(QDateTime::currentDateTime().addDays(1));
+        ASSERT_EQ(archiving.step(), 1);
+    }
+    till::backupfile::write(*database, copy, false);
+    const Check later = sell();
+    leaveBooks();
+    ASSERT_TRUE(QDir(file + u"-archive"_s).removeRecursively());
+    EXPECT_EQ(till::restoreBackup(copy, file, {}).nextNumber, later.number() + 1);
+}
+
+TEST_F(BackupTest, aRestoringThatWasBrokenOffLeavesNothingBehind)
+{
+    sell();
+    till::backupfile::write(*database, copy, false);
+    leaveBooks();
+    const QString aside = file + u".before-restore"_s;
+    ASSERT_EQ(::link(QFile::encodeName(file).constData(), QFile::encodeName(aside).constData()), 0);
+    ASSERT_TRUE(QDir().mkdir(aside + u"-archive"_s));
+    ASSERT_TRUE(QFile::copy(copy, file + u".restoring"_s));
+    EXPECT_EQ(till::restoreBackup(copy, file, {}).setAside, aside);
+    EXPECT_FALSE(QFileInfo::exists(file + u".restoring"_s));
+    EXPECT_FALSE(QFileInfo::exists(aside + u"-2"_s));
+    till::CheckStore books(QSharedPointer<poshost::Database>::create(aside));
+    EXPECT_EQ(books.findSale(u"last"_s).number(), 1);
 }
 
 TEST_F(BackupTest, booksInUseOrACopyThatIsNoneAreLeftAlone)
