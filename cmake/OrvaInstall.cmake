@@ -81,6 +81,7 @@ orva_install_compressed(${PROJECT_SOURCE_DIR}/docs/man/ru/orva-store.1 ${CMAKE_I
 install(FILES docs/completion/orva.bash RENAME orva-store COMPONENT store
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES packaging/orva-store@.service DESTINATION lib/systemd/system COMPONENT store)
+install(FILES packaging/alerts.yml DESTINATION ${CMAKE_INSTALL_DATADIR}/orva-store COMPONENT store)
 
 # Headers for a plug-in or a till, without those that the library has for itself.
 install(DIRECTORY host DESTINATION ${ORVA_INSTALL_HEADERS} COMPONENT development

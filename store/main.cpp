@@ -27,6 +27,7 @@ struct Texts
     std::string role;
     std::string shop;
     std::string queue;
+    std::string listen = "127.0.0.1:9188";
 };
 
 std::string words(const QString& text)
@@ -68,6 +69,22 @@ void addTables(CLI::App& app, Options& options, Texts& texts)
         ->callback([&options] { options.command = Command::Doctor; });
 }
 
+void addEyes(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const status =
+        app.add_subcommand("status", words(Text::tr("Show how the store stands")));
+    status->add_flag("--json", options.json, words(Text::tr("As JSON")));
+    status->add_flag("--watch", options.watch, words(Text::tr("Every two seconds, until stopped")));
+    status->callback([&options] { options.command = Command::Status; });
+    CLI::App* const metrics = app.add_subcommand(
+        "metrics", words(Text::tr("Show figures to a monitoring on this machine until stopped")));
+    metrics
+        ->add_option("--listen", texts.listen,
+                     words(Text::tr("Address of this machine alone, and port")))
+        ->capture_default_str();
+    metrics->callback([&options] { options.command = Command::Metrics; });
+}
+
 void addQueue(CLI::App& app, Options& options, Texts& texts)
 {
     CLI::App* const queue =
@@ -103,6 +120,7 @@ void take(Options& options, const Texts& texts)
     options.role = QString::fromLocal8Bit(texts.role.c_str());
     options.shop = QString::fromLocal8Bit(texts.shop.c_str());
     options.queue = QString::fromLocal8Bit(texts.queue.c_str());
+    options.listen = QString::fromLocal8Bit(texts.listen.c_str());
 }
 
 } // namespace
@@ -127,6 +145,7 @@ int main(int argc, char** argv)
                                   "/etc/orva/orva.toml)")));
     addWork(app, options, texts);
     addTables(app, options, texts);
+    addEyes(app, options, texts);
     addQueue(app, options, texts);
     app.require_subcommand(1, 1);
     try {

@@ -4606,5 +4606,125 @@ Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
         <source>%1 is a till of shop %2.</source>
         <translation>%1 — касса магазина %2.</translation>
     </message>
+    <message>
+        <source>Show how the store stands</source>
+        <translation>Показать, как дела в хранилище</translation>
+    </message>
+    <message>
+        <source>As JSON</source>
+        <translation>В виде JSON</translation>
+    </message>
+    <message>
+        <source>Every two seconds, until stopped</source>
+        <translation>Каждые две секунды, до остановки</translation>
+    </message>
+    <message>
+        <source>Show figures to a monitoring on this machine until stopped</source>
+        <translation>Показывать числа мониторингу на этой машине до остановки</translation>
+    </message>
+    <message>
+        <source>Address of this machine alone, and port</source>
+        <translation>Адрес только этой машины и порт</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 мин</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 ч</translation>
+    </message>
+    <message>
+        <source>%1 d</source>
+        <translation>%1 д</translation>
+    </message>
+    <message>
+        <source>Lanes with work: %1.</source>
+        <translation>Дорожек с работой: %1.</translation>
+    </message>
+    <message>
+        <source>Messages that wait: about %1.</source>
+        <translation>Ожидают сообщений: около %1.</translation>
+    </message>
+    <message>
+        <source>The oldest has waited for %1.</source>
+        <translation>Самое старое ждёт %1.</translation>
+    </message>
+    <message>
+        <source>Parked: %1, behind these: %2.</source>
+        <translation>Отложено: %1, за ними: %2.</translation>
+    </message>
+    <message>
+        <source>Within the last %1: attempts %2, deliveries %3 (%4 a second).</source>
+        <translation>За последние %1: попыток %2, доставок %3 (%4 в секунду).</translation>
+    </message>
+    <message>
+        <source>Failed because %1: %2.</source>
+        <translation>Не удалось, потому что %1: %2.</translation>
+    </message>
+    <message>
+        <source>the loyalty server was away</source>
+        <translation>сервер лояльности был недоступен</translation>
+    </message>
+    <message>
+        <source>the loyalty server had an error</source>
+        <translation>на сервере лояльности была ошибка</translation>
+    </message>
+    <message>
+        <source>the credentials were refused</source>
+        <translation>учётные данные отвергнуты</translation>
+    </message>
+    <message>
+        <source>the address was wrong</source>
+        <translation>адрес был неверен</translation>
+    </message>
+    <message>
+        <source>the message was refused</source>
+        <translation>сообщение отвергнуто</translation>
+    </message>
+    <message>
+        <source>the loyalty server knew the message</source>
+        <translation>сервер лояльности уже знал сообщение</translation>
+    </message>
+    <message>
+        <source>Tills that have handed over within %1 days: %2.</source>
+        <translation>Касс, передававших за %1 дней: %2.</translation>
+    </message>
+    <message>
+        <source>Shop</source>
+        <translation>Магазин</translation>
+    </message>
+    <message>
+        <source>Till</source>
+        <translation>Касса</translation>
+    </message>
+    <message>
+        <source>Last hand-over</source>
+        <translation>Последняя передача</translation>
+    </message>
+    <message>
+        <source>Ago</source>
+        <translation>Назад</translation>
+    </message>
+    <message>
+        <source>These have been silent for the longest time; --json has all.</source>
+        <translation>Эти молчат дольше всех; все — в --json.</translation>
+    </message>
+    <message>
+        <source>%1 is not an address of this machine alone, such as 127.0.0.1:9188.</source>
+        <translation>%1 — не адрес только этой машины, например 127.0.0.1:9188.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listened on: is it taken?</source>
+        <translation>Нельзя слушать на %1: адрес занят?</translation>
+    </message>
+    <message>
+        <source>Metrics: http://%1:%2/metrics, until stopped.</source>
+        <translation>Метрики: http://%1:%2/metrics, до остановки.</translation>
+    </message>
 </context>
 </TS>

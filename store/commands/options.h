@@ -16,6 +16,8 @@ struct Options
         Migrate,
         Admit,
         Doctor,
+        Status,
+        Metrics,
         QueueList,
         QueueShow,
         QueueRetry,
@@ -35,6 +37,8 @@ struct Options
     int laneTimeout = 10;    ///< seconds after which a silent worker's lane is free
     int requestTimeout = 10; ///< seconds that the loyalty server is waited for
     bool untilEmpty = false;
+    bool watch = false; ///< again and again, until stopped
+    QString listen;     ///< address and port of the metrics
     bool json = false;
 };
 

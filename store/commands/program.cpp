@@ -8,8 +8,10 @@
 #include "host/core/basicexception.h"
 #include "host/services/config.h"
 #include "store/commands/doctor.h"
+#include "store/commands/metricscommand.h"
 #include "store/commands/queuecommands.h"
 #include "store/commands/spoken.h"
+#include "store/commands/statuscommand.h"
 #include "store/schema/storeschema.h"
 #include "store/text.h"
 #include "store/worker/worker.h"
@@ -93,6 +95,10 @@ int Program::obey()
         return admit();
     case Command::Doctor:
         return doctor();
+    case Command::Status:
+        return StatusCommand(settings(), options, out, errors).run();
+    case Command::Metrics:
+        return MetricsCommand(settings(), options, out).run();
     default:
         return QueueCommands(settings(), options, out).run();
     }

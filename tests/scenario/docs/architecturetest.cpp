@@ -172,7 +172,7 @@ TEST(Architecture, everyThreadIsListed)
 TEST(Architecture, everyLibraryHasItsReason)
 {
     QStringList used;
-    const QString call = u"^\\s*(?:find_package|pkg_check_modules)\\((\\w+)"_s;
+    const QString call = u"^\\s*(?:find_package|pkg_check_modules)\\(([\\w-]+)"_s;
     QStringList builders{u"CMakeLists.txt"_s, u"cmake/OrvaLog4Qt.cmake"_s};
     for (const QString& house : housesInside()) {
         builders.append(house + u"/CMakeLists.txt"_s);
@@ -181,7 +181,7 @@ TEST(Architecture, everyLibraryHasItsReason)
         used += tree::captured(tree::textOf(builder), call);
     }
     QStringList explained =
-        tree::captured(chapter(u"Why each library"_s), u"^\\| `(\\w+)` \\| \\S.* \\| \\S.* \\|$"_s);
+        tree::captured(chapter(u"Why each library"_s), u"^\\| `([\\w-]+)` \\| \\S.* \\| \\S.* \\|$"_s);
     ASSERT_GE(explained.size(), 5);
     used.sort();
     used.removeDuplicates();
