@@ -29,7 +29,7 @@ namespace {
 constexpr double mostSeconds = 2;
 constexpr double mostMegabytes = 256;
 /// So many of the fuzzers' costliest inputs.
-constexpr int fuzzedRows = 3;
+constexpr int fuzzedRows = 5;
 
 struct Cost
 {

@@ -11,7 +11,16 @@ CurrentTime::~CurrentTime() = default;
 
 QDateTime CurrentTime::currentDateTime()
 {
-    return QDateTime::currentDateTime();
+    // Thousands of awards read the clock within milliseconds, and each local time costs a look at
+    // the time zone's file.
+    thread_local qint64 lastMilliseconds = -1;
+    thread_local QDateTime last;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (now != lastMilliseconds) {
+        last = QDateTime::fromMSecsSinceEpoch(now);
+        lastMilliseconds = now;
+    }
+    return last;
 }
 
 qint64 CurrentTime::milliseconds()

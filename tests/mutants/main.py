@@ -19,7 +19,7 @@ import equivalents
 from areas import AREAS, area_of
 from build import MODULE_PROGRAMS, Build
 from catalogue import all_mutants, unchanged
-from worker import COMPILE_FAILED, KILLED, SURVIVED, Worker, end, run_limited, running, spent
+from worker import COMPILE_FAILED, KILLED, SAME, SURVIVED, Worker, end, run_limited, running, spent
 
 ROOT = Path(__file__).resolve().parents[2]
 LIST = Path("tests/mutants/equivalent.txt")
@@ -159,13 +159,14 @@ def main():
     share = 100 * verdicts[KILLED] / tried if tried else 0.0
     seed = f", seed {options.seed}" if options.sample else ""
     print(f"{len(mutants)} mutants made in {time.monotonic() - started:.0f} s{seed}: "
-          f"{verdicts[COMPILE_FAILED]} did not compile, {verdicts[KILLED]} killed, "
-          f"{verdicts[SURVIVED]} survived; {listed} more are listed as equivalent")
+          f"{verdicts[COMPILE_FAILED]} did not compile, {verdicts[SAME]} changed no object, "
+          f"{verdicts[KILLED]} killed, {verdicts[SURVIVED]} survived; {listed} more are listed as equivalent")
     for area in build.areas:
         of_area = collections.Counter(outcome.verdict for outcome in outcomes
                                       if area_of(outcome.mutant.file) is area)
-        print(f"{area.name}: {of_area[KILLED]} killed, {of_area[SURVIVED]} survived, "
-              f"{of_area[COMPILE_FAILED]} did not compile")
+        print(f"{area.name}: {of_area.total()} sampled, {of_area[KILLED]} killed, "
+              f"{of_area[SURVIVED]} survived, {of_area[COMPILE_FAILED]} did not compile, "
+              f"{of_area[SAME]} changed no object")
     print(f"{share:.1f} % of those that compile are killed (wanted: {WANTED:.0f} %)")
     return 0 if share >= WANTED else 1
 

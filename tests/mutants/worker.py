@@ -4,6 +4,7 @@
 
 import collections
 import contextlib
+import functools
 import os
 import shutil
 import signal
@@ -22,10 +23,15 @@ WALL_LIMIT = 180
 running = set()  # the process groups, to be ended with this program
 spent = collections.Counter()  # seconds, by what took them
 COMPILE_FAILED, KILLED, SURVIVED = "did not compile", "killed", "survived"
+SAME = "made the same object"
 
 
 class BuildError(Exception):
     """The mutant does not compile or link."""
+
+
+class SameObjects(Exception):
+    """The compiler makes of the mutant what it makes of the source as it is."""
 
 
 @dataclass
@@ -44,6 +50,7 @@ class Worker:
         self.build, self.folder = build, folder
         self.sources = folder / "sources"
         self.cpu_limits, self.kills = cpu_limits, kills
+        self.plain = {}  # what each source compiles to as it is
         shutil.rmtree(folder, ignore_errors=True)
         for name in build.source_folders:
             shutil.copytree(build.root / name, self.sources / name)
@@ -54,24 +61,40 @@ class Worker:
         original = path.read_text()
         path.write_text(mutant.applied(original))
         try:
-            verdict, by = self._test(mutant, self._compile(mutant))
+            objects = self._compile(mutant)
+            verdict, by = self._test(
+                mutant, objects, lambda: self._stop_where_same(mutant, original, objects))
         except BuildError:
             verdict, by = COMPILE_FAILED, ""
+        except SameObjects:
+            verdict, by = SAME, ""
         finally:
             path.write_text(original)
         return Outcome(mutant, verdict, by, time.monotonic() - started)
 
     def _compile(self, mutant):
         """Returns the objects made, by the ones they replace."""
-        objects = {}
-        for source in self._files_to_compile(mutant):
-            replaced = self.build.object_of(source)
-            target = self.folder / replaced.replace("/", "_")
-            command = map(self._in_copy, self.build.compile_command(source, target))
-            if self._run(command, COMPILE_LIMIT, "compiling") != 0:
-                raise BuildError
-            objects[replaced] = str(target)
-        return objects
+        return {self.build.object_of(source): self._compiled(source)
+                for source in self._files_to_compile(mutant)}
+
+    def _compiled(self, source, ending=""):
+        target = self.folder / (self.build.object_of(source).replace("/", "_") + ending)
+        command = map(self._in_copy, self.build.compile_command(source, target))
+        if self._run(command, COMPILE_LIMIT, "compiling") != 0:
+            raise BuildError
+        return str(target)
+
+    def _stop_where_same(self, mutant, original, objects):
+        """Asked before a program runs whole, which takes longer than compiling once more."""
+        if mutant.applied(original) == original or not mutant.file.endswith(".cpp"):
+            return
+        (replaced, made), = objects.items()
+        if replaced not in self.plain:
+            (self.sources / mutant.file).write_text(original)
+            compiled = self.build.compiled_of(mutant.file)
+            self.plain[replaced] = Path(self._compiled(compiled, ".plain")).read_bytes()
+        if Path(made).read_bytes() == self.plain[replaced]:
+            raise SameObjects
 
     def _files_to_compile(self, mutant):
         if mutant.file.endswith(".cpp"):
@@ -108,47 +131,49 @@ class Worker:
             return prefix + str(self.sources) + path[len(root):]
         return part
 
-    def _test(self, mutant, objects):
+    def _test(self, mutant, objects, before_whole):
         kills, area = self.kills[mutant.file], area_of(mutant.file)
         concerned = [name for name in area.programs if name not in CONCERNS or any(
             self.build.object_of(source) in objects for source in CONCERNS[name])]
         hint = HINTS.get(mutant.file.rpartition("/")[0]) or HINTS.get(mutant.file)
-        library = self._made_library(area, objects)
-        for name in sorted(concerned, key=lambda name: (-kills[name] - (name == hint),
-                                                        self.cpu_limits[name])):
-            near = self.build.near.pattern(mutant.file)
-            killed = (self._is_killed_with(library, area.programs[name], name, near) if library
-                      else self._is_killed_by(name, objects, near))
-            if killed:
-                kills[name] += 1
-                return KILLED, name
+        commands = self._commands(area, objects)
+        ordered = sorted(concerned, key=lambda name: (-kills[name] - (name == hint),
+                                                      self.cpu_limits[name]))
+        # nearly always the tests nearest to the mistake find it, in a fraction of the time
+        near = self.build.near.pattern(mutant.file)
+        for stage in [near, ""] if near else [""]:
+            if not stage:
+                before_whole()
+            for name in ordered:
+                if self._fails(area, commands(name), name, stage):
+                    kills[name] += 1
+                    return KILLED, name
         if not area.has_module:
             return SURVIVED, ""
         with Worker.module_lock:
             return self._test_module(objects)
 
-    def _made_library(self, area, objects):
-        if not area.shared_library:
-            return None
-        library = self.folder / "library.so"
-        self._link(area.shared_library, objects, library)
-        return library
+    def _commands(self, area, objects):
+        """How a program is run with the mutant in it; linked when it is first asked for."""
+        if area.shared_library:
+            library = self.folder / "library.so"
+            self._link(area.shared_library, objects, library)
+            return lambda name: ["env", f"LD_PRELOAD={library}",
+                                 str(self.build.folder / area.programs[name])]
 
-    def _is_killed_with(self, library, path, name, near):
-        command = ["env", f"LD_PRELOAD={library}", str(self.build.folder / path)]
-        # twice: some measure times, which a busy machine may keep too long
-        return self._fails(command, name, near) and self._fails(command, name, near)
+        @functools.cache
+        def linked(name):
+            program = self.folder / name
+            self._link(name, objects, program)
+            return [str(program)]
 
-    def _is_killed_by(self, name, objects, near):
-        program = self.folder / name
-        self._link(name, objects, program)
-        return self._fails([str(program)], name, near)
+        return linked
 
-    def _fails(self, command, name, near):
-        """Nearly always the tests nearest to the mistake find it, in a fraction of the time."""
+    def _fails(self, area, command, name, near):
+        """Twice with the host's: some measure times, which a busy machine may keep too long."""
         filters = [f"--gtest_filter={near}"] if near else []
-        return any(self._run([*command, *option], self.cpu_limits[name]) != 0
-                   for option in ([filters, []] if filters else [[]]))
+        return all(self._run([*command, *filters], self.cpu_limits[name]) != 0
+                   for _ in range(2 if area.shared_library else 1))
 
     def _test_module(self, objects):
         """The programs look for the module where it was built: the mutant stands there meanwhile."""

@@ -7,9 +7,23 @@
 #include "till/recording/documentjson.h"
 #include "till/recording/valuejson.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace till {
+namespace {
+
+bool areSame(const QMap<QString, QVariantMap>& left, const QMap<QString, QVariantMap>& right)
+{
+    return std::equal(
+        left.constKeyValueBegin(), left.constKeyValueEnd(), right.constKeyValueBegin(),
+        right.constKeyValueEnd(), [](const auto& one, const auto& other) {
+            return one.first == other.first && valuejson::areSame(one.second, other.second);
+        });
+}
+
+} // namespace
 
 QJsonObject RecordedDocument::changes(const Document& present, const Keep& keep)
 {
@@ -39,7 +53,8 @@ QJsonObject RecordedDocument::changes(const Document& present, const Keep& keep)
 bool RecordedDocument::takePluginData(const Document& present, const Keep& keep)
 {
     const QMap<QString, QVariantMap> data = present.getPluginData();
-    if (written && data.isSharedWith(pluginData)) {
+    if (written && (data.isSharedWith(pluginData) || areSame(data, pluginData))) {
+        pluginData = data;
         return false;
     }
     const QJsonObject json = ownersJson(data, keep);
@@ -58,12 +73,9 @@ QJsonObject RecordedDocument::ownersJson(const QMap<QString, QVariantMap>& owner
         const QJsonObject jsonBefore = pluginJson.value(owner.key()).toObject();
         QJsonObject json;
         for (auto it = owner->cbegin(); it != owner->cend(); ++it) {
-            // other values of other types may be equal and are recorded differently
-            const bool same = it->typeId() == QMetaType::QString &&
-                              before.value(it.key()).typeId() == QMetaType::QString &&
-                              before.value(it.key()) == *it;
-            json.insert(it.key(),
-                        same ? jsonBefore.value(it.key()) : keep(valuejson::ofVariant(it.value())));
+            const bool same =
+                before.contains(it.key()) && valuejson::areSame(before.value(it.key()), it.value());
+            json.insert(it.key(), same ? jsonBefore.value(it.key()) : keep(it.value()));
         }
         all.insert(owner.key(), json);
     }

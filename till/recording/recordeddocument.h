@@ -21,8 +21,8 @@ namespace till {
 class RecordedDocument
 {
 public:
-    /// What stands in the record for a text.
-    using Keep = std::function<QJsonValue(const QJsonValue&)>;
+    /// What stands in the record for a plug-in's value.
+    using Keep = std::function<QJsonValue(const QVariant&)>;
 
     /// The fields that are others than at the last call; all of them at the first one.
     QJsonObject changes(const Document& present, const Keep& keep);

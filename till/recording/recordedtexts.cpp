@@ -4,6 +4,7 @@
 #include "till/recording/recordedtexts.h"
 
 #include "till/recording/recordtarget.h"
+#include "till/recording/valuejson.h"
 
 #include <QJsonArray>
 #include <QRandomGenerator>
@@ -97,18 +98,28 @@ RecordedTexts::RecordedTexts(RecordTarget& recordTarget)
       seeds(QRandomGenerator::system()->generate64(), QRandomGenerator::system()->generate64())
 {}
 
-QJsonValue RecordedTexts::once(const QJsonValue& value)
+QJsonValue RecordedTexts::once(const QString& text)
 {
-    const QString text = value.toString();
     if (text.size() < leastLength) {
-        return value;
+        return text;
     }
     const Key key{text.size(), qHash(text, seeds.first), qHash(text, seeds.second)};
     const auto [found, isNew] = known.try_emplace(key, int(known.size()));
     if (isNew) {
-        target.add({{u"text"_s, found->second}, {u"content"_s, value}});
+        target.add({{u"text"_s, found->second}, {u"content"_s, text}});
     }
     return QJsonObject{{u"text"_s, found->second}};
+}
+
+QJsonValue RecordedTexts::ofVariant(const QVariant& value)
+{
+    return valuejson::isPlainText(value) ? once(value.toString()) : valuejson::ofVariant(value);
+}
+
+QJsonValue RecordedTexts::ofBytes(const QByteArray& bytes)
+{
+    return valuejson::isPlainText(bytes) ? once(QString::fromUtf8(bytes))
+                                         : valuejson::ofBytes(bytes);
 }
 
 } // namespace till

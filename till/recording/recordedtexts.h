@@ -3,9 +3,11 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QStringList>
+#include <QVariant>
 
 #include <map>
 #include <tuple>
@@ -25,9 +27,12 @@ public:
 
     /// A new record begins.
     void forget() { known.clear(); }
-    /// What stands for the value in the record: itself, or { "text": index } where it is a long
-    /// text. @throws std::exception when the text cannot be written
-    QJsonValue once(const QJsonValue& value);
+    /// What stands for the text in the record: itself, or { "text": index } where it is long.
+    /// @throws std::exception when the text cannot be written
+    QJsonValue once(const QString& text);
+    /// What stands for the value, its texts written as by once.
+    QJsonValue ofVariant(const QVariant& value);
+    QJsonValue ofBytes(const QByteArray& bytes);
 
     /// Puts the texts back where a line of a record has indices in their places.
     /// @return whether all of them are known

@@ -113,7 +113,7 @@ int Recorder::keepDocument()
     const QJsonObject changed = present.isNull()
                                     ? QJsonObject()
                                     : lastDocument.changes(*present, [this](const auto& value) {
-                                          return texts.once(value);
+                                          return texts.ofVariant(value);
                                       });
     if (documents > 0 && changed.isEmpty()) {
         return documents - 1;

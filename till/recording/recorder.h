@@ -61,9 +61,9 @@ public:
     void note(const std::function<QJsonObject()>& event);
     /// A reading of the clock that the plug-in asked for.
     void noteReading(const QDateTime& time);
-    /// What stands for a value of an event where it may be a long text. Only while an event is
-    /// made.
-    QJsonValue once(const QJsonValue& value) { return texts.once(value); }
+    /// What stands for a value of an event, which may be a long text. Only while an event is made.
+    QJsonValue ofVariant(const QVariant& value) { return texts.ofVariant(value); }
+    QJsonValue ofBytes(const QByteArray& bytes) { return texts.ofBytes(bytes); }
 
     /// A service of the host is at work: what it does is not the plug-in's doing.
     class InService

@@ -6,7 +6,6 @@
 #include "host/http/serveraddress.h"
 #include "till/recording/recorder.h"
 #include "till/recording/recordingtransport.h"
-#include "till/recording/valuejson.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +32,7 @@ QJsonObject event(const QString& queueName, const QVariantMap& message, const QS
     const QVariantMap harmless = withoutSecrets(message);
     QJsonObject content;
     for (auto it = harmless.cbegin(); it != harmless.cend(); ++it) {
-        content.insert(it.key(), recorder.once(valuejson::ofVariant(it.value())));
+        content.insert(it.key(), recorder.ofVariant(it.value()));
     }
     return {{u"name"_s, queueName}, {u"message"_s, content}, {u"extra"_s, extra}};
 }

@@ -72,16 +72,15 @@ void RecordingTransport::post(const QUrl& url, const QByteArray& body,
         const QJsonObject failure{{u"id"_s, client->getErrorText().id()},
                                   {u"text"_s, client->getErrorText().ru()}};
         return QJsonObject{
-            {u"exchange"_s,
-             QJsonObject{{u"url"_s, poshost::serveraddress::shown(url)},
-                         {u"headers"_s, harmless(headers)},
-                         {u"request"_s, recorder.once(valuejson::ofBytes(body))},
-                         {u"status"_s, client->getHttpStatusCode()},
-                         {u"error"_s, client->getError()},
-                         {u"errorText"_s, failure},
-                         {u"sendCount"_s, client->getSendCount()},
-                         {u"answer"_s, recorder.once(valuejson::ofBytes(client->getResponse()))},
-                         {u"milliseconds"_s, valuejson::ofElapsed(clock)}}}};
+            {u"exchange"_s, QJsonObject{{u"url"_s, poshost::serveraddress::shown(url)},
+                                        {u"headers"_s, harmless(headers)},
+                                        {u"request"_s, recorder.ofBytes(body)},
+                                        {u"status"_s, client->getHttpStatusCode()},
+                                        {u"error"_s, client->getError()},
+                                        {u"errorText"_s, failure},
+                                        {u"sendCount"_s, client->getSendCount()},
+                                        {u"answer"_s, recorder.ofBytes(client->getResponse())},
+                                        {u"milliseconds"_s, valuejson::ofElapsed(clock)}}}};
     });
 }
 

@@ -11,6 +11,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -63,10 +64,28 @@ QJsonObject ofMap(const QVariantMap& map)
     return fields.object;
 }
 
+template <typename Value>
+const Value& valueIn(const QVariant& variant)
+{
+    return *static_cast<const Value*>(variant.constData());
+}
+
 /// Whether it comes back from UTF-8 as it is: a mark of the byte order does not.
 bool isKeptByUtf8(const QString& text)
 {
     return text.isValidUtf16() && !text.startsWith(QChar::ByteOrderMark);
+}
+
+bool areSameNumber(double left, double right)
+{
+    return std::bit_cast<quint64>(left) == std::bit_cast<quint64>(right);
+}
+
+bool areSameLists(const QVariantList& left, const QVariantList& right)
+{
+    return std::equal(
+        left.cbegin(), left.cend(), right.cbegin(), right.cend(),
+        [](const QVariant& one, const QVariant& other) { return valuejson::areSame(one, other); });
 }
 
 QVariant fromTagged(const QString& tag, const QJsonValue& value)
@@ -142,7 +161,7 @@ QDateTime valuejson::toTime(const QString& text)
 
 QJsonValue valuejson::ofBytes(const QByteArray& bytes)
 {
-    if (bytes.isValidUtf8() && !bytes.startsWith(utf8Mark)) {
+    if (isPlainText(bytes)) {
         return QString::fromUtf8(bytes);
     }
     return QJsonObject{{u"base64"_s, QString::fromLatin1(bytes.toBase64())}};
@@ -153,6 +172,54 @@ QByteArray valuejson::toBytes(const QJsonValue& value)
     return value.isObject()
                ? QByteArray::fromBase64(value.toObject().value(u"base64"_s).toString().toLatin1())
                : value.toString().toUtf8();
+}
+
+bool valuejson::isPlainText(const QVariant& value)
+{
+    return value.typeId() == QMetaType::QString && isKeptByUtf8(valueIn<QString>(value));
+}
+
+bool valuejson::isPlainText(const QByteArray& bytes)
+{
+    return bytes.isValidUtf8() && !bytes.startsWith(utf8Mark);
+}
+
+bool valuejson::areSame(const QVariant& left, const QVariant& right)
+{
+    if (left.typeId() != right.typeId()) {
+        return false;
+    }
+    switch (left.typeId()) {
+    case QMetaType::UnknownType:
+        return true;
+    case QMetaType::Bool:
+        return left.toBool() == right.toBool();
+    case QMetaType::Int:
+        return left.toInt() == right.toInt();
+    case QMetaType::LongLong:
+        return left.toLongLong() == right.toLongLong();
+    case QMetaType::Double:
+        return areSameNumber(left.toDouble(), right.toDouble());
+    case QMetaType::QString:
+        return valueIn<QString>(left) == valueIn<QString>(right);
+    case QMetaType::QDateTime:
+        return areSameTime(valueIn<QDateTime>(left), valueIn<QDateTime>(right));
+    case QMetaType::QVariantList:
+        return areSameLists(valueIn<QVariantList>(left), valueIn<QVariantList>(right));
+    case QMetaType::QVariantMap:
+        return areSame(valueIn<QVariantMap>(left), valueIn<QVariantMap>(right));
+    default:
+        return false;
+    }
+}
+
+bool valuejson::areSame(const QVariantMap& left, const QVariantMap& right)
+{
+    return std::equal(left.constKeyValueBegin(), left.constKeyValueEnd(),
+                      right.constKeyValueBegin(), right.constKeyValueEnd(),
+                      [](const auto& one, const auto& other) {
+                          return one.first == other.first && areSame(one.second, other.second);
+                      });
 }
 
 QJsonValue valuejson::ofVariant(const QVariant& value)

@@ -30,7 +30,15 @@ bool areSameTime(const QDateTime& left, const QDateTime& right);
 QJsonValue ofBytes(const QByteArray& bytes);
 QByteArray toBytes(const QJsonValue& value);
 
+/// Whether the value, or the bytes, are recorded as the text that they are.
+bool isPlainText(const QVariant& value);
+bool isPlainText(const QByteArray& bytes);
+
 QJsonValue ofVariant(const QVariant& value);
+/// Whether both are recorded the same, for whatever plug-ins keep in a document; equal values of
+/// other types are not. Never true for what has no form of its own, which would take as long.
+bool areSame(const QVariant& left, const QVariant& right);
+bool areSame(const QVariantMap& left, const QVariantMap& right);
 QVariant toVariant(const QJsonValue& value);
 
 } // namespace till::valuejson

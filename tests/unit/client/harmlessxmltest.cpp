@@ -12,7 +12,7 @@ using namespace tests;
 namespace {
 
 /// So many escapes of which each stands beside two other characters.
-constexpr int escapeLimitOfEight = 11'180;
+constexpr int escapeLimitOfEight = 5'590;
 
 /// Judges the text and its UTF-8 form, which must agree.
 bool harmless(const QString& text)

@@ -16,12 +16,12 @@ using namespace Qt::StringLiterals;
 
 constexpr int levelLimit = 512;
 constexpr int attributeLimit = 64;
-constexpr int nodeLimit = 400'000;
+constexpr int nodeLimit = 300'000;
 constexpr int entryLimit = 11'000;
-constexpr int characterLimit = 8'000'000;
-constexpr qint64 escapeMoveLimit = 1'000'000'000;
-/// So many escapes in a text of nothing else: 12,909 x 6 x 12,909 is just below the limit on moves.
-constexpr int escapeLimit = 12'909;
+constexpr int characterLimit = 6'000'000;
+constexpr qint64 escapeMoveLimit = 250'000'000;
+/// So many escapes in a text of nothing else: 6,454 x 6 x 6,454 is just below the limit on moves.
+constexpr int escapeLimit = 6'454;
 
 /// Whether the parser gets the text.
 template <typename Text>

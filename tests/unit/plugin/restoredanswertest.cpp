@@ -137,8 +137,8 @@ TEST_F(RestoredAnswerTest, EscapesThatCostTooMuchMakeTheTextUnreadable)
     const auto withEscapes = [](int count) {
         return u"<a><b>"_s + u"&amp;"_s.repeated(count) + u"</b></a>"_s;
     };
-    EXPECT_TRUE(isReadable(withEscapes(12'909)));
-    EXPECT_FALSE(isReadable(withEscapes(12'910)));
+    EXPECT_TRUE(isReadable(withEscapes(6'454)));
+    EXPECT_FALSE(isReadable(withEscapes(6'455)));
 }
 
 TEST_F(RestoredAnswerTest, WrittenAndRestoredItIsWrittenTheSameAgain)

@@ -73,4 +73,15 @@ TEST(CurrentTime, IsTheLocalTimeOfNow)
     EXPECT_EQ(now.timeSpec(), Qt::LocalTime);
 }
 
+TEST(CurrentTime, GoesOnFromOneMillisecondToTheNext)
+{
+    CurrentTime clock;
+    for (int turn = 0; turn < 3; ++turn) {
+        const qint64 told = clock.currentDateTime().toMSecsSinceEpoch();
+        while (QDateTime::currentMSecsSinceEpoch() <= told) {
+        }
+        EXPECT_GT(clock.currentDateTime().toMSecsSinceEpoch(), told);
+    }
+}
+
 } // namespace

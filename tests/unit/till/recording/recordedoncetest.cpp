@@ -14,6 +14,7 @@
 #include "till/recording/recorder.h"
 #include "till/recording/recordingclock.h"
 #include "till/recording/replayfeed.h"
+#include "till/recording/valuejson.h"
 
 #include <gtest/gtest.h>
 
@@ -55,7 +56,7 @@ const QString longText = QString(100'000, u'ю') + u"Анна"_s;
 QJsonObject exchangeOf(till::Recorder& recorder, const QString& answer)
 {
     return {{u"exchange"_s,
-             QJsonObject{{u"request"_s, u"<a/>"_s}, {u"answer"_s, recorder.once(answer)}}}};
+             QJsonObject{{u"request"_s, u"<a/>"_s}, {u"answer"_s, recorder.ofVariant(answer)}}}};
 }
 
 QJsonObject eventOf(const QJsonObject& call, int index)
@@ -70,7 +71,8 @@ QString answerIn(const QJsonObject& call)
 
 QJsonObject changesOf(till::RecordedDocument& recorded, const Document& document)
 {
-    return recorded.changes(document, [](const QJsonValue& value) { return value; });
+    return recorded.changes(
+        document, [](const QVariant& value) { return till::valuejson::ofVariant(value); });
 }
 
 struct Changeable
@@ -124,6 +126,29 @@ TEST(RecordedOnce, ALongTextStandsInTheFileOnceAndIsReadInEachOfItsPlaces)
     EXPECT_EQ(data.value(u"Orva"_s).toObject().value(u"lastResponse"_s).toString(), longText);
     EXPECT_EQ(data.value(u"Orva"_s).toObject().value(u"text"_s).toObject(),
               (QJsonObject{{u"double"_s, 6}}));
+}
+
+TEST(RecordedOnce, WhatAPlugInKeepsIsWrittenAgainOnlyWhereItIsAnother)
+{
+    const auto listOf = [](double amount) {
+        return QVariantList{QVariantMap{{u"bonusAmount"_s, 1.0}},
+                            QVariantMap{{u"bonusAmount"_s, amount}}};
+    };
+    till::RecordedDocument recorded;
+    Document document;
+    document.setPluginValue(u"Orva"_s, u"bonusRecords"_s, listOf(0.0));
+    document.setPluginValue(u"Orva"_s, u"lastResponse"_s, u"<a/>"_s);
+    EXPECT_FALSE(changesOf(recorded, document).isEmpty());
+    document.setPluginValue(u"Orva"_s, u"bonusRecords"_s, listOf(0.0));
+    EXPECT_TRUE(changesOf(recorded, document).isEmpty());
+    document.setPluginValue(u"Orva"_s, u"bonusRecords"_s, listOf(-0.0));
+    const QJsonObject changed = changesOf(recorded, document).value(u"pluginData"_s).toObject();
+    EXPECT_EQ(changed.value(u"Orva"_s).toObject(),
+              (QJsonObject{{u"bonusRecords"_s, till::valuejson::ofVariant(listOf(-0.0)).toArray()},
+                           {u"lastResponse"_s, u"<a/>"_s}}));
+    EXPECT_TRUE(changesOf(recorded, document).isEmpty());
+    document.setPluginValue(u"Other"_s, u"text"_s, u"a"_s);
+    EXPECT_EQ(changesOf(recorded, document).value(u"pluginData"_s).toObject().size(), 2);
 }
 
 TEST(RecordedOnce, AnotherLongTextOfTheSameLengthIsItsOwn)

@@ -68,3 +68,45 @@ TEST(ValueJson, variantsKeepTheirTypes)
         EXPECT_EQ(back, value) << value.typeName();
     }
 }
+
+TEST(ValueJson, valuesAreSameExactlyWhereTheyAreRecordedTheSame)
+{
+    const QDateTime time({2024, 3, 5}, {14, 20, 31, 250});
+    const QVariantMap map{{u"a"_s, 1}, {u"b"_s, u"x"_s}};
+    const QVariantList values{{},
+                              true,
+                              false,
+                              1,
+                              2,
+                              1LL,
+                              2LL,
+                              1.0,
+                              0.0,
+                              -0.0,
+                              std::nan(""),
+                              u"1"_s,
+                              u""_s,
+                              u"x"_s,
+                              time,
+                              time.toUTC(),
+                              time.addMSecs(1),
+                              QVariantList{},
+                              QVariantList{1},
+                              QVariantList{1LL},
+                              QVariantList{1, 2},
+                              QVariantList{map},
+                              QVariantList{QVariantMap{{u"a"_s, 1}}},
+                              QVariantMap{},
+                              map,
+                              QVariantMap{{u"a"_s, 1LL}, {u"b"_s, u"x"_s}},
+                              QVariantMap{{u"a"_s, 1}, {u"c"_s, u"x"_s}}};
+    for (const QVariant& one : values) {
+        for (const QVariant& other : values) {
+            EXPECT_EQ(valuejson::areSame(one, other),
+                      valuejson::ofVariant(one) == valuejson::ofVariant(other))
+                << one.typeName() << one.toString().toStdString() << " and " << other.typeName()
+                << other.toString().toStdString();
+        }
+    }
+    EXPECT_FALSE(valuejson::areSame(QByteArray("a"), QByteArray("b")));
+}
