@@ -32,6 +32,13 @@ protected:
         database->execute(u"UPDATE queue_messages SET state = 'delivered', account_id = NULL, "
                           "delivered_at = 1 WHERE %1"_s.arg(condition));
     }
+    void archiveAll()
+    {
+        deliver(u"1"_s);
+        till::CheckArchiving archiving(*database, 0);
+        const tests::StoppedClock clock(QDateTime::currentDateTime().addDays(1));
+        ASSERT_EQ(archiving.step(), 1);
+    }
     /// Restores in the place of books that nobody has open, and opens these.
     till::RestoreReport restoreAndOpen(std::optional<int> lastNumber = {})
     {
@@ -87,12 +94,7 @@ TEST_F(BackupTest, aCopyIsForItsOwnerOnlyWithoutSecretsAndNoTillsDatabase)
 TEST_F(BackupTest, restoringBringsBackChecksQueueAndArchive)
 {
     const Check archived = sell();
-    deliver(u"1"_s);
-    {
-        till::CheckArchiving archiving(*database, 0);
-        tests::StoppedClock clock(QDateTime::currentDateTime().addDays(1));
-        ASSERT_EQ(archiving.step(), 1);
-    }
+    ASSERT_NO_FATAL_FAILURE(archiveAll());
     const Check kept = sell();
     till::backupfile::write(*database, copy, false);
     const Check later = sell();
@@ -138,12 +140,7 @@ TEST_F(BackupTest, numbersGoOnBehindTheHighestThatAnybodyKnows)
 TEST_F(BackupTest, numbersOfBooksWhoseArchiveIsGoneStillCount)
 {
     sell();
-    deliver(u"1"_s);
-    {
-        till::CheckArchiving archiving(*database, 0);
-        tests::StoppedClock clock(QDateTime::currentDateTime().addDays(1));
-        ASSERT_EQ(archiving.step(), 1);
-    }
+    ASSERT_NO_FATAL_FAILURE(archiveAll());
     till::backupfile::write(*database, copy, false);
     const Check later = sell();
     leaveBooks();
@@ -165,6 +162,44 @@ TEST_F(BackupTest, aRestoringThatWasBrokenOffLeavesNothingBehind)
     EXPECT_FALSE(QFileInfo::exists(aside + u"-2"_s));
     till::CheckStore books(QSharedPointer<poshost::Database>::create(aside));
     EXPECT_EQ(books.findSale(u"last"_s).number(), 1);
+}
+
+TEST_F(BackupTest, numbersOfTheArchiveCountWhereNothingElseKnowsThem)
+{
+    sell();
+    ASSERT_NO_FATAL_FAILURE(archiveAll());
+    database->execute(u"DELETE FROM settings"_s);
+    till::backupfile::write(*database, copy, false);
+    EXPECT_EQ(till::restoreBackup(copy, file, {}).nextNumber, 2);
+}
+
+TEST_F(BackupTest, noCopyIsMadeOfADamagedArchive)
+{
+    sell();
+    ASSERT_NO_FATAL_FAILURE(archiveAll());
+    const QDir archive(database->fileName() + u"-archive"_s);
+    const QStringList months = archive.entryList({u"*.checks"_s}, QDir::Files);
+    ASSERT_EQ(months.size(), 1);
+    QFile month(archive.filePath(months.first()));
+    ASSERT_TRUE(month.open(QFile::ReadWrite));
+    ASSERT_TRUE(month.seek(month.size() - 1));
+    month.write("x");
+    month.close();
+    EXPECT_TRUE(
+        refusalOf([&] { till::backupfile::write(*database, copy, false); }).contains(u"damaged"_s));
+    EXPECT_EQ(QFileInfo::exists(copy) || QFileInfo::exists(copy + u".unfinished"_s), false);
+}
+
+TEST_F(BackupTest, aSecretLongerThanAPageIsNotInTheCopyEither)
+{
+    sell();
+    constexpr int moreThanAPage = 6000;
+    poshost::Statement secret(*database, u"UPDATE queue_accounts SET authorization = ?"_s);
+    secret.bind(QString(moreThanAPage, u'A') + u"c2VjcmV0"_s).execute();
+    till::backupfile::write(*database, copy, false);
+    QFile content(copy);
+    ASSERT_TRUE(content.open(QFile::ReadOnly));
+    EXPECT_FALSE(content.readAll().contains("c2VjcmV0"));
 }
 
 TEST_F(BackupTest, booksInUseOrACopyThatIsNoneAreLeftAlone)
