@@ -216,25 +216,6 @@ TEST_F(DeliveryBookTest, aLaneThatWasSeenBeforeItsMessageWasFinishedIsNotTakenFo
     EXPECT_EQ(nameOf(book.claim()), u"b"_s) << "and its lock was given back";
 }
 
-/// A worker's plans are made while the day's tables are empty, and kept.
-TEST_F(DeliveryBookTest, whatIsDeliveredCostsALaneThatMustBeLookedAtCloselyNothing)
-{
-    constexpr int delivered = 20'000;
-    handOver(u"a"_s, u"card"_s);
-    handOver(u"b"_s, u"card"_s);
-    sql(u"UPDATE orva.lanes SET winding = true"_s);
-    const std::optional<Task> task = book.claim();
-    ASSERT_TRUE(task);
-    sql(u"INSERT INTO orva.deliveries (day, message, shop, status) SELECT current_date, 1000 + n, "
-        "'shop', 200 FROM generate_series(1, %1) n"_s.arg(delivered));
-    const orvastore::Result plan = first.run(
-        "EXPLAIN (ANALYZE, BUFFERS, FORMAT JSON) SELECT (orva.head_of(l)).id FROM orva.lanes l");
-    const int buffers = storetest::buffersOf(plan);
-    EXPECT_GT(buffers, 0);
-    EXPECT_LT(buffers, 100);
-    EXPECT_TRUE(book.finish(*task, done).isWritten);
-}
-
 TEST_F(DeliveryBookTest, lanesGoTheShortWayAgainOnceTheyAreEmpty)
 {
     handOver(u"a"_s, u"card"_s);
