@@ -42,7 +42,7 @@ QByteArray manners(const Connection::Manner& manner, milliseconds limit)
            ";SET idle_session_timeout = " + QByteArray::number(manner.longestSilence.count()) +
            (manner.byIndexes ? ";SET enable_seqscan = off;SET enable_hashjoin = off;"
                                "SET enable_mergejoin = off;SET enable_bitmapscan = off;"
-                               "SET enable_sort = off;"
+                               "SET enable_sort = off;SET enable_material = off;"
                                "SET plan_cache_mode = force_generic_plan"
                              : "") +
            ";SET search_path = orva, pg_catalog";

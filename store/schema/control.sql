@@ -57,7 +57,8 @@ BEGIN
         RETURN true;
     END IF;
     DELETE FROM orva.returned WHERE lane = of_message.lane AND number = of_message.number;
-    UPDATE orva.lanes SET waiting = waiting - 1 WHERE id = of_lane.id RETURNING * INTO of_lane;
+    UPDATE orva.lanes SET waiting = waiting - 1, winding = true WHERE id = of_lane.id
+        RETURNING * INTO of_lane;
     INSERT INTO orva.parked (message, day, lane, number, shop, identifier, error)
         VALUES (message_id, of_message.day, of_message.lane, of_message.number, of_message.shop,
             of_message.identifier, why);

@@ -4,7 +4,7 @@
 -- Claiming and finishing. A worker has a lane as long as its session holds the lane's advisory lock; no
 -- transaction is open while it waits for the loyalty server.
 
--- Writes an attempt down and gives all that is needed to send it.
+-- Writes a further attempt down and gives all that is needed to send it.
 CREATE OR REPLACE FUNCTION orva.begin_attempt(at_position bigint, head orva.head, by_worker text,
     probes boolean) RETURNS orva.task
 LANGUAGE plpgsql AS $$
@@ -25,6 +25,7 @@ BEGIN
     mark.attempt := orva.last_attempt(head.day, head.id) + 1;
     INSERT INTO orva.attempts (day, message, attempt, step, worker)
         VALUES (head.day, head.id, mark.attempt, progress.steps_done, by_worker);
+    UPDATE orva.ready SET attempt = mark.attempt WHERE position = at_position;
     task.mark := mark::text;
     task.lane := head.lane;
     task.message := head.id;
@@ -37,6 +38,44 @@ BEGIN
     task.attempted_before := progress.step_attempts > 0;
     task.is_probe := probes;
     RETURN task;
+END $$;
+
+-- The same for the first attempt of a lane's next message, found by its key. Null where that is not the
+-- way: then somebody has tried before, or another message is next.
+CREATE OR REPLACE FUNCTION orva.begin_first_attempt(seen orva.ready, of_lane orva.lanes,
+    by_worker text, probes boolean) RETURNS orva.task
+LANGUAGE plpgsql AS $$
+DECLARE
+    head record;
+    mark orva.claimed;
+    of_day date := CASE WHEN of_lane.waiting = 1 THEN of_lane.last_day ELSE of_lane.head_day END;
+    next_number bigint := of_lane.passed + 1;
+BEGIN
+    IF of_lane.winding OR coalesce(seen.attempt, 1) > 0 THEN
+        RETURN NULL;
+    END IF;
+    SELECT m.id, m.shop, m.sale, m.steps_done, m.step_attempts, m.headers, m.urls, m.payload,
+            a.credentials INTO head
+        FROM orva.messages m JOIN orva.accounts a ON a.id = m.account
+        WHERE m.lane = of_lane.id AND m.day = of_day AND m.number = next_number
+            AND m.account = seen.account;
+    IF NOT FOUND THEN
+        RETURN NULL;
+    END IF;
+    IF head.sale <> '' THEN
+        IF EXISTS (SELECT 1 FROM orva.parked p
+                WHERE p.shop = head.shop AND p.identifier = head.sale) THEN
+            RETURN NULL;
+        END IF;
+    END IF;
+    INSERT INTO orva.attempts (day, message, attempt, step, worker)
+        VALUES (of_day, head.id, 1, head.steps_done, by_worker) ON CONFLICT DO NOTHING;
+    IF NOT FOUND THEN
+        RETURN NULL; -- whoever wrote it down is gone
+    END IF;
+    mark := ROW(seen.position, seen.lane, of_day, head.id, 1, seen.account, seen.queue, 0, probes);
+    RETURN ROW(mark::text, seen.lane, head.id, seen.queue, head.steps_done, head.step_attempts > 0,
+        probes, head.credentials, head.headers, head.urls, head.payload)::orva.task;
 END $$;
 
 -- Whether a queue or an account may be sent for: 'free', 'held', or 'probe' for the one that finds out
@@ -66,17 +105,23 @@ RETURNS orva.task LANGUAGE plpgsql AS $$
 DECLARE
     of_lane orva.lanes;
     head orva.head;
+    task orva.task;
 BEGIN
     IF NOT pg_try_advisory_lock(seen.lane) THEN
         RETURN NULL;
     END IF;
     -- what was read before the lock may be over
-    PERFORM 1 FROM orva.ready WHERE position = seen.position;
+    SELECT l.* INTO of_lane FROM orva.ready r JOIN orva.lanes l ON l.id = r.lane
+        WHERE r.position = seen.position;
     IF FOUND THEN
-        SELECT * INTO of_lane FROM orva.lanes WHERE id = seen.lane;
+        task := orva.begin_first_attempt(seen, of_lane, by_worker, probes);
+        IF task.mark IS NOT NULL THEN
+            RETURN task;
+        END IF;
         head := orva.head_of(of_lane);
         IF head.account <> seen.account THEN
-            UPDATE orva.ready SET account = head.account WHERE position = seen.position;
+            UPDATE orva.ready SET account = head.account, queue = head.queue
+                WHERE position = seen.position;
         ELSIF NOT orva.set_aside(seen, head) THEN
             RETURN orva.begin_attempt(seen.position, head, by_worker, probes);
         END IF;
@@ -87,16 +132,21 @@ END $$;
 
 -- Finds a lane with work that nobody has. The list is read from a position on, a hundred lanes at most:
 -- "next" is where to go on, null at its end.
-CREATE OR REPLACE FUNCTION orva.claim(from_position bigint, by_worker text, OUT task orva.task,
+CREATE OR REPLACE FUNCTION orva.find_task(from_position bigint, by_worker text, OUT task orva.task,
     OUT next bigint)
-LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     seen orva.ready;
-    held text[] := ARRAY(SELECT h.queue FROM orva.holds h WHERE h.until > clock_timestamp());
+    anything_waits boolean := EXISTS (SELECT 1 FROM orva.holds) OR EXISTS (
+        SELECT 1 FROM orva.accounts WHERE paused_status IS NOT NULL);
+    held text[] := '{}';
     paused int[] := '{}';
-    way text;
+    way text := 'free';
     looked_at int := 0;
 BEGIN
+    IF anything_waits THEN
+        held := ARRAY(SELECT h.queue FROM orva.holds h WHERE h.until > clock_timestamp());
+    END IF;
     FOR seen IN SELECT * FROM orva.ready r
         WHERE r.position >= from_position AND NOT r.queue = ANY (held)
         ORDER BY r.position LIMIT 100
@@ -104,7 +154,9 @@ BEGIN
         looked_at := looked_at + 1;
         next := seen.position + 1;
         CONTINUE WHEN seen.account = ANY (paused);
-        way := orva.gate(seen.queue, seen.account);
+        IF anything_waits THEN
+            way := orva.gate(seen.queue, seen.account);
+        END IF;
         IF way = 'held' THEN
             paused := paused || seen.account;
             CONTINUE;
@@ -122,10 +174,21 @@ BEGIN
     END IF;
 END $$;
 
+CREATE OR REPLACE FUNCTION orva.claim(from_position bigint, by_worker text, OUT task orva.task,
+    OUT next bigint)
+LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+DECLARE
+    found record;
+BEGIN
+    found := orva.find_task(from_position, by_worker);
+    task := found.task;
+    next := found.next;
+END $$;
+
 -- The following step of a message whose lane the session holds.
 CREATE OR REPLACE FUNCTION orva.claim_next_step(of_task orva.claimed, by_worker text)
 RETURNS orva.task
-LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql SECURITY INVOKER AS $$
 DECLARE
     of_lane orva.lanes;
     head orva.head;
@@ -152,17 +215,4 @@ BEGIN
         VALUES (head.id, head.day, head.lane, head.number, head.shop, head.identifier, head.sale, '');
     PERFORM orva.queue_lane(orva.leave_line(head));
     RETURN true;
-END $$;
-
--- The following step of a message whose lane the session holds.
-CREATE OR REPLACE FUNCTION orva.claim_next_step(of_task orva.task, by_worker text) RETURNS orva.task
-LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
-DECLARE
-    head orva.head;
-BEGIN
-    SELECT orva.head_of(l) INTO head FROM orva.lanes l WHERE l.id = of_task.lane;
-    IF head.id = of_task.message THEN
-        RETURN orva.begin_attempt(of_task.position, head, by_worker, false);
-    END IF;
-    RETURN NULL;
 END $$;

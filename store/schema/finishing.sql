@@ -35,18 +35,57 @@ BEGIN
             since = excluded.since, until = excluded.until;
 END $$;
 
+-- Takes a delivered message out of a lane that is locked and whose messages all go in turn. Returns
+-- whether it was written down.
+CREATE OR REPLACE FUNCTION orva.finish_in_turn(of_task orva.claimed, of_lane orva.lanes,
+    with_status int) RETURNS boolean
+LANGUAGE plpgsql AS $$
+DECLARE
+    next_number bigint := of_lane.passed + 2;
+    is_last boolean := of_lane.waiting = 1;
+    of_day date := of_task.day;
+    changed orva.lanes;
+BEGIN
+    DELETE FROM orva.ready WHERE position = of_task.position AND lane = of_lane.id
+        AND CASE WHEN attempt IS NULL THEN orva.last_attempt(of_task.day, of_task.message)
+            ELSE greatest(attempt, 1) END = of_task.attempt;
+    IF NOT FOUND THEN
+        RETURN false;
+    END IF;
+    INSERT INTO orva.deliveries (day, message, shop, status)
+        VALUES (of_day, of_task.message, of_lane.shop, with_status);
+    IF is_last AND of_lane.name IS NULL THEN
+        DELETE FROM orva.lanes WHERE id = of_lane.id;
+        RETURN true;
+    END IF;
+    UPDATE orva.lanes SET waiting = waiting - 1, passed = passed + 1, head_day = of_day
+        WHERE id = of_lane.id RETURNING * INTO changed;
+    IF NOT is_last THEN
+        INSERT INTO orva.ready (lane, account, queue) SELECT m.lane, m.account, m.queue
+            FROM orva.messages m
+            WHERE m.lane = of_lane.id AND m.day = of_day AND m.number = next_number;
+        IF NOT FOUND THEN
+            PERFORM orva.queue_lane(changed);
+        END IF;
+    END IF;
+    RETURN true;
+END $$;
+
 -- Writes down what came of an attempt, by the session that holds its lane. waits: how long the n-th
 -- failure in a row waits; alone_after: from how many server errors on a lane waits by itself.
 -- Returns whether it was written: it is not when another worker has taken the message meanwhile.
-CREATE OR REPLACE FUNCTION orva.finish(of_task orva.claimed, meaning text, with_status int,
+CREATE OR REPLACE FUNCTION orva.write_result(of_task orva.claimed, meaning text, with_status int,
     certainly_refused boolean, with_error text, with_answer text, retry_after bigint, is_last boolean,
     waits bigint[], probe_wait bigint, alone_after int) RETURNS boolean
-LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql AS $$
 DECLARE
     of_lane orva.lanes;
     head orva.head;
 BEGIN
     SELECT * INTO of_lane FROM orva.lanes WHERE id = of_task.lane FOR NO KEY UPDATE;
+    IF meaning = 'StepDone' AND is_last AND NOT of_task.is_probe AND NOT of_lane.winding THEN
+        RETURN orva.finish_in_turn(of_task, of_lane, with_status);
+    END IF;
     head := orva.head_of(of_lane); -- read after the lock, not beside it
     IF head.id IS DISTINCT FROM of_task.message
             OR orva.last_attempt(of_task.day, of_task.message) <> of_task.attempt
@@ -93,6 +132,15 @@ BEGIN
     RETURN true;
 END $$;
 
+CREATE OR REPLACE FUNCTION orva.finish(of_task orva.claimed, meaning text, with_status int,
+    certainly_refused boolean, with_error text, with_answer text, retry_after bigint, is_last boolean,
+    waits bigint[], probe_wait bigint, alone_after int) RETURNS boolean
+LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+BEGIN
+    RETURN orva.write_result(of_task, meaning, with_status, certainly_refused, with_error, with_answer,
+        retry_after, is_last, waits, probe_wait, alone_after);
+END $$;
+
 -- Finishing and the next claim, in one commit.
 CREATE OR REPLACE FUNCTION orva.finish_and_claim(of_task orva.claimed, meaning text, with_status int,
     certainly_refused boolean, with_error text, with_answer text, retry_after bigint, is_last boolean,
@@ -102,14 +150,14 @@ LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
     found record;
 BEGIN
-    written := orva.finish(of_task, meaning, with_status, certainly_refused, with_error, with_answer,
+    written := orva.write_result(of_task, meaning, with_status, certainly_refused, with_error, with_answer,
         retry_after, is_last, waits, probe_wait, alone_after);
     IF written AND meaning = 'StepDone' AND NOT is_last THEN
         task := orva.claim_next_step(of_task, by_worker);
         next := from_position;
         RETURN;
     END IF;
-    SELECT * INTO found FROM orva.claim(from_position, by_worker);
+    found := orva.find_task(from_position, by_worker);
     task := found.task;
     next := found.next;
 END $$;

@@ -9,17 +9,20 @@ BEGIN
     RETURN (SELECT shop FROM orva.tills WHERE role = session_user);
 END $$;
 
-CREATE OR REPLACE FUNCTION orva.require_shop(given text) RETURNS void
-LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+-- Runs inside functions that have the owner's rights. Here and below what is called returns a value, since an
+-- assignment is evaluated at once, while PERFORM starts a query.
+CREATE OR REPLACE FUNCTION orva.own_shop_is(given text) RETURNS boolean
+LANGUAGE plpgsql AS $$
 DECLARE
-    own text := orva.own_shop();
+    own text := (SELECT shop FROM orva.tills WHERE role = session_user);
 BEGIN
     IF own IS NULL AND pg_has_role(session_user, current_user, 'MEMBER') THEN
-        RETURN; -- who owns the books
+        RETURN true; -- who owns the books
     END IF;
     IF own IS DISTINCT FROM given THEN
         RAISE insufficient_privilege USING MESSAGE = 'this login is not a till of that shop';
     END IF;
+    RETURN true;
 END $$;
 
 -- The account of a shop's queue with these credentials. Two that are made at the same moment do no harm.
@@ -38,35 +41,66 @@ BEGIN
     RETURN found;
 END $$;
 
--- The lane that a check joins, locked until the end of the transaction.
-CREATE OR REPLACE FUNCTION orva.lock_lane(of_shop text, of_name bytea, of_sale text)
-RETURNS bigint LANGUAGE plpgsql AS $$
+-- The lane that a check joins, locked until the end of the transaction, with so many messages more.
+CREATE OR REPLACE FUNCTION orva.join_lane(of_shop text, of_name bytea, of_sale text, messages int)
+RETURNS orva.lanes LANGUAGE plpgsql AS $$
 DECLARE
-    found bigint;
+    joined orva.lanes;
+    of_sales_lane bigint;
 BEGIN
     IF of_sale <> '' THEN
-        SELECT lane INTO found FROM orva.checks
+        SELECT lane INTO of_sales_lane FROM orva.checks
             WHERE shop = of_shop AND identifier = of_sale ORDER BY handed_at LIMIT 1;
-        SELECT id INTO found FROM orva.lanes WHERE id = found FOR NO KEY UPDATE;
-        IF found IS NOT NULL THEN
-            RETURN found;
+        UPDATE orva.lanes SET waiting = waiting + messages, handed = handed + messages,
+            last_day = greatest(last_day, current_date)
+            WHERE id = of_sales_lane RETURNING * INTO joined;
+        IF FOUND THEN
+            RETURN joined;
         END IF;
     END IF;
-    IF of_name IS NOT NULL THEN
-        SELECT id INTO found FROM orva.lanes
-            WHERE shop = of_shop AND name = of_name FOR NO KEY UPDATE;
-        IF found IS NOT NULL THEN
-            RETURN found;
-        END IF;
-    END IF;
-    INSERT INTO orva.lanes (shop, name, last_day, head_day)
-        VALUES (of_shop, of_name, current_date, current_date)
-        ON CONFLICT (shop, name) WHERE name IS NOT NULL DO UPDATE SET shop = excluded.shop
-        RETURNING id INTO found;
-    RETURN found;
+    INSERT INTO orva.lanes AS known (shop, name, waiting, handed, last_day, head_day)
+        VALUES (of_shop, of_name, messages, messages, current_date, current_date)
+        ON CONFLICT (shop, name) WHERE name IS NOT NULL DO UPDATE
+            SET waiting = known.waiting + messages, handed = known.handed + messages,
+                last_day = greatest(known.last_day, current_date)
+        RETURNING * INTO joined;
+    RETURN joined;
 END $$;
 
--- Adds a message to the end of a lane that is locked, and makes the lane ready when it had no work.
+-- Takes it back for a check that was here before.
+CREATE OR REPLACE FUNCTION orva.leave_lane(joined orva.lanes, messages int) RETURNS void
+LANGUAGE plpgsql AS $$
+BEGIN
+    IF joined.name IS NULL AND joined.handed = messages THEN
+        DELETE FROM orva.lanes WHERE id = joined.id;
+    ELSE
+        UPDATE orva.lanes SET waiting = waiting - messages, handed = handed - messages
+            WHERE id = joined.id;
+    END IF;
+END $$;
+
+-- Adds the last message of a lane that is locked and has counted it, and makes the lane ready when it had
+-- no work. Returns the message's identifier.
+CREATE OR REPLACE FUNCTION orva.keep_message(
+    into_lane orva.lanes, of_shop text, of_check text, of_sale text, by_account int, of_queue text,
+    with_extra text, with_headers text, with_urls text, with_payload bytea, with_steps int,
+    with_steps_done int, with_attempts int, with_step_attempts int)
+RETURNS bigint LANGUAGE plpgsql AS $$
+DECLARE
+    id bigint := nextval('orva.message_ids');
+BEGIN
+    INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, queue, extra,
+            headers, urls, payload, steps, steps_done, attempts, step_attempts)
+        VALUES (into_lane.last_day, into_lane.id, into_lane.handed, id, of_shop, of_check,
+            of_sale, by_account, of_queue, with_extra, with_headers, with_urls, with_payload,
+            with_steps, with_steps_done, with_attempts, with_step_attempts);
+    IF into_lane.waiting = 1 THEN
+        INSERT INTO orva.ready (lane, account, queue) VALUES (into_lane.id, by_account, of_queue);
+    END IF;
+    RETURN id;
+END $$;
+
+-- Adds a message to the end of a lane.
 CREATE OR REPLACE FUNCTION orva.add_message(
     to_lane bigint, of_shop text, of_check text, of_sale text, of_queue text, with_extra text,
     with_headers text, with_urls text, with_payload bytea, with_credentials text,
@@ -74,52 +108,53 @@ CREATE OR REPLACE FUNCTION orva.add_message(
 RETURNS void LANGUAGE plpgsql AS $$
 DECLARE
     into_lane orva.lanes;
+    message bigint;
     by_account int := orva.account_of(of_shop, of_queue, with_credentials);
 BEGIN
     UPDATE orva.lanes SET waiting = waiting + 1, handed = handed + 1,
         last_day = greatest(last_day, current_date)
         WHERE id = to_lane RETURNING * INTO into_lane;
-    INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, queue, extra,
-            headers, urls, payload, steps, steps_done, attempts, step_attempts)
-        VALUES (into_lane.last_day, to_lane, into_lane.handed, nextval('orva.message_ids'), of_shop,
-            of_check, of_sale, by_account, of_queue, with_extra, with_headers, with_urls,
-            with_payload, with_steps, with_steps_done, with_attempts, with_step_attempts);
-    IF into_lane.waiting = 1 THEN
-        INSERT INTO orva.ready (lane, account, queue) VALUES (to_lane, by_account, of_queue);
-    END IF;
+    message := orva.keep_message(into_lane, of_shop, of_check, of_sale, by_account, of_queue, with_extra,
+        with_headers, with_urls, with_payload, with_steps, with_steps_done, with_attempts,
+        with_step_attempts);
 END $$;
 
 -- Keeps a check. A repetition writes too: without that its commit would wait for no standby, and what
 -- an earlier, interrupted one has left might be on this server alone.
--- Returns the lane for its messages; null when the check was here before, with all its messages.
-CREATE OR REPLACE FUNCTION orva.hand_over_check(
+-- Returns whether it is new; otherwise it was here before, with all its messages.
+CREATE OR REPLACE FUNCTION orva.keep_check(
     of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
-    with_lane bytea, with_sale text, with_content bytea)
-RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+    to_lane bigint, with_sale text, with_content bytea)
+RETURNS boolean LANGUAGE plpgsql AS $$
 DECLARE
-    to_lane bigint;
     was_repeated int;
     closing timestamptz := to_timestamp(closed_millis / 1000.0);
 BEGIN
-    PERFORM orva.require_shop(of_shop);
-    UPDATE orva.checks SET repeated = repeated + 1
-        WHERE shop = of_shop AND identifier = with_identifier
-            AND closed_on = (closing AT TIME ZONE 'UTC')::date;
-    IF FOUND THEN
-        RETURN NULL;
-    END IF;
-    to_lane := orva.lock_lane(of_shop, with_lane, with_sale);
     INSERT INTO orva.checks AS kept (closed_on, shop, identifier, till, number, closed_at, lane, sale,
             content)
         VALUES ((closing AT TIME ZONE 'UTC')::date, of_shop, with_identifier, of_till, with_number,
             closing, to_lane, with_sale, with_content)
         ON CONFLICT (shop, identifier, closed_on) DO UPDATE SET repeated = kept.repeated + 1
         RETURNING repeated INTO was_repeated;
-    IF was_repeated > 0 THEN -- somebody has handed it over meanwhile
-        DELETE FROM orva.lanes WHERE id = to_lane AND name IS NULL AND handed = 0;
-        RETURN NULL;
+    RETURN was_repeated = 0;
+END $$;
+
+-- Keeps a check whose messages follow. Returns the lane for them; null when the check was here before.
+CREATE OR REPLACE FUNCTION orva.hand_over_check(
+    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
+    with_lane bytea, with_sale text, with_content bytea)
+RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+DECLARE
+    allowed boolean := orva.own_shop_is(of_shop);
+    joined orva.lanes;
+BEGIN
+    joined := orva.join_lane(of_shop, with_lane, with_sale, 0);
+    IF orva.keep_check(of_shop, with_identifier, of_till, with_number, closed_millis, joined.id,
+            with_sale, with_content) THEN
+        RETURN joined.id;
     END IF;
-    RETURN to_lane;
+    PERFORM orva.leave_lane(joined, 0);
+    RETURN NULL;
 END $$;
 
 -- A check with its only message, or with none where there is no queue, in one round trip.
@@ -131,15 +166,25 @@ CREATE OR REPLACE FUNCTION orva.hand_over(
     with_step_attempts int)
 RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
-    to_lane bigint := orva.hand_over_check(of_shop, with_identifier, of_till, with_number,
-        closed_millis, with_lane, with_sale, with_content);
+    allowed boolean := orva.own_shop_is(of_shop);
+    joined orva.lanes;
+    messages int := CASE WHEN of_queue IS NULL THEN 0 ELSE 1 END;
+    by_account int;
+    message bigint;
 BEGIN
-    IF to_lane IS NOT NULL AND of_queue IS NOT NULL THEN
-        PERFORM orva.add_message(to_lane, of_shop, with_identifier, with_sale, of_queue, with_extra,
-            with_headers, with_urls, with_payload, with_credentials, with_steps, with_steps_done,
+    joined := orva.join_lane(of_shop, with_lane, with_sale, messages);
+    IF NOT orva.keep_check(of_shop, with_identifier, of_till, with_number, closed_millis, joined.id,
+            with_sale, with_content) THEN
+        PERFORM orva.leave_lane(joined, messages);
+        RETURN NULL;
+    END IF;
+    IF messages > 0 THEN
+        by_account := orva.account_of(of_shop, of_queue, with_credentials);
+        message := orva.keep_message(joined, of_shop, with_identifier, with_sale, by_account, of_queue,
+            with_extra, with_headers, with_urls, with_payload, with_steps, with_steps_done,
             with_attempts, with_step_attempts);
     END IF;
-    RETURN to_lane;
+    RETURN joined.id;
 END $$;
 
 -- A further message of the check that was handed over in the same transaction.
@@ -149,9 +194,9 @@ CREATE OR REPLACE FUNCTION orva.hand_over_more(
     with_steps_done int, with_attempts int, with_step_attempts int)
 RETURNS void LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
+    allowed boolean := orva.own_shop_is(of_shop);
     to_lane bigint;
 BEGIN
-    PERFORM orva.require_shop(of_shop);
     -- now() is when the transaction began: a check that was committed before has all its messages
     SELECT lane INTO to_lane FROM orva.checks
         WHERE shop = of_shop AND identifier = with_identifier AND handed_at >= now()

@@ -5,7 +5,8 @@
 
 -- The message that is next in a lane: those that came back go first. A message that somebody has parked
 -- or settled out of its turn may be found where the line reaches it, and is passed over. Mostly the next
--- one is of the same day, and only that day's table is read.
+-- one is of the same day, and only that day's table is read. OFFSET 0: what is done is looked up by its key;
+-- as a join, planned while the tables are small, it would read a whole day.
 CREATE OR REPLACE FUNCTION orva.head_of(of_lane orva.lanes) RETURNS orva.head
 LANGUAGE plpgsql AS $$
 DECLARE
@@ -23,18 +24,18 @@ BEGIN
             m.steps_done, m.attempts, m.step_attempts INTO head
         FROM orva.messages m
         WHERE m.lane = of_lane.id AND m.day = of_lane.head_day AND m.number > of_lane.passed
-            AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id)
+            AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id OFFSET 0)
             AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
-                WHERE d.message = m.id AND d.day = of_lane.head_day)
+                WHERE d.message = m.id AND d.day = of_lane.head_day OFFSET 0)
         ORDER BY m.number LIMIT 1;
     IF NOT FOUND AND of_lane.last_day > of_lane.head_day THEN
         SELECT m.day, m.lane, m.number, m.id, m.shop, m.identifier, m.sale, m.account, m.queue,
                 m.steps_done, m.attempts, m.step_attempts INTO head
             FROM orva.messages m
             WHERE m.lane = of_lane.id AND m.day > of_lane.head_day AND m.number > of_lane.passed
-                AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id)
+                AND NOT EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = m.id OFFSET 0)
                 AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
-                    WHERE d.message = m.id AND d.day = m.day)
+                    WHERE d.message = m.id AND d.day = m.day OFFSET 0)
             ORDER BY m.day, m.number LIMIT 1;
     END IF;
     RETURN head;
@@ -72,14 +73,14 @@ BEGIN
             coalesce(max(a.attempt) FILTER (WHERE o.meaning = 'StepDone'), 0)
         INTO steps_done, attempts, counted_from, errors_from
         FROM orva.attempts a LEFT JOIN orva.outcomes o
-            ON o.message = a.message AND o.attempt = a.attempt AND o.day = a.day
+            ON o.message = of_message.id AND o.day = of_message.day AND o.attempt = a.attempt
         WHERE a.day = of_message.day AND a.message = of_message.id;
     SELECT count(*) FILTER (WHERE a.attempt > counted_from
                 AND NOT coalesce(o.certainly_refused, false)),
             count(*) FILTER (WHERE a.attempt > errors_from AND o.meaning = 'ServerError')
         INTO step_attempts, server_errors
         FROM orva.attempts a LEFT JOIN orva.outcomes o
-            ON o.message = a.message AND o.attempt = a.attempt AND o.day = a.day
+            ON o.message = of_message.id AND o.day = of_message.day AND o.attempt = a.attempt
         WHERE a.day = of_message.day AND a.message = of_message.id;
     IF counted_from = 0 THEN
         step_attempts := step_attempts + of_message.step_attempts;
@@ -94,9 +95,15 @@ DECLARE
 BEGIN
     -- the line's own order goes on only where the message was next in it
     UPDATE orva.lanes SET waiting = waiting - 1, passed = greatest(passed, of_message.number),
-        head_day = greatest(head_day, of_message.day)
+        head_day = greatest(head_day, of_message.day),
+        winding = winding OR EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = of_message.id)
         WHERE id = of_message.lane RETURNING * INTO changed;
     DELETE FROM orva.returned WHERE lane = of_message.lane AND number = of_message.number;
+    IF changed.waiting = 0 THEN -- all that ever came is done or parked
+        UPDATE orva.lanes SET passed = handed, head_day = last_day,
+            winding = EXISTS (SELECT 1 FROM orva.parked p WHERE p.lane = changed.id)
+            WHERE id = changed.id RETURNING * INTO changed;
+    END IF;
     RETURN changed;
 END $$;
 
@@ -137,7 +144,8 @@ LANGUAGE plpgsql AS $$
 DECLARE
     of_lane orva.lanes;
 BEGIN
-    UPDATE orva.lanes SET waiting = waiting + 1 WHERE id = what.lane RETURNING * INTO of_lane;
+    UPDATE orva.lanes SET waiting = waiting + 1, winding = true WHERE id = what.lane
+        RETURNING * INTO of_lane;
     DELETE FROM orva.parked WHERE message = what.message;
     IF what.number <= of_lane.passed THEN -- otherwise the line comes to it by itself
         INSERT INTO orva.returned (lane, number, day) VALUES (what.lane, what.number, what.day);

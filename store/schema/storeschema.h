@@ -14,7 +14,7 @@ class Connection;
 namespace storeschema {
 
 /// The version that this program makes, and the oldest that it can work with.
-inline constexpr int newest = 3;
+inline constexpr int newest = 4;
 inline constexpr int oldestUsable = 1;
 
 /// @return the version of the database; 0: it has none of the tables. @throws StoreError

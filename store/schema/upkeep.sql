@@ -31,16 +31,38 @@ BEGIN
     RETURN made;
 END $$;
 
+-- Whether a message belongs to the tables of a day: by its own, or by that of its check.
+CREATE OR REPLACE FUNCTION orva.is_of_day(of_day date, of_message_day date, of_shop text,
+    of_check text) RETURNS boolean
+LANGUAGE plpgsql STABLE AS $$
+BEGIN
+    IF of_message_day = of_day THEN
+        RETURN true;
+    END IF;
+    RETURN EXISTS (SELECT 1 FROM orva.checks c
+        WHERE c.shop = of_shop AND c.identifier = of_check AND c.closed_on = of_day);
+END $$;
+
 -- Whether everything in the tables of a day is done: no message of that day, or of a check that was
--- closed on it, is undelivered.
+-- closed on it, is undelivered. Looks at what is undelivered, which is parked, has come back or stands in the
+-- line of a lane with work; not at the day, most of which is delivered.
 CREATE OR REPLACE FUNCTION orva.is_day_done(of_day date) RETURNS boolean
 LANGUAGE sql SET search_path = pg_catalog AS $$
     SELECT NOT EXISTS (
-        SELECT 1 FROM orva.messages m
-        WHERE (m.day = of_day OR EXISTS (SELECT 1 FROM orva.checks c WHERE c.closed_on = of_day
-                AND c.shop = m.shop AND c.identifier = m.identifier))
-            AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
-                WHERE d.message = m.id AND d.day = m.day))
+        SELECT 1 FROM orva.parked p WHERE orva.is_of_day(of_day, p.day, p.shop, p.identifier))
+    AND NOT EXISTS (
+        SELECT 1 FROM orva.returned r, LATERAL (
+            SELECT m.* FROM orva.messages m
+            WHERE m.lane = r.lane AND m.day = r.day AND m.number = r.number OFFSET 0) m
+        WHERE orva.is_of_day(of_day, m.day, m.shop, m.identifier))
+    AND NOT EXISTS (
+        SELECT 1 FROM (SELECT lane FROM orva.ready UNION ALL SELECT lane FROM orva.delayed) w,
+        LATERAL (SELECT * FROM orva.lanes l WHERE l.id = w.lane OFFSET 0) l,
+        LATERAL (SELECT m.* FROM orva.messages m
+            WHERE m.lane = l.id AND m.day BETWEEN l.head_day AND l.last_day AND m.number > l.passed
+                AND NOT EXISTS (SELECT 1 FROM orva.deliveries d
+                    WHERE d.message = m.id AND d.day = m.day OFFSET 0) OFFSET 0) m
+        WHERE orva.is_of_day(of_day, m.day, m.shop, m.identifier))
 $$;
 
 -- Drops the tables of days that are older and done. Returns how many days went.

@@ -200,3 +200,62 @@ TEST_F(DeliveryBookTest, parkingByHandOutOfTurnSettlingAndRetryingLoseAndDoubleN
     EXPECT_FALSE(book.finish(*b, done).task);
     EXPECT_EQ(sql(u"SELECT count(*), sum(by_hand::int) FROM orva.deliveries"_s), u"4|1"_s);
 }
+
+TEST_F(DeliveryBookTest, aLaneThatWasSeenBeforeItsMessageWasFinishedIsNotTakenForIt)
+{
+    handOver(u"a"_s, u"card"_s);
+    handOver(u"b"_s, u"card"_s);
+    const QString seen = sql(u"SELECT r FROM orva.ready r"_s);
+    const std::optional<Task> a = book.claim();
+    ASSERT_EQ(nameOf(a), u"a"_s);
+    EXPECT_TRUE(book.finish(*a, done, false).isWritten);
+    EXPECT_TRUE(second
+                    .run("SELECT (orva.take($1::orva.ready, 'second', false)).mark",
+                         {orvastore::Value::text(seen)})
+                    .isNull(0, 0));
+    EXPECT_EQ(nameOf(book.claim()), u"b"_s) << "and its lock was given back";
+}
+
+TEST_F(DeliveryBookTest, lanesGoTheShortWayAgainOnceTheyAreEmpty)
+{
+    handOver(u"a"_s, u"card"_s);
+    const auto winding = [&] { return sql(u"SELECT winding FROM orva.lanes"_s); };
+    EXPECT_EQ(winding(), u"f"_s);
+    const std::optional<Task> task = book.claim();
+    ASSERT_TRUE(task);
+    EXPECT_TRUE(book.finish(*task, resultOf(Meaning::Refused, 400)).isWritten);
+    EXPECT_EQ(winding(), u"t"_s) << "what is parked can come back before all others";
+    handOver(u"b"_s, u"card"_s);
+    EXPECT_TRUE(
+        owner.run("SELECT orva.retry($1::bigint)", {orvastore::Value::number(task->message)})
+            .isTrue(0, 0));
+    std::optional<Task> next = book.claim();
+    ASSERT_EQ(nameOf(next), u"a"_s);
+    next = book.finish(*next, done).task;
+    ASSERT_EQ(nameOf(next), u"b"_s);
+    EXPECT_TRUE(book.finish(*next, done).isWritten);
+    EXPECT_EQ(winding(), u"f"_s);
+    handOver(u"c"_s, u"card"_s);
+    EXPECT_EQ(nameOf(book.claim()), u"c"_s);
+}
+
+TEST_F(DeliveryBookTest, aFurtherAttemptIsTheOneThatCounts)
+{
+    handOver(u"a"_s, u"card"_s);
+    const std::optional<Task> gone = book.claim();
+    ASSERT_TRUE(gone);
+    first.close();
+    const std::optional<Task> taken = other.claim();
+    ASSERT_TRUE(taken);
+    const auto isWritten = [&](const std::optional<Task>& by) {
+        return first
+            .run("SELECT orva.finish($1::orva.claimed, 'StepDone', 200, false, '', '', 0, true, "
+                 "'{1}', 1, 5)",
+                 {orvastore::Value::text(by->mark)})
+            .isTrue(0, 0);
+    };
+    EXPECT_FALSE(isWritten(gone));
+    EXPECT_TRUE(other.finish(*taken, done).isWritten);
+    EXPECT_FALSE(isWritten(taken)) << "it is written down once";
+    EXPECT_EQ(sql(u"SELECT count(*), max(attempt) FROM orva.attempts"_s), u"2|2"_s);
+}

@@ -10,6 +10,9 @@
 #include "store/schema/storeschema.h"
 #include "tests/support/postgrescluster.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <gtest/gtest.h>
 
 namespace storetest {
@@ -49,6 +52,15 @@ inline poshost::DeliveryResult resultOf(poshost::deliverypolicy::Meaning meaning
     return result;
 }
 
+/// How many pages an EXPLAIN (ANALYZE, BUFFERS, FORMAT JSON) says that its command read.
+inline int buffersOf(const orvastore::Result& plan)
+{
+    const QJsonArray plans = QJsonDocument::fromJson(plan.text(0, 0).toUtf8()).array();
+    const QJsonObject top = plans.at(0).toObject().value(QStringLiteral("Plan")).toObject();
+    return top.value(QStringLiteral("Shared Hit Blocks")).toInt() +
+           top.value(QStringLiteral("Shared Read Blocks")).toInt();
+}
+
 /// The server that the tests of one program share; each has a database of its own, and the
 /// upkeep of none of them comes in between; who measures what that costs sets it again.
 inline PostgresCluster& sharedCluster()
@@ -66,17 +78,20 @@ inline QString freshDatabase(const QString& like = QStringLiteral("template1"))
     return name;
 }
 
-/// A database with the store's tables, which are made from nothing once in a program.
+/// A database with the tables of a store: these are made once and copied.
 inline QString freshStore()
 {
     static const QString made = [] {
         const QString name = freshDatabase();
         orvastore::Connection owner(
-            settingsFor(sharedCluster().connection(QStringLiteral("postgres"), name)), {});
-        EXPECT_EQ(orvastore::storeschema::migrate(owner), 0);
+            settingsFor(sharedCluster().connection(QStringLiteral("postgres"), name), 60), {});
+        orvastore::storeschema::migrate(owner);
         return name;
     }();
-    return freshDatabase(made);
+    static int copies = 0;
+    const QString name = made + QStringLiteral("_%1").arg(++copies);
+    sharedCluster().sql(QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(name, made));
+    return name;
 }
 
 /// A store with its tables, and sessions at it.

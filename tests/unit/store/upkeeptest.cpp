@@ -117,6 +117,50 @@ TEST_F(Upkeep, aDayIsDroppedWhenAllOfItIsDeliveredAndOldAndNotBefore)
     EXPECT_EQ(nameOf(book.claim()), u"new"_s);
 }
 
+TEST_F(Upkeep, whetherADayIsDoneIsSeenFromWhatWaitsAndNotFromTheDay)
+{
+    constexpr int delivered = 3000;
+    handOver(u"waits"_s, u"card"_s);
+    sql(u"INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, "
+        u"queue, "
+        "extra, headers, urls, payload, steps, steps_done, attempts, step_attempts) SELECT "
+        "current_date - 90, 1000 + n, 1, 1000 + n, 'shop', 'c' || n, '', 1, 'Orva', '', '', '', "
+        "'', "
+        "1, 0, 0, 0 FROM generate_series(1, %1) n; INSERT INTO orva.deliveries (day, message, "
+        "shop, "
+        "status) SELECT day, id, shop, 200 FROM orva.messages WHERE id > 1000"_s.arg(delivered));
+    Connection asWorker(settingsFor(connection), {.byIndexes = true});
+    // the first call reads the catalogue as well
+    EXPECT_TRUE(asWorker.run("SELECT orva.is_day_done(current_date - 90)").isTrue(0, 0));
+    const orvastore::Result plan = asWorker.run(
+        "EXPLAIN (ANALYZE, BUFFERS, FORMAT JSON) SELECT orva.is_day_done(current_date - 90)");
+    const int buffers = storetest::buffersOf(plan);
+    EXPECT_GT(buffers, 0);
+    EXPECT_LT(buffers, 200);
+    EXPECT_FALSE(asWorker.run("SELECT orva.is_day_done(current_date)").isTrue(0, 0));
+}
+
+TEST_F(Upkeep, aDayWithAMessageThatIsParkedOrCameBackIsNotDone)
+{
+    handOver(u"a"_s, u"card"_s);
+    const auto isDone = [&] {
+        return owner.run("SELECT orva.is_day_done(current_date)").isTrue(0, 0);
+    };
+    const std::optional<Task> task = book.claim();
+    ASSERT_TRUE(task);
+    EXPECT_TRUE(
+        book.finish(*task, storetest::resultOf(poshost::deliverypolicy::Meaning::Refused, 400))
+            .isWritten);
+    EXPECT_FALSE(isDone());
+    EXPECT_TRUE(
+        owner.run("SELECT orva.retry($1::bigint)", {Value::number(task->message)}).isTrue(0, 0));
+    EXPECT_FALSE(isDone());
+    const std::optional<Task> again = book.claim();
+    ASSERT_EQ(nameOf(again), u"a"_s);
+    EXPECT_TRUE(book.finish(*again, done).isWritten);
+    EXPECT_TRUE(isDone());
+}
+
 TEST_F(Upkeep, aDayThatNobodyHasPreparedIsTakenAndDelivered)
 {
     orvastore::HandedCheck ahead = checkOf(u"a"_s);
