@@ -111,6 +111,82 @@
         <source>the standard output cannot be written (%1)</source>
         <translation>стандартный вывод не записывается (%1)</translation>
     </message>
+    <message>
+        <source>waiting</source>
+        <translation>ожидает</translation>
+    </message>
+    <message>
+        <source>paused</source>
+        <translation>приостановлено</translation>
+    </message>
+    <message>
+        <source>parked</source>
+        <translation>снято с отправки</translation>
+    </message>
+    <message>
+        <source>delivered</source>
+        <translation>доставлено</translation>
+    </message>
+    <message>
+        <source>handed over</source>
+        <translation>передано</translation>
+    </message>
+    <message>
+        <source>waits for message %1</source>
+        <translation>ждёт сообщения %1</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>№</translation>
+    </message>
+    <message>
+        <source>Queue</source>
+        <translation>Очередь</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Состояние</translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>Шаги</translation>
+    </message>
+    <message>
+        <source>Attempts</source>
+        <translation>Попытки</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Ответ</translation>
+    </message>
+    <message>
+        <source>Created</source>
+        <translation>Создано</translation>
+    </message>
+    <message>
+        <source>Next attempt</source>
+        <translation>Следующая попытка</translation>
+    </message>
+    <message>
+        <source>What is in the way</source>
+        <translation>Что мешает</translation>
+    </message>
+    <message>
+        <source>Step %1: %2
+</source>
+        <translation>Шаг %1: %2
+</translation>
+    </message>
+    <message>
+        <source>
+The server&apos;s last refusal:
+%1
+</source>
+        <translation>
+Последний отказ сервера:
+%1
+</translation>
+    </message>
 </context>
 <context>
     <name>Simulator</name>
@@ -1798,74 +1874,6 @@ then gives back what is free in it</source>
             <numerusform>%n сообщения уйдут с учётными данными из настроек.</numerusform>
             <numerusform>%n сообщений уйдёт с учётными данными из настроек.</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>waiting</source>
-        <translation>ожидает</translation>
-    </message>
-    <message>
-        <source>paused</source>
-        <translation>приостановлено</translation>
-    </message>
-    <message>
-        <source>parked</source>
-        <translation>снято с отправки</translation>
-    </message>
-    <message>
-        <source>handed over</source>
-        <translation>передано</translation>
-    </message>
-    <message>
-        <source>delivered</source>
-        <translation>доставлено</translation>
-    </message>
-    <message>
-        <source>waits for message %1</source>
-        <translation>ждёт сообщения %1</translation>
-    </message>
-    <message>
-        <source>Queue</source>
-        <translation>Очередь</translation>
-    </message>
-    <message>
-        <source>Steps</source>
-        <translation>Шаги</translation>
-    </message>
-    <message>
-        <source>Attempts</source>
-        <translation>Попытки</translation>
-    </message>
-    <message>
-        <source>Status</source>
-        <translation>Ответ</translation>
-    </message>
-    <message>
-        <source>Created</source>
-        <translation>Создано</translation>
-    </message>
-    <message>
-        <source>Next attempt</source>
-        <translation>Следующая попытка</translation>
-    </message>
-    <message>
-        <source>What is in the way</source>
-        <translation>Что мешает</translation>
-    </message>
-    <message>
-        <source>Step %1: %2
-</source>
-        <translation>Шаг %1: %2
-</translation>
-    </message>
-    <message>
-        <source>
-The server&apos;s last refusal:
-%1
-</source>
-        <translation>
-Последний отказ сервера:
-%1
-</translation>
     </message>
     <message>
         <source>The queue is delivered.</source>
@@ -4321,6 +4329,26 @@ something is, 2 the address is not marked as meant for testing.</source>
         <translation>Продаёт и возвращает с картами из [verify]. Коды завершения: 0 — ничего не нарушено,
 1 — нарушено, 2 — адрес не отмечен как испытательный.</translation>
     </message>
+    <message>
+        <source>see that the database server runs and can be reached from here; until then the till sells and keeps its checks</source>
+        <translation>проверьте, что сервер базы данных работает и доступен отсюда; до тех пор касса продаёт и хранит свои чеки</translation>
+    </message>
+    <message>
+        <source>does not answer in time</source>
+        <translation>не отвечает вовремя</translation>
+    </message>
+    <message>
+        <source>put right what is said, or take [store] out of the configuration; until then the till sells and keeps its checks</source>
+        <translation>исправьте то, о чём сказано, или уберите [store] из настроек; до тех пор касса продаёт и хранит свои чеки</translation>
+    </message>
+    <message>
+        <source>takes checks</source>
+        <translation>принимает чеки</translation>
+    </message>
+    <message>
+        <source>Store of the shop</source>
+        <translation>Хранилище магазина</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>
@@ -4427,22 +4455,6 @@ Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
         <translation>Файл настроек (по умолчанию orva.toml здесь, затем /etc/orva/orva.toml)</translation>
     </message>
     <message>
-        <source>paused</source>
-        <translation>приостановлено</translation>
-    </message>
-    <message>
-        <source>parked</source>
-        <translation>снято с отправки</translation>
-    </message>
-    <message>
-        <source>waiting</source>
-        <translation>ожидает</translation>
-    </message>
-    <message>
-        <source>waits for message %1</source>
-        <translation>ждёт сообщения %1</translation>
-    </message>
-    <message>
         <source>%1 cannot be read: %2</source>
         <translation>%1 не читается: %2</translation>
     </message>
@@ -4475,52 +4487,8 @@ Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
         <translation>Доставлять нечего.</translation>
     </message>
     <message>
-        <source>No</source>
-        <translation>№</translation>
-    </message>
-    <message>
-        <source>Queue</source>
-        <translation>Очередь</translation>
-    </message>
-    <message>
-        <source>State</source>
-        <translation>Состояние</translation>
-    </message>
-    <message>
-        <source>Steps</source>
-        <translation>Шаги</translation>
-    </message>
-    <message>
-        <source>Attempts</source>
-        <translation>Попытки</translation>
-    </message>
-    <message>
-        <source>Status</source>
-        <translation>Ответ</translation>
-    </message>
-    <message>
-        <source>Created</source>
-        <translation>Создано</translation>
-    </message>
-    <message>
-        <source>Next attempt</source>
-        <translation>Следующая попытка</translation>
-    </message>
-    <message>
-        <source>What is in the way</source>
-        <translation>Что мешает</translation>
-    </message>
-    <message>
         <source>These are the oldest; there may be more.</source>
         <translation>Это самые старые; могут быть и другие.</translation>
-    </message>
-    <message>
-        <source>Step %1: %2</source>
-        <translation>Шаг %1: %2</translation>
-    </message>
-    <message>
-        <source>The server&apos;s last refusal:</source>
-        <translation>Последний отказ сервера:</translation>
     </message>
     <message>
         <source>A primary answers and takes writes.</source>

@@ -4,8 +4,7 @@
 #include "store/commands/queuecommands.h"
 
 #include "console/exitcode.h"
-#include "console/printable.h"
-#include "console/table.h"
+#include "console/queue/queueview.h"
 #include "store/books/storequeue.h"
 #include "store/commands/spoken.h"
 #include "store/database/connection.h"
@@ -21,32 +20,8 @@ namespace orvastore {
 namespace exitcode = console::exitcode;
 using Command = Options::Command;
 using poshost::QueueEntry;
-using poshost::QueueState;
 
 namespace {
-
-QString stateText(QueueState state)
-{
-    switch (state) {
-    case QueueState::Paused:
-        return Text::tr("paused");
-    case QueueState::Parked:
-        return Text::tr("parked");
-    default:
-        return Text::tr("waiting");
-    }
-}
-
-QString timeText(const QDateTime& time)
-{
-    return time.isValid() ? time.toString(u"yyyy-MM-dd HH:mm:ss"_s) : QString();
-}
-
-QString obstacle(const QueueEntry& entry)
-{
-    return entry.waitsFor != 0 ? Text::tr("waits for message %1").arg(entry.waitsFor)
-                               : spoken::said(entry.obstacle);
-}
 
 QString secretIn(const QString& fileName)
 {
@@ -107,29 +82,11 @@ int QueueCommands::change(bool found, const QString& done, const QString& none)
 
 void QueueCommands::list(const QList<QueueEntry>& entries)
 {
-    using Align = console::Table::Align;
     if (entries.isEmpty()) {
         out.line(Text::tr("Nothing is to be delivered."));
         return;
     }
-    console::Table table(
-        {{Text::tr("No"), Align::Right},
-         {Text::tr("Queue")},
-         {Text::tr("State")},
-         {Text::tr("Steps"), Align::Right},
-         {Text::tr("Attempts"), Align::Right},
-         {Text::tr("Status"), Align::Right},
-         {Text::tr("Created")},
-         {Text::tr("Next attempt")},
-         {Text::tr("What is in the way"), Align::Left, console::Table::Narrow::Below}});
-    for (const QueueEntry& entry : entries) {
-        table.addRow({QString::number(entry.id), entry.queue, stateText(entry.state),
-                      u"%1/%2"_s.arg(entry.stepsDone).arg(entry.steps),
-                      QString::number(entry.attempts),
-                      entry.lastStatus == 0 ? QString() : QString::number(entry.lastStatus),
-                      timeText(entry.createdAt), timeText(entry.nextAttemptAt), obstacle(entry)});
-    }
-    out.write(table.text(out.columns()));
+    out.write(console::queueview::table(entries, out.columns()));
     if (entries.size() == StoreQueue::listedAtMost) {
         out.line(Text::tr("These are the oldest; there may be more."));
     }
@@ -137,18 +94,7 @@ void QueueCommands::list(const QList<QueueEntry>& entries)
 
 void QueueCommands::show(const poshost::QueueContent& content)
 {
-    list({content.entry});
-    for (qsizetype i = 0; i < content.addresses.size(); ++i) {
-        out.line(Text::tr("Step %1: %2").arg(i + 1).arg(content.addresses.at(i)));
-    }
-    for (auto it = content.headers.cbegin(); it != content.headers.cend(); ++it) {
-        out.line(u"%1: %2"_s.arg(it.key(), it.value()));
-    }
-    out.write(u'\n' + content.payload + u'\n');
-    if (!content.lastAnswer.isEmpty()) {
-        out.line(Text::tr("The server's last refusal:"));
-        out.write(content.lastAnswer + u'\n');
-    }
+    out.write(console::queueview::text(content, out.columns()));
 }
 
 } // namespace orvastore

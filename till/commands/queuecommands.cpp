@@ -3,6 +3,7 @@
 
 #include "till/commands/queuecommands.h"
 
+#include "console/queue/queueview.h"
 #include "host/database/database.h"
 #include "host/queue/outgoingqueue.h"
 #include "host/queue/queuedelivery.h"
@@ -16,7 +17,6 @@
 #include "till/screen/checkview.h"
 #include "till/screen/output.h"
 #include "till/screen/progress.h"
-#include "till/screen/queueview.h"
 #include "till/text.h"
 
 #include <QJsonDocument>
@@ -59,12 +59,12 @@ ExitCode QueueCommands::list()
 {
     const auto entries = poshost::OutgoingQueue(workplace.database()).list(options.all);
     if (options.json) {
-        out.write(queueview::json(entries));
+        out.write(console::queueview::json(entries));
     } else if (entries.isEmpty()) {
         out.line(options.all ? Text::tr("The queue is empty.")
                              : Text::tr("Nothing is to be delivered."));
     } else {
-        out.write(queueview::table(entries, out.columns()));
+        out.write(console::queueview::table(entries, out.columns()));
     }
     return ExitCode::Ok;
 }
@@ -83,7 +83,8 @@ ExitCode QueueCommands::show()
             text->replace(card, checkview::shortCard(card));
         }
     }
-    out.write(options.json ? queueview::json(*content) : queueview::text(*content, out.columns()));
+    out.write(options.json ? console::queueview::json(*content)
+                           : console::queueview::text(*content, out.columns()));
     return ExitCode::Ok;
 }
 

@@ -3,6 +3,7 @@
 
 #include "till/commands/supportcommand.h"
 
+#include "console/queue/queueview.h"
 #include "host/database/database.h"
 #include "host/queue/outgoingqueue.h"
 #include "till/checks/checkcodec.h"
@@ -18,7 +19,6 @@
 #include "till/screen/checkjson.h"
 #include "till/screen/jsonlist.h"
 #include "till/screen/output.h"
-#include "till/screen/queueview.h"
 #include "till/screen/table.h"
 #include "till/support/safeconfig.h"
 #include "till/support/wholefile.h"
@@ -147,8 +147,9 @@ void SupportCommand::addLists()
     if (checks == nullptr) {
         return;
     }
-    content.addText(supportfiles::queue,
-                    queueview::json(poshost::OutgoingQueue(*database).list(true)).toUtf8());
+    content.addText(
+        supportfiles::queue,
+        console::queueview::json(poshost::OutgoingQueue(*database).list(true)).toUtf8());
     // the oldest first: whoever reads the archive takes them up in this order
     const QList<CheckRow> newest = checks->list(listedChecks);
     QByteArray list;

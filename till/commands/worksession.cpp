@@ -3,6 +3,7 @@
 
 #include "till/commands/worksession.h"
 
+#include "console/queue/queueview.h"
 #include "host/http/operationbudget.h"
 #include "host/queue/outgoingqueue.h"
 #include "input/nearestname.h"
@@ -14,7 +15,6 @@
 #include "till/reason.h"
 #include "till/screen/checkview.h"
 #include "till/screen/output.h"
-#include "till/screen/queueview.h"
 #include "till/screen/table.h"
 #include "till/text.h"
 
@@ -250,7 +250,7 @@ void WorkSession::queue(const QString&)
 {
     const auto entries = poshost::OutgoingQueue(database).list();
     out.write(entries.isEmpty() ? Text::tr("Nothing is to be delivered.\n")
-                                : queueview::table(entries, out.columns()));
+                                : console::queueview::table(entries, out.columns()));
 }
 
 void WorkSession::wait(const QString& seconds)

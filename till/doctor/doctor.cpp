@@ -5,6 +5,7 @@
 
 #include "host/http/connectionprobe.h"
 #include "host/queue/databaseexamination.h"
+#include "host/queue/storestate.h"
 #include "till/checks/checkstore.h"
 #include "till/doctor/addresschecks.h"
 #include "till/doctor/configchecks.h"
@@ -17,6 +18,7 @@
 #include "till/doctor/roadchecks.h"
 #include "till/doctor/serverchecks.h"
 #include "till/doctor/services.h"
+#include "till/doctor/storecheck.h"
 #include "till/doctor/systemchecks.h"
 #include "till/text.h"
 
@@ -38,6 +40,7 @@ constexpr int databaseMilliseconds = 1500;
 constexpr int suspendedMilliseconds = 500;
 /// A busy disk may let a single page wait.
 constexpr int longestDatabaseWait = 3500;
+constexpr int longestStoreWait = 3500;
 constexpr int wholeMilliseconds = 4800;
 /// How much longer than its own limit something is waited for.
 constexpr int grace = 300;
@@ -80,6 +83,9 @@ public:
         if (report.isClear({u"address.scheme"_s, u"config.http.proxy"_s}) && !url.isEmpty()) {
             road.emplace([url] { return poshost::ConnectionProbe::of(url, roadMilliseconds); });
         }
+        if (poshost::storestate::isConfigured()) {
+            store.emplace(storecheck::look);
+        }
         // a plug-in that hangs while it is loaded keeps everybody else from loading what they need
         const QDeadlineTimer headStart(headStartMilliseconds);
         if (database) {
@@ -87,6 +93,9 @@ public:
         }
         if (road) {
             road->waitFor(headStart);
+        }
+        if (store) {
+            store->waitFor(headStart);
         }
         visit =
             std::make_unique<PluginVisit>(subject.pluginFile(), cardOf(subject), questionSeconds);
@@ -96,8 +105,8 @@ public:
     /// @return false: something hangs and was left behind
     bool putAway(const QDeadlineTimer& end)
     {
-        const bool ended =
-            visit->hasEnded(visit->hangs() ? QDeadlineTimer(0) : end) && !databaseHangs;
+        const bool ended = visit->hasEnded(visit->hangs() ? QDeadlineTimer(0) : end) &&
+                           !databaseHangs && !storeHangs;
         if (!ended) {
             // whoever hangs may still look at them
             static_cast<void>(services.release());
@@ -122,6 +131,14 @@ public:
         return visit->exchange(QDeadlineTimer(questionSeconds * 1000 + grace));
     }
 
+    bool looksAtStore() const { return store.has_value(); }
+    std::optional<storecheck::StoreLook> awaitStore()
+    {
+        std::optional<storecheck::StoreLook> found = store->await(storeEnd);
+        storeHangs = !found;
+        return found;
+    }
+
     std::unique_ptr<PluginVisit> visit;
 
 private:
@@ -130,7 +147,10 @@ private:
     const QDeadlineTimer roadEnd{roadMilliseconds + grace};
     std::optional<Errand<poshost::ConnectionProbe>> road;
     std::optional<Errand<DatabaseLook>> database;
+    std::optional<Errand<storecheck::StoreLook>> store;
+    const QDeadlineTimer storeEnd{longestStoreWait};
     bool databaseHangs = false;
+    bool storeHangs = false;
 };
 
 } // namespace
@@ -156,6 +176,9 @@ Report Doctor::examine()
     const auto examination = database ? std::optional(database->examination) : std::nullopt;
     databasechecks::checkContent(report, subject, examination);
     queuechecks::check(report, subject, examination, database ? database->suspended : std::nullopt);
+    if (errands.looksAtStore()) {
+        storecheck::check(report, errands.awaitStore());
+    }
     leftBehind = !errands.putAway(end);
     return report;
 }

@@ -8,8 +8,8 @@
 #include <QList>
 #include <QString>
 
-/// The outgoing queue as people and scripts read it.
-namespace till::queueview {
+/// Messages that are to be delivered, a till's or a store's, as people and scripts read them.
+namespace console::queueview {
 
 /// @param width how many characters fit on a line
 QString table(const QList<poshost::QueueEntry>& entries, int width);
@@ -18,4 +18,4 @@ QString json(const QList<poshost::QueueEntry>& entries);
 QString text(const poshost::QueueContent& content, int width);
 QString json(const poshost::QueueContent& content);
 
-} // namespace till::queueview
+} // namespace console::queueview

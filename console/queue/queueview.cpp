@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-#include "till/screen/queueview.h"
+#include "console/queue/queueview.h"
 
+#include "console/language.h"
 #include "console/printable.h"
-#include "till/reason.h"
-#include "till/screen/table.h"
-#include "till/screen/timetext.h"
-#include "till/text.h"
+#include "console/table.h"
+#include "console/text.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -15,10 +14,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace till {
+namespace console {
 namespace {
-
-namespace printable = console::printable;
 
 QString stateName(poshost::QueueState state)
 {
@@ -53,7 +50,7 @@ QString stateText(poshost::QueueState state)
 
 QString timeText(const QDateTime& time)
 {
-    return time.isValid() ? timetext::toTheSecond(time) : QString();
+    return time.isValid() ? time.toString(u"yyyy-MM-dd hh:mm:ss"_s) : QString();
 }
 
 /// The state with who has it.
@@ -62,6 +59,12 @@ QString stateText(const poshost::QueueEntry& entry)
     return entry.isHandedOver && entry.state == poshost::QueueState::Delivered
                ? Text::tr("handed over")
                : stateText(entry.state);
+}
+
+QString said(const poshost::Message& message)
+{
+    return message.in(spokenLanguage() == "ru"_L1 ? poshost::Language::Russian
+                                                  : poshost::Language::English);
 }
 
 /// What keeps a message from being sent now.
@@ -154,4 +157,4 @@ QString queueview::json(const poshost::QueueContent& content)
     return QString::fromUtf8(QJsonDocument(result).toJson());
 }
 
-} // namespace till
+} // namespace console
