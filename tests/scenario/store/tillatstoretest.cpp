@@ -119,6 +119,32 @@ TEST_F(TillAtStore, SaysWhatIsWrongWithTheStoreAndLosesNothing)
     EXPECT_EQ(serverBooks().count(u'\n'), 1);
 }
 
+TEST_F(TillAtStore, TheDoctorKnocksAtTheStore)
+{
+    const auto line = [this] {
+        const RunResult run = till({u"doctor"_s, u"--json"_s});
+        const QJsonArray rows =
+            QJsonDocument::fromJson(run.output.toUtf8()).object().value(u"checks"_s).toArray();
+        for (const QJsonValue& row : rows) {
+            if (row[u"id"_s].toString() == u"store"_s) {
+                return row[u"mark"_s].toString() + u": "_s + row[u"text"_s].toString();
+            }
+        }
+        return u"none in "_s + run.output;
+    };
+    EXPECT_EQ(line(), u"ok: takes checks"_s);
+    cluster.freeze();
+    EXPECT_TRUE(line().startsWith(u"warning: "_s)) << qPrintable(line());
+    cluster.thaw();
+    cluster.sql(u"DROP SCHEMA orva CASCADE"_s);
+    EXPECT_TRUE(line().contains(u"orva-store"_s)) << qPrintable(line());
+    writeStoreConfig(storeString(), u"module = \"/nowhere/liborvastore.so\"\n"_s);
+    EXPECT_TRUE(line().startsWith(u"fails: "_s) && line().contains(u"/nowhere/"_s))
+        << qPrintable(line());
+    writeConfig();
+    EXPECT_TRUE(line().startsWith(u"none in {"_s)) << qPrintable(line());
+}
+
 TEST_F(TillAtStore, IsMovedToAStoreAndBackWithAFullQueue)
 {
     writeConfig();
