@@ -10,6 +10,7 @@
 #include "store/commands/doctor.h"
 #include "store/commands/queuecommands.h"
 #include "store/commands/spoken.h"
+#include "store/commands/suspendedcommands.h"
 #include "store/schema/storeschema.h"
 #include "store/text.h"
 #include "store/worker/worker.h"
@@ -93,6 +94,9 @@ int Program::obey()
         return admit();
     case Command::Doctor:
         return doctor();
+    case Command::SuspendedList:
+    case Command::SuspendedRelease:
+        return SuspendedCommands(settings(), options, out).run();
     default:
         return QueueCommands(settings(), options, out).run();
     }
