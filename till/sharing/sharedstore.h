@@ -8,13 +8,14 @@
 #include <QSharedPointer>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 namespace till {
 
 /// The books that the tills of a shop share, as this till reaches them. One object belongs to one
-/// thread; it connects with the first thing that it is asked, and each waits for the store no longer
-/// than `[store] timeout`.
+/// thread; it connects with the first thing that it is asked, and each waits for the store no
+/// longer than `[store] timeout`.
 class SharedStore
 {
 public:
@@ -28,6 +29,11 @@ public:
     const QString& shop() const { return setup.shop; }
     /// The name under which the others know this till.
     const QString& till() const { return name; }
+    /// How long the store is waited for.
+    std::chrono::seconds timeout() const
+    {
+        return std::chrono::seconds(setup.settings.timeoutSeconds);
+    }
 
 private:
     poshost::StoreSetup setup;
