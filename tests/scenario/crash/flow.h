@@ -30,6 +30,8 @@ struct Flow
     bool olderFile = false;
     /// Whether checks go to a store, whose file is delivered in the end.
     bool hasStore = false;
+    /// Whether suspended checks are left in the store and taken up there.
+    bool passesSuspended = false;
     /// Whether the store is away when a till that was stopped is started again, which falls back.
     bool storeGoesAway = false;
     /// What is stopped at each of its calls.
