@@ -27,6 +27,7 @@ struct Texts
     std::string role;
     std::string shop;
     std::string queue;
+    std::string check;
     std::string listen = "127.0.0.1:9188";
 };
 
@@ -112,8 +113,24 @@ void addQueue(CLI::App& app, Options& options, Texts& texts)
     anew->callback([&options] { options.command = Command::QueueReauthorize; });
 }
 
+void addSuspended(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const suspended = app.add_subcommand(
+        "suspended", words(Text::tr("Suspended checks that any till of a shop may take up")));
+    suspended->require_subcommand(1, 1);
+    suspended->add_subcommand("list", words(Text::tr("List them, the oldest first")))
+        ->callback([&options] { options.command = Command::SuspendedList; });
+    CLI::App* const release = suspended->add_subcommand(
+        "release", words(Text::tr("Give a check free that a till has asked for and never got, "
+                                  "since the till is gone for good")));
+    release->add_option("check", texts.check, words(Text::tr("Identifier of the check")))
+        ->required();
+    release->callback([&options] { options.command = Command::SuspendedRelease; });
+}
+
 void take(Options& options, const Texts& texts)
 {
+    options.check = QString::fromLocal8Bit(texts.check.c_str());
     options.config = QString::fromLocal8Bit(texts.config.c_str());
     options.worker = QString::fromLocal8Bit(texts.worker.c_str());
     options.authorizationFile = QString::fromLocal8Bit(texts.authorization.c_str());
@@ -147,6 +164,7 @@ int main(int argc, char** argv)
     addTables(app, options, texts);
     addEyes(app, options, texts);
     addQueue(app, options, texts);
+    addSuspended(app, options, texts);
     app.require_subcommand(1, 1);
     try {
         app.parse(argc, argv);

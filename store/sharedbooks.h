@@ -5,6 +5,7 @@
 
 #include "store/storeclient.h"
 
+#include <QDeadlineTimer>
 #include <QStringList>
 
 #include <functional>
@@ -57,6 +58,7 @@ struct LeftCheck
     QString identifier; ///< the check's own
     qint64 number = 0;  ///< of the check at that till
     QDateTime leftAt;   ///< as that till's clock had it
+    QString mark;       ///< of this leaving alone: the key by which it is repeated
     QByteArray content; ///< the check as the till keeps it, with the loyalty system's state
 };
 
@@ -65,6 +67,9 @@ struct TakeUp
 {
     StoreResult result;             ///< Refused: there is none, or another till has it
     std::optional<LeftCheck> check; ///< with Done
+    /// With Refused: the store has looked, and nothing was taken up with this token or will be
+    /// got with it again.
+    bool isOver = false;
 };
 
 /// What the tills of a shop share beside handing over. One object belongs to one thread, but for
@@ -80,6 +85,10 @@ public:
     /// Makes every operation, now and from now on, return within about a second. Any thread; does
     /// not wait.
     virtual void interrupt() = 0;
+    /// Lets several operations that somebody waits for end by the same time; each ends by its own
+    /// time-out all the same.
+    /// @param end from now on, until it is set again; at first never
+    virtual void setEnd(const QDeadlineTimer& /*end*/) {}
 
     /// Finds a sale of the shop and what was taken back of it. Keeps nothing.
     /// @param which its identifier, or its number at whichever till
@@ -93,7 +102,9 @@ public:
     /// to repeat, and Done when there is nothing.
     virtual StoreResult release(const QString& shop, const QString& identifier) = 0;
 
-    /// Leaves a suspended check for any till. Safe to repeat by its identifier.
+    /// Leaves a suspended check for any till. Safe to repeat by its mark, also when another till
+    /// has taken it up or closed it meanwhile.
+    /// @return Refused when another till has the check, or it is closed
     virtual StoreResult leave(const LeftCheck& check) = 0;
     /// Takes a suspended check up, so that no other till can.
     /// @param which its identifier, or "last" for the one that was left last
@@ -101,15 +112,16 @@ public:
     /// @param token of this take-up alone: repeating it with the same one gives the same check
     virtual TakeUp takeUp(const QString& shop, const QString& which, const QString& till,
                           const QString& token) = 0;
-    /// Forgets a check that was taken up with this token and is durable at its till. Safe to
-    /// repeat.
+    /// Forgets the content of a check that was taken up with this token and is durable at its till.
+    /// Safe to repeat.
+    /// @return Refused when the check was released to another till meanwhile
     virtual StoreResult settleTakeUp(const QString& shop, const QString& token) = 0;
-    /// Hands over the suspended checks that wait in the store, without their content, the one that
-    /// was left first at first.
+    /// Hands over the suspended checks that wait in the store, the one that was left first at
+    /// first.
     virtual StoreResult forEachLeft(const QString& shop,
                                     const std::function<void(const LeftCheck&)>& take) = 0;
 
-    /// Hands over checks of the shop, the one handed over last at first, in parts of bounded size.
+    /// Hands over checks of the shop, the one closed last at first, in parts of bounded size.
     /// @param before identifier of the check to go on behind; empty: from the newest
     /// @param take returns false when it wants no more
     virtual StoreResult forEachCheck(const QString& shop, const QString& before,
@@ -121,6 +133,7 @@ public:
                                    QList<KeptCheck>& found) = 0;
     /// Gives a check whose messages are all delivered another content, and empties what the store
     /// keeps of these messages.
+    /// @return Refused while one is not delivered, and when there is no such check
     virtual StoreResult rewrite(const QString& shop, const QString& identifier,
                                 const QByteArray& content) = 0;
 };

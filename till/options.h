@@ -63,6 +63,8 @@ struct Options
     /// With the list of checks: how many of them, and behind which one.
     int count = 0;
     QString before;
+    /// With lists of checks: those of all tills of the shop, out of the store.
+    bool fromStore = false;
     /// With the queue's delivery: until the process is asked to end.
     bool watch = false;
     QString file;

@@ -9,6 +9,7 @@
 #include "till/checks/checkschema.h"
 #include "till/checks/closedchecks.h"
 #include "till/keys.h"
+#include "till/sharing/leftchecks.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +19,7 @@ namespace {
 bool registerAll()
 {
     poshost::registerSchema(u"checks"_s, checkSchema());
+    poshost::registerSchema(u"suspended"_s, leftChecksSchema());
     poshost::registerClosedChecks(readClosedCheck);
     poshost::knownkeys::registerKeys(u"till"_s, tillKeys());
     return true;

@@ -1964,10 +1964,6 @@ then gives back what is free in it</source>
         <translation>закрыть и напечатать чек</translation>
     </message>
     <message>
-        <source>keep the check for later</source>
-        <translation>отложить чек</translation>
-    </message>
-    <message>
         <source>take a suspended check up again</source>
         <translation>вернуться к отложенному чеку</translation>
     </message>
@@ -4349,6 +4345,70 @@ something is, 2 the address is not marked as meant for testing.</source>
         <source>Store of the shop</source>
         <translation>Хранилище магазина</translation>
     </message>
+    <message>
+        <source>Whether the store has the suspended check %1 is not known (%2); it is asked again.</source>
+        <translation>Неизвестно, есть ли отложенный чек %1 в хранилище (%2); касса спросит ещё раз.</translation>
+    </message>
+    <message>
+        <source>Check %1 is suspended at this till alone (%2).</source>
+        <translation>Чек %1 отложен только на этой кассе (%2).</translation>
+    </message>
+    <message>
+        <source>The suspended check %1 was released to another till and is given up here.</source>
+        <translation>Отложенный чек %1 отдан другой кассе и здесь больше не ведётся.</translation>
+    </message>
+    <message>
+        <source>Check %1 is not restored (%2); when that is put right, restore it again.</source>
+        <translation>Чек %1 не возвращён (%2); когда это исправлено, верните его ещё раз.</translation>
+    </message>
+    <message>
+        <source>No store is configured to leave the check in; suspend it here, or name one in [store].</source>
+        <translation>Хранилище, в котором оставить чек, не настроено; отложите его здесь или укажите хранилище в [store].</translation>
+    </message>
+    <message>
+        <source>keep the check for later, with --store for any till of the shop</source>
+        <translation>отложить чек, с --store — для любой кассы магазина</translation>
+    </message>
+    <message>
+        <source>left in the store</source>
+        <translation>оставлен в хранилище</translation>
+    </message>
+    <message>
+        <source>Of all tills of the shop, out of the store</source>
+        <translation>Всех касс магазина, из хранилища</translation>
+    </message>
+    <message>
+        <source>%1 names no store; add a table [store] to it.</source>
+        <translation>В %1 не указано хранилище; добавьте таблицу [store].</translation>
+    </message>
+    <message>
+        <source>Check %1 is till %2&apos;s: it is explained from what it shows itself; what was recorded with it is there.</source>
+        <translation>Чек %1 — кассы %2: он объяснён по тому, что в нём самом; что записано с ним, лежит там.</translation>
+    </message>
+    <message>
+        <source>Check %1 is till %2&apos;s, and what the server has answered is recorded there: explain it there. (%3)</source>
+        <translation>Чек %1 — кассы %2, и ответ сервера записан там: объясните его там. (%3)</translation>
+    </message>
+    <message>
+        <source>checks in the store</source>
+        <translation>чеки в хранилище</translation>
+    </message>
+    <message>
+        <source>Check %1 is suspended in the store; take it up and close or abandon it, then erase again.</source>
+        <translation>Чек %1 отложен в хранилище; заберите его и закройте или отмените, затем сотрите ещё раз.</translation>
+    </message>
+    <message>
+        <source>The store was not looked through (%1); erase again.</source>
+        <translation>Хранилище не просмотрено (%1); сотрите ещё раз.</translation>
+    </message>
+    <message>
+        <source>Check %1 of till %2 is not delivered by the store yet; erase again when it is.</source>
+        <translation>Чек %1 кассы %2 ещё не доставлен хранилищем; сотрите ещё раз, когда он будет доставлен.</translation>
+    </message>
+    <message>
+        <source>Till</source>
+        <translation>Касса</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>
@@ -4693,6 +4753,46 @@ Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
     <message>
         <source>Metrics: http://%1:%2/metrics, until stopped.</source>
         <translation>Метрики: http://%1:%2/metrics, до остановки.</translation>
+    </message>
+    <message>
+        <source>Suspended checks that any till of a shop may take up</source>
+        <translation>Отложенные чеки, которые может забрать любая касса магазина</translation>
+    </message>
+    <message>
+        <source>Give a check free that a till has asked for and never got, since the till is gone for good</source>
+        <translation>Освободить чек, который касса запросила и не получила, потому что её больше нет</translation>
+    </message>
+    <message>
+        <source>Identifier of the check</source>
+        <translation>Обозначение чека</translation>
+    </message>
+    <message>
+        <source>No suspended check is left here.</source>
+        <translation>Отложенных чеков здесь нет.</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>Чек</translation>
+    </message>
+    <message>
+        <source>Left by</source>
+        <translation>Оставила касса</translation>
+    </message>
+    <message>
+        <source>Left at</source>
+        <translation>Оставлен</translation>
+    </message>
+    <message>
+        <source>Asked for by</source>
+        <translation>Запросила касса</translation>
+    </message>
+    <message>
+        <source>No till has asked for the suspended check %1 without getting it; look at &quot;suspended list&quot;.</source>
+        <translation>Нет кассы, которая запросила отложенный чек %1 и не получила его; посмотрите &quot;suspended list&quot;.</translation>
+    </message>
+    <message>
+        <source>Any till of the shop may take up check %1.</source>
+        <translation>Чек %1 может забрать любая касса магазина.</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,8 @@
 #include "store/client/reaching.h"
 #include "store/schema/storeschema.h"
 
+#include <algorithm>
+
 namespace orvastore {
 
 using poshost::Message;
@@ -15,6 +17,7 @@ void PostgresBooks::open(const StoreSettings& settings)
     auto made = std::make_unique<Connection>(settings, Connection::Manner{.byIndexes = true});
     const std::lock_guard guard(mutex);
     connection = std::move(made);
+    limit = std::chrono::seconds(std::max(settings.timeoutSeconds, 1));
     examined = 0;
     if (interrupted) {
         connection->interrupt();
@@ -36,6 +39,8 @@ StoreResult PostgresBooks::asking(const std::function<void(Connection&)>& ask)
         if (!connection) {
             throw StoreError(StoreError::Certainty::NothingSent, Message::of("store.string"));
         }
+        // connecting, looking at the tables and asking have one time together
+        connection->setEnd(std::min(QDeadlineTimer(limit), end));
         connection->open();
         if (examined != connection->generation()) {
             storeschema::requireUsable(*connection);

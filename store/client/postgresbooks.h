@@ -17,6 +17,7 @@ class PostgresBooks : public SharedBooks
 public:
     void open(const StoreSettings& settings) override;
     void interrupt() override;
+    void setEnd(const QDeadlineTimer& time) override { end = time; }
 
     SaleToReturn saleToReturn(const QString& shop, const QString& which) override;
     StoreResult reserve(const Reservation& reservation) override;
@@ -44,7 +45,9 @@ private:
     std::mutex mutex; ///< guards the pointer, which interrupt uses
     std::unique_ptr<Connection> connection;
     bool interrupted = false;
-    int examined = 0; ///< the session whose schema was looked at
+    QDeadlineTimer end{QDeadlineTimer::Forever};
+    std::chrono::milliseconds limit{0}; ///< of one operation
+    int examined = 0;                   ///< the session whose schema was looked at
 };
 
 } // namespace orvastore

@@ -24,6 +24,8 @@ struct Options
         QueuePark,
         QueueSettle,
         QueueReauthorize,
+        SuspendedList,
+        SuspendedRelease,
     };
 
     Command command = Command::Work;
@@ -33,6 +35,7 @@ struct Options
     QString role;              ///< a login of the database
     QString shop;              ///< whose till it is, or whose credentials are replaced
     QString queue;             ///< name of a queue
+    QString check;             ///< identifier of a suspended check
     qint64 message = 0;
     int laneTimeout = 10;    ///< seconds after which a silent worker's lane is free
     int requestTimeout = 10; ///< seconds that the loyalty server is waited for

@@ -12,6 +12,7 @@
 #include "store/commands/queuecommands.h"
 #include "store/commands/spoken.h"
 #include "store/commands/statuscommand.h"
+#include "store/commands/suspendedcommands.h"
 #include "store/schema/storeschema.h"
 #include "store/text.h"
 #include "store/worker/worker.h"
@@ -99,6 +100,9 @@ int Program::obey()
         return StatusCommand(settings(), options, out, errors).run();
     case Command::Metrics:
         return MetricsCommand(settings(), options, out).run();
+    case Command::SuspendedList:
+    case Command::SuspendedRelease:
+        return SuspendedCommands(settings(), options, out).run();
     default:
         return QueueCommands(settings(), options, out).run();
     }

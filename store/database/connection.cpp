@@ -87,6 +87,12 @@ bool Connection::wait(int descriptor, short events, const QDeadlineTimer& deadli
     return ready > 0 && !interrupted && watched[0].revents != 0;
 }
 
+/// When a command that begins now has to have ended.
+QDeadlineTimer Connection::inTime() const
+{
+    return std::min(QDeadlineTimer(limit), end);
+}
+
 void Connection::open()
 {
     if (session) {
@@ -98,7 +104,7 @@ void Connection::open()
         servers.putLast(0);
     }
     isDoubtful = false;
-    const QDeadlineTimer deadline(limit);
+    const QDeadlineTimer deadline = inTime();
     Message reason;
     for (qsizetype left = servers.inOrder().size(); left > 0 && !interrupted; --left) {
         try {
@@ -245,7 +251,7 @@ void Connection::prepare(const QByteArray& sql, qsizetype values)
                       nullptr) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    const Result result = finish(QDeadlineTimer(limit));
+    const Result result = finish(inTime());
     if (PQresultStatus(result.raw()) != PGRES_COMMAND_OK) {
         throw failuretexts::refusal(result.raw());
     }
@@ -277,7 +283,7 @@ Result Connection::run(const QByteArray& sql, const QList<Value>& values)
                             formats.data(), 0) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    Result result = finish(QDeadlineTimer(limit));
+    Result result = finish(inTime());
     const ExecStatusType status = PQresultStatus(result.raw());
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
         const StoreError error = failuretexts::refusal(result.raw());
@@ -299,7 +305,7 @@ void Connection::runAll(const QByteArray& sql)
     if (PQsendQuery(session.get(), sql.constData()) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    const Result result = finish(QDeadlineTimer(limit));
+    const Result result = finish(inTime());
     const ExecStatusType status = PQresultStatus(result.raw());
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
         throw failuretexts::refusal(result.raw());

@@ -73,6 +73,8 @@ public:
     void runAll(const QByteArray& sql);
     /// A limit of its own for commands that take long, such as a migration.
     void setLimit(std::chrono::milliseconds time) { limit = time; }
+    /// When everything has to have ended, whatever each command might take; by itself: never.
+    void setEnd(const QDeadlineTimer& time) { end = time; }
 
     /// Ends a command under way, and every later one, within about a second. Any thread.
     void interrupt();
@@ -90,6 +92,7 @@ private:
     void openFirst(std::chrono::milliseconds time);
     void requireNewestTimeline(const Server& server);
     void prepare(const QByteArray& sql, qsizetype values);
+    QDeadlineTimer inTime() const;
     Result finish(const QDeadlineTimer& deadline);
     void flush(const QDeadlineTimer& deadline);
     bool wait(int descriptor, short events, const QDeadlineTimer& deadline) const;
@@ -100,6 +103,7 @@ private:
     const Manner manner;
     Servers servers;
     std::chrono::milliseconds limit;
+    QDeadlineTimer end{QDeadlineTimer::Forever};
     Session session;
     QHash<QByteArray, QByteArray> prepared; ///< names of the session's commands
     int sessions = 0;

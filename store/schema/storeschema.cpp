@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QStringList>
 
+#include <utility>
+
 namespace orvastore::storeschema {
 
 using namespace Qt::StringLiterals;
@@ -27,12 +29,16 @@ QByteArray script(const QString& name)
     return file.readAll();
 }
 
-/// The functions are made anew with each version.
-QByteArray functions()
+/// The functions are made anew with each version; these speak of tables that came with the third.
+QByteArray functions(int version)
 {
+    QStringList names{u"handover"_s, u"progress"_s, u"delivery"_s, u"finishing"_s,
+                      u"control"_s,  u"upkeep"_s,   u"rights"_s,   u"status"_s};
+    if (version >= 3) {
+        names += QStringList{u"suspended"_s, u"reading"_s};
+    }
     QByteArray all;
-    for (const QString& name : {u"handover"_s, u"progress"_s, u"delivery"_s, u"finishing"_s,
-                                u"control"_s, u"upkeep"_s, u"rights"_s, u"status"_s}) {
+    for (const QString& name : std::as_const(names)) {
         all += script(name) + '\n';
     }
     return all;
@@ -57,7 +63,7 @@ void makeVersion(Connection& connection, int version, bool isLast)
         if (known.number(0, 0) < version) {
             connection.runAll(script(u"version%1"_s.arg(version)));
             if (isLast) {
-                connection.runAll(functions());
+                connection.runAll(functions(version));
             }
             // the tables are the same but for what was added: programs from version 1 on can work
             connection.run("INSERT INTO orva.versions (version, usable_from) VALUES ($1::int, 1)",

@@ -27,13 +27,24 @@ CREATE TABLE orva.suspended (
     till text NOT NULL,                     -- that left it
     number bigint NOT NULL,
     left_at timestamptz NOT NULL,           -- by that till's clock
-    content bytea NOT NULL,
+    content bytea NOT NULL,                 -- empty once it is durable at the till that has taken it
+    leavings text[] NOT NULL,               -- marks of all times that it was left: a repetition is known by its own
     taken_by text,                          -- a till; null while it waits
     token text,                             -- of the take-up; whoever shows it again gets the check again
     taken_at timestamptz,
+    settled_at timestamptz,
+    repeated int NOT NULL DEFAULT 0,
     at timestamptz NOT NULL DEFAULT clock_timestamp(),
     PRIMARY KEY (shop, identifier));
 CREATE UNIQUE INDEX suspended_taken ON orva.suspended (shop, token) WHERE token IS NOT NULL;
+CREATE INDEX suspended_waiting ON orva.suspended (shop, at) WHERE taken_by IS NULL;
+
+-- Who has taken a customer out of a closed check.
+CREATE TABLE orva.erasures (
+    shop text NOT NULL,
+    identifier text NOT NULL,
+    role text NOT NULL,
+    at timestamptz NOT NULL DEFAULT clock_timestamp());
 
 -- A check is looked for by the number that stands on the slip.
 CREATE INDEX checks_by_number ON orva.checks (shop, number);

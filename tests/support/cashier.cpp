@@ -51,15 +51,21 @@ bool Cashier::takesSuspended(const QString& command) const
     return restored && (command == u"close"_s || command == u"abandon"_s);
 }
 
+/// Here or in the store.
+bool Cashier::suspends(const QString& command)
+{
+    return command.section(u' ', 0, 0) == u"suspend"_s;
+}
+
 void Cashier::acknowledge(const QString& command)
 {
     ++acknowledged;
     closed += command == u"close"_s ? 1 : 0;
     suspended -= takesSuspended(command) ? 1 : 0;
-    suspended += command == u"suspend"_s && !restored ? 1 : 0;
+    suspended += suspends(command) && !restored ? 1 : 0;
     if (command.startsWith(u"restore "_s)) {
         restored = true;
-    } else if (command == u"close"_s || command == u"abandon"_s || command == u"suspend"_s) {
+    } else if (command == u"close"_s || command == u"abandon"_s || suspends(command)) {
         restored = false;
     }
 }
@@ -67,7 +73,7 @@ void Cashier::acknowledge(const QString& command)
 void Cashier::unanswered(const QString& command)
 {
     perhapsClosed = command == u"close"_s ? 1 : 0;
-    perhapsSuspended = takesSuspended(command) ? -1 : command == u"suspend"_s && !restored ? 1 : 0;
+    perhapsSuspended = takesSuspended(command) ? -1 : suspends(command) && !restored ? 1 : 0;
 }
 
 QString Cashier::complaint(const CheckCount& before, const CheckCount& after) const

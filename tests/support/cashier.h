@@ -37,6 +37,7 @@ public:
 private:
     void acknowledge(const QString& command);
     void unanswered(const QString& command);
+    static bool suspends(const QString& command);
     bool takesSuspended(const QString& command) const;
 
     int acknowledged = 0;

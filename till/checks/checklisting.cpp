@@ -51,7 +51,9 @@ bool CheckStore::listHere(const std::function<bool(const CheckRow&)>& take, qint
 {
     // numbers of changes are distinct: each one is taken while nobody else writes
     poshost::Statement statement(*database,
-                                 u"SELECT id, number, state, type, updated_at FROM checks "
+                                 u"SELECT id, number, CASE WHEN state = 'abandoned' AND EXISTS "
+                                 "(SELECT 1 FROM leavings WHERE check_id = id) THEN 'left' "
+                                 "ELSE state END, type, updated_at FROM checks "
                                  "WHERE change_number < ? ORDER BY change_number DESC"_s);
     statement.bind(beforeChange);
     bool wantsMore = true;

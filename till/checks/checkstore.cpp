@@ -172,6 +172,36 @@ QString CheckStore::laneOf(const Check& check)
     return card.isEmpty() ? u"check "_s + id : u"card "_s + card;
 }
 
+void CheckStore::takeIn(const Check& check)
+{
+    const QString saleId = check.document->getSaleDocumentId();
+    poshost::Statement statement(
+        *database,
+        u"INSERT INTO checks (id, number, state, type, sale_id, data, updated_at, change_number) "
+        "VALUES (?, ?, 'suspended', ?, ?, ?, ?, %1) ON CONFLICT (id) DO UPDATE SET "
+        "state = excluded.state, data = excluded.data, updated_at = excluded.updated_at, "
+        "change_number = excluded.change_number WHERE state = 'abandoned'"_s.arg(nextChange));
+    statement.bind(check.id())
+        .bind(check.number())
+        .bind(check.document->getDocumentType())
+        .bind(saleId.isEmpty() ? QVariant() : QVariant(saleId))
+        .bind(checkcodec::encode(check))
+        .bind(CurrentTime::milliseconds())
+        .execute();
+}
+
+bool CheckStore::hasSuspended(const QString& which)
+{
+    const bool last = which == u"last"_s;
+    poshost::Statement statement(*database, u"SELECT 1 FROM checks WHERE state = 'suspended'"_s +
+                                                (last ? QString() : u" AND id = ?"_s) +
+                                                u" LIMIT 1"_s);
+    if (!last) {
+        statement.bind(which);
+    }
+    return statement.next();
+}
+
 Check CheckStore::loadSuspended(const QString& which)
 {
     const bool last = which == u"last"_s;
@@ -222,6 +252,17 @@ Check CheckStore::findSale(const QString& which)
 Check CheckStore::findClosed(const QString& which)
 {
     return find(which, false);
+}
+
+bool CheckStore::hasClosed(const QString& which)
+{
+    bool isNumber = false;
+    const int number = which.toInt(&isNumber);
+    poshost::Statement statement(
+        *database,
+        u"SELECT 1 FROM checks WHERE +state = 'closed' AND (id = ? OR number = ?) LIMIT 1"_s);
+    statement.bind(which).bind(isNumber ? QVariant(number) : QVariant());
+    return statement.next() || !ArchivedChecks(*database).named(which, false).isEmpty();
 }
 
 Check CheckStore::findSaleToReturn(const QString& which)

@@ -26,7 +26,7 @@ struct CheckRow
 {
     QString id;
     int number = 0;
-    /// open, suspended, closed or abandoned; anything else is damaged
+    /// open, suspended, closed, abandoned, or left in the store; anything else is damaged
     QString state;
     bool isReturn = false;
     QDateTime updatedAt;
@@ -73,6 +73,9 @@ public:
     /// Keeps the whole check for another process. It stays kept until it is closed or abandoned.
     /// @throws Failure when it is closed or abandoned
     void suspend(const Check& check);
+    /// Keeps a check that comes from elsewhere as a suspended one. One that is open, suspended or
+    /// closed here stays as it is.
+    void takeIn(const Check& check);
     /// @return false: it is closed or abandoned already
     bool abandon(const Check& check);
     /// Closes the check and does what confirms it, both or neither: what confirm puts into the
@@ -85,6 +88,8 @@ public:
     /// A suspended check by its identifier, or with "last" the one suspended last.
     /// @throws Failure when there is none
     Check loadSuspended(const QString& which);
+    /// Whether loadSuspended would find one.
+    bool hasSuspended(const QString& which);
     /// How many checks are suspended, and the one that was left alone longest.
     SuspendedChecks suspended();
     /// A closed sale by its identifier or number, or with "last" the one closed last. The archive
@@ -97,6 +102,8 @@ public:
     void setReturnTerms(const ReturnTerms& allowed) { terms = allowed; }
     /// A closed check of any kind, named in the same way.
     Check findClosed(const QString& which);
+    /// Whether findClosed would find one, or several.
+    bool hasClosed(const QString& which);
     /// The closed returns of a sale.
     QList<Check> returnsOf(const QString& saleId);
     /// Whether a closed check's confirmation has been delivered.

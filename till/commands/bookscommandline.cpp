@@ -7,6 +7,13 @@
 namespace till::commandline {
 namespace {
 
+void addStore(CLI::App* command, Options& options)
+{
+    command->add_flag(
+        "--store", options.fromStore,
+        words(QT_TRANSLATE_NOOP("Till", "Of all tills of the shop, out of the store")));
+}
+
 void addList(CLI::App& app, Options& options, Texts& texts)
 {
     CLI::App* const checks =
@@ -22,6 +29,7 @@ void addList(CLI::App& app, Options& options, Texts& texts)
         words(QT_TRANSLATE_NOOP("Till", "Go on behind this check, by its identifier")));
     checks->add_flag("--all", options.all, words(QT_TRANSLATE_NOOP("Till", "All checks")))
         ->excludes(count);
+    addStore(checks, options);
     addJson(checks, options);
 }
 
@@ -34,6 +42,7 @@ void addLedger(CLI::App& app, Options& options)
         "--csv", options.csv, words(QT_TRANSLATE_NOOP("Till", "As comma-separated values")));
     ledger->add_flag("--json", options.json, words(QT_TRANSLATE_NOOP("Till", "As JSON")))
         ->excludes(csv);
+    addStore(ledger, options);
 }
 
 void addArchive(CLI::App& app, Options& options)

@@ -11,13 +11,18 @@
 #include "till/doctor/libraryconfig.h"
 #include "till/erase/databaseerasure.h"
 #include "till/erase/fileerasure.h"
+#include "till/erase/sharederasure.h"
 #include "till/recording/recordfolder.h"
 #include "till/screen/output.h"
+#include "till/sharing/leftchecks.h"
+#include "till/sharing/sharedstore.h"
+#include "till/text.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -58,7 +63,15 @@ ExitCode EraseCommand::run()
     FileErasure files(folders(), workplace.database().fileName(), logFiles(), customer);
     report.delivered = deliver(rows.look());
     files.look(); // a name may stand in one place and be found in another
+    std::optional<SharedErasure> inStore;
+    if (SharedStore* const store = workplace.sharedStore()) {
+        inStore.emplace(*store, customer).look();
+    }
     rows.erase(report);
+    if (inStore) {
+        inStore->erase(report);
+    }
+    tellOfLeavings(report);
     files.erase(report);
     out.write(options.json ? report.json(customer.card()) : report.text(customer.card()));
     return report.left.isEmpty() ? ExitCode::Ok : ExitCode::Failed;
@@ -87,6 +100,20 @@ int EraseCommand::deliver(const QList<qint64>& messages)
         const auto content = queue.show(message);
         return !content || content->entry.state == poshost::QueueState::Delivered;
     }));
+}
+
+/// What is on its way to the store needs the customer for the loyalty system.
+void EraseCommand::tellOfLeavings(ErasureReport& report)
+{
+    const QList<Leaving> leavings =
+        LeftChecks(workplace.database(), workplace.checks()).unfinished();
+    for (const Leaving& leaving : leavings) {
+        if (customer.isInBytes(leaving.content)) {
+            report.left.append(Text::tr("Check %1 is suspended; close or abandon it, then erase "
+                                        "again.")
+                                   .arg(leaving.id));
+        }
+    }
 }
 
 /// Where a till keeps what it writes.

@@ -27,6 +27,7 @@ public:
     ExitCode run();
 
 private:
+    void tellOfLeavings(ErasureReport& report);
     int deliver(const QList<qint64>& messages);
     QStringList folders() const;
 

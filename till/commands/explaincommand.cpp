@@ -6,13 +6,41 @@
 #include "till/checks/checkstore.h"
 #include "till/explain/checkexplainer.h"
 #include "till/explain/explainview.h"
+#include "till/failure.h"
 #include "till/screen/output.h"
+#include "till/sharing/sharedreading.h"
+#include "till/text.h"
 
 namespace till {
 
-ExitCode ExplainCommand::run()
+ExitCode ExplainCommand::run(SharedStore* shared, Output& notes)
 {
-    const Check check = store.findClosed(options.record);
+    if (shared != nullptr && options.record != QStringLiteral("last") &&
+        !store.hasClosed(options.record)) {
+        if (const auto kept = SharedReading(*shared).find(options.record)) {
+            return explainOther(*kept, notes);
+        }
+    }
+    return write(store.findClosed(options.record));
+}
+
+ExitCode ExplainCommand::explainOther(const orvastore::KeptCheck& kept, Output& notes)
+{
+    try {
+        const ExitCode code = write(SharedReading::checkOf(kept));
+        notes.notes({Text::tr("Check %1 is till %2's: it is explained from what it shows itself; "
+                              "what was recorded with it is there.")
+                         .arg(kept.identifier, kept.till)});
+        return code;
+    } catch (const Failure& failure) {
+        throw Failure(Text::tr("Check %1 is till %2's, and what the server has answered is "
+                               "recorded there: explain it there. (%3)")
+                          .arg(kept.identifier, kept.till, failure.text()));
+    }
+}
+
+ExitCode ExplainCommand::write(const Check& check)
+{
     const Explanation explanation =
         CheckExplainer(store, till, records, options.configFile).explain(check);
     out.write(options.json ? explainview::json(check, explanation)

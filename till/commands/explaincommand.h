@@ -10,11 +10,17 @@ namespace poshost {
 class Database;
 } // namespace poshost
 
+namespace orvastore {
+struct KeptCheck;
+} // namespace orvastore
+
 namespace till {
 
 class CheckStore;
 class Output;
 class RecordFolder;
+class SharedStore;
+struct Check;
 
 /// The command "explain": where the amounts on a closed check come from.
 class ExplainCommand
@@ -26,11 +32,17 @@ public:
         : store(checks), till(database), records(recordFolder), options(given), out(output)
     {}
 
+    /// A check that is not here is looked for in the store: then what it shows itself is all that
+    /// there is to explain it from, since what was recorded stands at its till.
+    /// @param shared null when there is none
+    /// @param notes receives where the check is from
     /// @return Differs where an amount is not explained
     /// @throws Failure when there is nothing that the check could be explained from
-    ExitCode run();
+    ExitCode run(SharedStore* shared, Output& notes);
 
 private:
+    ExitCode write(const Check& check);
+    ExitCode explainOther(const orvastore::KeptCheck& kept, Output& notes);
     CheckStore& store;
     poshost::Database& till;
     const RecordFolder* const records;

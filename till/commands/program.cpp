@@ -15,6 +15,7 @@
 #include "till/commands/logcommands.h"
 #include "till/commands/queuecommands.h"
 #include "till/commands/queuewait.h"
+#include "till/commands/sharedcommands.h"
 #include "till/commands/supportcommand.h"
 #include "till/commands/verifycommand.h"
 #include "till/commands/workplace.h"
@@ -256,6 +257,9 @@ ExitCode Program::work(Workplace& workplace)
 
 ExitCode Program::checks(Workplace& workplace)
 {
+    if (options.fromStore) {
+        return SharedCommands(workplace, options, out).checks();
+    }
     const checklist::Section section{options.before, options.all ? 0 : options.count};
     const auto write = [this](const QString& part) { out.write(part); };
     if (options.json) {
@@ -268,6 +272,9 @@ ExitCode Program::checks(Workplace& workplace)
 
 ExitCode Program::ledger(Workplace& workplace)
 {
+    if (options.fromStore) {
+        return SharedCommands(workplace, options, out).ledger();
+    }
     const Ledger ledger(workplace.checks(), workplace.database());
     const auto write = [this](const QString& part) { out.write(part); };
     if (options.csv) {
@@ -284,7 +291,7 @@ ExitCode Program::explain(Workplace& workplace)
 {
     const auto records = RecordFolder::configured(loadConfig(options));
     return ExplainCommand(workplace.checks(), workplace.database(), records.get(), options, out)
-        .run();
+        .run(workplace.sharedStore(), errors);
 }
 
 /// What another till has handed on.
@@ -292,7 +299,7 @@ ExitCode Program::explainElsewhere()
 {
     SupportedCase handedOn(SupportArchive::read(options.file), options.file);
     return ExplainCommand(handedOn.checks(), handedOn.database(), handedOn.records(), options, out)
-        .run();
+        .run(nullptr, errors);
 }
 
 void Program::show(const Check& check, const QString& text, const QStringList& notes)

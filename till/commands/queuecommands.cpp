@@ -104,6 +104,7 @@ poshost::DeliveryReport QueueCommands::drain()
 
 ExitCode QueueCommands::watch()
 {
+    errors.notes(workplace.settleSuspended());
     const QString file = workplace.database().fileName();
     out.done(Text::tr("Delivering the queue of %1 until stopped.").arg(file));
     QueueWatch service(file);
@@ -114,6 +115,7 @@ ExitCode QueueCommands::watch()
 
 ExitCode QueueCommands::deliver()
 {
+    errors.notes(workplace.settleSuspended());
     const poshost::DeliveryReport report = drain();
     const poshost::QueueCounts counts = poshost::OutgoingQueue(workplace.database()).counts();
     const int left = QueueWait::undelivered(counts);

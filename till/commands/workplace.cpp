@@ -15,6 +15,7 @@
 #include "till/keys.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
+#include "till/sharing/suspendedsharing.h"
 #include "till/text.h"
 
 using namespace Qt::StringLiterals;
@@ -72,6 +73,19 @@ Workplace::Workplace(const Options& given)
     Singleton<Config>::instance = &config;
     Singleton<Session>::instance = &session;
     Singleton<DBQueueBroker>::instance = &broker;
+    shared = SharedStore::configured();
+    if (shared) {
+        sharing = std::make_unique<SuspendedSharing>(*shared, *opened, store);
+    }
+}
+
+QStringList Workplace::settleSuspended()
+{
+    QStringList notices;
+    if (sharing) {
+        sharing->settle(notices);
+    }
+    return notices;
 }
 
 Workplace::~Workplace()
@@ -112,6 +126,7 @@ void Workplace::loadPlugin()
     desk = std::make_unique<CashDesk>(
         recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
         store, session);
+    desk->share(sharing.get());
 }
 
 BasicLoyaltySystem& Workplace::loyaltySystem()

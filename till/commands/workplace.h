@@ -26,6 +26,8 @@ namespace till {
 class PluginHost;
 class RecordFolder;
 class Recording;
+class SharedStore;
+class SuspendedSharing;
 
 /// The configuration that the command line names or that was found; an empty one where there is
 /// none. What is known of the plug-in's keys is registered on the way.
@@ -62,6 +64,12 @@ public:
     /// After loadPlugin only.
     BasicLoyaltySystem& loyaltySystem();
     CashDesk& cashDesk() { return *desk; }
+    /// The books that the shop's tills share; null when no store is configured.
+    SharedStore* sharedStore() { return shared.get(); }
+    /// Asks the store about suspended checks of which it has not said where they are. Blocks up to
+    /// its time-out where there are any.
+    /// @return sentences about them
+    QStringList settleSuspended();
 
     /// Delivers the queue from now on, on a thread of its own.
     void startDelivery();
@@ -78,6 +86,8 @@ private:
     CheckStore store;
     std::unique_ptr<RecordFolder> records;
     std::unique_ptr<Recording> recording;
+    std::unique_ptr<SharedStore> shared;
+    std::unique_ptr<SuspendedSharing> sharing;
     std::unique_ptr<PluginHost> plugin;
     std::unique_ptr<CashDesk> desk;
     std::unique_ptr<poshost::DeliveryThread> delivery;

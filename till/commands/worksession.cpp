@@ -59,7 +59,9 @@ const QList<WorkSession::Entry>& WorkSession::entries()
          Text::tr("close the check and print its slip"),
          &WorkSession::close,
          false},
-        {u"suspend"_s, {}, Text::tr("keep the check for later"), &WorkSession::suspend, false},
+        {u"suspend"_s, u"[--store]"_s,
+         Text::tr("keep the check for later, with --store for any till of the shop"),
+         &WorkSession::suspend, false},
         {u"restore"_s, u"ID|last"_s, Text::tr("take a suspended check up again"),
          &WorkSession::restore, true},
         {u"abandon"_s, {}, Text::tr("give the check up"), &WorkSession::abandon, false},
@@ -224,9 +226,13 @@ void WorkSession::close(const QString&)
     out.write(checkview::slip(check, checkview::Messages::InOneLine, out.columns()));
 }
 
-void WorkSession::suspend(const QString&)
+void WorkSession::suspend(const QString& where)
 {
-    out.line(Text::tr("Suspended: %1").arg(desk.suspend()));
+    if (!where.isEmpty() && where != u"--store"_s) {
+        throw Failure(Text::tr("Write it so: %1 %2").arg(u"suspend"_s, u"[--store]"_s));
+    }
+    const QString id = where.isEmpty() ? desk.suspend() : desk.suspendToStore();
+    out.line(Text::tr("Suspended: %1").arg(id));
 }
 
 void WorkSession::restore(const QString& which)

@@ -55,7 +55,7 @@ private:
     void points(const QString& choice);
     void tender(const QString& sum);
     void close(const QString&);
-    void suspend(const QString&);
+    void suspend(const QString& where);
     void restore(const QString& which);
     void abandon(const QString&);
     void show(const QString&);

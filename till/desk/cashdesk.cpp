@@ -13,6 +13,7 @@
 #include "till/desk/impactapplier.h"
 #include "till/failure.h"
 #include "till/reason.h"
+#include "till/sharing/suspendedsharing.h"
 #include "till/text.h"
 
 #include <algorithm>
@@ -234,22 +235,50 @@ void CashDesk::rollBack()
     }
 }
 
-QString CashDesk::suspend()
+void CashDesk::requireSuspendable()
 {
     if (requireCheck().loyalty != LoyaltyState::Ready) {
         throw Failure(Text::tr("A check is suspended only after a successful request; request "
                                "first, or close it."));
     }
+}
+
+QString CashDesk::suspend()
+{
+    requireSuspendable();
     const QString id = check->id();
     storing([this] { store.suspend(*check); });
     settle([this] { loyalty.clearLoyaltyData(); });
     return id;
 }
 
+QString CashDesk::suspendToStore()
+{
+    requireSuspendable();
+    if (sharing == nullptr) {
+        throw Failure(Text::tr("No store is configured to leave the check in; suspend it here, or "
+                               "name one in [store]."));
+    }
+    const QString id = check->id();
+    storing([this] { sharing->begin(*check); });
+    settle([this] { loyalty.clearLoyaltyData(); });
+    try {
+        sharing->settle(notices);
+    } catch (const std::exception& error) { // the check is off the desk, and noted
+        notices.append(reasonOf(error));
+    }
+    return id;
+}
+
 void CashDesk::restore(const QString& which)
 {
     requireNone();
-    Check suspended = storing([&] { return store.loadSuspended(which); });
+    Check suspended = storing([&] {
+        if (sharing != nullptr && !store.hasSuspended(which)) {
+            sharing->takeUp(which, notices);
+        }
+        return store.loadSuspended(which);
+    });
     if (suspended.document->getCardRecord(loyalty.getLoyaltySystemType()).isNull()) {
         throw Failure(Text::tr("Check %1 has no card of this loyalty system; restore it with the "
                                "one that it was suspended with.")

@@ -16,6 +16,7 @@ class Session;
 namespace till {
 
 class CheckStore;
+class SuspendedSharing;
 
 /// The cashier's operations on one check after another, in the order that the loyalty contract
 /// asks for. One check at a time. Only presentCard and request may wait for a server, and
@@ -32,6 +33,9 @@ public:
     CashDesk(BasicLoyaltySystem& loyaltySystem, CheckStore& checkStore, Session& cashierSession);
     /// Leaves.
     ~CashDesk();
+    /// Lets suspended checks go through the store. @param through null: there is none; must live
+    /// longer
+    void share(SuspendedSharing* through) { sharing = through; }
     CashDesk(const CashDesk&) = delete;
     CashDesk& operator=(const CashDesk&) = delete;
 
@@ -66,7 +70,12 @@ public:
     /// Keeps the check for later; another process may restore it.
     /// @return its identifier
     QString suspend();
-    /// Takes up a suspended check by its identifier, or with "last" the one suspended last.
+    /// Leaves the check for whichever till of the shop takes it up. A store that does not take it
+    /// is told in a notice: then it is suspended here.
+    /// @return its identifier
+    QString suspendToStore();
+    /// Takes up a suspended check by its identifier, or with "last" the one suspended last. One
+    /// that is not here comes out of the store, where there is one.
     void restore(const QString& which);
     /// Gives the check up. When another till has closed or abandoned it meanwhile, it is only taken
     /// off this desk, and a notice says so.
@@ -105,6 +114,7 @@ private:
     void showTender();
     void requireFullTender();
     void prepareRetry();
+    void requireSuspendable();
     Check returnOf(const CheckFile& file);
     template <typename LayDown>
     void settle(const LayDown& systemLaysDown);
@@ -115,6 +125,7 @@ private:
     BasicLoyaltySystem& loyalty;
     CheckStore& store;
     Session& session;
+    SuspendedSharing* sharing = nullptr;
     std::optional<Check> check;
     bool restored = false;
     bool isTrial = false;

@@ -22,6 +22,9 @@ QString ErasureReport::text(const QString& card) const
         text += u"  %1: %2\n"_s.arg(what).arg(count);
     };
     add(Text::tr("checks"), checks);
+    if (storedChecks > 0) {
+        add(Text::tr("checks in the store"), storedChecks);
+    }
     add(Text::tr("messages of the queue"), messages);
     add(Text::tr("records"), records);
     add(Text::tr("support archives"), archives);
@@ -40,6 +43,7 @@ QString ErasureReport::json(const QString& card) const
 {
     const QJsonObject object{{u"card"_s, cardnumber::shortened(card)},
                              {u"checks"_s, checks},
+                             {u"storedChecks"_s, storedChecks},
                              {u"messages"_s, messages},
                              {u"delivered"_s, delivered},
                              {u"records"_s, records},

@@ -12,6 +12,7 @@ namespace till {
 struct ErasureReport
 {
     int checks = 0;
+    int storedChecks = 0; ///< in the store
     int messages = 0;
     int delivered = 0; ///< messages that were delivered for it
     int records = 0;

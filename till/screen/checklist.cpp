@@ -22,6 +22,7 @@ QString stateText(const QString& state)
            : state == u"suspended"_s ? Text::tr("suspended")
            : state == u"closed"_s    ? Text::tr("closed")
            : state == u"abandoned"_s ? Text::tr("abandoned")
+           : state == u"left"_s      ? Text::tr("left in the store")
                                      : Text::tr("damaged");
 }
 

@@ -55,10 +55,11 @@ void addUp(LedgerRow& total, const LedgerRow& row)
     total.takenBack += row.takenBack;
 }
 
-void insert(poshost::Database& database, const QString& time, int number, const LedgerRow& row)
+/// @return false: it is there already
+bool insert(poshost::Database& database, const QString& time, int number, const LedgerRow& row)
 {
-    poshost::Statement statement(database,
-                                 u"INSERT INTO temp.ledger VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s);
+    poshost::Statement statement(
+        database, u"INSERT OR IGNORE INTO temp.ledger VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s);
     statement.bind(time)
         .bind(number)
         .bind(row.check)
@@ -68,11 +69,17 @@ void insert(poshost::Database& database, const QString& time, int number, const 
         .bind(row.givenBack)
         .bind(row.takenBack)
         .execute();
+    return statement.affectedRows() == 1;
 }
 
 } // namespace
 
-Ledger::Ledger(CheckStore& store, poshost::Database& opened) : database(opened)
+Ledger::Ledger(CheckStore& store, poshost::Database& opened)
+    : Ledger([&store](const std::function<void(const Check&)>& take) { store.forEachClosed(take); },
+             opened)
+{}
+
+Ledger::Ledger(const Source& source, poshost::Database& opened) : database(opened)
 {
     database.execute(u"PRAGMA temp_store = FILE"_s); // SQLite's own, without a name
     database.execute(u"CREATE TEMP TABLE ledger (time TEXT, number INTEGER, id TEXT, card TEXT, "
@@ -83,7 +90,7 @@ Ledger::Ledger(CheckStore& store, poshost::Database& opened) : database(opened)
     // reads only: whoever sells goes on, and what it closes from here on is not in the list
     database.execute(u"BEGIN"_s);
     try {
-        read(store);
+        read(source);
     } catch (const std::exception&) {
         database.execute(u"ROLLBACK"_s);
         throw;
@@ -92,15 +99,18 @@ Ledger::Ledger(CheckStore& store, poshost::Database& opened) : database(opened)
     total.check = Text::tr("Total");
 }
 
-void Ledger::read(CheckStore& store)
+void Ledger::read(const Source& source)
 {
-    store.forEachClosed([&](const Check& check) {
+    source([&](const Check& check) {
         if (!check.confirmed) {
             return;
         }
         const LedgerRow row = rowOf(check);
         // a loyalty server's books, which they are compared with, know times to the second only
-        insert(database, timetext::toTheSecond(check.document->getDateTime()), check.number(), row);
+        if (!insert(database, timetext::toTheSecond(check.document->getDateTime()), check.number(),
+                    row)) {
+            return;
+        }
         addUp(total, row);
         const QStringList cells = texts(row);
         for (qsizetype i = 0; i < cells.size(); ++i) {

@@ -16,6 +16,7 @@ class Database;
 namespace till {
 
 class CheckStore;
+struct Check;
 
 /// What one closed check did to its card's points, in kopecks.
 struct LedgerRow
@@ -42,6 +43,11 @@ public:
     /// @param opened the checks' database; must live longer
     /// @throws BasicException when it cannot be read or nothing can be written for sorting
     Ledger(CheckStore& store, poshost::Database& opened);
+    /// Hands checks over, one more than once too: it counts once.
+    using Source = std::function<void(const std::function<void(const Check&)>& take)>;
+    /// @param source of the closed checks
+    /// @throws what the source throws, too
+    Ledger(const Source& source, poshost::Database& opened);
     /// Lets go of the temporary file.
     ~Ledger();
     Ledger(const Ledger&) = delete;
@@ -56,7 +62,7 @@ public:
     void writeJson(const Write& write) const;
 
 private:
-    void read(CheckStore& store);
+    void read(const Source& source);
     enum class Order
     {
         AsMade,      ///< of two checks of the same second the one that was made first

@@ -8,6 +8,7 @@
 #include <QSharedPointer>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 namespace till {
@@ -28,6 +29,11 @@ public:
     const QString& shop() const { return setup.shop; }
     /// The name under which the others know this till.
     const QString& till() const { return name; }
+    /// How long the store is waited for.
+    std::chrono::seconds timeout() const
+    {
+        return std::chrono::seconds(setup.settings.timeoutSeconds);
+    }
 
 private:
     poshost::StoreSetup setup;

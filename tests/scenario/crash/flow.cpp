@@ -158,6 +158,37 @@ Flow fallingBack(int repetitions)
                      run(QStringList{u"--config"_s, u"store.toml"_s} + deliver)}};
 }
 
+/// Suspended checks go through the store and come back.
+Flow passingOn(int repetitions)
+{
+    TillRun passing =
+        work(times(repetitions, {u"open sale1.toml"_s, u"points 20"_s, u"suspend --store"_s,
+                                 u"open sale2.toml"_s, u"request"_s, u"suspend --store"_s,
+                                 u"restore last"_s, u"points all"_s, u"suspend --store"_s,
+                                 u"restore last"_s, u"close"_s, u"restore last"_s, u"close"_s}));
+    passing.arguments = QStringList{u"--config"_s, u"store.toml"_s, u"work"_s};
+    return {.name = u"leave and take up"_s,
+            .repetitions = repetitions,
+            .hasStore = true,
+            .passesSuspended = true,
+            .runs = {passing}};
+}
+
+/// The store keeps what it is given and its answers get lost; then it is there again.
+Flow passingOnUnanswered(int repetitions)
+{
+    TillRun leaving =
+        work(times(repetitions, {u"open sale1.toml"_s, u"points 20"_s, u"suspend --store"_s}));
+    leaving.arguments = QStringList{u"--config"_s, u"unanswered.toml"_s, u"work"_s};
+    TillRun taking = work(times(repetitions, {u"restore last"_s, u"close"_s}));
+    taking.arguments = QStringList{u"--config"_s, u"store.toml"_s, u"work"_s};
+    return {.name = u"leave without an answer"_s,
+            .repetitions = repetitions,
+            .hasStore = true,
+            .passesSuspended = true,
+            .runs = {leaving, taking}};
+}
+
 /// A file of an older version with a full queue becomes one of this version.
 Flow migrating(int repetitions)
 {
@@ -214,12 +245,20 @@ Flow starting()
 
 QList<Flow> allFlows(int repetitions)
 {
-    return {selling(repetitions),           spending(repetitions),
-            returning(repetitions),         returningAtOnce(repetitions),
-            suspending(repetitions),        rollingBack(repetitions),
-            delivering(repetitions),        reauthorizing(repetitions),
-            deliveringInLanes(repetitions), handingOver(repetitions),
-            fallingBack(repetitions),       migrating(repetitions),
-            archiving(repetitions),         backingUp(repetitions),
-            restoring(repetitions),         starting()};
+    return {selling(repetitions),
+            spending(repetitions),
+            returning(repetitions),
+            returningAtOnce(repetitions),
+            suspending(repetitions),
+            rollingBack(repetitions),
+            delivering(repetitions),
+            reauthorizing(repetitions),
+            deliveringInLanes(repetitions),
+            handingOver(repetitions),
+            fallingBack(repetitions),
+            passingOn(repetitions),
+            passingOnUnanswered(repetitions),
+            migrating(repetitions),
+            archiving(repetitions),
+            starting()};
 }

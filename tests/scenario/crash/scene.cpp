@@ -9,6 +9,7 @@
 #include "simulator/rules/rulesreader.h"
 #include "tests/scenario/crash/crashrecord.h"
 #include "tests/scenario/crash/difference.h"
+#include "tests/scenario/crash/passing.h"
 #include "tests/support/cashier.h"
 #include "tests/support/olderdatabase.h"
 #include "tests/support/tillsettings.h"
@@ -322,7 +323,11 @@ void Scene::recover(const Flow& flow, QStringList& problems)
         runTill({{u"--config"_s, u"away.toml"_s, u"queue"_s, u"deliver"_s}, {}}, nullptr);
     }
     QStringList commands;
-    for (int i = CheckCount::read(path(tillFile)).suspended; i > 0; --i) {
+    const int suspended =
+        flow.passesSuspended
+            ? int(passing::suspendedAnywhere(path(tillFile), path(storeFile)).size())
+            : CheckCount::read(path(tillFile)).suspended;
+    for (int i = suspended; i > 0; --i) {
         commands << u"restore last"_s << u"close"_s;
     }
     commands << u"wait 30"_s << u"quit"_s;
@@ -375,7 +380,11 @@ Outcome Scene::play(const Flow& flow, const QString& preparedFolder, const Stop&
         outcome.problems += cashier.refusals();
     }
 
-    const CheckCount after = CheckCount::read(path(tillFile));
+    CheckCount after = CheckCount::read(path(tillFile));
+    if (flow.passesSuspended) {
+        after.suspended = int(passing::suspendedAnywhere(path(tillFile), path(storeFile)).size());
+        outcome.problems += passing::heldTwice(path(tillFile), path(storeFile));
+    }
     if (const QString complaint = cashier.complaint(before, after); !complaint.isEmpty()) {
         outcome.problems += complaint;
     }
