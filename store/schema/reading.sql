@@ -21,7 +21,7 @@ RETURNS text LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $
 DECLARE
     kept record;
 BEGIN
-    PERFORM orva.require_shop(of_shop);
+    PERFORM orva.own_shop_is(of_shop);
     SELECT c.closed_on, c.lane INTO kept FROM orva.checks c
         WHERE c.shop = of_shop AND c.identifier = with_identifier
         ORDER BY c.handed_at LIMIT 1 FOR UPDATE;

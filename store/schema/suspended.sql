@@ -12,7 +12,7 @@ LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
     kept orva.suspended;
 BEGIN
-    PERFORM orva.require_shop(of_shop);
+    PERFORM orva.own_shop_is(of_shop);
     ended := 'left';
     -- a repetition writes too, so that its commit waits for the standby as the first one should have
     INSERT INTO orva.suspended AS s (shop, identifier, till, number, left_at, content, leavings)
@@ -55,7 +55,7 @@ LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
     kept orva.suspended;
 BEGIN
-    PERFORM orva.require_shop(of_shop);
+    PERFORM orva.own_shop_is(of_shop);
     PERFORM pg_advisory_xact_lock(4, hashtext(with_token)); -- its first call may be under way still
     UPDATE orva.suspended SET repeated = repeated + 1 WHERE shop = of_shop AND token = with_token
         RETURNING * INTO kept;
@@ -89,7 +89,7 @@ END $$;
 CREATE OR REPLACE FUNCTION orva.settle_suspended(of_shop text, with_token text) RETURNS boolean
 LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 BEGIN
-    PERFORM orva.require_shop(of_shop);
+    PERFORM orva.own_shop_is(of_shop);
     UPDATE orva.suspended SET content = '', repeated = repeated + 1,
         settled_at = coalesce(settled_at, clock_timestamp())
         WHERE shop = of_shop AND token = with_token;
