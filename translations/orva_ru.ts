@@ -4409,6 +4409,10 @@ something is, 2 the address is not marked as meant for testing.</source>
         <source>Till</source>
         <translation>Касса</translation>
     </message>
+    <message>
+        <source>delivered</source>
+        <translation>доставлено</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>
@@ -4793,6 +4797,10 @@ Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
     <message>
         <source>Any till of the shop may take up check %1.</source>
         <translation>Чек %1 может забрать любая касса магазина.</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>№</translation>
     </message>
 </context>
 </TS>
