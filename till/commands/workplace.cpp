@@ -11,6 +11,7 @@
 #include "host/services/sessioncontext.h"
 #include "till/desk/installedplugin.h"
 #include "till/desk/pluginhost.h"
+#include "till/desk/precheckdurations.h"
 #include "till/failure.h"
 #include "till/keys.h"
 #include "till/recording/recordfolder.h"
@@ -100,6 +101,11 @@ int Workplace::keepChecksDays() const
     return config.getInt(u"till:keepChecksDays"_s, defaultKeepChecksDays);
 }
 
+QString Workplace::metricsFile() const
+{
+    return config.getString(u"till:metricsFile"_s, QString());
+}
+
 void Workplace::loadPlugin()
 {
     const QString file = pluginFile(options, config);
@@ -112,6 +118,8 @@ void Workplace::loadPlugin()
     desk = std::make_unique<CashDesk>(
         recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
         store, session);
+    desk->onRequest([durations = PrecheckDurations(opened->fileName())](
+                        std::chrono::microseconds time) { durations.add(time); });
 }
 
 BasicLoyaltySystem& Workplace::loyaltySystem()

@@ -8,6 +8,8 @@
 
 #include <QStringList>
 
+#include <chrono>
+#include <functional>
 #include <optional>
 
 class BasicLoyaltySystem;
@@ -32,6 +34,8 @@ public:
     CashDesk(BasicLoyaltySystem& loyaltySystem, CheckStore& checkStore, Session& cashierSession);
     /// Leaves.
     ~CashDesk();
+    /// Has somebody told how long each request to the loyalty system took, answered or not.
+    void onRequest(const std::function<void(std::chrono::microseconds)>& told) { tellTime = told; }
     CashDesk(const CashDesk&) = delete;
     CashDesk& operator=(const CashDesk&) = delete;
 
@@ -97,6 +101,7 @@ private:
     void lineChanged();
     bool ask();
     bool callRequest(QString& reason);
+    bool timedRequest();
     void takeOver();
     void spend();
     qint64 place(qint64 wanted);
@@ -119,6 +124,7 @@ private:
     bool restored = false;
     bool isTrial = false;
     QStringList notices;
+    std::function<void(std::chrono::microseconds)> tellTime;
 };
 
 } // namespace till
