@@ -39,6 +39,7 @@ enum class Command
     Verify,
     Archive,
     Backup,
+    Metrics,
     Restore,
 };
 

@@ -4413,6 +4413,18 @@ something is, 2 the address is not marked as meant for testing.</source>
         <source>delivered</source>
         <translation>доставлено</translation>
     </message>
+    <message>
+        <source>Metrics: %1</source>
+        <translation>Метрики: %1</translation>
+    </message>
+    <message>
+        <source>Write how the till stands into a file for a monitoring</source>
+        <translation>Записать состояние кассы в файл для мониторинга</translation>
+    </message>
+    <message>
+        <source>The file; one of that name is replaced</source>
+        <translation>Файл; файл с таким именем заменяется</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>

@@ -89,6 +89,19 @@ void addCopies(CLI::App& app, Options& options, Texts& texts)
     addJson(restore, options);
 }
 
+void addMetrics(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const metrics =
+        addCommand(app, "metrics",
+                   QT_TRANSLATE_NOOP("Till", "Write how the till stands into a file for a "
+                                             "monitoring"),
+                   options, Command::Metrics);
+    metrics
+        ->add_option("FILE", texts.target,
+                     words(QT_TRANSLATE_NOOP("Till", "The file; one of that name is replaced")))
+        ->required();
+}
+
 } // namespace
 
 std::string words(const char* text)
@@ -116,6 +129,7 @@ void addBooks(CLI::App& app, Options& options, Texts& texts)
     addLedger(app, options);
     addArchive(app, options);
     addCopies(app, options, texts);
+    addMetrics(app, options, texts);
 }
 
 } // namespace till::commandline

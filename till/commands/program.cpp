@@ -13,6 +13,7 @@
 #include "till/commands/erasecommand.h"
 #include "till/commands/explaincommand.h"
 #include "till/commands/logcommands.h"
+#include "till/commands/metricswatch.h"
 #include "till/commands/queuecommands.h"
 #include "till/commands/queuewait.h"
 #include "till/commands/sharedcommands.h"
@@ -155,6 +156,10 @@ ExitCode Program::dispatch(Workplace& workplace)
         return explain(workplace);
     case Command::Backup:
         return backupcommands::backup(workplace, options, out);
+    case Command::Metrics:
+        MetricsWatch::write(workplace.database(), options.target);
+        out.done(Text::tr("Metrics: %1").arg(options.target));
+        return ExitCode::Ok;
     case Command::Archive:
         return ArchiveCommand(workplace, options, out, errors).run();
     default:

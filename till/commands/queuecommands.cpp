@@ -109,6 +109,7 @@ ExitCode QueueCommands::watch()
     out.done(Text::tr("Delivering the queue of %1 until stopped.").arg(file));
     QueueWatch service(file);
     service.archiveAfter(workplace.keepChecksDays());
+    service.writeMetricsInto(workplace.metricsFile());
     service.run();
     return ExitCode::Ok;
 }

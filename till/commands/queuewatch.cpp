@@ -7,6 +7,7 @@
 #include "host/queue/queuebell.h"
 #include "host/queue/queuedelivery.h"
 #include "till/commands/archivewatch.h"
+#include "till/commands/metricswatch.h"
 #include "till/commands/stopsignals.h"
 #include "till/exitcode.h"
 
@@ -60,10 +61,15 @@ void QueueWatch::run()
     if (keepDays) {
         archive.emplace(database, *keepDays); // behind the signals, which it must not be given
     }
+    std::optional<MetricsWatch> metrics;
+    if (!metricsFile.isEmpty()) {
+        metrics.emplace(database, metricsFile);
+    }
     manager.tell("READY=1\nSTATUS=Delivers " + QFileInfo(database).fileName().toUtf8());
     waitUntilStopped(stop.descriptor(), bell, delivery);
     manager.tell("STOPPING=1");
     const Patience patience;
+    metrics.reset();
     archive.reset();
     delivery.stop();
 }

@@ -29,6 +29,8 @@ public:
 
     /// Has checks that were last changed so many days ago moved into the archive meanwhile.
     void archiveAfter(int days) { keepDays = days; }
+    /// Has the till's metrics written into a file meanwhile; empty: nowhere.
+    void writeMetricsInto(const QString& file) { metricsFile = file; }
     /// Returns once SIGTERM or SIGINT has come and the delivery has ended. Where the transport
     /// needs longer for that than a second allows, the whole process ends here, with 0.
     /// @throws Failure or BasicException when it cannot begin
@@ -43,6 +45,7 @@ private:
     const std::chrono::milliseconds look;
     const ServiceManager manager;
     std::optional<int> keepDays;
+    QString metricsFile;
 };
 
 } // namespace till

@@ -11,6 +11,7 @@
 #include "host/services/sessioncontext.h"
 #include "till/desk/installedplugin.h"
 #include "till/desk/pluginhost.h"
+#include "till/desk/precheckdurations.h"
 #include "till/failure.h"
 #include "till/keys.h"
 #include "till/recording/recordfolder.h"
@@ -114,6 +115,11 @@ int Workplace::keepChecksDays() const
     return config.getInt(u"till:keepChecksDays"_s, defaultKeepChecksDays);
 }
 
+QString Workplace::metricsFile() const
+{
+    return config.getString(u"till:metricsFile"_s, QString());
+}
+
 void Workplace::loadPlugin()
 {
     const QString file = pluginFile(options, config);
@@ -127,6 +133,8 @@ void Workplace::loadPlugin()
         recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
         store, session);
     desk->share(sharing.get());
+    desk->onRequest([durations = PrecheckDurations(opened->fileName())](
+                        std::chrono::microseconds time) { durations.add(time); });
 }
 
 BasicLoyaltySystem& Workplace::loyaltySystem()

@@ -56,6 +56,8 @@ public:
     CheckStore& checks() { return store; }
     /// How long a closed check stays in the database, as configured.
     int keepChecksDays() const;
+    /// Where the service writes the till's metrics; empty: nowhere.
+    QString metricsFile() const;
     /// Sentences about the configuration that the cashier should see.
     QStringList warnings() const;
 

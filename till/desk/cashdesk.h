@@ -8,6 +8,8 @@
 
 #include <QStringList>
 
+#include <chrono>
+#include <functional>
 #include <optional>
 
 class BasicLoyaltySystem;
@@ -36,6 +38,8 @@ public:
     /// Lets suspended checks go through the store. @param through null: there is none; must live
     /// longer
     void share(SuspendedSharing* through) { sharing = through; }
+    /// Has somebody told how long each request to the loyalty system took, answered or not.
+    void onRequest(const std::function<void(std::chrono::microseconds)>& told) { tellTime = told; }
     CashDesk(const CashDesk&) = delete;
     CashDesk& operator=(const CashDesk&) = delete;
 
@@ -106,6 +110,7 @@ private:
     void lineChanged();
     bool ask();
     bool callRequest(QString& reason);
+    bool timedRequest();
     void takeOver();
     void spend();
     qint64 place(qint64 wanted);
@@ -130,6 +135,7 @@ private:
     bool restored = false;
     bool isTrial = false;
     QStringList notices;
+    std::function<void(std::chrono::microseconds)> tellTime;
 };
 
 } // namespace till

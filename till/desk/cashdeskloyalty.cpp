@@ -17,6 +17,7 @@
 #include "till/text.h"
 
 #include <QLoggingCategory>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -92,11 +93,23 @@ bool CashDesk::ask()
     return true;
 }
 
+bool CashDesk::timedRequest()
+{
+    const auto begun = std::chrono::steady_clock::now();
+    const auto ended = qScopeGuard([this, begun] {
+        if (tellTime) {
+            tellTime(std::chrono::duration_cast<std::chrono::microseconds>(
+                std::chrono::steady_clock::now() - begun));
+        }
+    });
+    return loyalty.request(check->document);
+}
+
 bool CashDesk::callRequest(QString& reason)
 {
     try {
         loyalty.clearLastErrorString();
-        if (loyalty.request(check->document)) {
+        if (timedRequest()) {
             takeOver();
             return true;
         }

@@ -51,6 +51,15 @@ public:
 
     QByteArray name() const { return QFile::encodeName(file.fileName()); }
     QTemporaryFile& unnamed() { return file; }
+    /// From now on it has that name alone, and stays.
+    void takePlaceOf(const QString& fileName)
+    {
+        if (::rename(name().constData(), QFile::encodeName(fileName).constData()) != 0) {
+            throw refusal(fileName, qt_error_string(errno));
+        }
+        file.setAutoRemove(false);
+        syncFolderOf(fileName);
+    }
 
 private:
     QTemporaryFile file; // made with 0600
@@ -78,11 +87,15 @@ void wholefile::replace(const QString& fileName, const QByteArray& content)
     QTemporaryFile& file = beside.unnamed();
     file.setPermissions(former.permissions());
     file.setFileTime(former.lastModified(), QFileDevice::FileModificationTime);
-    if (::rename(beside.name().constData(), QFile::encodeName(fileName).constData()) != 0) {
-        throw refusal(fileName, qt_error_string(errno));
-    }
-    file.setAutoRemove(false);
-    syncFolderOf(fileName);
+    beside.takePlaceOf(fileName);
+}
+
+void wholefile::publish(const QString& fileName, const QByteArray& content)
+{
+    Beside beside(fileName, content);
+    beside.unnamed().setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
+                                    QFile::ReadOther);
+    beside.takePlaceOf(fileName);
 }
 
 } // namespace till

@@ -180,8 +180,8 @@ TEST(Architecture, everyLibraryHasItsReason)
     for (const QString& builder : builders) {
         used += tree::captured(tree::textOf(builder), call);
     }
-    QStringList explained =
-        tree::captured(chapter(u"Why each library"_s), u"^\\| `([\\w-]+)` \\| \\S.* \\| \\S.* \\|$"_s);
+    QStringList explained = tree::captured(chapter(u"Why each library"_s),
+                                           u"^\\| `([\\w-]+)` \\| \\S.* \\| \\S.* \\|$"_s);
     ASSERT_GE(explained.size(), 5);
     used.sort();
     used.removeDuplicates();
