@@ -27,6 +27,7 @@ struct Texts
     std::string role;
     std::string shop;
     std::string queue;
+    std::string identifier;
 };
 
 std::string words(const QString& text)
@@ -95,6 +96,20 @@ void addQueue(CLI::App& app, Options& options, Texts& texts)
     anew->callback([&options] { options.command = Command::QueueReauthorize; });
 }
 
+void addReturns(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const returns = app.add_subcommand(
+        "returns", words(Text::tr("The returns that have reserved goods and are not handed over")));
+    returns->require_subcommand(1, 1);
+    returns->add_subcommand("list", words(Text::tr("List them, the oldest first")))
+        ->callback([&options] { options.command = Command::ReturnsList; });
+    CLI::App* const release = returns->add_subcommand(
+        "release", words(Text::tr("Give back what a return has reserved that will never close")));
+    release->add_option("return", texts.identifier, words(Text::tr("The return's identifier")))
+        ->required();
+    release->callback([&options] { options.command = Command::ReturnsRelease; });
+}
+
 void take(Options& options, const Texts& texts)
 {
     options.config = QString::fromLocal8Bit(texts.config.c_str());
@@ -103,6 +118,7 @@ void take(Options& options, const Texts& texts)
     options.role = QString::fromLocal8Bit(texts.role.c_str());
     options.shop = QString::fromLocal8Bit(texts.shop.c_str());
     options.queue = QString::fromLocal8Bit(texts.queue.c_str());
+    options.identifier = QString::fromLocal8Bit(texts.identifier.c_str());
 }
 
 } // namespace
@@ -128,6 +144,7 @@ int main(int argc, char** argv)
     addWork(app, options, texts);
     addTables(app, options, texts);
     addQueue(app, options, texts);
+    addReturns(app, options, texts);
     app.require_subcommand(1, 1);
     try {
         app.parse(argc, argv);

@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -15,19 +16,19 @@ namespace orvastore {
 /// A check as the store keeps it.
 struct KeptCheck
 {
-    QString identifier;     ///< the check's own, unique over all tills
-    QString till;           ///< that closed it
-    qint64 number = 0;      ///< of the check at its till
-    QDateTime closedAt;     ///< as that till's clock had it
-    QString saleIdentifier; ///< of a return: the check that it returns; empty otherwise
+    QString identifier;       ///< the check's own, unique over all tills
+    QString till;             ///< that closed it
+    qint64 number = 0;        ///< of the check at its till
+    QDateTime closedAt;       ///< as that till's clock had it
+    QString saleIdentifier;   ///< of a return: the check that it returns; empty otherwise
     bool isDelivered = false; ///< whether the loyalty server has all its messages
-    QByteArray content;     ///< the check as the till keeps it
+    QByteArray content;       ///< the check as the till keeps it
 };
 
 /// A sale whose goods are to be taken back, as the store knows it.
 struct SaleToReturn
 {
-    StoreResult result;    ///< Done: the store has answered, also when it has no such sale
+    StoreResult result;     ///< Done: the store has answered, also when it has no such sale
     QList<KeptCheck> sales; ///< none, the one, or several where several have the number
     /// Of the one sale: what was taken back of it at any till, and what is reserved, in the order
     /// in which the store got to know of it.
@@ -37,11 +38,11 @@ struct SaleToReturn
 /// A return that is about to close.
 struct Reservation
 {
-    QString shop;           ///< whose return it is
-    QString till;           ///< the till's name
-    QString identifier;     ///< of the return: the key by which reserving is repeated
-    qint64 number = 0;      ///< of the return at its till
-    QString saleIdentifier; ///< whose goods come back
+    QString shop;              ///< whose return it is
+    QString till;              ///< the till's name
+    QString identifier;        ///< of the return: the key by which reserving is repeated
+    qint64 number = 0;         ///< of the return at its till
+    QString saleIdentifier;    ///< whose goods come back
     QList<ReturnedLine> lines; ///< what comes back
     /// Identifiers of the returns that the amounts of this one were reckoned with: when the store
     /// knows others of the same sale, it refuses.
@@ -80,16 +81,21 @@ public:
     /// Makes every operation, now and from now on, return within about a second. Any thread; does
     /// not wait.
     virtual void interrupt() = 0;
+    /// What is asked from now on blocks no longer than this altogether, and is Unreachable when the
+    /// time is used up. Does not block.
+    virtual void allow(std::chrono::milliseconds altogether) = 0;
 
     /// Finds a sale of the shop and what was taken back of it. Keeps nothing.
     /// @param which its identifier, or its number at whichever till
     virtual SaleToReturn saleToReturn(const QString& shop, const QString& which) = 0;
-    /// Keeps what a return takes for it until the return is handed over or released. Safe to repeat.
-    /// @return Refused with a sentence that names the other return when the store knows one that
-    /// the reservation does not, or when more would come back than was sold
+    /// Keeps what a return takes for it until the return is handed over or released. Safe to
+    /// repeat.
+    /// @return Refused, as a conflict, with a sentence that names the other return when the store
+    /// knows one that the reservation does not, or when more would come back than was sold; or that
+    /// the return was released
     virtual StoreResult reserve(const Reservation& reservation) = 0;
     /// Gives back what a return that will not close has reserved; what was handed over stays. Safe
-    /// to repeat, and Done when there is nothing.
+    /// to repeat, and Done when there is nothing; the return cannot be reserved again.
     virtual StoreResult release(const QString& shop, const QString& identifier) = 0;
 
     /// Leaves a suspended check for any till. Safe to repeat by its identifier.
@@ -100,7 +106,8 @@ public:
     /// @param token of this take-up alone: repeating it with the same one gives the same check
     virtual TakeUp takeUp(const QString& shop, const QString& which, const QString& till,
                           const QString& token) = 0;
-    /// Forgets a check that was taken up with this token and is durable at its till. Safe to repeat.
+    /// Forgets a check that was taken up with this token and is durable at its till. Safe to
+    /// repeat.
     virtual StoreResult settleTakeUp(const QString& shop, const QString& token) = 0;
     /// Hands over the suspended checks that wait in the store, without their content, the one that
     /// was left first at first.

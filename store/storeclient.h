@@ -21,7 +21,7 @@ struct StoreSettings
 {
     QString database;       ///< a connection string of libpq; without a password
     QString passwordFile;   ///< the file whose only line is the password; empty: none is needed
-    int timeoutSeconds = 5; ///< of connecting, and of one hand-over; from 1
+    int timeoutSeconds = 2; ///< of connecting, and of one hand-over; from 1
     QString program;        ///< what the server shows as the name of the connection
 };
 
@@ -84,6 +84,9 @@ struct StoreResult
 {
     StoreEnd end = StoreEnd::Unreachable; ///< how it ended
     poshost::Message error;               ///< a sentence for people; empty when Done
+    /// With Refused: it contradicts what the store has of another till, so that repeating it ends
+    /// in the same way until a person has decided.
+    bool isConflict = false;
 };
 
 /// A till's way to the store. One object belongs to one thread, but for interrupt().

@@ -298,6 +298,20 @@ constexpr std::array all{
             "The store has too many connections (%1); raise max_connections"},
     Wording{"store.busy", "Хранилище занято (%1); повторите позже",
             "The store is busy (%1); try again later"},
+    Wording{
+        "store.returnUnknown",
+        "По этой продаже уже есть возврат %1 (касса %2, чек %3); откажитесь от этого и откройте "
+        "возврат снова",
+        "There is another return of this sale already, %1 (till %2, check %3); abandon this one "
+        "and open it again"},
+    Wording{"store.returnTooMuch",
+            "Вместе с возвратом %1 (касса %2, чек %3) вернули бы больше, чем продано; возврат %4 "
+            "не принят",
+            "Together with the return %1 (till %2, check %3) more would come back than was sold; "
+            "the return %4 is not accepted"},
+    Wording{"store.returnReleased",
+            "Товар этого возврата уже освобождён; откажитесь от него и откройте возврат снова",
+            "What this return takes back has been given free; abandon it and open it again"},
     Wording{"store.ending", "Хранилище завершает соединение (%1)",
             "The store ends the connection (%1)"},
 };

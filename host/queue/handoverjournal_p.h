@@ -41,11 +41,11 @@ public:
     /// @param shop whose checks these are
     QList<HandOverEntry> begin(const QString& shop);
     /// Writes down what became of messages, all of it or nothing.
-    void record(const QList<HandOverEntry>& entries,
-                const QList<orvastore::StoreResult>& results);
+    void record(const QList<HandOverEntry>& entries, const QList<orvastore::StoreResult>& results);
     /// Whether there are messages that the till delivers itself since they belong to no check.
     bool hasOwn();
-    /// How many messages were parked since the last call because their record is damaged.
+    /// How many messages were parked since the last call because their record is damaged, or
+    /// since the store has something that contradicts them.
     int takeParked();
 
 private:

@@ -6,6 +6,11 @@
 #include "store/client/reaching.h"
 #include "store/schema/storeschema.h"
 
+#include <QElapsedTimer>
+#include <QScopeGuard>
+
+#include <algorithm>
+
 namespace orvastore {
 
 using poshost::Message;
@@ -16,6 +21,7 @@ void PostgresBooks::open(const StoreSettings& settings)
     const std::lock_guard guard(mutex);
     connection = std::move(made);
     examined = 0;
+    timeout = std::chrono::seconds(std::max(settings.timeoutSeconds, 1));
     if (interrupted) {
         connection->interrupt();
     }
@@ -30,12 +36,28 @@ void PostgresBooks::interrupt()
     }
 }
 
+void PostgresBooks::allow(std::chrono::milliseconds altogether)
+{
+    allowed = altogether;
+}
+
 StoreResult PostgresBooks::asking(const std::function<void(Connection&)>& ask)
 {
+    if (allowed && allowed->count() <= 0) {
+        return {StoreEnd::Unreachable, trouble};
+    }
+    QElapsedTimer time;
+    time.start();
+    const auto count = qScopeGuard([&] {
+        if (allowed) {
+            *allowed -= std::chrono::milliseconds(time.elapsed());
+        }
+    });
     try {
         if (!connection) {
             throw StoreError(StoreError::Certainty::NothingSent, Message::of("store.string"));
         }
+        connection->setEnd(QDeadlineTimer(std::min(timeout, allowed.value_or(timeout))));
         connection->open();
         if (examined != connection->generation()) {
             storeschema::requireUsable(*connection);
@@ -44,7 +66,8 @@ StoreResult PostgresBooks::asking(const std::function<void(Connection&)>& ask)
         ask(*connection);
         return {StoreEnd::Done, {}};
     } catch (const StoreError& error) {
-        return {endOf(error), error.message()};
+        trouble = error.message();
+        return {endOf(error), error.message(), error.isConflict()};
     }
 }
 

@@ -6,8 +6,10 @@
 #include "store/database/connection.h"
 #include "store/sharedbooks.h"
 
+#include <chrono>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace orvastore {
 
@@ -17,6 +19,7 @@ class PostgresBooks : public SharedBooks
 public:
     void open(const StoreSettings& settings) override;
     void interrupt() override;
+    void allow(std::chrono::milliseconds altogether) override;
 
     SaleToReturn saleToReturn(const QString& shop, const QString& which) override;
     StoreResult reserve(const Reservation& reservation) override;
@@ -45,6 +48,9 @@ private:
     std::unique_ptr<Connection> connection;
     bool interrupted = false;
     int examined = 0; ///< the session whose schema was looked at
+    std::chrono::milliseconds timeout{1000};
+    std::optional<std::chrono::milliseconds> allowed; ///< what is left; nothing: no limit
+    poshost::Message trouble;                         ///< why the last thing did not succeed
 };
 
 } // namespace orvastore

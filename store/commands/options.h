@@ -22,6 +22,8 @@ struct Options
         QueuePark,
         QueueSettle,
         QueueReauthorize,
+        ReturnsList,
+        ReturnsRelease,
     };
 
     Command command = Command::Work;
@@ -31,6 +33,7 @@ struct Options
     QString role;              ///< a login of the database
     QString shop;              ///< whose till it is, or whose credentials are replaced
     QString queue;             ///< name of a queue
+    QString identifier;        ///< of a check
     qint64 message = 0;
     int laneTimeout = 10;    ///< seconds after which a silent worker's lane is free
     int requestTimeout = 10; ///< seconds that the loyalty server is waited for

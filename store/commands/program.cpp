@@ -9,6 +9,7 @@
 #include "host/services/config.h"
 #include "store/commands/doctor.h"
 #include "store/commands/queuecommands.h"
+#include "store/commands/returnscommands.h"
 #include "store/commands/spoken.h"
 #include "store/schema/storeschema.h"
 #include "store/text.h"
@@ -93,6 +94,9 @@ int Program::obey()
         return admit();
     case Command::Doctor:
         return doctor();
+    case Command::ReturnsList:
+    case Command::ReturnsRelease:
+        return ReturnsCommands(settings(), options, out).run();
     default:
         return QueueCommands(settings(), options, out).run();
     }

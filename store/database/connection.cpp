@@ -98,12 +98,12 @@ void Connection::open()
         servers.putLast(0);
     }
     isDoubtful = false;
-    const QDeadlineTimer deadline(limit);
+    const QDeadlineTimer until = endOfWait();
     Message reason;
     for (qsizetype left = servers.inOrder().size(); left > 0 && !interrupted; --left) {
         try {
             // one that says nothing leaves time for those behind it
-            openFirst(milliseconds(deadline.remainingTime() / left));
+            openFirst(milliseconds(until.remainingTime() / left));
             return;
         } catch (const StoreError& error) {
             close();
@@ -245,7 +245,7 @@ void Connection::prepare(const QByteArray& sql, qsizetype values)
                       nullptr) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    const Result result = finish(QDeadlineTimer(limit));
+    const Result result = finish(endOfWait());
     if (PQresultStatus(result.raw()) != PGRES_COMMAND_OK) {
         throw failuretexts::refusal(result.raw());
     }
@@ -277,7 +277,7 @@ Result Connection::run(const QByteArray& sql, const QList<Value>& values)
                             formats.data(), 0) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    Result result = finish(QDeadlineTimer(limit));
+    Result result = finish(endOfWait());
     const ExecStatusType status = PQresultStatus(result.raw());
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
         const StoreError error = failuretexts::refusal(result.raw());
@@ -299,7 +299,7 @@ void Connection::runAll(const QByteArray& sql)
     if (PQsendQuery(session.get(), sql.constData()) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    const Result result = finish(QDeadlineTimer(limit));
+    const Result result = finish(endOfWait());
     const ExecStatusType status = PQresultStatus(result.raw());
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
         throw failuretexts::refusal(result.raw());

@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QList>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -73,6 +74,8 @@ public:
     void runAll(const QByteArray& sql);
     /// A limit of its own for commands that take long, such as a migration.
     void setLimit(std::chrono::milliseconds time) { limit = time; }
+    /// Every wait from now on, of whichever command, ends then at the latest.
+    void setEnd(const QDeadlineTimer& time) { end = time; }
 
     /// Ends a command under way, and every later one, within about a second. Any thread.
     void interrupt();
@@ -85,6 +88,7 @@ private:
     };
     using Session = std::unique_ptr<pg_conn, Closing>;
 
+    QDeadlineTimer endOfWait() const { return std::min(QDeadlineTimer(limit), end); }
     Session connectTo(const Server& server, const QDeadlineTimer& deadline);
     void requirePrimary(const Session& tried, const Server& server) const;
     void openFirst(std::chrono::milliseconds time);
@@ -100,6 +104,7 @@ private:
     const Manner manner;
     Servers servers;
     std::chrono::milliseconds limit;
+    QDeadlineTimer end = QDeadlineTimer::Forever;
     Session session;
     QHash<QByteArray, QByteArray> prepared; ///< names of the session's commands
     int sessions = 0;

@@ -23,6 +23,11 @@ GRANT EXECUTE ON FUNCTION orva.own_shop() TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_check TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_more TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.sales_named TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.returns_known TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.reserve_return TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.release_return TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.settle_return TO orva_till;
 GRANT SELECT ON orva.checks, orva.messages, orva.deliveries, orva.parked TO orva_till;
 
 GRANT EXECUTE ON FUNCTION orva.claim TO orva_worker;

@@ -32,7 +32,7 @@ QByteArray functions()
 {
     QByteArray all;
     for (const QString& name : {u"handover"_s, u"progress"_s, u"delivery"_s, u"finishing"_s,
-                                u"control"_s, u"upkeep"_s, u"rights"_s}) {
+                                u"control"_s, u"upkeep"_s, u"returns"_s, u"rights"_s}) {
         all += script(name) + '\n';
     }
     return all;

@@ -17,14 +17,16 @@ namespace tests {
 void makeOlder(poshost::Database& database)
 {
     constexpr int older = 5;
-    if (poshost::Database::schemaVersion() != older + 1) {
-        throw std::logic_error("makeOlder knows what version 6 has brought, and there is a newer");
+    if (poshost::Database::schemaVersion() != older + 3) {
+        throw std::logic_error(
+            "makeOlder knows what versions 6 to 8 have brought, and there is a newer");
     }
     const QStringList statements{u"DROP INDEX queue_handing"_s,
                                  u"ALTER TABLE queue_messages DROP COLUMN handover"_s,
                                  u"ALTER TABLE queue_messages DROP COLUMN handed_again_at"_s,
                                  u"DROP INDEX checks_number"_s,
                                  u"DROP TABLE archives"_s,
+                                 u"DROP TABLE return_reservations"_s,
                                  u"PRAGMA user_version = %1"_s.arg(older)};
     poshost::Transaction transaction(database);
     for (const QString& statement : statements) {

@@ -15,6 +15,7 @@
 #include "till/keys.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
+#include "till/sharing/sharedreturns.h"
 #include "till/text.h"
 
 using namespace Qt::StringLiterals;
@@ -112,6 +113,11 @@ void Workplace::loadPlugin()
     desk = std::make_unique<CashDesk>(
         recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
         store, session);
+    shared = SharedStore::configured();
+    if (shared) {
+        returns = std::make_unique<SharedReturns>(store, *opened, *shared);
+        desk->share(*returns);
+    }
 }
 
 BasicLoyaltySystem& Workplace::loyaltySystem()

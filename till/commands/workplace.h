@@ -25,6 +25,8 @@ namespace till {
 
 class PluginHost;
 class RecordFolder;
+class SharedReturns;
+class SharedStore;
 class Recording;
 
 /// The configuration that the command line names or that was found; an empty one where there is
@@ -79,6 +81,8 @@ private:
     std::unique_ptr<RecordFolder> records;
     std::unique_ptr<Recording> recording;
     std::unique_ptr<PluginHost> plugin;
+    std::unique_ptr<SharedStore> shared;
+    std::unique_ptr<SharedReturns> returns;
     std::unique_ptr<CashDesk> desk;
     std::unique_ptr<poshost::DeliveryThread> delivery;
 };

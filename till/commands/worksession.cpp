@@ -238,6 +238,7 @@ void WorkSession::restore(const QString& which)
 void WorkSession::abandon(const QString&)
 {
     desk.abandon();
+    closed(); // what a return has reserved is given back
 }
 
 void WorkSession::show(const QString&)

@@ -5,6 +5,7 @@
 
 #include "host/database/database.h"
 #include "store/storeclient.h"
+#include "tests/scenario/crash/filebooks.h"
 
 #include <QObject>
 #include <QSharedPointer>
@@ -44,5 +45,8 @@ public:
     {
         return QSharedPointer<FileStore>::create();
     }
-    QSharedPointer<orvastore::SharedBooks> makeBooks() override { return {}; }
+    QSharedPointer<orvastore::SharedBooks> makeBooks() override
+    {
+        return QSharedPointer<FileBooks>::create();
+    }
 };
