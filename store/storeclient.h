@@ -21,7 +21,7 @@ struct StoreSettings
 {
     QString database;       ///< a connection string of libpq; without a password
     QString passwordFile;   ///< the file whose only line is the password; empty: none is needed
-    int timeoutSeconds = 2; ///< of connecting, and of one hand-over; from 1
+    int timeoutSeconds = 5; ///< of connecting, and of one hand-over; from 1
     QString program;        ///< what the server shows as the name of the connection
 };
 
