@@ -29,6 +29,7 @@ struct Texts
     std::string queue;
     std::string check;
     std::string listen = "127.0.0.1:9188";
+    std::string identifier;
 };
 
 std::string words(const QString& text)
@@ -128,6 +129,20 @@ void addSuspended(CLI::App& app, Options& options, Texts& texts)
     release->callback([&options] { options.command = Command::SuspendedRelease; });
 }
 
+void addReturns(CLI::App& app, Options& options, Texts& texts)
+{
+    CLI::App* const returns = app.add_subcommand(
+        "returns", words(Text::tr("The returns that have reserved goods and are not handed over")));
+    returns->require_subcommand(1, 1);
+    returns->add_subcommand("list", words(Text::tr("List them, the oldest first")))
+        ->callback([&options] { options.command = Command::ReturnsList; });
+    CLI::App* const release = returns->add_subcommand(
+        "release", words(Text::tr("Give back what a return has reserved that will never close")));
+    release->add_option("return", texts.identifier, words(Text::tr("The return's identifier")))
+        ->required();
+    release->callback([&options] { options.command = Command::ReturnsRelease; });
+}
+
 void take(Options& options, const Texts& texts)
 {
     options.check = QString::fromLocal8Bit(texts.check.c_str());
@@ -138,6 +153,7 @@ void take(Options& options, const Texts& texts)
     options.shop = QString::fromLocal8Bit(texts.shop.c_str());
     options.queue = QString::fromLocal8Bit(texts.queue.c_str());
     options.listen = QString::fromLocal8Bit(texts.listen.c_str());
+    options.identifier = QString::fromLocal8Bit(texts.identifier.c_str());
 }
 
 } // namespace
@@ -165,6 +181,7 @@ int main(int argc, char** argv)
     addEyes(app, options, texts);
     addQueue(app, options, texts);
     addSuspended(app, options, texts);
+    addReturns(app, options, texts);
     app.require_subcommand(1, 1);
     try {
         app.parse(argc, argv);

@@ -8,6 +8,7 @@
 #include <QDeadlineTimer>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -89,17 +90,21 @@ public:
     /// time-out all the same.
     /// @param end from now on, until it is set again; at first never
     virtual void setEnd(const QDeadlineTimer& /*end*/) {}
+    /// What is asked from now on blocks no longer than this altogether, whatever lies between, and
+    /// is Unreachable when the time is used up. Does not block.
+    virtual void allow(std::chrono::milliseconds /*altogether*/) {}
 
     /// Finds a sale of the shop and what was taken back of it. Keeps nothing.
     /// @param which its identifier, or its number at whichever till
     virtual SaleToReturn saleToReturn(const QString& shop, const QString& which) = 0;
     /// Keeps what a return takes for it until the return is handed over or released. Safe to
     /// repeat.
-    /// @return Refused with a sentence that names the other return when the store knows one that
-    /// the reservation does not, or when more would come back than was sold
+    /// @return Refused, as a conflict, with a sentence that names the other return when the store
+    /// knows one that the reservation does not, or when more would come back than was sold; or that
+    /// the return was released
     virtual StoreResult reserve(const Reservation& reservation) = 0;
     /// Gives back what a return that will not close has reserved; what was handed over stays. Safe
-    /// to repeat, and Done when there is nothing.
+    /// to repeat, and Done when there is nothing; the return cannot be reserved again.
     virtual StoreResult release(const QString& shop, const QString& identifier) = 0;
 
     /// Leaves a suspended check for any till. Safe to repeat by its mark, also when another till

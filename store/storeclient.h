@@ -84,6 +84,9 @@ struct StoreResult
 {
     StoreEnd end = StoreEnd::Unreachable; ///< how it ended
     poshost::Message error;               ///< a sentence for people; empty when Done
+    /// With Refused: it contradicts what the store has of another till, so that repeating it ends
+    /// in the same way until a person has decided.
+    bool isConflict = false;
 };
 
 /// A till's way to the store. One object belongs to one thread, but for interrupt().

@@ -6,10 +6,12 @@
 // none can open a till's file without its tables.
 
 #include "host/config/knownkeys.h"
+#include "host/queue/storeerrands.h"
 #include "till/checks/checkschema.h"
 #include "till/checks/closedchecks.h"
 #include "till/keys.h"
 #include "till/sharing/leftchecks.h"
+#include "till/sharing/reservations.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +23,7 @@ bool registerAll()
     poshost::registerSchema(u"checks"_s, checkSchema());
     poshost::registerSchema(u"suspended"_s, leftChecksSchema());
     poshost::registerClosedChecks(readClosedCheck);
+    poshost::registerStoreErrands({&Reservations::nextDue, &Reservations::releaseDue});
     poshost::knownkeys::registerKeys(u"till"_s, tillKeys());
     return true;
 }

@@ -4425,6 +4425,38 @@ something is, 2 the address is not marked as meant for testing.</source>
         <source>The file; one of that name is replaced</source>
         <translation>Файл; файл с таким именем заменяется</translation>
     </message>
+    <message>
+        <source>What this return takes back is being given free; abandon it and open it again.</source>
+        <translation>Товар этого возврата освобождается; откажитесь от него и откройте возврат снова.</translation>
+    </message>
+    <message>
+        <source>What this return takes back was given free meanwhile; abandon it and open it again.</source>
+        <translation>Товар этого возврата тем временем освобождён; откажитесь от него и откройте возврат снова.</translation>
+    </message>
+    <message>
+        <source>%1 (till %2)</source>
+        <translation>%1 (касса %2)</translation>
+    </message>
+    <message>
+        <source>Several tills have a sale with the number %1; name one by its identifier: %2.</source>
+        <translation>Продажа с номером %1 есть на нескольких кассах; назовите её по идентификатору: %2.</translation>
+    </message>
+    <message>
+        <source>This till has no closed sale &quot;%1&quot;, and the store cannot be asked for those of other tills (%2); try again, or return it where it was sold.</source>
+        <translation>На этой кассе нет закрытой продажи «%1», а спросить хранилище о продажах других касс не удалось (%2); повторите или верните товар там, где он продан.</translation>
+    </message>
+    <message>
+        <source>The store cannot be asked what other tills took back of the sale (%1); the return goes on with what this till knows.</source>
+        <translation>Не удалось спросить хранилище, что вернули по этой продаже другие кассы (%1); возврат идёт по тому, что знает эта касса.</translation>
+    </message>
+    <message>
+        <source>The check is not closed: the store has not confirmed the return of another till&apos;s sale (%1); close it again, or abandon it.</source>
+        <translation>Чек не закрыт: хранилище не подтвердило возврат продажи другой кассы (%1); закройте его ещё раз или откажитесь от него.</translation>
+    </message>
+    <message>
+        <source>The store has not confirmed the return (%1); it is looked at again when the check is handed over.</source>
+        <translation>Хранилище не подтвердило возврат (%1); он будет проверен, когда чек будет передан.</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>
@@ -4813,6 +4845,50 @@ Exit codes: 0 done, 1 failed, 2 wrong command line or settings.</source>
     <message>
         <source>No</source>
         <translation>№</translation>
+    </message>
+    <message>
+        <source>The returns that have reserved goods and are not handed over</source>
+        <translation>Возвраты, которые заняли товар и ещё не переданы</translation>
+    </message>
+    <message>
+        <source>Give back what a return has reserved that will never close</source>
+        <translation>Освободить товар возврата, который уже не закроется</translation>
+    </message>
+    <message>
+        <source>The return&apos;s identifier</source>
+        <translation>Идентификатор возврата</translation>
+    </message>
+    <message>
+        <source>No return has reserved goods for more than a day.</source>
+        <translation>Ни один возврат не занимает товар дольше суток.</translation>
+    </message>
+    <message>
+        <source>Returns that have reserved goods for more than a day: %1; look at &quot;returns list&quot;.</source>
+        <translation>Возвратов, которые занимают товар дольше суток: %1; смотрите «returns list».</translation>
+    </message>
+    <message>
+        <source>No return has reserved anything.</source>
+        <translation>Ни один возврат не занимает товар.</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Возврат</translation>
+    </message>
+    <message>
+        <source>Sale</source>
+        <translation>Продажа</translation>
+    </message>
+    <message>
+        <source>Since</source>
+        <translation>С</translation>
+    </message>
+    <message>
+        <source>There is no return %1 that has reserved anything; look at &quot;returns list&quot;.</source>
+        <translation>Нет возврата %1, который занимал бы товар; смотрите «returns list».</translation>
+    </message>
+    <message>
+        <source>What the return %1 has reserved is free.</source>
+        <translation>Товар возврата %1 свободен.</translation>
     </message>
 </context>
 </TS>

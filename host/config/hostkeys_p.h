@@ -13,7 +13,7 @@ namespace poshost {
 inline constexpr int defaultKeepDays = 30;
 
 /// How long a store is waited for.
-inline constexpr int defaultStoreSeconds = 5;
+inline constexpr int defaultStoreSeconds = 2;
 /// How old a message is when it no longer waits for a store that is away, where that is wished.
 inline constexpr int defaultFallbackSeconds = 300;
 

@@ -309,6 +309,20 @@ constexpr std::array all{
     Wording{"store.checkNone", "В хранилище нет чека %1", "The store has no check %1"},
     Wording{"store.checkWaits", "Чек %1 ещё не доставлен серверу лояльности",
             "Check %1 is not delivered to the loyalty server yet"},
+    Wording{
+        "store.returnUnknown",
+        "По этой продаже уже есть возврат %1 (касса %2, чек %3); откажитесь от этого и откройте "
+        "возврат снова",
+        "There is another return of this sale already, %1 (till %2, check %3); abandon this one "
+        "and open it again"},
+    Wording{"store.returnTooMuch",
+            "Вместе с возвратом %1 (касса %2, чек %3) вернули бы больше, чем продано; возврат %4 "
+            "не принят",
+            "Together with the return %1 (till %2, check %3) more would come back than was sold; "
+            "the return %4 is not accepted"},
+    Wording{"store.returnReleased",
+            "Товар этого возврата уже освобождён; откажитесь от него и откройте возврат снова",
+            "What this return takes back has been given free; abandon it and open it again"},
     Wording{"store.ending", "Хранилище завершает соединение (%1)",
             "The store ends the connection (%1)"},
 };

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/hostexport.h"
+#include "store/storeclient.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -24,6 +25,8 @@ struct ClosedCheck
     QDateTime closedAt; ///< when it was closed, the same at each repetition
     /// Of a return: the identifier of the check that it returns; empty otherwise.
     QString saleIdentifier;
+    /// Of a return: what comes back; empty otherwise, and where that cannot be read.
+    QList<orvastore::ReturnedLine> returned;
     QByteArray content; ///< as its owner keeps it
 };
 

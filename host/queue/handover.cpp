@@ -17,6 +17,17 @@ using orvastore::StoreResult;
 
 HandOverReport HandOver::run(const StoreSetup& setup, const std::function<bool(int)>& progressed)
 {
+    const std::optional<qint64> nextErrand = errands.run(setup);
+    HandOverReport report = handOverAll(setup, progressed);
+    if (nextErrand) {
+        report.nextAttempt = std::min(report.nextAttempt.value_or(*nextErrand), *nextErrand);
+    }
+    return report;
+}
+
+HandOverReport HandOver::handOverAll(const StoreSetup& setup,
+                                     const std::function<bool(int)>& progressed)
+{
     HandOverReport report;
     if (!journal.isAnythingDue()) {
         return report;
@@ -109,6 +120,7 @@ void HandOver::postpone(const Message& why)
 
 void HandOver::interrupt()
 {
+    errands.interrupt();
     const std::lock_guard guard(mutex);
     interrupted = true;
     if (client) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/queue/handoverjournal_p.h"
+#include "host/queue/storeerrandrun_p.h"
 #include "host/queue/storesetup.h"
 
 #include <QSharedPointer>
@@ -26,10 +27,11 @@ struct HandOverReport
 class HandOver
 {
 public:
-    HandOver(Database& database, quint64 seed) : journal(database), random(seed) {}
+    HandOver(Database& database, quint64 seed) : journal(database), errands(database), random(seed)
+    {}
 
-    /// Hands over what is due, and waits after a failure: a second, doubled each time, at most
-    /// longestWaitMilliseconds. Blocks for the store's time-outs.
+    /// Does what errands are due, hands over what is due, and waits after a failure: a second,
+    /// doubled each time, at most longestWaitMilliseconds. Blocks for the store's time-outs.
     /// @param progressed called after each part with how many were handed over so far; false: the
     /// call is to end
     /// @throws BasicException "databaseError"; what was sent just then is repeated
@@ -48,7 +50,10 @@ private:
     bool isTrouble(const orvastore::StoreResult& result);
     void postpone(const Message& why);
 
+    HandOverReport handOverAll(const StoreSetup& setup, const std::function<bool(int)>& progressed);
+
     HandOverJournal journal;
+    StoreErrandRun errands;
     std::mt19937_64 random;
     int failures = 0;
     qint64 nextTry = 0;

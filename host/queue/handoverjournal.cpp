@@ -222,6 +222,7 @@ std::optional<HandOverEntry> HandOverJournal::read(qint64 messageId, const QStri
         entry.check.closedAt = closed->closedAt;
         entry.check.laneName = laneNameOf(lane, closed->till);
         entry.check.saleIdentifier = closed->saleIdentifier;
+        entry.check.returned = closed->returned;
         entry.check.content = closed->content;
     }
     return entry;
@@ -274,6 +275,7 @@ void HandOverJournal::record(const QList<HandOverEntry>& entries, const QList<St
     transaction.commit();
 }
 
+/// What contradicts another till is left out until a person has decided; other refusals pass.
 /// Only of a first hand-over it is known that nothing of it arrived: an earlier one may have.
 void HandOverJournal::write(const HandOverEntry& entry, const StoreResult& result, qint64 now)
 {
@@ -284,13 +286,16 @@ void HandOverJournal::write(const HandOverEntry& entry, const StoreResult& resul
     const bool isRefused = result.end == StoreEnd::Refused;
     const bool hasNothing = isRefused || result.end == StoreEnd::Unreachable;
     Statement statement(database, u"UPDATE queue_messages SET last_error = ?, handed_again_at = ?, "
+                                  "state = CASE WHEN ? THEN 'parked' ELSE state END, "
                                   "handover = CASE WHEN ? THEN NULL ELSE handover END "
                                   "WHERE id = ? AND account_id IS NOT NULL"_s);
     statement.bind(result.error.stored())
-        .bind(isRefused ? QVariant(now + refusedMilliseconds) : QVariant())
+        .bind(isRefused && !result.isConflict ? QVariant(now + refusedMilliseconds) : QVariant())
+        .bind(result.isConflict)
         .bind(hasNothing && !entry.isRepeated)
         .bind(entry.messageId)
         .execute();
+    parked += result.isConflict ? 1 : 0;
 }
 
 void HandOverJournal::finish(qint64 messageId, qint64 now)

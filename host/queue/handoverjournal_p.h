@@ -44,7 +44,8 @@ public:
     void record(const QList<HandOverEntry>& entries, const QList<orvastore::StoreResult>& results);
     /// Whether there are messages that the till delivers itself since they belong to no check.
     bool hasOwn();
-    /// How many messages were parked since the last call because their record is damaged.
+    /// How many messages were parked since the last call because their record is damaged, or
+    /// since the store has something that contradicts them.
     int takeParked();
 
 private:

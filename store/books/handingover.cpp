@@ -4,6 +4,7 @@
 #include "store/books/handingover.h"
 
 #include "host/queue/queuemessage.h"
+#include "store/books/returnsbook.h"
 #include "store/database/connection.h"
 
 #include <QCryptographicHash>
@@ -58,23 +59,52 @@ QList<Value> valuesOf(const HandedMessage& message)
             Value::number(message.stepAttempts)};
 }
 
-/// Several messages go in a transaction of several commands. Until the last of them nothing can
-/// have happened.
+void handOverAlone(Connection& connection, const HandedCheck& check)
+{
+    QList<Value> values = valuesOf(check);
+    if (check.messages.isEmpty()) {
+        for (int i = 0; i < 6; ++i) {
+            values.append(Value::null());
+        }
+        values.append(QList<Value>(4, Value::number(0)));
+    } else {
+        values += valuesOf(check.messages.first());
+    }
+    connection.run(withOneMessage, values);
+}
+
+void handOverMessages(Connection& connection, const HandedCheck& check)
+{
+    const bool isNew = !connection.run(checkAlone, valuesOf(check)).isNull(0, 0);
+    for (const HandedMessage& message : check.messages) {
+        if (isNew) {
+            connection.run(oneMore,
+                           QList<Value>{Value::text(check.shop), Value::text(check.identifier),
+                                        Value::text(check.saleIdentifier)} +
+                               valuesOf(message));
+        }
+    }
+}
+
+/// Several messages, and what a return takes back, go in a transaction of several commands. Until
+/// the last of them nothing can have happened.
 void handOverSeveral(Connection& connection, const HandedCheck& check)
 {
     try {
         connection.runAll("BEGIN");
-        const bool isNew = !connection.run(checkAlone, valuesOf(check)).isNull(0, 0);
-        for (const HandedMessage& message : check.messages) {
-            if (isNew) {
-                connection.run(oneMore,
-                               QList<Value>{Value::text(check.shop), Value::text(check.identifier),
-                                            Value::text(check.saleIdentifier)} +
-                                   valuesOf(message));
-            }
+        if (!check.returned.isEmpty()) {
+            returnsbook::settle(connection, check);
+        }
+        if (check.messages.size() > 1) {
+            handOverMessages(connection, check);
+        } else {
+            handOverAlone(connection, check);
         }
     } catch (const StoreError& error) {
         connection.close();
+        if (error.isConflict()) {
+            throw;
+        }
         const bool refused = error.certainty() == Certainty::Refused;
         throw StoreError(refused ? Certainty::Refused : Certainty::NothingSent, error.message(),
                          error.state());
@@ -86,20 +116,11 @@ void handOverSeveral(Connection& connection, const HandedCheck& check)
 
 void handOver(Connection& connection, const HandedCheck& check)
 {
-    if (check.messages.size() > 1) {
+    if (check.messages.size() > 1 || !check.returned.isEmpty()) {
         handOverSeveral(connection, check);
-        return;
-    }
-    QList<Value> values = valuesOf(check);
-    if (check.messages.isEmpty()) {
-        for (int i = 0; i < 6; ++i) {
-            values.append(Value::null());
-        }
-        values.append(QList<Value>(4, Value::number(0)));
     } else {
-        values += valuesOf(check.messages.first());
+        handOverAlone(connection, check);
     }
-    connection.run(withOneMessage, values);
 }
 
 } // namespace orvastore

@@ -6,8 +6,10 @@
 #include "store/database/connection.h"
 #include "store/sharedbooks.h"
 
+#include <chrono>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace orvastore {
 
@@ -18,6 +20,7 @@ public:
     void open(const StoreSettings& settings) override;
     void interrupt() override;
     void setEnd(const QDeadlineTimer& time) override { end = time; }
+    void allow(std::chrono::milliseconds altogether) override;
 
     SaleToReturn saleToReturn(const QString& shop, const QString& which) override;
     StoreResult reserve(const Reservation& reservation) override;
@@ -46,8 +49,10 @@ private:
     std::unique_ptr<Connection> connection;
     bool interrupted = false;
     QDeadlineTimer end{QDeadlineTimer::Forever};
-    std::chrono::milliseconds limit{0}; ///< of one operation
-    int examined = 0;                   ///< the session whose schema was looked at
+    int examined = 0; ///< the session whose schema was looked at
+    std::chrono::milliseconds timeout{1000};
+    std::optional<std::chrono::milliseconds> allowed; ///< what is left; nothing: no limit
+    poshost::Message trouble;                         ///< why the last thing did not succeed
 };
 
 } // namespace orvastore

@@ -65,7 +65,7 @@ QList<StoreResult> PostgresStore::handOver(const QList<HandedCheck>& checks)
                 orvastore::handOver(*connection, check);
                 results.append({StoreEnd::Done, {}});
             } catch (const StoreError& error) {
-                results.append({endOf(error), error.message()});
+                results.append({endOf(error), error.message(), error.isConflict()});
             }
         }
         const StoreEnd end = results.last().end;

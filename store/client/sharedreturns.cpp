@@ -1,21 +1,28 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "store/books/returnsbook.h"
 #include "store/client/postgresbooks.h"
 
 namespace orvastore {
 
-SaleToReturn PostgresBooks::saleToReturn(const QString&, const QString&)
+SaleToReturn PostgresBooks::saleToReturn(const QString& shop, const QString& which)
 {
-    return {};
+    SaleToReturn found;
+    const StoreResult result =
+        asking([&](Connection& session) { found = returnsbook::find(session, shop, which); });
+    found.result = result;
+    return found;
 }
-StoreResult PostgresBooks::reserve(const Reservation&)
+
+StoreResult PostgresBooks::reserve(const Reservation& reservation)
 {
-    return {};
+    return asking([&](Connection& session) { returnsbook::reserve(session, reservation); });
 }
-StoreResult PostgresBooks::release(const QString&, const QString&)
+
+StoreResult PostgresBooks::release(const QString& shop, const QString& identifier)
 {
-    return {};
+    return asking([&](Connection& session) { returnsbook::release(session, shop, identifier); });
 }
 
 } // namespace orvastore

@@ -31,6 +31,7 @@ bool Doctor::run()
         lookAtDurability(connection);
         lookAtDays(connection);
         lookAtQueue(connection);
+        lookAtReturns(connection);
         lookAtSnapshots(connection);
     } catch (const StoreError& error) {
         say(false, spoken::said(error.message()));
@@ -92,6 +93,24 @@ void Doctor::lookAtQueue(Connection& connection)
                             "ask for help.")
                        .arg(stranded));
     }
+}
+
+/// A till gives back itself what an abandoned return has reserved, unless it is gone.
+void Doctor::lookAtReturns(Connection& connection)
+{
+    if (storeschema::versionOf(connection) < storeschema::returnsFrom) {
+        return;
+    }
+    const qint64 forgotten =
+        connection
+            .run("SELECT count(*) FROM orva.returns WHERE NOT is_closed AND NOT is_released "
+                 "AND at < clock_timestamp() - interval '1 day'")
+            .number(0, 0);
+    say(forgotten == 0,
+        forgotten == 0 ? Text::tr("No return has reserved goods for more than a day.")
+                       : Text::tr("Returns that have reserved goods for more than a day: %1; look "
+                                  "at \"returns list\".")
+                             .arg(forgotten));
 }
 
 /// An old snapshot keeps every version of every row that has changed since.

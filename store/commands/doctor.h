@@ -24,6 +24,7 @@ private:
     void lookAtDurability(Connection& connection);
     void lookAtDays(Connection& connection);
     void lookAtQueue(Connection& connection);
+    void lookAtReturns(Connection& connection);
     void lookAtSnapshots(Connection& connection);
 
     const StoreSettings settings;

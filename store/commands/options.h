@@ -26,6 +26,8 @@ struct Options
         QueueReauthorize,
         SuspendedList,
         SuspendedRelease,
+        ReturnsList,
+        ReturnsRelease,
     };
 
     Command command = Command::Work;
@@ -36,6 +38,7 @@ struct Options
     QString shop;              ///< whose till it is, or whose credentials are replaced
     QString queue;             ///< name of a queue
     QString check;             ///< identifier of a suspended check
+    QString identifier;        ///< of a check
     qint64 message = 0;
     int laneTimeout = 10;    ///< seconds after which a silent worker's lane is free
     int requestTimeout = 10; ///< seconds that the loyalty server is waited for

@@ -10,6 +10,7 @@
 #include "store/commands/doctor.h"
 #include "store/commands/metricscommand.h"
 #include "store/commands/queuecommands.h"
+#include "store/commands/returnscommands.h"
 #include "store/commands/spoken.h"
 #include "store/commands/statuscommand.h"
 #include "store/commands/suspendedcommands.h"
@@ -103,6 +104,9 @@ int Program::obey()
     case Command::SuspendedList:
     case Command::SuspendedRelease:
         return SuspendedCommands(settings(), options, out).run();
+    case Command::ReturnsList:
+    case Command::ReturnsRelease:
+        return ReturnsCommands(settings(), options, out).run();
     default:
         return QueueCommands(settings(), options, out).run();
     }

@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QList>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <memory>

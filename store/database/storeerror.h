@@ -31,10 +31,20 @@ public:
     /// The server's code for it, five letters; empty when no server has spoken.
     QByteArray state() const { return sqlState; }
 
+    /// A refusal since it contradicts what another till has done.
+    static StoreError conflict(const poshost::Message& reason)
+    {
+        StoreError error(Certainty::Refused, reason);
+        error.isOfAnother = true;
+        return error;
+    }
+    bool isConflict() const { return isOfAnother; }
+
 private:
     Certainty certain;
     poshost::Message said;
     QByteArray sqlState;
+    bool isOfAnother = false;
 };
 
 } // namespace orvastore

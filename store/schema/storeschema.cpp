@@ -35,7 +35,7 @@ QByteArray functions(int version)
     QStringList names{u"handover"_s, u"progress"_s, u"delivery"_s, u"finishing"_s,
                       u"control"_s,  u"upkeep"_s,   u"rights"_s,   u"status"_s};
     if (version >= 3) {
-        names += QStringList{u"suspended"_s, u"reading"_s};
+        names += QStringList{u"returns"_s, u"suspended"_s, u"reading"_s};
     }
     QByteArray all;
     for (const QString& name : std::as_const(names)) {

@@ -16,6 +16,8 @@ namespace storeschema {
 /// The version that this program makes, and the oldest that it can work with.
 inline constexpr int newest = 4;
 inline constexpr int oldestUsable = 1;
+/// The first that knows what was taken back of sales.
+inline constexpr int returnsFrom = 3;
 
 /// @return the version of the database; 0: it has none of the tables. @throws StoreError
 int versionOf(Connection& connection);

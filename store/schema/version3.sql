@@ -5,7 +5,8 @@
 -- the same piece, and suspended checks that any till may take up.
 
 -- A return is reserved before it closes at its till, and closed when it is handed over. One that was
--- closed while its till could not reach the store comes with its hand-over.
+-- closed while its till could not reach the store comes with its hand-over. One that was given back
+-- stays for some time, so that a request to reserve it that was under way meanwhile comes too late.
 CREATE TABLE orva.returns (
     shop text NOT NULL,
     identifier text NOT NULL,
@@ -13,6 +14,7 @@ CREATE TABLE orva.returns (
     till text NOT NULL,
     number bigint NOT NULL,
     is_closed boolean NOT NULL,
+    is_released boolean NOT NULL DEFAULT false,
     positions int[] NOT NULL,               -- of the sale's lines, as many as in the two columns below
     thousandths bigint[] NOT NULL,          -- that come back of each
     sold bigint[] NOT NULL,                 -- that the sale has of each
@@ -20,6 +22,10 @@ CREATE TABLE orva.returns (
     at timestamptz NOT NULL DEFAULT clock_timestamp(),
     PRIMARY KEY (shop, identifier));
 CREATE INDEX returns_of_sale ON orva.returns (shop, sale, at);
+CREATE INDEX returns_reserved ON orva.returns (at) WHERE NOT is_closed AND NOT is_released;
+CREATE INDEX returns_given_back ON orva.returns (at) WHERE is_released;
+-- Returns that were handed over by programs that say nothing of lines, or before this version.
+CREATE INDEX checks_of_sale ON orva.checks (shop, sale) WHERE sale <> '';
 
 CREATE TABLE orva.suspended (
     shop text NOT NULL,

@@ -56,6 +56,14 @@ QStringList archives()
             "length INTEGER NOT NULL, checks INTEGER NOT NULL) WITHOUT ROWID"_s};
 }
 
+/// Version 8: returns whose goods may be reserved in the store while they are not closed.
+QStringList reservations()
+{
+    return {u"CREATE TABLE return_reservations (check_id TEXT PRIMARY KEY, "
+            "state TEXT NOT NULL CHECK (state = 'held' OR state = 'releasing'), "
+            "noted_at INTEGER NOT NULL) WITHOUT ROWID"_s};
+}
+
 } // namespace
 
 QList<poshost::SchemaStep> checkSchema()
@@ -63,7 +71,8 @@ QList<poshost::SchemaStep> checkSchema()
     return {{2, u"checks"_s, tillTables()},
             {3, u"checks_recent"_s, checkIndex()},
             {4, u"checks_last"_s, changeNumbers()},
-            {6, u"archives"_s, archives()}};
+            {6, u"archives"_s, archives()},
+            {8, u"return_reservations"_s, reservations()}};
 }
 
 } // namespace till

@@ -274,6 +274,22 @@ Check CheckStore::findSaleToReturn(const QString& which)
                       ExitCode::Usage);
     }
     Check sale = find(which, true);
+    requireReturnable(sale);
+    return sale;
+}
+
+std::optional<Check> CheckStore::findOwnSaleToReturn(const QString& which)
+{
+    const bool isArchived = terms.fromArchive && which != u"last"_s;
+    if (!findHere(which, true) &&
+        (!isArchived || ArchivedChecks(*database).named(which, true).isEmpty())) {
+        return std::nullopt;
+    }
+    return findSaleToReturn(which);
+}
+
+void CheckStore::requireReturnable(const Check& sale) const
+{
     const QDateTime sold = sale.document->getDateTime();
     const QDateTime now = MockFactory<CurrentTime>::create()->currentDateTime();
     if (terms.days && !terms.fromArchive && sold.daysTo(now) > *terms.days) {
@@ -284,7 +300,6 @@ Check CheckStore::findSaleToReturn(const QString& which)
                           .arg(*terms.days),
                       ExitCode::Usage);
     }
-    return sale;
 }
 
 Check CheckStore::find(const QString& which, bool onlySales)
@@ -347,6 +362,12 @@ QList<Check> CheckStore::returnsOf(const QString& saleId)
         returns = archived + returns;
     }
     return returns;
+}
+
+QString CheckStore::stateOf(const QString& id)
+{
+    poshost::Statement statement(*database, u"SELECT state FROM checks WHERE id = ?"_s);
+    return statement.bind(id).next() ? statement.value(0).toString() : QString();
 }
 
 bool CheckStore::isHere(const QString& id)

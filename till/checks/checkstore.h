@@ -98,6 +98,13 @@ public:
     Check findSale(const QString& which);
     /// The same for a return. @throws Failure (Usage) also when the terms do not allow it any more
     Check findSaleToReturn(const QString& which);
+    /// The same in the database, and in the archive where the terms say so. @return nothing when
+    /// there is none
+    std::optional<Check> findOwnSaleToReturn(const QString& which);
+    /// @throws Failure (Usage) when the terms do not allow the sale's return any more
+    void requireReturnable(const Check& sale) const;
+    /// The state of a check in the database; empty when it is not there.
+    QString stateOf(const QString& id);
     /// What findSaleToReturn goes by; at first any sale of the database.
     void setReturnTerms(const ReturnTerms& allowed) { terms = allowed; }
     /// A closed check of any kind, named in the same way.

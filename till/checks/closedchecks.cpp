@@ -5,10 +5,38 @@
 
 #include "host/database/statement.h"
 #include "host/services/config.h"
+#include "till/checks/checkcodec.h"
+#include "till/failure.h"
 
 using namespace Qt::StringLiterals;
 
 namespace till {
+
+namespace {
+
+/// What a damaged check says of its lines nobody knows; the store keeps it as it is.
+QList<orvastore::ReturnedLine> returnedLines(const poshost::ClosedCheck& closed)
+{
+    if (closed.saleIdentifier.isEmpty()) {
+        return {};
+    }
+    try {
+        return returnedLinesOf(checkcodec::decode(closed.content, closed.identifier));
+    } catch (const Failure&) {
+        return {};
+    }
+}
+
+} // namespace
+
+QList<orvastore::ReturnedLine> returnedLinesOf(const Check& check)
+{
+    QList<orvastore::ReturnedLine> lines;
+    for (const Line& line : check.lines) {
+        lines.append({line.position, line.returnedThousandths, line.thousandths});
+    }
+    return lines;
+}
 
 std::optional<poshost::ClosedCheck> readClosedCheck(poshost::Database& database, qint64 messageId)
 {
@@ -23,6 +51,7 @@ std::optional<poshost::ClosedCheck> readClosedCheck(poshost::Database& database,
     check.closedAt = QDateTime::fromMSecsSinceEpoch(row.value(2).toLongLong());
     check.saleIdentifier = row.value(3).toString();
     check.content = row.value(4).toByteArray();
+    check.returned = returnedLines(check);
     const Config* const config = Singleton<Config>::instance;
     check.till = config == nullptr ? QString() : config->getString(u"till:name"_s, QString());
     return check;

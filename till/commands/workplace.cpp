@@ -16,6 +16,7 @@
 #include "till/keys.h"
 #include "till/recording/recordfolder.h"
 #include "till/recording/recording.h"
+#include "till/sharing/sharedreturns.h"
 #include "till/sharing/suspendedsharing.h"
 #include "till/text.h"
 
@@ -132,7 +133,13 @@ void Workplace::loadPlugin()
     desk = std::make_unique<CashDesk>(
         recording != nullptr ? recording->before(plugin->loyaltySystem()) : plugin->loyaltySystem(),
         store, session);
-    desk->share(sharing.get());
+    if (sharing) {
+        desk->share(sharing.get());
+        // a time of its own: what a return has waited for the store takes nothing from the others
+        returnsStore = SharedStore::configured();
+        returns = std::make_unique<SharedReturns>(store, *opened, *returnsStore);
+        desk->share(*returns);
+    }
     desk->onRequest([durations = PrecheckDurations(opened->fileName())](
                         std::chrono::microseconds time) { durations.add(time); });
 }

@@ -25,6 +25,8 @@ namespace till {
 
 class PluginHost;
 class RecordFolder;
+class SharedReturns;
+class SharedStore;
 class Recording;
 class SharedStore;
 class SuspendedSharing;
@@ -91,6 +93,8 @@ private:
     std::unique_ptr<SharedStore> shared;
     std::unique_ptr<SuspendedSharing> sharing;
     std::unique_ptr<PluginHost> plugin;
+    std::unique_ptr<SharedStore> returnsStore;
+    std::unique_ptr<SharedReturns> returns;
     std::unique_ptr<CashDesk> desk;
     std::unique_ptr<poshost::DeliveryThread> delivery;
 };

@@ -244,6 +244,7 @@ void WorkSession::restore(const QString& which)
 void WorkSession::abandon(const QString&)
 {
     desk.abandon();
+    closed(); // what a return has reserved is given back
 }
 
 void WorkSession::show(const QString&)

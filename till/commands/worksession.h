@@ -25,7 +25,7 @@ class Output;
 class WorkSession
 {
 public:
-    /// @param checkClosed called after a check was closed
+    /// @param checkClosed called after a check was closed or abandoned
     /// @param requestObserver hears of what a command waits for; must live longer
     WorkSession(CashDesk& cashDesk, poshost::Database& till, Output& output,
                 const std::function<void()>& checkClosed,

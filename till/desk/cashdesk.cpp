@@ -13,6 +13,7 @@
 #include "till/desk/impactapplier.h"
 #include "till/failure.h"
 #include "till/reason.h"
+#include "till/sharing/sharedreturns.h"
 #include "till/sharing/suspendedsharing.h"
 #include "till/text.h"
 
@@ -48,7 +49,9 @@ void CashDesk::openSale(const CheckFile& file)
 void CashDesk::openReturn(const CheckFile& file)
 {
     requireNone();
-    takeUp(storing([&] { return returnOf(file); }));
+    Check opened = storing([&] { return returnOf(file); });
+    takeSharedNotices();
+    takeUp(std::move(opened));
     if (!check->cardRecord().isNull()) {
         loyalty.setDocument(check->document);
     }
@@ -64,16 +67,30 @@ void CashDesk::openTrial(const CheckFile& file)
     isTrial = true;
 }
 
+SaleOfShop CashDesk::saleOfThisTill(const QString& which)
+{
+    const Check sale = store.findSaleToReturn(which);
+    const QList<Check> earlier = store.returnsOf(sale.id());
+    return {sale, earlier, int(earlier.size())};
+}
+
+void CashDesk::takeSharedNotices()
+{
+    if (returns != nullptr) {
+        notices += returns->takeNotices();
+    }
+}
+
 /// A return as its file says, noted as open.
 Check CashDesk::returnOf(const CheckFile& file)
 {
-    const Check sale = store.findSaleToReturn(file.sale);
-    const QList<Check> earlier = store.returnsOf(sale.id());
+    const auto [sale, earlier, ownReturns] =
+        returns != nullptr ? returns->find(file.sale) : saleOfThisTill(file.sale);
     const QList<Line> lines = returnlines::of(sale, earlier, file.lines);
     const int number = file.number ? *file.number : store.takeNumber();
     Check opened = Check::create(EDocumentType::ReturnBySale, number, lines);
     opened.document->setSaleDocumentId(sale.id());
-    opened.returnsBefore = int(earlier.size());
+    opened.returnsBefore = ownReturns;
     if (sale.confirmed && cardnumber::isShortened(sale.cardNumber())) {
         notices.append(Text::tr("The customer of the sale was erased, so the loyalty system is not "
                                 "told of the return."));
@@ -178,8 +195,16 @@ Check CashDesk::close()
     Check closing = *check;
     closing.confirmed =
         check->isReturn() ? !check->cardRecord().isNull() : check->loyalty == LoyaltyState::Ready;
+    const bool isShared = check->isReturn() && returns != nullptr;
+    if (isShared) {
+        storing([&] { returns->reserve(closing); });
+        takeSharedNotices();
+    }
     try {
         store.close(closing, [&] {
+            if (isShared) {
+                returns->use(closing);
+            }
             if (closing.confirmed && !loyalty.commit(closing.document)) {
                 throw Failure(Text::tr("The check is not closed (the loyalty system does not "
                                        "confirm it); close it again."));
@@ -279,6 +304,10 @@ void CashDesk::restore(const QString& which)
         }
         return store.loadSuspended(which);
     });
+    if (suspended.isReturn() && returns != nullptr) {
+        storing([&] { returns->resume(suspended); });
+        takeSharedNotices();
+    }
     if (suspended.document->getCardRecord(loyalty.getLoyaltySystemType()).isNull()) {
         throw Failure(Text::tr("Check %1 has no card of this loyalty system; restore it with the "
                                "one that it was suspended with.")

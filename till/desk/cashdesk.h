@@ -18,7 +18,9 @@ class Session;
 namespace till {
 
 class CheckStore;
+class SharedReturns;
 class SuspendedSharing;
+struct SaleOfShop;
 
 /// The cashier's operations on one check after another, in the order that the loyalty contract
 /// asks for. One check at a time. Only presentCard and request may wait for a server, and
@@ -43,12 +45,17 @@ public:
     CashDesk(const CashDesk&) = delete;
     CashDesk& operator=(const CashDesk&) = delete;
 
+    /// Takes returns of other tills' sales too, and keeps what other tills take back in mind. To be
+    /// called before the first check.
+    /// @param returns must live longer
+    void share(SharedReturns& through) { returns = &through; }
+
     /// Opens a sale. Its card, if the file names one, is not presented yet.
     void openSale(const CheckFile& file);
     /// Opens a sale that is only looked at: it has the number that the next check will have, is in
     /// no list, and can be asked about and abandoned, but neither suspended nor closed.
     void openTrial(const CheckFile& file);
-    /// Opens a return against a closed sale of this till.
+    /// Opens a return against a closed sale: of this till, or of any where tills share a store.
     void openReturn(const CheckFile& file);
     /// Identifies the customer's card. @return false when the loyalty system knows no such card or
     /// cannot be reached: the sale goes on without it.
@@ -67,8 +74,9 @@ public:
     /// Takes cash.
     void tender(qint64 kopecks);
     /// Closes the check and queues its confirmation, both or neither. A sale without cash counts
-    /// as paid exactly. When this throws the check is still open and can be closed again: its
-    /// confirmation will be byte for byte the same.
+    /// as paid exactly. A return that tills share is reserved in the store first, which is waited
+    /// for no longer than its time-out. When this throws the check is still open and can be closed
+    /// again: its confirmation will be byte for byte the same.
     /// @return the closed check
     Check close();
     /// Keeps the check for later; another process may restore it.
@@ -120,7 +128,10 @@ private:
     void requireFullTender();
     void prepareRetry();
     void requireSuspendable();
+    SaleOfShop saleOfThisTill(const QString& which);
     Check returnOf(const CheckFile& file);
+    bool isSaleDelivered();
+    void takeSharedNotices();
     template <typename LayDown>
     void settle(const LayDown& systemLaysDown);
     void rollBack();
@@ -131,6 +142,7 @@ private:
     CheckStore& store;
     Session& session;
     SuspendedSharing* sharing = nullptr;
+    SharedReturns* returns = nullptr;
     std::optional<Check> check;
     bool restored = false;
     bool isTrial = false;

@@ -14,6 +14,7 @@
 #include "till/desk/serverswords.h"
 #include "till/failure.h"
 #include "till/reason.h"
+#include "till/sharing/sharedreturns.h"
 #include "till/text.h"
 
 #include <QLoggingCategory>
@@ -58,10 +59,7 @@ bool CashDesk::request()
     if (requireCheck().cardRecord().isNull()) {
         throw Failure(Text::tr("The check has no card, so there is nobody to ask about."));
     }
-    const auto saleIsDelivered = [this] {
-        return storing([this] { return store.isDelivered(check->document->getSaleDocumentId()); });
-    };
-    if (check->isReturn() && !saleIsDelivered()) {
+    if (check->isReturn() && !isSaleDelivered()) {
         notices.append(Text::tr("The server has not got the sale yet, so it is not asked about "
                                 "the return; the return is confirmed after the sale."));
         return false;
@@ -73,6 +71,14 @@ bool CashDesk::request()
         spend();
     }
     return check->loyalty == LoyaltyState::Ready;
+}
+
+/// What was handed over counts as delivered once the store says so.
+bool CashDesk::isSaleDelivered()
+{
+    const bool isGone =
+        storing([this] { return store.isDelivered(check->document->getSaleDocumentId()); });
+    return isGone && (sharing == nullptr || sharing->isSaleDelivered().value_or(true));
 }
 
 /// One request for the check without this system's impacts, and its effect on the check.

@@ -25,15 +25,15 @@ public:
 
     /// @throws Failure when the module that reaches the store cannot be loaded
     orvastore::SharedBooks& books();
+    /// How long the store is waited for.
+    std::chrono::milliseconds timeout() const
+    {
+        return std::chrono::seconds(setup.settings.timeoutSeconds);
+    }
     /// Whose books they are.
     const QString& shop() const { return setup.shop; }
     /// The name under which the others know this till.
     const QString& till() const { return name; }
-    /// How long the store is waited for.
-    std::chrono::seconds timeout() const
-    {
-        return std::chrono::seconds(setup.settings.timeoutSeconds);
-    }
 
 private:
     poshost::StoreSetup setup;

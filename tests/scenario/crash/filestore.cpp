@@ -58,6 +58,7 @@ StoreResult FileStore::reach()
         database = QSharedPointer<poshost::Database>::create(file);
         database->execute(u"CREATE TABLE IF NOT EXISTS handed "
                           "(identifier TEXT PRIMARY KEY, message INTEGER)"_s);
+        FileBooks::makeTable(*database);
     }
     return {StoreEnd::Done, {}};
 }
@@ -86,6 +87,7 @@ bool FileStore::keep(const HandedCheck& check)
     const bool isNew = known.affectedRows() == 1;
     if (isNew) {
         keepMessage(check);
+        FileBooks::settle(*database, check);
     }
     transaction.commit();
     return isNew;

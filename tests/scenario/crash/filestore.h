@@ -5,7 +5,7 @@
 
 #include "host/database/database.h"
 #include "store/storeclient.h"
-#include "tests/scenario/crash/filesuspended.h"
+#include "tests/scenario/crash/filebooks.h"
 
 #include <QObject>
 #include <QSharedPointer>

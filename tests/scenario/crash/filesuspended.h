@@ -36,27 +36,3 @@ private:
     bool isAway = false;
     bool isUnanswered = false;
 };
-
-/// All that tills share in that file.
-class FileBooks : public FileSuspended
-{
-public:
-    orvastore::SaleToReturn saleToReturn(const QString&, const QString&) override { return {}; }
-    orvastore::StoreResult reserve(const orvastore::Reservation&) override { return {}; }
-    orvastore::StoreResult release(const QString&, const QString&) override { return {}; }
-    orvastore::StoreResult
-    forEachCheck(const QString&, const QString&,
-                 const std::function<bool(const orvastore::KeptCheck&)>&) override
-    {
-        return {};
-    }
-    orvastore::StoreResult findChecks(const QString&, const QString&,
-                                      QList<orvastore::KeptCheck>&) override
-    {
-        return {};
-    }
-    orvastore::StoreResult rewrite(const QString&, const QString&, const QByteArray&) override
-    {
-        return {};
-    }
-};

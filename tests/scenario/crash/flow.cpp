@@ -189,6 +189,29 @@ Flow passingOnUnanswered(int repetitions)
             .runs = {leaving, taking}};
 }
 
+/// Returns are reserved in the store, one of them abandoned, and one with an answer that gets lost.
+Flow reserving(int repetitions)
+{
+    QStringList sales;
+    QStringList returns;
+    QStringList unanswered;
+    for (int i = 1; i <= repetitions; ++i) {
+        sales += saleWithPoints;
+        returns += QStringList{u"return return%1.toml"_s.arg(i), u"close"_s,
+                               u"return rest%1.toml"_s.arg(i), u"abandon"_s};
+        unanswered += QStringList{u"return rest%1.toml"_s.arg(i), u"close"_s};
+    }
+    TillRun first = work(returns);
+    first.arguments = QStringList{u"--config"_s, u"store.toml"_s, u"work"_s};
+    TillRun second = work(unanswered);
+    second.arguments = QStringList{u"--config"_s, u"unanswered.toml"_s, u"work"_s};
+    return {.name = u"reservation"_s,
+            .repetitions = repetitions,
+            .preparation = sales + QStringList{drained},
+            .hasStore = true,
+            .runs = {first, second}};
+}
+
 /// A file of an older version with a full queue becomes one of this version.
 Flow migrating(int repetitions)
 {
@@ -256,9 +279,12 @@ QList<Flow> allFlows(int repetitions)
             deliveringInLanes(repetitions),
             handingOver(repetitions),
             fallingBack(repetitions),
+            reserving(repetitions),
             passingOn(repetitions),
             passingOnUnanswered(repetitions),
             migrating(repetitions),
             archiving(repetitions),
+            backingUp(repetitions),
+            restoring(repetitions),
             starting()};
 }

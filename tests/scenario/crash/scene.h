@@ -78,6 +78,7 @@ private:
     std::unique_ptr<Process> runTill(const TillRun& run, const Stop* stop);
     void playRuns(const Flow& flow, const Stop& stop, tests::Cashier& cashier);
     void recover(const Flow& flow, QStringList& problems);
+    void giveBack(QStringList& problems);
     void deliverStore(QStringList& problems);
     void goThroughCopies(const Flow& flow, bool wasStopped, int closed, QStringList& problems);
     void proveCopy(bool wasStopped, int closed, QStringList& problems);

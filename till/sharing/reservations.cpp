@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 The Orva developers
+// SPDX-License-Identifier: Apache-2.0
+
+#include "till/sharing/reservations.h"
+
+#include "host/database/database.h"
+#include "host/database/statement.h"
+#include "host/database/transaction.h"
+#include "host/services/currenttime.h"
+#include "till/failure.h"
+#include "till/text.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace till {
+namespace {
+
+/// Longer than a closing takes, and than the store is waited for.
+constexpr qint64 ownMilliseconds = 60'000;
+
+/// Marks what is to be given back before the store is told, so that it closes no more.
+QStringList markDue(poshost::Database& database)
+{
+    const qint64 now = CurrentTime::milliseconds();
+    poshost::Transaction transaction(database);
+    // of a check that another till has closed meanwhile nothing is given back
+    database.execute(u"DELETE FROM return_reservations WHERE EXISTS "
+                     "(SELECT 1 FROM checks WHERE id = check_id AND checks.state = 'closed')"_s);
+    poshost::Statement mark(
+        database, u"UPDATE return_reservations SET state = 'releasing' WHERE state = 'held' AND "
+                  "(noted_at <= ?1 - ?2 OR noted_at > ?1 OR NOT EXISTS (SELECT 1 FROM checks "
+                  "WHERE id = check_id AND checks.state IN ('open', 'suspended')))"_s);
+    mark.bind(now).bind(ownMilliseconds).execute();
+    QStringList due;
+    {
+        poshost::Statement marked(database, u"SELECT check_id FROM return_reservations "
+                                            "WHERE state = 'releasing' ORDER BY noted_at"_s);
+        while (marked.next()) {
+            due.append(marked.value(0).toString());
+        }
+    }
+    transaction.commit();
+    return due;
+}
+
+} // namespace
+
+void Reservations::note(const QString& checkId)
+{
+    poshost::Statement statement(database,
+                                 u"INSERT INTO return_reservations (check_id, state, noted_at) "
+                                 "VALUES (?, 'held', ?) ON CONFLICT (check_id) DO UPDATE "
+                                 "SET noted_at = excluded.noted_at WHERE state = 'held'"_s);
+    statement.bind(checkId).bind(CurrentTime::milliseconds()).execute();
+    if (statement.affectedRows() != 1) {
+        throw Failure(Text::tr("What this return takes back is being given free; abandon it and "
+                               "open it again."));
+    }
+}
+
+void Reservations::use(const QString& checkId)
+{
+    poshost::Statement statement(database, u"DELETE FROM return_reservations "
+                                           "WHERE check_id = ? AND state = 'held'"_s);
+    statement.bind(checkId).execute();
+    if (statement.affectedRows() != 1) {
+        throw Failure(Text::tr("What this return takes back was given free meanwhile; abandon it "
+                               "and open it again."));
+    }
+}
+
+std::optional<qint64> Reservations::nextDue(poshost::Database& database)
+{
+    poshost::Statement statement(
+        database,
+        u"SELECT min(CASE WHEN r.state = 'releasing' OR c.id IS NULL OR r.noted_at > ?1 OR "
+        "c.state NOT IN ('open', 'suspended') THEN 0 ELSE r.noted_at + ?2 END) "
+        "FROM return_reservations r LEFT JOIN checks c ON c.id = r.check_id"_s);
+    statement.bind(CurrentTime::milliseconds()).bind(ownMilliseconds);
+    if (!statement.next() || statement.value(0).isNull()) {
+        return std::nullopt;
+    }
+    return statement.value(0).toLongLong();
+}
+
+orvastore::StoreResult Reservations::releaseDue(poshost::Database& database,
+                                                orvastore::SharedBooks& books, const QString& shop)
+{
+    const QStringList due = markDue(database);
+    for (const QString& id : due) {
+        const orvastore::StoreResult result = books.release(shop, id);
+        if (result.end != orvastore::StoreEnd::Done) {
+            return result;
+        }
+        poshost::Statement forget(database,
+                                  u"DELETE FROM return_reservations WHERE check_id = ?"_s);
+        forget.bind(id).execute();
+    }
+    return {orvastore::StoreEnd::Done, {}};
+}
+
+} // namespace till
