@@ -3,6 +3,7 @@
 
 #include "till/sharing/suspendedsharing.h"
 
+#include "store/sharedbooks.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/checkstore.h"
 #include "till/failure.h"
