@@ -33,6 +33,8 @@ BEGIN
     END IF;
     UPDATE orva.checks SET content = with_content
         WHERE shop = of_shop AND identifier = with_identifier AND closed_on = kept.closed_on;
+    UPDATE orva.returns SET content = with_content
+        WHERE shop = of_shop AND identifier = with_identifier;
     UPDATE orva.messages SET payload = '', extra = ''
         WHERE lane = kept.lane AND shop = of_shop AND identifier = with_identifier;
     INSERT INTO orva.erasures (shop, identifier, role)

@@ -252,4 +252,18 @@ TEST_F(SharedSuspended, onlyWhatIsDeliveredIsRewrittenAndWhoHasDoneItStaysKnown)
     EXPECT_TRUE(found.first().isDelivered);
 }
 
+TEST_F(SharedSuspended, aCustomerIsTakenOutOfAReturnWhereverItIsKept)
+{
+    HandedCheck given = checkOf(u"r"_s);
+    given.saleIdentifier = u"a"_s;
+    given.returned = {{1, 1000, 1000}};
+    orvastore::handOver(owner, given);
+    const auto task = book.claim();
+    ASSERT_TRUE(task);
+    book.finish(*task, done);
+    EXPECT_EQ(one.rewrite(u"shop"_s, u"r"_s, "masked").end, StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.checks WHERE content = 'masked'"_s), u"1"_s);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.returns WHERE content = 'masked'"_s), u"1"_s);
+}
+
 } // namespace
