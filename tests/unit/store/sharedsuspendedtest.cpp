@@ -254,7 +254,7 @@ TEST_F(SharedSuspended, onlyWhatIsDeliveredIsRewrittenAndWhoHasDoneItStaysKnown)
 
 TEST_F(SharedSuspended, aCustomerIsTakenOutOfAReturnWhereverItIsKept)
 {
-    HandedCheck given = checkOf(u"r"_s);
+    orvastore::HandedCheck given = checkOf(u"r"_s);
     given.saleIdentifier = u"a"_s;
     given.returned = {{1, 1000, 1000}};
     orvastore::handOver(owner, given);
