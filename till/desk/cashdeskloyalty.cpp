@@ -78,7 +78,7 @@ bool CashDesk::isSaleDelivered()
 {
     const bool isGone =
         storing([this] { return store.isDelivered(check->document->getSaleDocumentId()); });
-    return isGone && (sharing == nullptr || sharing->isSaleDelivered().value_or(true));
+    return isGone && (returns == nullptr || returns->isSaleDelivered().value_or(true));
 }
 
 /// One request for the check without this system's impacts, and its effect on the check.
