@@ -10,7 +10,6 @@
 #include "till/checks/checkschema.h"
 #include "till/checks/closedchecks.h"
 #include "till/keys.h"
-#include "till/sharing/leftchecks.h"
 #include "till/sharing/reservations.h"
 
 using namespace Qt::StringLiterals;
@@ -21,7 +20,6 @@ namespace {
 bool registerAll()
 {
     poshost::registerSchema(u"checks"_s, checkSchema());
-    poshost::registerSchema(u"suspended"_s, leftChecksSchema());
     poshost::registerClosedChecks(readClosedCheck);
     poshost::registerStoreErrands({&Reservations::nextDue, &Reservations::releaseDue});
     poshost::knownkeys::registerKeys(u"till"_s, tillKeys());

@@ -4457,6 +4457,10 @@ something is, 2 the address is not marked as meant for testing.</source>
         <source>The store has not confirmed the return (%1); it is looked at again when the check is handed over.</source>
         <translation>Хранилище не подтвердило возврат (%1); он будет проверен, когда чек будет передан.</translation>
     </message>
+    <message>
+        <source>not set: they are not written</source>
+        <translation>не задано: не записываются</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>

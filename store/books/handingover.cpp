@@ -114,6 +114,11 @@ void handOverSeveral(Connection& connection, const HandedCheck& check)
 
 } // namespace
 
+void noteTill(Connection& connection, const QString& shop, const QString& till)
+{
+    connection.run("SELECT orva.note_till($1, $2)", {Value::text(shop), Value::text(till)});
+}
+
 void handOver(Connection& connection, const HandedCheck& check)
 {
     if (check.messages.size() > 1 || !check.returned.isEmpty()) {

@@ -53,6 +53,21 @@ StoreResult PostgresStore::reach()
     }
 }
 
+/// What is handed over is safe already, and whatever is wrong now the next check will show.
+void PostgresStore::noteTill(const HandedCheck& check)
+{
+    constexpr std::chrono::minutes betweenNotes(1);
+    if (!nextNote.hasExpired()) {
+        return;
+    }
+    nextNote.setRemainingTime(betweenNotes);
+    try {
+        orvastore::noteTill(*connection, check.shop, check.till);
+    } catch (const StoreError&) {
+        connection->close();
+    }
+}
+
 QList<StoreResult> PostgresStore::handOver(const QList<HandedCheck>& checks)
 {
     QList<StoreResult> results;
@@ -72,6 +87,9 @@ QList<StoreResult> PostgresStore::handOver(const QList<HandedCheck>& checks)
         if (end != StoreEnd::Done && end != StoreEnd::Refused) {
             break;
         }
+    }
+    if (!results.isEmpty() && results.last().end == StoreEnd::Done) {
+        noteTill(checks.last());
     }
     while (results.size() < checks.size()) {
         results.append({StoreEnd::Unreachable, results.last().error});

@@ -6,6 +6,7 @@
 #include "store/database/connection.h"
 #include "store/storeclient.h"
 
+#include <QDeadlineTimer>
 #include <memory>
 #include <mutex>
 
@@ -22,11 +23,13 @@ public:
 
 private:
     void requireUsableSchema();
+    void noteTill(const HandedCheck& check);
 
     std::mutex mutex; ///< guards the pointer, which interrupt uses
     std::unique_ptr<Connection> connection;
     bool interrupted = false;
-    int examined = 0; ///< the session whose schema was looked at
+    int examined = 0;        ///< the session whose schema was looked at
+    QDeadlineTimer nextNote; ///< when it is told anew that this till hands over
 };
 
 } // namespace orvastore

@@ -5,36 +5,21 @@
 -- nothing of what checks contain. Cheap however much waits: what is counted are tables with one small row
 -- for each lane with work, and what was added last to the large ones, read from their ends.
 
--- When each till has handed over last, to a minute: a row that changed with each check would be one more
--- to wait for.
+-- When each till has handed over last. A till notes it by itself, now and then and behind its commits: a row
+-- that changed with each check would be one more that hand-overs wait for.
 CREATE TABLE IF NOT EXISTS orva.handed_last (
     shop text NOT NULL,
     till text NOT NULL,
     at timestamptz NOT NULL,
     PRIMARY KEY (shop, till));
 
--- Whoever finds the row locked leaves it: somebody is writing the same.
-CREATE OR REPLACE FUNCTION orva.note_handing_over() RETURNS trigger
-LANGUAGE plpgsql AS $$
-DECLARE
-    noted timestamptz;
+CREATE OR REPLACE FUNCTION orva.note_till(of_shop text, of_till text) RETURNS void
+LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 BEGIN
-    SELECT at INTO noted FROM orva.handed_last l WHERE l.shop = NEW.shop AND l.till = NEW.till;
-    IF noted IS NULL THEN
-        INSERT INTO orva.handed_last (shop, till, at) VALUES (NEW.shop, NEW.till, clock_timestamp())
-            ON CONFLICT (shop, till) DO NOTHING;
-    ELSIF noted < clock_timestamp() - interval '1 minute' THEN
-        PERFORM 1 FROM orva.handed_last l WHERE l.shop = NEW.shop AND l.till = NEW.till
-            FOR UPDATE SKIP LOCKED;
-        IF FOUND THEN
-            UPDATE orva.handed_last l SET at = clock_timestamp()
-                WHERE l.shop = NEW.shop AND l.till = NEW.till;
-        END IF;
-    END IF;
-    RETURN NULL;
+    PERFORM orva.own_shop_is(of_shop);
+    INSERT INTO orva.handed_last (shop, till, at) VALUES (of_shop, of_till, clock_timestamp())
+        ON CONFLICT (shop, till) DO UPDATE SET at = clock_timestamp();
 END $$;
-CREATE OR REPLACE TRIGGER handed AFTER INSERT ON orva.checks
-    FOR EACH ROW EXECUTE FUNCTION orva.note_handing_over();
 
 -- What was added to "attempts", "outcomes" or "deliveries" since a time, read from the end of each day's
 -- table: rows are only ever added there. Of outcomes by their meaning. One kind may come in several rows.
@@ -154,9 +139,10 @@ LANGUAGE sql SECURITY DEFINER SET search_path = pg_catalog AS $$
     FROM orva.handed_last l WHERE l.at > clock_timestamp() - within_days * interval '1 day'
 $$;
 
-REVOKE ALL ON FUNCTION orva.note_handing_over(), orva.added_since(text, timestamptz),
+REVOKE ALL ON FUNCTION orva.note_till(text, text), orva.added_since(text, timestamptz),
     orva.oldest_waiting(), orva.waiting_messages(bigint), orva.figures(int), orva.failures(int),
     orva.tills_heard_of(int) FROM PUBLIC;
 REVOKE ALL ON TABLE orva.handed_last FROM PUBLIC, orva_till, orva_worker;
 GRANT EXECUTE ON FUNCTION orva.figures(int), orva.failures(int), orva.tills_heard_of(int)
     TO orva_worker;
+GRANT EXECUTE ON FUNCTION orva.note_till(text, text) TO orva_till;

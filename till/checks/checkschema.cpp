@@ -56,6 +56,17 @@ QStringList archives()
             "length INTEGER NOT NULL, checks INTEGER NOT NULL) WITHOUT ROWID"_s};
 }
 
+/// Version 7: suspended checks that were left in the store, or taken up from there.
+QStringList leavings()
+{
+    return {u"CREATE TABLE leavings (check_id TEXT PRIMARY KEY, number INTEGER NOT NULL, "
+            "mark TEXT NOT NULL, begun_at INTEGER NOT NULL, content BLOB) WITHOUT ROWID"_s,
+            u"CREATE INDEX leavings_unfinished ON leavings(begun_at) "
+            "WHERE content IS NOT NULL"_s,
+            u"CREATE TABLE takeups (token TEXT PRIMARY KEY, which TEXT NOT NULL, "
+            "check_id TEXT) WITHOUT ROWID"_s};
+}
+
 /// Version 8: returns whose goods may be reserved in the store while they are not closed.
 QStringList reservations()
 {
@@ -68,11 +79,9 @@ QStringList reservations()
 
 QList<poshost::SchemaStep> checkSchema()
 {
-    return {{2, u"checks"_s, tillTables()},
-            {3, u"checks_recent"_s, checkIndex()},
-            {4, u"checks_last"_s, changeNumbers()},
-            {6, u"archives"_s, archives()},
-            {8, u"return_reservations"_s, reservations()}};
+    return {{2, u"checks"_s, tillTables()},         {3, u"checks_recent"_s, checkIndex()},
+            {4, u"checks_last"_s, changeNumbers()}, {6, u"archives"_s, archives()},
+            {7, u"leavings"_s, leavings()},         {8, u"return_reservations"_s, reservations()}};
 }
 
 } // namespace till

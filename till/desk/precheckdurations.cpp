@@ -3,10 +3,14 @@
 
 #include "till/desk/precheckdurations.h"
 
+#include "host/database/database.h"
+
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <type_traits>
 #include <unistd.h>
 
@@ -45,6 +49,25 @@ Counts readFrom(int descriptor)
                : Counts();
 }
 
+/// Made with the rights of the database, so that all who sell on it count in it.
+/// @return below 0: it cannot be written
+int openedForWriting(const QString& file)
+{
+    constexpr int manner = O_RDWR | O_CLOEXEC | O_NOFOLLOW;
+    const QByteArray name = QFile::encodeName(file);
+    const int known = ::open(name.constData(), manner);
+    if (known >= 0 || errno != ENOENT) {
+        return known;
+    }
+    const int made = ::open(name.constData(), manner | O_CREAT | O_EXCL, 0600);
+    if (made >= 0 &&
+        poshost::Database::rightsOf(file).testFlag(QFileDevice::Permission::WriteGroup)) {
+        [[maybe_unused]] const int failed =
+            ::fchmod(made, S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP); // then it is the owner's alone
+    }
+    return made;
+}
+
 bool lockAtOnce(int descriptor)
 {
     struct flock whole
@@ -62,8 +85,7 @@ PrecheckDurations::PrecheckDurations(const QString& databaseFile)
 
 void PrecheckDurations::add(std::chrono::microseconds duration) const
 {
-    const int descriptor = ::open(QFile::encodeName(file).constData(),
-                                  O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    const int descriptor = openedForWriting(file);
     if (descriptor < 0) {
         return;
     }

@@ -34,6 +34,7 @@ constexpr const char* meanings[] = {
     QT_TRANSLATE_NOOP("Till", "not set: the one of the package orva-store"),
     QT_TRANSLATE_NOOP("Till", "not set: messages wait for the store"),
     QT_TRANSLATE_NOOP("Till", "not set: nothing is recorded"),
+    QT_TRANSLATE_NOOP("Till", "not set: they are not written"),
     QT_TRANSLATE_NOOP("Till", "not set: no server is tried"),
     QT_TRANSLATE_NOOP("Till", "not set: what needs one is not tried"),
 };

@@ -14,18 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace till {
 
-QList<poshost::SchemaStep> leftChecksSchema()
-{
-    return {{7,
-             u"leavings"_s,
-             {u"CREATE TABLE leavings (check_id TEXT PRIMARY KEY, number INTEGER NOT NULL, "
-              "mark TEXT NOT NULL, begun_at INTEGER NOT NULL, content BLOB) WITHOUT ROWID"_s,
-              u"CREATE INDEX leavings_unfinished ON leavings(begun_at) "
-              "WHERE content IS NOT NULL"_s,
-              u"CREATE TABLE takeups (token TEXT PRIMARY KEY, which TEXT NOT NULL, "
-              "check_id TEXT) WITHOUT ROWID"_s}}};
-}
-
 void LeftChecks::begin(const Check& check, const QString& mark)
 {
     poshost::Transaction transaction(database);

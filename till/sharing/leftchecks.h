@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "host/database/schemastep.h"
-
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
@@ -18,9 +16,6 @@ namespace till {
 
 struct Check;
 class CheckStore;
-
-/// The tables of what is noted here.
-QList<poshost::SchemaStep> leftChecksSchema();
 
 /// A suspended check that was begun to be left in the store.
 struct Leaving

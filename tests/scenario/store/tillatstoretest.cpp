@@ -138,8 +138,8 @@ TEST_F(TillAtStore, TheDoctorKnocksAtTheStore)
     cluster.thaw();
     cluster.sql(u"DROP SCHEMA orva CASCADE"_s);
     EXPECT_TRUE(line().contains(u"orva-store"_s)) << qPrintable(line());
-    writeStoreConfig(storeString(), u"module = \"/nowhere/liborvastore.so\"\n"_s);
-    EXPECT_TRUE(line().startsWith(u"fails: "_s) && line().contains(u"/nowhere/"_s))
+    writeStoreConfig(storeString() + u" password=x"_s);
+    EXPECT_TRUE(line().startsWith(u"fails: "_s) && line().contains(u"passwordFile"_s))
         << qPrintable(line());
     writeConfig();
     EXPECT_TRUE(line().startsWith(u"none in {"_s)) << qPrintable(line());

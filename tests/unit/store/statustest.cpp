@@ -28,6 +28,7 @@ protected:
         orvastore::HandedCheck check = checkOf(identifier);
         check.till = till;
         orvastore::handOver(owner, check);
+        orvastore::noteTill(owner, check.shop, till);
     }
 };
 
@@ -115,7 +116,7 @@ TEST_F(Status, aWorkerMayReadItAndNoCheckAndATillMayNot)
     storetest::sharedCluster().sql(
         u"DROP ROLE IF EXISTS eyes; DROP ROLE IF EXISTS blind; CREATE ROLE eyes LOGIN IN ROLE "
         "orva_worker; CREATE ROLE blind LOGIN IN ROLE orva_till"_s);
-    handOver(u"a"_s);
+    handOverOf(u"one"_s, u"a"_s);
     Connection worker(settingsFor(storetest::sharedCluster().connection(u"eyes"_s, database)), {});
     EXPECT_EQ(StoreStatus::of(worker).messages, 1);
     EXPECT_EQ(StoreStatus::of(worker).tills.size(), 1);

@@ -79,7 +79,7 @@ TEST(KnownKeys, leadToTheDatabaseWhateverItsKeyIsCalled)
 TEST(KnownKeys, haveWholeSheets)
 {
     const PluginKeys plugin(QStringLiteral(ORVA_PLUGIN_SOURCE));
-    EXPECT_EQ(knownkeys::all().size(), 32);
+    EXPECT_EQ(knownkeys::all().size(), 33);
     for (const ConfigKey& key : knownkeys::all()) {
         SCOPED_TRACE(key.name().toStdString());
         EXPECT_FALSE(key.about.isEmpty());

@@ -197,10 +197,10 @@ QList<Row> namesThatNobodyReads()
 QList<Row> missingKeys()
 {
     return brokenKeys([](const poshost::ConfigKey& key) {
-        const bool isOptional = key.table == u"queue"_s || key.table == u"http"_s ||
-                                key.table == u"recording"_s || key.table == u"store"_s ||
-                                key.table == u"verify"_s || key.key == u"timeout"_s ||
-                                key.key == u"name"_s || key.key.endsWith(u"Days"_s);
+        const bool isOptional =
+            key.table == u"queue"_s || key.table == u"http"_s || key.table == u"recording"_s ||
+            key.table == u"store"_s || key.table == u"verify"_s || key.key == u"timeout"_s ||
+            key.key == u"name"_s || key.key == u"metricsFile"_s || key.key.endsWith(u"Days"_s);
         return isOptional ? QString() : u""_s;
     });
 }
