@@ -120,6 +120,16 @@ void apply(Scene& scene, const Row& row, const PrintedMend& mend, Mended& counts
     }
 }
 
+/// What still has to be mended. There is no store here: a right value for its key names one that
+/// cannot be reached.
+qsizetype leftOver(const till::doctor::Report& report)
+{
+    return std::count_if(report.rows().cbegin(), report.rows().cend(), [](const auto& row) {
+        return row.id != "store"_L1 && (row.finding.mark == till::doctor::Mark::Fails ||
+                                        row.finding.mark == till::doctor::Mark::Warning);
+    });
+}
+
 } // namespace
 
 Mended expectFoundAndMended(const QList<Row>& rows, Scene::Way way)
@@ -139,10 +149,8 @@ Mended expectFoundAndMended(const QList<Row>& rows, Scene::Way way)
         apply(scene, row, mend, counts);
         const till::doctor::Report mended = scene.examine();
         // what is new, such as a database that is not made yet, has less to be looked at
-        EXPECT_EQ(
-            mended.count(till::doctor::Mark::Fails) + mended.count(till::doctor::Mark::Warning), 0)
-            << mend.text().toStdString() << '\n'
-            << mended.text().toStdString();
+        EXPECT_EQ(leftOver(mended), 0) << mend.text().toStdString() << '\n'
+                                       << mended.text().toStdString();
     }
     return counts;
 }
