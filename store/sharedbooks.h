@@ -107,6 +107,10 @@ public:
     /// to repeat, and Done when there is nothing; the return cannot be reserved again.
     virtual StoreResult release(const QString& shop, const QString& identifier) = 0;
 
+    /// Takes for good what a closed return has reserved, handed over or not. Safe to repeat, and
+    /// Done when there is nothing.
+    virtual StoreResult settleReturn(const QString& shop, const QString& identifier) = 0;
+
     /// Leaves a suspended check for any till. Safe to repeat by its mark, also when another till
     /// has taken it up or closed it meanwhile.
     /// @return Refused when another till has the check, or it is closed

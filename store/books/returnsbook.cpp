@@ -101,6 +101,12 @@ void returnsbook::release(Connection& connection, const QString& shop, const QSt
                    {Value::text(shop), Value::text(identifier)});
 }
 
+void returnsbook::close(Connection& connection, const QString& shop, const QString& identifier)
+{
+    connection.run("SELECT orva.close_return($1, $2)",
+                   {Value::text(shop), Value::text(identifier)});
+}
+
 void returnsbook::settle(Connection& connection, const HandedCheck& check)
 {
     const QList<Value> values =

@@ -17,6 +17,8 @@ namespace returnsbook {
 SaleToReturn find(Connection& connection, const QString& shop, const QString& which);
 void reserve(Connection& connection, const Reservation& reservation);
 void release(Connection& connection, const QString& shop, const QString& identifier);
+/// What a return has reserved that is closed at its till is taken for good.
+void close(Connection& connection, const QString& shop, const QString& identifier);
 /// What a return takes is taken for good; in the transaction that keeps the return.
 void settle(Connection& connection, const HandedCheck& check);
 

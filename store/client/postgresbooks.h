@@ -25,6 +25,7 @@ public:
     SaleToReturn saleToReturn(const QString& shop, const QString& which) override;
     StoreResult reserve(const Reservation& reservation) override;
     StoreResult release(const QString& shop, const QString& identifier) override;
+    StoreResult settleReturn(const QString& shop, const QString& identifier) override;
 
     StoreResult leave(const LeftCheck& check) override;
     TakeUp takeUp(const QString& shop, const QString& which, const QString& till,

@@ -25,4 +25,9 @@ StoreResult PostgresBooks::release(const QString& shop, const QString& identifie
     return asking([&](Connection& session) { returnsbook::release(session, shop, identifier); });
 }
 
+StoreResult PostgresBooks::settleReturn(const QString& shop, const QString& identifier)
+{
+    return asking([&](Connection& session) { returnsbook::close(session, shop, identifier); });
+}
+
 } // namespace orvastore

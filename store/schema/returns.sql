@@ -151,6 +151,16 @@ BEGIN
         LIMIT 100);
 END $$;
 
+-- A return is closed at its till, and what it has reserved is taken for good: one without a message, or
+-- whose till has delivered it itself, is never handed over.
+CREATE OR REPLACE FUNCTION orva.close_return(of_shop text, with_identifier text) RETURNS void
+LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+BEGIN
+    PERFORM orva.own_shop_is(of_shop);
+    UPDATE orva.returns SET is_closed = true
+        WHERE shop = of_shop AND identifier = with_identifier AND NOT is_released;
+END $$;
+
 -- What a return that is being handed over takes is taken for good. Gives the return that leaves too
 -- little when it was not reserved and more would come back than was sold: then it may not be kept.
 CREATE OR REPLACE FUNCTION orva.settle_return(of_shop text, of_till text, with_identifier text,
@@ -186,8 +196,8 @@ BEGIN
             sold = excluded.sold, content = excluded.content;
 END $$;
 
-REVOKE ALL ON FUNCTION orva.sales_named, orva.returns_known, orva.reserve_return, orva.release_return,
+REVOKE ALL ON FUNCTION orva.close_return, orva.sales_named, orva.returns_known, orva.reserve_return, orva.release_return,
     orva.settle_return, orva.lock_sale, orva.returns_of, orva.has_all_messages, orva.return_in_the_way
     FROM PUBLIC;
 GRANT EXECUTE ON FUNCTION orva.sales_named, orva.returns_known, orva.reserve_return,
-    orva.release_return, orva.settle_return TO orva_till;
+    orva.release_return, orva.close_return, orva.settle_return TO orva_till;

@@ -67,11 +67,11 @@ QStringList leavings()
             "check_id TEXT) WITHOUT ROWID"_s};
 }
 
-/// Version 8: returns whose goods may be reserved in the store while they are not closed.
+/// Version 8: returns whose goods may be reserved in the store, until it knows what became of them.
 QStringList reservations()
 {
     return {u"CREATE TABLE return_reservations (check_id TEXT PRIMARY KEY, "
-            "state TEXT NOT NULL CHECK (state = 'held' OR state = 'releasing'), "
+            "state TEXT NOT NULL CHECK (state IN ('held', 'releasing', 'closed')), "
             "noted_at INTEGER NOT NULL) WITHOUT ROWID"_s};
 }
 

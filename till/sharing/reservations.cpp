@@ -20,25 +20,29 @@ namespace {
 /// Longer than a closing takes, and than the store is waited for.
 constexpr qint64 ownMilliseconds = 60'000;
 
+/// What the store is to be told of: returns with whether they are closed.
+using Due = QList<std::pair<QString, bool>>;
+
 /// Marks what is to be given back before the store is told, so that it closes no more.
-QStringList markDue(poshost::Database& database)
+Due markDue(poshost::Database& database)
 {
     const qint64 now = CurrentTime::milliseconds();
     poshost::Transaction transaction(database);
     // of a check that another till has closed meanwhile nothing is given back
-    database.execute(u"DELETE FROM return_reservations WHERE EXISTS "
+    database.execute(u"UPDATE return_reservations SET state = 'closed' WHERE EXISTS "
                      "(SELECT 1 FROM checks WHERE id = check_id AND checks.state = 'closed')"_s);
     poshost::Statement mark(
         database, u"UPDATE return_reservations SET state = 'releasing' WHERE state = 'held' AND "
                   "(noted_at <= ?1 - ?2 OR noted_at > ?1 OR NOT EXISTS (SELECT 1 FROM checks "
                   "WHERE id = check_id AND checks.state IN ('open', 'suspended')))"_s);
     mark.bind(now).bind(ownMilliseconds).execute();
-    QStringList due;
+    Due due;
     {
-        poshost::Statement marked(database, u"SELECT check_id FROM return_reservations "
-                                            "WHERE state = 'releasing' ORDER BY noted_at"_s);
+        poshost::Statement marked(database,
+                                  u"SELECT check_id, state = 'closed' FROM return_reservations "
+                                  "WHERE state <> 'held' ORDER BY noted_at"_s);
         while (marked.next()) {
-            due.append(marked.value(0).toString());
+            due.append({marked.value(0).toString(), marked.value(1).toBool()});
         }
     }
     transaction.commit();
@@ -62,7 +66,7 @@ void Reservations::note(const QString& checkId)
 
 void Reservations::use(const QString& checkId)
 {
-    poshost::Statement statement(database, u"DELETE FROM return_reservations "
+    poshost::Statement statement(database, u"UPDATE return_reservations SET state = 'closed' "
                                            "WHERE check_id = ? AND state = 'held'"_s);
     statement.bind(checkId).execute();
     if (statement.affectedRows() != 1) {
@@ -74,10 +78,9 @@ void Reservations::use(const QString& checkId)
 std::optional<qint64> Reservations::nextDue(poshost::Database& database)
 {
     poshost::Statement statement(
-        database,
-        u"SELECT min(CASE WHEN r.state = 'releasing' OR c.id IS NULL OR r.noted_at > ?1 OR "
-        "c.state NOT IN ('open', 'suspended') THEN 0 ELSE r.noted_at + ?2 END) "
-        "FROM return_reservations r LEFT JOIN checks c ON c.id = r.check_id"_s);
+        database, u"SELECT min(CASE WHEN r.state <> 'held' OR c.id IS NULL OR r.noted_at > ?1 OR "
+                  "c.state NOT IN ('open', 'suspended') THEN 0 ELSE r.noted_at + ?2 END) "
+                  "FROM return_reservations r LEFT JOIN checks c ON c.id = r.check_id"_s);
     statement.bind(CurrentTime::milliseconds()).bind(ownMilliseconds);
     if (!statement.next() || statement.value(0).isNull()) {
         return std::nullopt;
@@ -88,9 +91,10 @@ std::optional<qint64> Reservations::nextDue(poshost::Database& database)
 orvastore::StoreResult Reservations::releaseDue(poshost::Database& database,
                                                 orvastore::SharedBooks& books, const QString& shop)
 {
-    const QStringList due = markDue(database);
-    for (const QString& id : due) {
-        const orvastore::StoreResult result = books.release(shop, id);
+    const Due due = markDue(database);
+    for (const auto& [id, isClosed] : due) {
+        const orvastore::StoreResult result =
+            isClosed ? books.settleReturn(shop, id) : books.release(shop, id);
         if (result.end != orvastore::StoreEnd::Done) {
             return result;
         }

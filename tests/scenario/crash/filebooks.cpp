@@ -132,3 +132,14 @@ StoreResult FileBooks::release(const QString&, const QString& identifier)
     statement.bind(identifier).execute();
     return {StoreEnd::Done, {}};
 }
+
+StoreResult FileBooks::settleReturn(const QString&, const QString& identifier)
+{
+    if (!reach()) {
+        return {};
+    }
+    poshost::Statement statement(*database, u"UPDATE taken_back SET state = 'closed' "
+                                            "WHERE identifier = ? AND state = 'reserved'"_s);
+    statement.bind(identifier).execute();
+    return {StoreEnd::Done, {}};
+}

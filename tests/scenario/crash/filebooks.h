@@ -22,6 +22,7 @@ public:
     orvastore::SaleToReturn saleToReturn(const QString& shop, const QString& which) override;
     orvastore::StoreResult reserve(const orvastore::Reservation& reservation) override;
     orvastore::StoreResult release(const QString& shop, const QString& identifier) override;
+    orvastore::StoreResult settleReturn(const QString& shop, const QString& identifier) override;
 
     orvastore::StoreResult
     forEachCheck(const QString&, const QString&,

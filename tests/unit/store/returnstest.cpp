@@ -144,6 +144,17 @@ TEST_F(Returns, areFreeAgainOnceReleasedAndNotReservedLate)
     EXPECT_EQ(known(), QStringList{u"r2"_s});
 }
 
+TEST_F(Returns, stayOnceClosedWithoutEverBeingHandedOver)
+{
+    ASSERT_EQ(reserve(pieces(u"r1"_s, 3)), StoreEnd::Done);
+    EXPECT_EQ(books.settleReturn(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
+    EXPECT_EQ(books.settleReturn(u"shop"_s, u"nothing"_s).end, StoreEnd::Done);
+    EXPECT_EQ(books.release(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
+    EXPECT_EQ(known(), QStringList{u"r1"_s}) << "what is closed is not given back";
+    ASSERT_EQ(handOverReturn(pieces(u"r1"_s, 3)).end, StoreEnd::Done) << "it may come after all";
+    EXPECT_EQ(known(), QStringList{u"r1"_s});
+}
+
 TEST_F(Returns, stayOnceHandedOver)
 {
     ASSERT_EQ(reserve(pieces(u"r1"_s, 3)), StoreEnd::Done);

@@ -41,6 +41,7 @@ public:
     orvastore::SaleToReturn saleToReturn(const QString&, const QString&) override { return {}; }
     orvastore::StoreResult reserve(const orvastore::Reservation&) override { return {}; }
     orvastore::StoreResult release(const QString&, const QString&) override { return {}; }
+    orvastore::StoreResult settleReturn(const QString&, const QString&) override { return {}; }
 
     orvastore::StoreResult leave(const orvastore::LeftCheck& check) override
     {

@@ -41,6 +41,12 @@ public:
         return result(releasing);
     }
 
+    orvastore::StoreResult settleReturn(const QString&, const QString& identifier) override
+    {
+        asked.append(QStringLiteral("settle ") + identifier);
+        return result(releasing);
+    }
+
     orvastore::StoreResult leave(const orvastore::LeftCheck&) override
     {
         return result(End::Refused);

@@ -57,9 +57,11 @@ protected:
         database->execute(u"DELETE FROM checks"_s);
         database->execute(u"UPDATE queue_messages SET state = 'delivered', account_id = NULL"_s);
     }
+    /// Of returns that are not closed.
     int notes()
     {
-        poshost::Statement statement(*database, u"SELECT count(*) FROM return_reservations"_s);
+        poshost::Statement statement(
+            *database, u"SELECT count(*) FROM return_reservations WHERE state <> 'closed'"_s);
         statement.next();
         return statement.value(0).toInt();
     }
@@ -181,6 +183,21 @@ TEST_F(SharedReturnsTest, aLostReplyKeepsAForeignReturnOpenUntilItIsRepeated)
     EXPECT_EQ(desk->close().id(), id);
     EXPECT_EQ(books.asked.count(u"reserve "_s + id), 2);
     EXPECT_EQ(notes(), 0);
+}
+
+TEST_F(SharedReturnsTest, whatAClosedReturnHasReservedIsTakenForGoodHandedOverOrNot)
+{
+    const Check sale = sell();
+    desk->openReturn(returnOf(sale.id(), {{1, 1000}}));
+    const QString id = desk->close().id();
+    EXPECT_EQ(Reservations::nextDue(*database), 0);
+    books.releasing = End::Unreachable;
+    EXPECT_EQ(release(), End::Unreachable);
+    books.releasing = End::Done;
+    EXPECT_EQ(release(), End::Done);
+    EXPECT_EQ(books.asked.count(u"settle "_s + id), 2);
+    EXPECT_EQ(books.asked.filter(u"release"_s).size(), 0);
+    EXPECT_EQ(Reservations::nextDue(*database), std::nullopt);
 }
 
 TEST_F(SharedReturnsTest, aLostReplyDoesNotKeepAnOwnSale)
