@@ -23,7 +23,7 @@ namespace names = protocol::names;
 namespace {
 
 /// The sale confirmation of the protocol's page, as far as it counts.
-const QByteArray exampleConfirmation = R"(<RawCheck><id>a</id><total>376.07</total><items>
+constexpr char exampleConfirmation[] = R"(<RawCheck><id>a</id><total>376.07</total><items>
 <RawItem><id>1</id><total>299.80</total><awards><RawItemAwards><discount>29.98</discount>
 <discountOnChange>0.65</discountOnChange><awardBonus>13.46</awardBonus></RawItemAwards></awards>
 <usedAwards><RawItemUsedAwards><usedDiscount>29.98</usedDiscount><usedDiscount>0.65</usedDiscount>
@@ -80,7 +80,7 @@ TEST(VerifyDraft, changesWhatItIsToldAndNothingElse)
 
 TEST(VerifyGzip, packsWhatGzipUnpacks)
 {
-    const QByteArray text = exampleConfirmation.repeated(40);
+    const QByteArray text = QByteArray(exampleConfirmation).repeated(40);
     QProcess gzip;
     gzip.start(u"gzip"_s, {u"-dc"_s});
     gzip.write(till::verify::gzipped(text));
