@@ -34,6 +34,7 @@ protected:
         check.messages.first().queue = u"queue of Petrova"_s;
         check.messages.first().authorization = u"Basic 2200000000017"_s;
         orvastore::handOver(owner, check);
+        orvastore::noteTill(owner, check.shop, check.till);
     }
 
     QStringList arguments(const QStringList& words) const
