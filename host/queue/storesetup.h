@@ -33,8 +33,12 @@ struct HOST_EXPORT StoreSetup
     /// @return null when it cannot
     QSharedPointer<orvastore::StoreClient> client(Message& trouble) const;
     /// The same for what the tills of the shop share beside that.
+    /// @param trouble receives why it cannot be loaded, a sentence
+    /// @return null when it cannot
     QSharedPointer<orvastore::SharedBooks> books(Message& trouble) const;
-    /// Loads the module. @return what makes both; null when it cannot be loaded
+    /// Loads the module. Any thread.
+    /// @param trouble receives why it cannot be loaded, a sentence
+    /// @return what makes both; null when it cannot be loaded
     QSharedPointer<orvastore::StoreDriver> driver(Message& trouble) const;
 };
 
