@@ -86,6 +86,9 @@ install(FILES packaging/alerts.yml DESTINATION ${CMAKE_INSTALL_DATADIR}/orva-sto
 # Headers for a plug-in or a till, without those that the library has for itself.
 install(DIRECTORY host DESTINATION ${ORVA_INSTALL_HEADERS} COMPONENT development
     FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
+# What those of the queue name of the store
+install(FILES store/sharedbooks.h store/storeclient.h
+    DESTINATION ${ORVA_INSTALL_HEADERS}/store COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/host/loyalty/abstractpluginid.h
     DESTINATION ${ORVA_INSTALL_HEADERS}/host/loyalty COMPONENT development)
 install(EXPORT PosHostTargets NAMESPACE PosHost:: DESTINATION ${ORVA_INSTALL_CMAKE}
