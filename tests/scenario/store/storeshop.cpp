@@ -7,6 +7,9 @@
 #include "store/schema/storeschema.h"
 #include "tests/support/tillsettings.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 void StoreShop::SetUp()
 {
     Shop::SetUp();
@@ -30,6 +33,39 @@ void StoreShop::writeStoreConfig(const QString& database, const QString& further
               settings.toml() +
                   u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n%3"_s.arg(
                       database, QStringLiteral(ORVA_STORE_MODULE), further));
+}
+
+void StoreShop::writeTillConfig(int number) const
+{
+    tests::TillSettings settings;
+    settings.server = address;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN);
+    settings.name = QString::number(number);
+    settings.database = u"till%1.sqlite"_s.arg(number);
+    writeFile(u"till%1.toml"_s.arg(number),
+              settings.toml() +
+                  u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n"_s.arg(
+                      storeString(), QStringLiteral(ORVA_STORE_MODULE)));
+}
+
+void StoreShop::startWorker()
+{
+    writeFile(u"worker.toml"_s, u"[store]\ndatabase = \"%1\"\n"_s.arg(cluster.connection()));
+    worker = std::make_unique<Program>(QStringLiteral(ORVA_STORE),
+                                       QStringList{u"--config"_s, u"worker.toml"_s, u"work"_s},
+                                       folder());
+}
+
+void StoreShop::awaitDelivery() const
+{
+    constexpr int longest = 300; // seconds
+    const QDeadlineTimer deadline(longest * 1000);
+    const QString waiting = u"SELECT coalesce(sum(waiting), 0) FROM orva.lanes"_s;
+    while (cluster.sql(waiting) != u"0"_s && !deadline.hasExpired()) {
+        QThread::msleep(100);
+    }
+    EXPECT_EQ(cluster.sql(waiting), u"0"_s);
+    EXPECT_EQ(stored(u"parked"_s), u"0"_s);
 }
 
 QString StoreShop::stored(const QString& table) const
