@@ -47,6 +47,7 @@ protected:
                                                          seed * 1000 + quint64(number)));
         }
         writeFile(u"goods.toml"_s, QString::fromUtf8(saleOfTwoLines));
+        quietServer();
         startWorker();
     }
 

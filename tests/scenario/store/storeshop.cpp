@@ -9,6 +9,7 @@
 
 #include <QDeadlineTimer>
 #include <QThread>
+#include <QUrl>
 
 void StoreShop::SetUp()
 {
@@ -51,9 +52,23 @@ void StoreShop::writeTillConfig(int number) const
 void StoreShop::startWorker()
 {
     writeFile(u"worker.toml"_s, u"[store]\ndatabase = \"%1\"\n"_s.arg(cluster.connection()));
-    worker = std::make_unique<Program>(QStringLiteral(ORVA_STORE),
-                                       QStringList{u"--config"_s, u"worker.toml"_s, u"work"_s},
-                                       folder());
+    // no pipe for its words either: each stop of the store is worth some
+    worker = std::make_unique<Program>(
+        u"/bin/sh"_s,
+        QStringList{u"-c"_s, u"exec \"$0\" --config worker.toml work >worker.log 2>&1"_s,
+                    QStringLiteral(ORVA_STORE)},
+        folder());
+}
+
+void StoreShop::quietServer()
+{
+    stopServer();
+    server = std::make_unique<Program>(
+        QStringLiteral(ORVA_SIMULATOR),
+        QStringList{u"--quiet"_s, u"--database"_s, u"server.sqlite"_s, u"--port"_s,
+                    QString::number(QUrl(address).port()), u"--config"_s, u"strict.toml"_s},
+        folder());
+    ASSERT_EQ(server->waitForLine(u"Listening on "_s), address);
 }
 
 void StoreShop::awaitDelivery() const

@@ -25,8 +25,12 @@ protected:
     /// Writes the settings of one till of several, tillN.toml, with a file of its own,
     /// tillN.sqlite.
     void writeTillConfig(int number) const;
-    /// Starts what delivers the messages of the store, until the test ends.
+    /// Starts what delivers the messages of the store, until the test ends; its words go into
+    /// worker.log.
     void startWorker();
+    /// Starts the loyalty server anew without its words: nobody reads those of a long test, and a
+    /// full pipe would stop it.
+    void quietServer();
     /// Waits until everything in the store is delivered; what is parked fails the test.
     void awaitDelivery() const;
     /// Sells the sample sale so many times, as one till at work that does not wait for the

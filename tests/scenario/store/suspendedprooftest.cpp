@@ -40,6 +40,7 @@ protected:
         for (int number = 0; number <= rivals.back(); ++number) {
             writeTillConfig(number);
         }
+        quietServer();
         startWorker();
     }
 
@@ -91,7 +92,9 @@ protected:
     QString leaveOne(int round)
     {
         Program& till = working(leaver);
-        expectOk(till.command(u"open sale.toml"_s));
+        const QString opened = till.command(u"open sale.toml"_s);
+        SCOPED_TRACE(opened.toStdString());
+        expectOk(opened);
         expectOk(till.command(round % 3 == 0 ? u"points all"_s : u"request"_s));
         const QString id = suspendToStore();
         const QString waits =

@@ -16,6 +16,7 @@ namespace {
 constexpr int customersBetweenKills = 9;
 constexpr int customersBetweenChanges = 14;
 constexpr int longestLifeLeft = 40; ///< milliseconds after the command under which it dies
+constexpr int longestPause = 200;   ///< milliseconds behind a customer who was turned away
 constexpr int mostPieces = 2;       ///< that one customer brings
 
 } // namespace
@@ -53,6 +54,7 @@ void TakingHand::serve(const QString& sale, int positions)
 {
     if (!open(sale, 1 + upTo(positions - 1), 1 + upTo(mostPieces - 1))) {
         ++refused;
+        QThread::msleep(static_cast<unsigned long>(upTo(longestPause))); // the store may be away
         return;
     }
     if (upTo(customersBetweenChanges) == 0) {

@@ -183,6 +183,64 @@ TEST_F(Returns, withoutReservationAreRefusedWhenMoreWouldComeBackThanWasSold)
     EXPECT_EQ(handOverReturn(pieces(u"r3"_s, 1)).end, StoreEnd::Done);
 }
 
+TEST_F(Returns, goToTheServerInTheOrderOfTheirReservationsWhicheverTillIsFaster)
+{
+    handOver(u"sale"_s, u"card"_s);
+    const auto deliverNext = [&] {
+        const auto task = book.claim();
+        if (task) {
+            book.finish(*task, done);
+        }
+        return nameOf(task);
+    };
+    EXPECT_EQ(deliverNext(), u"sale"_s);
+    QStringList known;
+    for (const QString& name : {u"r1"_s, u"r2"_s, u"r3"_s}) {
+        ASSERT_EQ(reserve(pieces(name, 1, known)), StoreEnd::Done);
+        known.append(name);
+    }
+    for (int i = 0; i < 2; ++i) { // and repeated
+        ASSERT_EQ(handOverReturn(pieces(u"r3"_s, 1)).end, StoreEnd::Done);
+        ASSERT_EQ(handOverReturn(pieces(u"r2"_s, 1)).end, StoreEnd::Done);
+        EXPECT_EQ(deliverNext(), u"none"_s);
+    }
+    handOver(u"another"_s, u"card"_s); // the others pass
+    EXPECT_EQ(deliverNext(), u"another"_s);
+    ASSERT_EQ(handOverReturn(pieces(u"r1"_s, 1)).end, StoreEnd::Done);
+    EXPECT_EQ(deliverNext(), u"r1"_s);
+    EXPECT_EQ(deliverNext(), u"r2"_s);
+    EXPECT_EQ(deliverNext(), u"r3"_s);
+    EXPECT_EQ(deliverNext(), u"none"_s);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"0"_s);
+    EXPECT_EQ(sql(u"SELECT sum(waiting) FROM orva.lanes"_s), u"0"_s);
+}
+
+TEST_F(Returns, waitForNoneThatIsGivenBackOrDoesNotComeWithinAnHour)
+{
+    handOver(u"sale"_s, u"card"_s);
+    book.finish(*book.claim(), done);
+    ASSERT_EQ(reserve(pieces(u"r1"_s, 1)), StoreEnd::Done);
+    ASSERT_EQ(reserve(pieces(u"r2"_s, 1, {u"r1"_s})), StoreEnd::Done);
+    ASSERT_EQ(reserve(pieces(u"r3"_s, 1, {u"r1"_s, u"r2"_s})), StoreEnd::Done);
+    ASSERT_EQ(handOverReturn(pieces(u"r3"_s, 1)).end, StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT waits_for FROM orva.parked"_s), u"r2"_s);
+    ASSERT_EQ(books.release(u"shop"_s, u"r2"_s).end, StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT waits_for FROM orva.parked"_s), u"r1"_s);
+    sql(u"UPDATE orva.parked SET since = since - interval '61 minutes'"_s);
+    handOver(u"another"_s, u"other card"_s);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"1"_s);
+    auto second = checkOf(u"another return"_s, u"third card"_s);
+    second.saleIdentifier = u"another"_s;
+    orvastore::handOver(owner, second);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"0"_s);
+    QStringList delivered;
+    for (auto task = book.claim(); task; task = book.claim()) {
+        delivered.append(nameOf(task));
+        book.finish(*task, done);
+    }
+    EXPECT_TRUE(delivered.contains(u"r3"_s)) << qPrintable(delivered.join(u' '));
+}
+
 TEST_F(Returns, handedOverWithoutLinesAreKnownAndAsked)
 {
     orvastore::HandedCheck older = handed(pieces(u"old"_s, 1));
