@@ -3,6 +3,7 @@
 
 // Returns at any till of a shop: tills as processes, the store on a real PostgreSQL server.
 
+#include "tests/scenario/store/proofsize.h"
 #include "tests/scenario/store/storeshop.h"
 #include "tests/support/tillsettings.h"
 
@@ -136,9 +137,11 @@ TEST_F(ReturnsAtTills, KeepAReturnOpenUntilTheStoreAnswersAndCloseItOnce)
 
 TEST_F(ReturnsAtTills, OfAnOwnSaleWaitNoLongerThanTheTimeoutForAStoreThatHangs)
 {
+    constexpr int seconds = 2;
     QString settings = readFile(u"orva.toml"_s);
     const auto time = [&] {
         const auto working = startTill();
+        expectOk(working->command(u"help"_s)); // the program has started
         QElapsedTimer clock;
         clock.start();
         expectOk(working->command(u"return one.toml"_s));
@@ -149,11 +152,17 @@ TEST_F(ReturnsAtTills, OfAnOwnSaleWaitNoLongerThanTheTimeoutForAStoreThatHangs)
         return needed;
     };
     const qint64 usually = time();
-    writeFile(u"orva.toml"_s, settings.replace(u"timeout = 10"_s, u"timeout = 2"_s));
+    writeFile(u"orva.toml"_s, settings.replace(u"timeout = 10"_s, u"timeout = %1"_s.arg(seconds)));
     cluster.freeze();
     const qint64 hanging = time();
     cluster.thaw();
-    EXPECT_LE(hanging - usually, 2000 + 1000) << "more than once the time-out";
+    printFigure(
+        u"a return of an own sale takes %1 ms, with a store that hangs and a time-out of %2 s "
+        "%3 ms"_s.arg(usually)
+            .arg(seconds)
+            .arg(hanging));
+    // half a second for a machine that is busy
+    EXPECT_LE(hanging - usually, seconds * 1000 + 500) << "more than once the time-out";
 }
 
 TEST_F(ReturnsAtTills, CanBeReleasedByAPerson)
