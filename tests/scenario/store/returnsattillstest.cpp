@@ -80,6 +80,24 @@ TEST_F(ReturnsAtTills, TakeASaleOfAnotherTillBackAndNoPieceTwice)
     EXPECT_EQ(stored(u"checks"_s), u"3"_s);
 }
 
+TEST_F(ReturnsAtTills, AreExplainedFromASaleAndReturnsOfOtherTills)
+{
+    done({u"return"_s, u"one.toml"_s, u"--wait"_s, u"30"_s});
+    const RunResult second = fourth({u"return"_s, u"one.toml"_s, u"--wait"_s, u"30"_s});
+    EXPECT_EQ(second.exitCode, 0) << qPrintable(second.output);
+    const RunResult explained = fourth({u"explain"_s, u"last"_s});
+    EXPECT_EQ(explained.exitCode, 0) << qPrintable(explained.output);
+    EXPECT_TRUE(explained.output.contains(u"less what was returned before"_s))
+        << qPrintable(explained.output);
+    // the first of the two is not this till's either
+    const QString first = list({u"checks"_s}).first().toObject().value(u"id"_s).toString();
+    const RunResult foreign = fourth({u"explain"_s, first});
+    EXPECT_EQ(foreign.exitCode, 0) << qPrintable(foreign.output);
+    cluster.kill();
+    EXPECT_EQ(fourth({u"explain"_s, u"last"_s}).exitCode, 1);
+    cluster.start();
+}
+
 TEST_F(ReturnsAtTills, ParkWhatContradictsAnotherTillWithBothNames)
 {
     cluster.kill();
