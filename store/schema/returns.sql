@@ -93,7 +93,7 @@ BEGIN
 END $$;
 
 -- Keeps what a return takes until it is handed over or given back. The outcome is 'kept', or 'unknown'
--- with a return of the sale that was not reckoned with, 'too much' with one that leaves too little, or
+-- with a return of the sale that cannot be reckoned with, 'too much' with one that leaves too little, or
 -- 'given back' when this one is.
 CREATE OR REPLACE FUNCTION orva.reserve_return(of_shop text, of_till text, with_identifier text,
     with_number bigint, of_sale text, of_positions int[], with_thousandths bigint[],
@@ -116,6 +116,13 @@ BEGIN
         FROM orva.returns_of(of_shop, of_sale) k
         WHERE k.identifier <> ALL (known_returns) AND k.identifier <> with_identifier
         ORDER BY k.at, k.identifier LIMIT 1;
+    IF NOT FOUND THEN
+        -- nor with one that is given back yet, perhaps: what is reckoned behind it would be wrong by a kopeck
+        SELECT r.identifier, r.till, r.number INTO other, other_till, other_number
+            FROM orva.returns r
+            WHERE r.shop = of_shop AND r.sale = of_sale AND NOT r.is_closed AND NOT r.is_released
+            ORDER BY r.at LIMIT 1;
+    END IF;
     IF FOUND THEN
         outcome := 'unknown';
         RETURN;
@@ -137,8 +144,9 @@ END $$;
 
 -- The loyalty server reckons returns of a sale one behind the other, to the kopeck, and so a return goes to it behind
 -- those that were reserved before it, whichever till hands over first. Here is the nearest of these that
--- is not in the line: not handed over yet, or waiting itself.
-CREATE OR REPLACE FUNCTION orva.return_before(of_shop text, with_identifier text) RETURNS text
+-- is not in the line: not handed over yet, or waiting itself; with is_delivered, that is not delivered yet.
+CREATE OR REPLACE FUNCTION orva.return_before(of_shop text, with_identifier text, is_delivered boolean)
+RETURNS text
 LANGUAGE plpgsql AS $$
 BEGIN
     RETURN (SELECT r.identifier FROM orva.returns own
@@ -147,7 +155,10 @@ BEGIN
             AND (NOT EXISTS (SELECT 1 FROM orva.checks c
                     WHERE c.shop = r.shop AND c.identifier = r.identifier)
                 OR EXISTS (SELECT 1 FROM orva.parked p WHERE p.shop = r.shop
-                    AND p.identifier = r.identifier AND p.waits_for IS NOT NULL))
+                    AND p.identifier = r.identifier AND p.waits_for IS NOT NULL)
+                OR is_delivered AND EXISTS (SELECT 1 FROM orva.checks c
+                    WHERE c.shop = r.shop AND c.identifier = r.identifier
+                        AND NOT orva.is_delivered(c.shop, c.identifier, c.lane)))
         ORDER BY r.at DESC LIMIT 1);
 END $$;
 
@@ -161,7 +172,7 @@ BEGIN
     FOR waiter IN SELECT * FROM orva.parked WHERE shop = of_shop AND waits_for = with_identifier
         ORDER BY number
     LOOP
-        before := orva.return_before(of_shop, waiter.identifier);
+        before := orva.return_before(of_shop, waiter.identifier, true); -- it goes before the line
         IF before IS NULL THEN
             PERFORM orva.return_to_line(waiter);
         ELSE
@@ -193,7 +204,7 @@ CREATE OR REPLACE FUNCTION orva.await_return_before(of_shop text, with_identifie
 RETURNS void
 LANGUAGE plpgsql AS $$
 DECLARE
-    before text := orva.return_before(of_shop, with_identifier);
+    before text := orva.return_before(of_shop, with_identifier, false);
     has_messages boolean := false;
     of_message orva.messages;
     of_lane orva.lanes;
