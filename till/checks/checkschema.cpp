@@ -87,9 +87,12 @@ QStringList askedAgain()
 
 QList<poshost::SchemaStep> checkSchema()
 {
-    return {{2, u"checks"_s, tillTables()},         {3, u"checks_recent"_s, checkIndex()},
-            {4, u"checks_last"_s, changeNumbers()}, {6, u"archives"_s, archives()},
-            {7, u"leavings"_s, leavings()},         {8, u"return_reservations"_s, reservations()},
+    return {{2, u"checks"_s, tillTables()},
+            {3, u"checks_recent"_s, checkIndex()},
+            {4, u"checks_last"_s, changeNumbers()},
+            {6, u"archives"_s, archives()},
+            {7, u"leavings"_s, leavings()},
+            {8, u"return_reservations"_s, reservations()},
             {9, {}, askedAgain()}};
 }
 
