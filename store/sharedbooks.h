@@ -100,8 +100,8 @@ public:
     /// Keeps what a return takes for it until the return is handed over or released. Safe to
     /// repeat.
     /// @return Refused, as a conflict, with a sentence that names the other return when the store
-    /// knows one that the reservation does not, or when more would come back than was sold; or that
-    /// the return was released
+    /// knows one that the reservation does not, or that is not closed yet, or when more would come
+    /// back than was sold; or that the return was released
     virtual StoreResult reserve(const Reservation& reservation) = 0;
     /// Gives back what a return that will not close has reserved; what was handed over stays. Safe
     /// to repeat, and Done when there is nothing; the return cannot be reserved again.

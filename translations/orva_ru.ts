@@ -3904,6 +3904,18 @@ more, 1 something is left, as the report says, 2 the number cannot be used.</sou
         <translation>пока ни одна касса не открыта, никто не доставляет</translation>
     </message>
     <message>
+        <source>the store has not said where %1 are, the oldest since %2</source>
+        <translation>хранилище не сказало, где %1, старейший с %2</translation>
+    </message>
+    <message>
+        <source>the store has not said where %1 are</source>
+        <translation>хранилище не сказало, где %1</translation>
+    </message>
+    <message>
+        <source>see that the store answers, then have it asked with %1</source>
+        <translation>проверьте, что хранилище отвечает, и спросите его командой %1</translation>
+    </message>
+    <message>
         <source>Suspended checks</source>
         <translation>Отложенные чеки</translation>
     </message>

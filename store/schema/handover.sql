@@ -184,6 +184,9 @@ BEGIN
             with_extra, with_headers, with_urls, with_payload, with_steps, with_steps_done,
             with_attempts, with_step_attempts);
     END IF;
+    IF with_sale <> '' THEN
+        PERFORM orva.await_return_before(of_shop, with_identifier, joined.id);
+    END IF;
     RETURN joined.id;
 END $$;
 
@@ -207,4 +210,7 @@ BEGIN
     PERFORM orva.add_message(to_lane, of_shop, with_identifier, with_sale, of_queue, with_extra,
         with_headers, with_urls, with_payload, with_credentials, with_steps, with_steps_done,
         with_attempts, with_step_attempts);
+    IF with_sale <> '' THEN
+        PERFORM orva.await_return_before(of_shop, with_identifier, to_lane);
+    END IF;
 END $$;

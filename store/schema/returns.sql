@@ -93,7 +93,7 @@ BEGIN
 END $$;
 
 -- Keeps what a return takes until it is handed over or given back. The outcome is 'kept', or 'unknown'
--- with a return of the sale that was not reckoned with, 'too much' with one that leaves too little, or
+-- with a return of the sale that cannot be reckoned with, 'too much' with one that leaves too little, or
 -- 'given back' when this one is.
 CREATE OR REPLACE FUNCTION orva.reserve_return(of_shop text, of_till text, with_identifier text,
     with_number bigint, of_sale text, of_positions int[], with_thousandths bigint[],
@@ -116,6 +116,13 @@ BEGIN
         FROM orva.returns_of(of_shop, of_sale) k
         WHERE k.identifier <> ALL (known_returns) AND k.identifier <> with_identifier
         ORDER BY k.at, k.identifier LIMIT 1;
+    IF NOT FOUND THEN
+        -- nor with one that is given back yet, perhaps: what is reckoned behind it would be wrong by a kopeck
+        SELECT r.identifier, r.till, r.number INTO other, other_till, other_number
+            FROM orva.returns r
+            WHERE r.shop = of_shop AND r.sale = of_sale AND NOT r.is_closed AND NOT r.is_released
+            ORDER BY r.at LIMIT 1;
+    END IF;
     IF FOUND THEN
         outcome := 'unknown';
         RETURN;
@@ -135,17 +142,115 @@ BEGIN
     outcome := 'kept';
 END $$;
 
+-- The loyalty server reckons returns of a sale one behind the other, to the kopeck, and so a return goes to it behind
+-- those that were reserved before it, whichever till hands over first. Here is the nearest of these that
+-- is not in the line: not handed over yet, or waiting itself; with is_delivered, that is not delivered yet.
+CREATE OR REPLACE FUNCTION orva.return_before(of_shop text, with_identifier text, is_delivered boolean)
+RETURNS text
+LANGUAGE plpgsql AS $$
+BEGIN
+    RETURN (SELECT r.identifier FROM orva.returns own
+        JOIN orva.returns r ON r.shop = own.shop AND r.sale = own.sale AND r.at < own.at
+        WHERE own.shop = of_shop AND own.identifier = with_identifier AND NOT r.is_released
+            AND (NOT EXISTS (SELECT 1 FROM orva.checks c
+                    WHERE c.shop = r.shop AND c.identifier = r.identifier)
+                OR EXISTS (SELECT 1 FROM orva.parked p WHERE p.shop = r.shop
+                    AND p.identifier = r.identifier AND p.waits_for IS NOT NULL)
+                OR is_delivered AND EXISTS (SELECT 1 FROM orva.checks c
+                    WHERE c.shop = r.shop AND c.identifier = r.identifier
+                        AND NOT orva.is_delivered(c.shop, c.identifier, c.lane)))
+        ORDER BY r.at DESC LIMIT 1);
+END $$;
+
+-- A return that others waited for is not coming: each of them waits for the next one, or no longer.
+CREATE OR REPLACE FUNCTION orva.end_awaiting(of_shop text, with_identifier text) RETURNS void
+LANGUAGE plpgsql AS $$
+DECLARE
+    waiter orva.parked;
+    before text;
+BEGIN
+    FOR waiter IN SELECT * FROM orva.parked WHERE shop = of_shop AND waits_for = with_identifier
+        ORDER BY number
+    LOOP
+        before := orva.return_before(of_shop, waiter.identifier, true); -- it goes before the line
+        IF before IS NULL THEN
+            PERFORM orva.return_to_line(waiter);
+        ELSE
+            UPDATE orva.parked SET waits_for = before WHERE message = waiter.message;
+        END IF;
+    END LOOP;
+END $$;
+
+-- What has waited for an hour goes all the same: the other till may have delivered its return by itself. A
+-- lane that somebody works on is left to the next time.
+CREATE OR REPLACE FUNCTION orva.end_long_awaiting() RETURNS void
+LANGUAGE plpgsql AS $$
+DECLARE
+    waiter orva.parked;
+BEGIN
+    FOR waiter IN SELECT p.* FROM orva.parked p JOIN orva.lanes l ON l.id = p.lane
+        WHERE p.waits_for IS NOT NULL AND p.since < clock_timestamp() - interval '1 hour'
+            AND NOT EXISTS (SELECT 1 FROM orva.parked other
+                WHERE other.shop = p.shop AND other.identifier = p.waits_for)
+        ORDER BY p.number LIMIT 100 FOR UPDATE OF l SKIP LOCKED
+    LOOP
+        PERFORM orva.return_to_line(waiter);
+    END LOOP;
+END $$;
+
+-- A return that is being handed over waits beside its lane's line for the one before it. Its sale is locked, and
+-- so is its lane.
+CREATE OR REPLACE FUNCTION orva.await_return_before(of_shop text, with_identifier text, in_lane bigint)
+RETURNS void
+LANGUAGE plpgsql AS $$
+DECLARE
+    before text := orva.return_before(of_shop, with_identifier, false);
+    has_messages boolean := false;
+    of_message orva.messages;
+    of_lane orva.lanes;
+BEGIN
+    FOR of_message IN SELECT m.* FROM orva.messages m JOIN orva.lanes l ON l.id = m.lane
+        WHERE m.lane = in_lane AND m.day = l.last_day AND m.number > l.handed - 100
+            AND m.shop = of_shop AND m.identifier = with_identifier
+    LOOP
+        has_messages := true;
+        CONTINUE WHEN before IS NULL
+            OR EXISTS (SELECT 1 FROM orva.parked p WHERE p.message = of_message.id);
+        UPDATE orva.lanes SET waiting = waiting - 1, winding = true WHERE id = in_lane
+            RETURNING * INTO of_lane;
+        INSERT INTO orva.parked (message, day, lane, number, shop, identifier, waits_for, error)
+            VALUES (of_message.id, of_message.day, in_lane, of_message.number, of_shop,
+                with_identifier, before, '');
+        IF of_lane.waiting = 0 THEN
+            DELETE FROM orva.ready WHERE lane = in_lane;
+            DELETE FROM orva.delayed WHERE lane = in_lane;
+        END IF;
+    END LOOP;
+    IF NOT has_messages THEN
+        PERFORM orva.end_awaiting(of_shop, with_identifier);
+    END IF;
+    PERFORM orva.end_long_awaiting();
+END $$;
+
 -- Gives back what a return has reserved that will not close. One that was never reserved is marked too:
 -- the request to reserve it may still be on its way.
 CREATE OR REPLACE FUNCTION orva.release_return(of_shop text, with_identifier text) RETURNS void
 LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+DECLARE
+    of_sale text;
 BEGIN
     PERFORM orva.own_shop_is(of_shop);
+    SELECT r.sale INTO of_sale FROM orva.returns r
+        WHERE r.shop = of_shop AND r.identifier = with_identifier;
+    IF FOUND THEN
+        PERFORM orva.lock_sale(of_shop, of_sale);
+    END IF;
     INSERT INTO orva.returns AS kept (shop, identifier, sale, till, number, is_closed, is_released,
             positions, thousandths, sold, content)
         VALUES (of_shop, with_identifier, '', '', 0, false, true, '{}', '{}', '{}', '')
         ON CONFLICT (shop, identifier) DO UPDATE SET is_released = NOT kept.is_closed,
             at = CASE WHEN kept.is_closed THEN kept.at ELSE clock_timestamp() END;
+    PERFORM orva.end_awaiting(of_shop, with_identifier);
     DELETE FROM orva.returns WHERE (shop, identifier) IN (SELECT r.shop, r.identifier
         FROM orva.returns r WHERE r.is_released AND r.at < clock_timestamp() - interval '7 days'
         LIMIT 100);
@@ -197,7 +302,7 @@ BEGIN
 END $$;
 
 REVOKE ALL ON FUNCTION orva.close_return, orva.sales_named, orva.returns_known, orva.reserve_return, orva.release_return,
-    orva.settle_return, orva.lock_sale, orva.returns_of, orva.has_all_messages, orva.return_in_the_way
-    FROM PUBLIC;
+    orva.settle_return, orva.lock_sale, orva.returns_of, orva.has_all_messages, orva.return_in_the_way,
+    orva.return_before, orva.end_awaiting, orva.end_long_awaiting, orva.await_return_before FROM PUBLIC;
 GRANT EXECUTE ON FUNCTION orva.sales_named, orva.returns_known, orva.reserve_return,
     orva.release_return, orva.close_return, orva.settle_return TO orva_till;

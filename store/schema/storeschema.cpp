@@ -21,9 +21,20 @@ namespace {
 constexpr char patience[] = "SET LOCAL lock_timeout = '2s'";
 constexpr int preparedDays = 7;
 
+QString fileOf(const QString& name)
+{
+    return u":/store/schema/%1.sql"_s.arg(name);
+}
+
+/// Not every number was ever a version.
+bool isVersion(int number)
+{
+    return QFile::exists(fileOf(u"version%1"_s.arg(number)));
+}
+
 QByteArray script(const QString& name)
 {
-    QFile file(u":/store/schema/%1.sql"_s.arg(name));
+    QFile file(fileOf(name));
     [[maybe_unused]] const bool opened = file.open(QIODevice::ReadOnly);
     Q_ASSERT(opened);
     return file.readAll();
@@ -109,7 +120,9 @@ int migrate(Connection& connection, int upTo)
 {
     const int before = versionOf(connection);
     for (int version = before + 1; version <= upTo; ++version) {
-        makeVersion(connection, version, version == upTo);
+        if (isVersion(version)) {
+            makeVersion(connection, version, version == upTo);
+        }
     }
     if (before < upTo) {
         connection.run("SELECT prepare_days($1::int)", {Value::number(preparedDays)});

@@ -65,21 +65,26 @@ bool Program::waitForPrompt(const QString& end)
 
 QString Program::command(const QString& line)
 {
-    const qsizetype start = consumed;
     send(line);
+    return answer();
+}
+
+QString Program::answer()
+{
+    const qsizetype start = consumed;
     const QDeadlineTimer deadline(longestWait);
     do {
         qsizetype end = printed.indexOf(u'\n', consumed);
         while (end >= 0) {
-            const QString answer = printed.mid(consumed, end - consumed);
+            const QString line = printed.mid(consumed, end - consumed);
             consumed = end + 1;
-            if (answer == u"ok"_s || answer.startsWith(u"error: "_s)) {
+            if (line == u"ok"_s || line.startsWith(u"error: "_s)) {
                 return printed.mid(start, consumed - start);
             }
             end = printed.indexOf(u'\n', consumed);
         }
     } while (readMore(deadline));
-    ADD_FAILURE() << "no answer to \"" << qPrintable(line) << "\" in:\n" << qPrintable(printed);
+    ADD_FAILURE() << "no answer in:\n" << qPrintable(printed);
     return {};
 }
 

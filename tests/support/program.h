@@ -29,6 +29,8 @@ public:
     /// Gives a working till a command and returns what it printed up to its "ok" or "error: ...",
     /// that line included.
     QString command(const QString& line);
+    /// The same of a command that was sent and not answered yet.
+    QString answer();
     /// Waits for the end. @return the exit code, -1 when it did not end by itself
     int waitForEnd();
 

@@ -75,13 +75,25 @@ QStringList reservations()
             "noted_at INTEGER NOT NULL) WITHOUT ROWID"_s};
 }
 
+/// Version 9: whoever asks the store about something that another process of this till has begun
+/// says so before.
+QStringList askedAgain()
+{
+    return {u"ALTER TABLE leavings ADD COLUMN asked_again INTEGER NOT NULL DEFAULT 0"_s,
+            u"ALTER TABLE takeups ADD COLUMN asked_again INTEGER NOT NULL DEFAULT 0"_s};
+}
+
 } // namespace
 
 QList<poshost::SchemaStep> checkSchema()
 {
-    return {{2, u"checks"_s, tillTables()},         {3, u"checks_recent"_s, checkIndex()},
-            {4, u"checks_last"_s, changeNumbers()}, {6, u"archives"_s, archives()},
-            {7, u"leavings"_s, leavings()},         {8, u"return_reservations"_s, reservations()}};
+    return {{2, u"checks"_s, tillTables()},
+            {3, u"checks_recent"_s, checkIndex()},
+            {4, u"checks_last"_s, changeNumbers()},
+            {6, u"archives"_s, archives()},
+            {7, u"leavings"_s, leavings()},
+            {8, u"return_reservations"_s, reservations()},
+            {9, {}, askedAgain()}};
 }
 
 } // namespace till

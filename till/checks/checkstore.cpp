@@ -221,8 +221,20 @@ SuspendedChecks CheckStore::suspended()
     if (!statement.next()) {
         return {};
     }
-    return {statement.value(0).toInt(), statement.value(1).toString(),
-            QDateTime::fromMSecsSinceEpoch(statement.value(2).toLongLong())};
+    SuspendedChecks all;
+    all.count = statement.value(0).toInt();
+    all.oldest = statement.value(1).toString();
+    all.since = QDateTime::fromMSecsSinceEpoch(statement.value(2).toLongLong());
+    poshost::Statement onTheWay(*database,
+                                u"SELECT count(*) + (SELECT count(*) FROM takeups), "
+                                "min(begun_at) FROM leavings WHERE content IS NOT NULL"_s);
+    if (onTheWay.next()) {
+        all.onTheWay = onTheWay.value(0).toInt();
+        if (!onTheWay.value(1).isNull()) {
+            all.onTheWaySince = QDateTime::fromMSecsSinceEpoch(onTheWay.value(1).toLongLong());
+        }
+    }
+    return all;
 }
 
 void CheckStore::forEachClosed(const std::function<void(const Check&)>& take)

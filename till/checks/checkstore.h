@@ -47,6 +47,8 @@ struct SuspendedChecks
     int count = 0;
     QString oldest; ///< identifier
     QDateTime since;
+    int onTheWay = 0;        ///< to the store, or from there: it has not said where they are
+    QDateTime onTheWaySince; ///< of those that go there the first; invalid without one
 };
 
 /// How old a sale may be whose goods are taken back.

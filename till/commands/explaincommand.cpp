@@ -18,16 +18,17 @@ ExitCode ExplainCommand::run(SharedStore* shared, Output& notes)
     if (shared != nullptr && options.record != QStringLiteral("last") &&
         !store.hasClosed(options.record)) {
         if (const auto kept = SharedReading(*shared).find(options.record)) {
-            return explainOther(*kept, notes);
+            return explainOther(*kept, shared, notes);
         }
     }
-    return write(store.findClosed(options.record));
+    return write(store.findClosed(options.record), shared);
 }
 
-ExitCode ExplainCommand::explainOther(const orvastore::KeptCheck& kept, Output& notes)
+ExitCode ExplainCommand::explainOther(const orvastore::KeptCheck& kept, SharedStore* shared,
+                                      Output& notes)
 {
     try {
-        const ExitCode code = write(SharedReading::checkOf(kept));
+        const ExitCode code = write(SharedReading::checkOf(kept), shared);
         notes.notes({Text::tr("Check %1 is till %2's: it is explained from what it shows itself; "
                               "what was recorded with it is there.")
                          .arg(kept.identifier, kept.till)});
@@ -39,10 +40,17 @@ ExitCode ExplainCommand::explainOther(const orvastore::KeptCheck& kept, Output& 
     }
 }
 
-ExitCode ExplainCommand::write(const Check& check)
+ExitCode ExplainCommand::write(const Check& check, SharedStore* shared)
 {
-    const Explanation explanation =
-        CheckExplainer(store, till, records, options.configFile).explain(check);
+    CheckExplainer explainer(store, till, records, options.configFile);
+    if (shared != nullptr) {
+        explainer.lookElsewhere([&](const Check& back) -> std::optional<CheckExplainer::Origin> {
+            const auto found = SharedReading(*shared).originOf(back);
+            return found ? std::optional(CheckExplainer::Origin{found->sale, found->earlier})
+                         : std::nullopt;
+        });
+    }
+    const Explanation explanation = explainer.explain(check);
     out.write(options.json ? explainview::json(check, explanation)
                            : explainview::text(check, explanation));
     return explanation.disagreements() == 0 ? ExitCode::Ok : ExitCode::Differs;

@@ -41,8 +41,8 @@ public:
     ExitCode run(SharedStore* shared, Output& notes);
 
 private:
-    ExitCode write(const Check& check);
-    ExitCode explainOther(const orvastore::KeptCheck& kept, Output& notes);
+    ExitCode write(const Check& check, SharedStore* shared);
+    ExitCode explainOther(const orvastore::KeptCheck& kept, SharedStore* shared, Output& notes);
     CheckStore& store;
     poshost::Database& till;
     const RecordFolder* const records;

@@ -9,6 +9,7 @@
 #include "till/commands/archivewatch.h"
 #include "till/commands/metricswatch.h"
 #include "till/commands/stopsignals.h"
+#include "till/commands/suspendedwatch.h"
 #include "till/exitcode.h"
 
 #include <QFileInfo>
@@ -65,10 +66,12 @@ void QueueWatch::run()
     if (!metricsFile.isEmpty()) {
         metrics.emplace(database, metricsFile);
     }
+    std::optional<SuspendedWatch> suspended(std::in_place, database, SharedStore::configured());
     manager.tell("READY=1\nSTATUS=Delivers " + QFileInfo(database).fileName().toUtf8());
     waitUntilStopped(stop.descriptor(), bell, delivery);
     manager.tell("STOPPING=1");
     const Patience patience;
+    suspended.reset();
     metrics.reset();
     archive.reset();
     delivery.stop();

@@ -87,8 +87,24 @@ Finding lookAtParked(const poshost::DatabaseExamination& found, const Subject& s
                 .arg(subject.command({u"queue"_s, u"show"_s, number}), number)));
 }
 
+/// What a service or a till at work asks the store about within minutes.
+Finding lookAtLeft(const SuspendedChecks& found, const Subject& subject)
+{
+    const QString text = found.onTheWaySince.isValid()
+                             ? Text::tr("the store has not said where %1 are, the oldest since %2")
+                                   .arg(found.onTheWay)
+                                   .arg(timetext::toTheMinute(found.onTheWaySince))
+                             : Text::tr("the store has not said where %1 are").arg(found.onTheWay);
+    return Finding::warning(
+        text, Mend::words(Text::tr("see that the store answers, then have it asked with %1")
+                              .arg(subject.command({u"queue"_s, u"deliver"_s}))));
+}
+
 Finding lookAtSuspended(const SuspendedChecks& found, const Subject& subject)
 {
+    if (found.onTheWay > 0) {
+        return lookAtLeft(found, subject);
+    }
     if (found.count == 0) {
         return Finding::ok(Text::tr("none"));
     }

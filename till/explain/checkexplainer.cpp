@@ -38,12 +38,30 @@ Explanation CheckExplainer::explainSale(const Check& check) const
 
 Explanation CheckExplainer::explainReturn(const Check& check) const
 {
-    const Check sale = store.findSale(check.document->getSaleDocumentId());
-    QList<Check> earlier = store.returnsOf(sale.id());
-    earlier.removeIf(
-        [&](const Check& other) { return other.returnsBefore >= check.returnsBefore; });
+    const auto [sale, earlier] = originOf(check);
     const Explanation ofSale = explainSale(sale);
     return ReturnExplainer(check, exchangeOf(check), sale, earlier, ofSale).explain();
+}
+
+/// What the shop knows counts before what this till knows alone, which other tills' returns are not
+/// in.
+CheckExplainer::Origin CheckExplainer::originOf(const Check& back) const
+{
+    const QString saleId = back.document->getSaleDocumentId();
+    const bool isHere = store.hasClosed(saleId);
+    try {
+        if (const auto found = elsewhere ? elsewhere(back) : std::nullopt) {
+            return *found;
+        }
+    } catch (const Failure&) {
+        if (!isHere) {
+            throw;
+        }
+    }
+    Origin own{store.findSale(saleId), store.returnsOf(saleId)};
+    own.earlier.removeIf(
+        [&](const Check& other) { return other.returnsBefore >= back.returnsBefore; });
+    return own;
 }
 
 } // namespace till

@@ -31,13 +31,33 @@ void LeftChecks::begin(const Check& check, const QString& mark)
     transaction.commit();
 }
 
-void LeftChecks::keepHere(const Leaving& leaving)
+bool LeftChecks::askAgain(const Leaving& leaving)
+{
+    poshost::Statement note(database, u"UPDATE leavings SET asked_again = 1 WHERE check_id = ? AND "
+                                      "mark = ? AND content IS NOT NULL"_s);
+    note.bind(leaving.id).bind(leaving.mark).execute();
+    return note.affectedRows() == 1;
+}
+
+bool LeftChecks::askAgain(const TakeUpNote& note)
+{
+    poshost::Statement statement(database, u"UPDATE takeups SET asked_again = 1 WHERE token = ?"_s);
+    statement.bind(note.token).execute();
+    return statement.affectedRows() == 1;
+}
+
+bool LeftChecks::keepHere(const Leaving& leaving)
 {
     poshost::Transaction transaction(database);
+    poshost::Statement forget(database, u"DELETE FROM leavings WHERE check_id = ? AND mark = ? AND "
+                                        "asked_again = 0 AND content IS NOT NULL"_s);
+    forget.bind(leaving.id).bind(leaving.mark).execute();
+    if (forget.affectedRows() != 1) {
+        return false;
+    }
     store.takeIn(checkcodec::decode(leaving.content, leaving.id));
-    poshost::Statement forget(database, u"DELETE FROM leavings WHERE check_id = ?"_s);
-    forget.bind(leaving.id).execute();
     transaction.commit();
+    return true;
 }
 
 void LeftChecks::finish(const Leaving& leaving)
@@ -82,6 +102,13 @@ void LeftChecks::takeIn(const QString& token, const Check& check)
     poshost::Statement back(database, u"DELETE FROM leavings WHERE check_id = ?"_s);
     back.bind(check.id()).execute();
     transaction.commit();
+}
+
+void LeftChecks::forgetUnasked(const QString& token)
+{
+    poshost::Statement statement(database,
+                                 u"DELETE FROM takeups WHERE token = ? AND asked_again = 0"_s);
+    statement.bind(token).execute();
 }
 
 void LeftChecks::forget(const QString& token)

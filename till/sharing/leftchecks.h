@@ -51,8 +51,14 @@ public:
     /// Takes a check out of this till's own, on the way to the store.
     /// @throws Failure when it is closed or abandoned
     void begin(const Check& check, const QString& mark);
-    /// The store has not got it: it is suspended here again.
-    void keepHere(const Leaving& leaving);
+    /// Before the store is asked once more than the cashier's own wish did, by whichever process:
+    /// from then on nobody can be certain that the store has not got the check.
+    /// @return false: there is nothing to ask about any more
+    bool askAgain(const Leaving& leaving);
+    bool askAgain(const TakeUpNote& note);
+    /// The store has not got it at its first asking: it is suspended here again.
+    /// @return false: another process has asked meanwhile, so that the store may have it
+    bool keepHere(const Leaving& leaving);
     /// The store has it. The note stays, without the content, and says where the check has gone.
     void finish(const Leaving& leaving);
     /// Those of which nobody knows yet whether the store has them, the first one first.
@@ -62,6 +68,9 @@ public:
     void noteTakeUp(const QString& token, const QString& which);
     /// Suspends here what the store has given.
     void takeIn(const QString& token, const Check& check);
+    /// The store has given nothing at its first asking. Does nothing when another process has asked
+    /// meanwhile.
+    void forgetUnasked(const QString& token);
     /// Nothing is left to do about it.
     void forget(const QString& token);
     QList<TakeUpNote> takeUps();

@@ -46,6 +46,24 @@ std::optional<KeptCheck> SharedReading::find(const QString& which) const
     return found.isEmpty() ? std::nullopt : std::optional(found.first());
 }
 
+std::optional<SharedReading::Origin> SharedReading::originOf(const Check& back) const
+{
+    const orvastore::SaleToReturn answer =
+        store.books().saleToReturn(store.shop(), back.document->getSaleDocumentId());
+    requireDone(answer.result);
+    if (answer.sales.size() != 1) {
+        return std::nullopt;
+    }
+    Origin found{checkOf(answer.sales.first()), {}};
+    for (const KeptCheck& kept : answer.returns) {
+        if (kept.identifier == back.id()) {
+            return found;
+        }
+        found.earlier.append(checkOf(kept));
+    }
+    return std::nullopt;
+}
+
 void SharedReading::rewrite(const Check& check) const
 {
     requireDone(store.books().rewrite(store.shop(), check.id(), checkcodec::encode(check)));

@@ -31,6 +31,14 @@ public:
     /// A closed check by its identifier or number; nothing when the store has none.
     /// @throws Failure (Usage) also when several have the number
     std::optional<orvastore::KeptCheck> find(const QString& which) const;
+    /// The sale of a return with the returns that the store got to know of before this one; nothing
+    /// when it does not know both.
+    struct Origin
+    {
+        Check sale;
+        QList<Check> earlier;
+    };
+    std::optional<Origin> originOf(const Check& back) const;
     /// Gives a delivered check another content.
     /// @throws Failure also when it is not delivered
     void rewrite(const Check& check) const;

@@ -79,15 +79,37 @@ void SuspendedSharing::settle(QStringList& notices)
     settleAll(notices);
 }
 
+void SuspendedSharing::settleLeftBehind(QSet<QString>& seen, QStringList& notices)
+{
+    QSet<QString> here;
+    const QList<Leaving> leavings = left.unfinished();
+    for (const Leaving& leaving : leavings) {
+        here.insert(leaving.mark);
+    }
+    const QList<TakeUpNote> notes = left.takeUps();
+    for (const TakeUpNote& note : notes) {
+        here.insert(note.token);
+    }
+    const QSet<QString> known = std::exchange(seen, here);
+    if (known.intersects(here)) {
+        const OneWait wait(store);
+        settleAll(notices, [&](const QString& key) { return known.contains(key); });
+    }
+}
+
 /// The check that somebody waits for comes first.
 /// @return why the store cannot be asked for more just now; empty when it can
-Message SuspendedSharing::settleAll(QStringList& notices)
+Message SuspendedSharing::settleAll(QStringList& notices, const Choice& isChosen)
 {
+    const auto isLeftOut = [&](const QString& key) { return isChosen && !isChosen(key); };
     QList<Leaving> leavings = left.unfinished();
     const QString first = std::exchange(begun, {});
     std::stable_partition(leavings.begin(), leavings.end(),
                           [&](const Leaving& one) { return one.mark == first; });
     for (const Leaving& leaving : std::as_const(leavings)) {
+        if (isLeftOut(leaving.mark)) {
+            continue;
+        }
         const Message trouble =
             leave(leaving, leaving.mark == first ? Try::First : Try::Further, notices);
         if (!trouble.isEmpty()) {
@@ -96,6 +118,9 @@ Message SuspendedSharing::settleAll(QStringList& notices)
     }
     const QList<TakeUpNote> notes = left.takeUps();
     for (const TakeUpNote& note : notes) {
+        if (isLeftOut(note.token)) {
+            continue;
+        }
         const Message trouble = note.id.isEmpty() ? ask(note) : tell(note, notices);
         if (!trouble.isEmpty()) {
             return trouble;
@@ -106,6 +131,9 @@ Message SuspendedSharing::settleAll(QStringList& notices)
 
 Message SuspendedSharing::leave(const Leaving& leaving, Try which, QStringList& notices)
 {
+    if (which == Try::Further && !left.askAgain(leaving)) {
+        return {}; // another process has got an answer
+    }
     LeftCheck check;
     check.shop = store.shop();
     check.till = store.till();
@@ -119,8 +147,7 @@ Message SuspendedSharing::leave(const Leaving& leaving, Try which, QStringList& 
         left.finish(leaving);
         return {};
     }
-    if (result.end != StoreEnd::Unknown && which == Try::First) {
-        left.keepHere(leaving);
+    if (result.end != StoreEnd::Unknown && which == Try::First && left.keepHere(leaving)) {
         notices.append(Text::tr("Check %1 is suspended at this till alone (%2).")
                            .arg(leaving.id, said(result.error)));
     } else {
@@ -134,6 +161,9 @@ Message SuspendedSharing::leave(const Leaving& leaving, Try which, QStringList& 
 /// Repeats what was asked before.
 Message SuspendedSharing::ask(const TakeUpNote& note)
 {
+    if (!left.askAgain(note)) {
+        return {};
+    }
     const TakeUp taken = store.books().takeUp(store.shop(), note.which, store.till(), note.token);
     if (taken.result.end == StoreEnd::Done && taken.check) {
         return take(note, *taken.check);
@@ -200,7 +230,8 @@ void SuspendedSharing::takeUp(const QString& which, QStringList& notices)
         } else {
             trouble = taken.result.error;
             if (taken.result.end != StoreEnd::Unknown) {
-                left.forget(note.token); // the store has got nothing of this, its first asking
+                left.forgetUnasked(
+                    note.token); // the store has got nothing of this, its first asking
             }
         }
     }

@@ -6,7 +6,10 @@
 #include "till/sharing/leftchecks.h"
 #include "till/sharing/sharedstore.h"
 
+#include <QSet>
 #include <QStringList>
+
+#include <functional>
 
 namespace till {
 
@@ -31,6 +34,10 @@ public:
     /// the store has certainly not got at its first try is suspended here again.
     /// @param notices receives a sentence about each check that is where nobody expects it
     void settle(QStringList& notices);
+    /// The same for what an earlier call has seen already, so that nothing comes in between of a
+    /// cashier who is served: for a process that looks after what tills have left behind.
+    /// @param seen what was there at the last look; receives what is there now
+    void settleLeftBehind(QSet<QString>& seen, QStringList& notices);
     /// Takes a check out of the store and suspends it here. Asks for nothing else before what is
     /// uncertain is certain.
     /// @param which its identifier, or "last"
@@ -44,7 +51,8 @@ private:
         First,
         Further,
     };
-    poshost::Message settleAll(QStringList& notices);
+    using Choice = std::function<bool(const QString& key)>;
+    poshost::Message settleAll(QStringList& notices, const Choice& isChosen = {});
     poshost::Message leave(const Leaving& leaving, Try which, QStringList& notices);
     poshost::Message ask(const TakeUpNote& note);
     poshost::Message take(const TakeUpNote& note, const orvastore::LeftCheck& given);

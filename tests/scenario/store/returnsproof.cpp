@@ -3,13 +3,21 @@
 
 #include "tests/scenario/store/returnsproof.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
-void TakenBack::addReturn(const till::Check& back)
+void TakenBack::add(const till::Check& closed)
 {
-    ++returns;
-    for (const till::Line& line : back.lines) {
-        Taken& all = taken[back.document->getSaleDocumentId()][line.position];
+    if (checks[closed.id()]++ > 0) {
+        return;
+    }
+    if (!closed.isReturn()) {
+        sales.insert(closed.id(), closed);
+        return;
+    }
+    for (const till::Line& line : closed.lines) {
+        Taken& all = taken[closed.document->getSaleDocumentId()][line.position];
         all.thousandths += line.returnedThousandths;
         all.sums[0] += line.sumKopecks;
         all.sums[1] += line.discountKopecks;
@@ -18,19 +26,26 @@ void TakenBack::addReturn(const till::Check& back)
     }
 }
 
-bool TakenBack::isWhole(const QString& sale) const
+int TakenBack::whole() const
 {
-    for (const till::Line& line : sales.value(sale).lines) {
-        if (taken.value(sale).value(line.position).thousandths < line.thousandths) {
-            return false;
-        }
+    int count = 0;
+    for (const till::Check& sale : sales) {
+        const QMap<int, Taken> back = taken.value(sale.id());
+        count += std::all_of(sale.lines.cbegin(), sale.lines.cend(), [&](const till::Line& line) {
+            return back.value(line.position).thousandths == line.thousandths;
+        });
     }
-    return true;
+    return count;
 }
 
 QStringList TakenBack::complaints() const
 {
     QStringList found;
+    for (auto check = checks.cbegin(); check != checks.cend(); ++check) {
+        if (*check > 1) {
+            found.append(u"check %1 is there %2 times"_s.arg(check.key()).arg(*check));
+        }
+    }
     for (auto it = taken.cbegin(); it != taken.cend(); ++it) {
         if (!sales.contains(it.key())) {
             found.append(u"a return of %1, which nobody has sold"_s.arg(it.key()));
@@ -51,4 +66,49 @@ QStringList TakenBack::complaints() const
         }
     }
     return found;
+}
+
+QStringList TakenBack::lines() const
+{
+    QStringList all;
+    for (auto it = taken.cbegin(); it != taken.cend(); ++it) {
+        for (auto line = it->cbegin(); line != it->cend(); ++line) {
+            all.append(u"%1 line %2: %3 pieces, %4 %5 %6 %7"_s.arg(it.key())
+                           .arg(line.key())
+                           .arg(line->thousandths)
+                           .arg(line->sums.at(0))
+                           .arg(line->sums.at(1))
+                           .arg(line->sums.at(2))
+                           .arg(line->sums.at(3)));
+        }
+    }
+    return all;
+}
+
+QStringList TakenBack::points() const
+{
+    QMap<QString, Points> sums;
+    for (const till::Check& sale : sales) {
+        Points& of = sums[sale.id()];
+        of.spent = sale.spentKopecks();
+        of.earned = sale.earnedKopecks();
+        for (const Taken& line : taken.value(sale.id())) {
+            of.givenBack += line.sums.at(2);
+            of.takenBack += line.sums.at(3);
+        }
+    }
+    return pointsOf(sums);
+}
+
+QStringList TakenBack::pointsOf(const QMap<QString, Points>& sums)
+{
+    QStringList all;
+    for (auto it = sums.cbegin(); it != sums.cend(); ++it) {
+        all.append(u"%1 %2 %3 %4 %5"_s.arg(it.key())
+                       .arg(it->spent)
+                       .arg(it->earned)
+                       .arg(it->givenBack)
+                       .arg(it->takenBack));
+    }
+    return all;
 }

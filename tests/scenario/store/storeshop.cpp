@@ -7,6 +7,10 @@
 #include "store/schema/storeschema.h"
 #include "tests/support/tillsettings.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+#include <QUrl>
+
 void StoreShop::SetUp()
 {
     Shop::SetUp();
@@ -30,6 +34,61 @@ void StoreShop::writeStoreConfig(const QString& database, const QString& further
               settings.toml() +
                   u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n%3"_s.arg(
                       database, QStringLiteral(ORVA_STORE_MODULE), further));
+}
+
+void StoreShop::writeTillConfig(int number) const
+{
+    tests::TillSettings settings;
+    settings.server = address;
+    settings.plugin = QStringLiteral(ORVA_PLUGIN);
+    settings.name = QString::number(number);
+    settings.database = u"till%1.sqlite"_s.arg(number);
+    writeFile(u"till%1.toml"_s.arg(number),
+              settings.toml() +
+                  u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n"_s.arg(
+                      storeString(), QStringLiteral(ORVA_STORE_MODULE)));
+}
+
+void StoreShop::startWorker()
+{
+    writeFile(u"worker.toml"_s, u"[store]\ndatabase = \"%1\"\n"_s.arg(cluster.connection()));
+    // no pipe for its words either: each stop of the store is worth some
+    worker = std::make_unique<Program>(
+        u"/bin/sh"_s,
+        QStringList{u"-c"_s, u"exec \"$0\" --config worker.toml work >worker.log 2>&1"_s,
+                    QStringLiteral(ORVA_STORE)},
+        folder());
+}
+
+void StoreShop::quietServer()
+{
+    stopServer();
+    server = std::make_unique<Program>(
+        QStringLiteral(ORVA_SIMULATOR),
+        QStringList{u"--quiet"_s, u"--database"_s, u"server.sqlite"_s, u"--port"_s,
+                    QString::number(QUrl(address).port()), u"--config"_s, u"strict.toml"_s},
+        folder());
+    ASSERT_EQ(server->waitForLine(u"Listening on "_s), address);
+}
+
+void StoreShop::awaitDelivery() const
+{
+    constexpr int longest = 300; // seconds
+    const QDeadlineTimer deadline(longest * 1000);
+    const QString waiting = u"SELECT coalesce(sum(waiting), 0) FROM orva.lanes"_s;
+    while (cluster.sql(waiting) != u"0"_s && !deadline.hasExpired()) {
+        QThread::msleep(100);
+    }
+    EXPECT_EQ(cluster.sql(waiting), u"0"_s);
+    EXPECT_EQ(cluster.sql(u"SELECT identifier, waits_for, answer FROM orva.parked"_s), QString())
+        << qPrintable(cluster.sql(
+               u"SELECT r.sale, r.identifier, r.till, r.at, r.is_closed, r.is_released, "
+               "c.handed_at, a.at, d.at FROM orva.returns r LEFT JOIN orva.checks c USING (shop, "
+               "identifier) LEFT JOIN orva.messages m USING (shop, identifier) LEFT JOIN "
+               "orva.attempts a ON a.message = m.id LEFT JOIN orva.deliveries d ON d.message = "
+               "m.id WHERE r.sale IN (SELECT m.sale FROM orva.parked p JOIN orva.messages m ON "
+               "m.id "
+               "= p.message) ORDER BY r.sale, r.at"_s));
 }
 
 QString StoreShop::stored(const QString& table) const

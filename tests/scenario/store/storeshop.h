@@ -22,6 +22,17 @@ protected:
     QString storeString() const { return cluster.connection(u"till3"_s, u"postgres"_s); }
     /// What the store's tables have.
     QString stored(const QString& table) const;
+    /// Writes the settings of one till of several, tillN.toml, with a file of its own,
+    /// tillN.sqlite.
+    void writeTillConfig(int number) const;
+    /// Starts what delivers the messages of the store, until the test ends; its words go into
+    /// worker.log.
+    void startWorker();
+    /// Starts the loyalty server anew without its words: nobody reads those of a long test, and a
+    /// full pipe would stop it.
+    void quietServer();
+    /// Waits until everything in the store is delivered; what is parked fails the test.
+    void awaitDelivery() const;
     /// Sells the sample sale so many times, as one till at work that does not wait for the
     /// delivery.
     void sellMany(int checks) const;
@@ -32,4 +43,5 @@ protected:
     }
 
     PostgresCluster cluster;
+    std::unique_ptr<Program> worker;
 };

@@ -123,6 +123,7 @@ TEST_F(Returns, areReservedOnce)
     const QString said = unknown.error.in(poshost::Language::English);
     EXPECT_TRUE(said.contains(u"r1"_s) && said.contains(u"till2"_s) && said.contains(u"7"_s))
         << qPrintable(said);
+    ASSERT_EQ(books.settleReturn(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
     const StoreResult tooMuch = books.reserve(pieces(u"r2"_s, 2, {u"r1"_s}));
     EXPECT_EQ(tooMuch.end, StoreEnd::Refused);
     EXPECT_TRUE(tooMuch.isConflict);
@@ -181,6 +182,76 @@ TEST_F(Returns, withoutReservationAreRefusedWhenMoreWouldComeBackThanWasSold)
     EXPECT_EQ(sql(u"SELECT count(*) FROM orva.checks WHERE identifier = 'r2'"_s), u"0"_s);
     EXPECT_EQ(sql(u"SELECT count(*) FROM orva.messages WHERE identifier = 'r2'"_s), u"0"_s);
     EXPECT_EQ(handOverReturn(pieces(u"r3"_s, 1)).end, StoreEnd::Done);
+}
+
+TEST_F(Returns, goToTheServerInTheOrderOfTheirReservationsWhicheverTillIsFaster)
+{
+    handOver(u"sale"_s, u"card"_s);
+    const auto deliverNext = [&] {
+        const auto task = book.claim();
+        if (task) {
+            book.finish(*task, done);
+        }
+        return nameOf(task);
+    };
+    EXPECT_EQ(deliverNext(), u"sale"_s);
+    QStringList known;
+    for (const QString& name : {u"r1"_s, u"r2"_s, u"r3"_s}) {
+        ASSERT_EQ(reserve(pieces(name, 1, known)), StoreEnd::Done);
+        ASSERT_EQ(books.settleReturn(u"shop"_s, name).end, StoreEnd::Done);
+        known.append(name);
+    }
+    for (int i = 0; i < 2; ++i) { // and repeated
+        ASSERT_EQ(handOverReturn(pieces(u"r3"_s, 1)).end, StoreEnd::Done);
+        ASSERT_EQ(handOverReturn(pieces(u"r2"_s, 1)).end, StoreEnd::Done);
+        EXPECT_EQ(deliverNext(), u"none"_s);
+    }
+    handOver(u"another"_s, u"card"_s); // the others pass
+    EXPECT_EQ(deliverNext(), u"another"_s);
+    ASSERT_EQ(handOverReturn(pieces(u"r1"_s, 1)).end, StoreEnd::Done);
+    EXPECT_EQ(deliverNext(), u"r1"_s);
+    EXPECT_EQ(deliverNext(), u"r2"_s);
+    EXPECT_EQ(deliverNext(), u"r3"_s);
+    EXPECT_EQ(deliverNext(), u"none"_s);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"0"_s);
+    EXPECT_EQ(sql(u"SELECT sum(waiting) FROM orva.lanes"_s), u"0"_s);
+}
+
+TEST_F(Returns, areNotReckonedBehindOneThatMayBeGivenBackYet)
+{
+    ASSERT_EQ(reserve(pieces(u"r1"_s, 1)), StoreEnd::Done);
+    const StoreResult undecided = books.reserve(pieces(u"r2"_s, 1, {u"r1"_s}));
+    EXPECT_EQ(undecided.end, StoreEnd::Refused);
+    EXPECT_TRUE(undecided.isConflict);
+    EXPECT_TRUE(undecided.error.in(poshost::Language::English).contains(u"r1"_s));
+    ASSERT_EQ(books.release(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
+    EXPECT_EQ(reserve(pieces(u"r2"_s, 1)), StoreEnd::Done);
+    ASSERT_EQ(books.settleReturn(u"shop"_s, u"r2"_s).end, StoreEnd::Done);
+    EXPECT_EQ(reserve(pieces(u"r3"_s, 1, {u"r2"_s})), StoreEnd::Done);
+}
+
+TEST_F(Returns, waitNoLongerThanAnHourForOneThatDoesNotCome)
+{
+    handOver(u"sale"_s, u"card"_s);
+    book.finish(*book.claim(), done);
+    ASSERT_EQ(reserve(pieces(u"r1"_s, 1)), StoreEnd::Done);
+    ASSERT_EQ(books.settleReturn(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
+    ASSERT_EQ(reserve(pieces(u"r2"_s, 1, {u"r1"_s})), StoreEnd::Done);
+    ASSERT_EQ(handOverReturn(pieces(u"r2"_s, 1)).end, StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT waits_for FROM orva.parked"_s), u"r1"_s);
+    sql(u"UPDATE orva.parked SET since = since - interval '61 minutes'"_s);
+    handOver(u"another"_s, u"other card"_s);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"1"_s);
+    auto second = checkOf(u"another return"_s, u"third card"_s);
+    second.saleIdentifier = u"another"_s;
+    orvastore::handOver(owner, second);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"0"_s);
+    QStringList delivered;
+    for (auto task = book.claim(); task; task = book.claim()) {
+        delivered.append(nameOf(task));
+        book.finish(*task, done);
+    }
+    EXPECT_TRUE(delivered.contains(u"r2"_s)) << qPrintable(delivered.join(u' '));
 }
 
 TEST_F(Returns, handedOverWithoutLinesAreKnownAndAsked)

@@ -234,6 +234,27 @@ TEST_F(SharedSuspended, listsClosedChecksByPartsTheNewestFirst)
     EXPECT_EQ(found.first().content, "content");
 }
 
+TEST_F(SharedSuspended, aPartOfALongListIsFoundWithoutReadingTheRest)
+{
+    sql(u"INSERT INTO orva.checks (closed_on, shop, identifier, till, number, closed_at, lane, "
+        "sale, content) SELECT (now() + n * interval '3 s')::date, 'shop', md5(n::text), '1', n, "
+        "now() + n * interval '3 s', 0, '', repeat(md5(n::text), 20)::bytea "
+        "FROM generate_series(1, 40000) n; ANALYZE orva.checks"_s);
+    const auto pagesOf = [&](const QByteArray& beginning) {
+        return storetest::buffersOf(owner.run(
+            "EXPLAIN (ANALYZE, BUFFERS, FORMAT JSON) SELECT content FROM orva.checks c WHERE "
+            "c.shop = 'shop' " +
+            beginning +
+            " ORDER BY c.closed_on DESC, c.closed_at DESC, c.identifier DESC LIMIT 50"));
+    };
+    constexpr int most = 500; // of more than 4,000 that the checks have
+    EXPECT_LT(pagesOf({}), most);
+    EXPECT_LT(pagesOf("AND c.closed_on <= current_date + 1 AND (c.closed_on, c.closed_at, "
+                      "c.identifier) < (current_date + 1, now() + interval '20 h', 'f')"),
+              most);
+    EXPECT_EQ(identifiers(one, {}, 120).size(), 120);
+}
+
 TEST_F(SharedSuspended, onlyWhatIsDeliveredIsRewrittenAndWhoHasDoneItStaysKnown)
 {
     handOver(u"a"_s);

@@ -205,6 +205,21 @@ TEST_F(Upkeep, tillsHandOverWhileTheTablesAreMigrated)
         << "there is nothing left to do";
 }
 
+TEST_F(Upkeep, anOlderDatabaseGetsTheFunctionsThatCameWithoutTables)
+{
+    const QString older = storetest::freshDatabase();
+    Connection admin(settingsFor(storetest::sharedCluster().connection(u"postgres"_s, older)), {});
+    for (const int from : {3, 4}) {
+        orvastore::storeschema::migrate(admin, from);
+        admin.runAll("DROP FUNCTION orva.figures(int), orva.failures(int), orva.note_till;"
+                     "DROP TABLE orva.handed_last");
+        EXPECT_EQ(orvastore::storeschema::migrate(admin), from);
+        EXPECT_EQ(admin.run("SELECT * FROM orva.figures(300)").rows(), 1);
+        EXPECT_EQ(admin.run("SELECT * FROM orva.tills_heard_of(30)").rows(), 0);
+        admin.runAll("DROP SCHEMA orva CASCADE");
+    }
+}
+
 TEST_F(Upkeep, aNewerDatabaseIsUsedAsLongAsItSaysThatItCanBe)
 {
     sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (98, 2)"_s);

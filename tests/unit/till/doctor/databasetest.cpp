@@ -171,6 +171,17 @@ QList<Row> whatWaits()
          u"checks.suspended warning"_s,
          {},
          [](const Scene& scene) { scene.runTill({u"work"_s}, "restore last\nabandon\nquit\n"); }},
+        {"a check on its way to the store",
+         executing(u"INSERT INTO leavings (check_id, number, mark, begun_at, content) "
+                   "VALUES ('a', 1, 'b', 1790000000000, x'00')"_s),
+         u"checks.suspended warning"_s,
+         {},
+         executing(u"DELETE FROM leavings"_s)},
+        {"a check on its way from the store",
+         executing(u"INSERT INTO takeups (token, which) VALUES ('a', 'last')"_s),
+         u"checks.suspended warning"_s,
+         {},
+         executing(u"DELETE FROM takeups"_s)},
     };
 }
 

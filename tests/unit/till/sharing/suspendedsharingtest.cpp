@@ -8,6 +8,10 @@
 #include "tests/unit/till/sharing/fakebooks.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/checks/checkcodec.h"
+#include "till/commands/suspendedwatch.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 using tests::FakeBooks;
@@ -197,6 +201,59 @@ TEST_F(SuspendedSharingTest, aLeavingThatIsRepeatedLateBringsNothingBack)
     EXPECT_EQ(notices, QStringList());
     EXPECT_EQ(books.waiting(), 0) << "it would be sold twice";
     EXPECT_EQ(stateOf(id), u"left"_s);
+}
+
+TEST_F(SuspendedSharingTest, whatAnotherProcessHasAskedAboutIsNotKeptHereWithoutTheStoresWord)
+{
+    openReady();
+    const till::Check check = desk->current();
+    till::LeftChecks left(*database, store);
+    left.begin(check, u"mark"_s);
+    const till::Leaving leaving = left.unfinished().first();
+    poshost::Database second(database->fileName());
+    till::CheckStore seconds(database);
+    EXPECT_TRUE(till::LeftChecks(second, seconds).askAgain(leaving));
+    EXPECT_FALSE(left.keepHere(leaving)) << "its request may have arrived";
+    EXPECT_EQ(stateOf(check.id()), u"left"_s);
+    left.noteTakeUp(u"token"_s, u"last"_s);
+    EXPECT_TRUE(left.askAgain(left.takeUps().first()));
+    left.forgetUnasked(u"token"_s);
+    EXPECT_EQ(left.takeUps().size(), 1);
+}
+
+TEST_F(SuspendedSharingTest, whatIsLeftBehindIsSettledAtTheSecondLook)
+{
+    befall(Fault::LostRequest, u"leave"_s);
+    const QString id = leaveOne();
+    books.fault = Fault::None;
+    books.faultAt.clear();
+    QSet<QString> seen;
+    QStringList notices;
+    sharing->settleLeftBehind(seen, notices);
+    EXPECT_EQ(books.waiting(), 0) << "a cashier may be waiting for it";
+    sharing->settleLeftBehind(seen, notices);
+    EXPECT_EQ(books.waiting(), 1);
+    EXPECT_EQ(notices, QStringList());
+    sharing->settleLeftBehind(seen, notices);
+    EXPECT_TRUE(seen.isEmpty());
+    EXPECT_EQ(stateOf(id), u"left"_s);
+}
+
+TEST_F(SuspendedSharingTest, theServiceSettlesWhatIsLeftBehind)
+{
+    befall(Fault::LostReply, u"leave"_s);
+    leaveOne();
+    till::LeftChecks left(*database, store);
+    ASSERT_EQ(left.unfinished().size(), 1);
+    books.fault = Fault::None;
+    books.faultAt.clear();
+    const till::SuspendedWatch watch(database->fileName(), storeAt("1"),
+                                     std::chrono::milliseconds(20));
+    const QDeadlineTimer deadline(20'000);
+    while (!left.unfinished().isEmpty() && !deadline.hasExpired()) {
+        QThread::msleep(10);
+    }
+    EXPECT_TRUE(left.unfinished().isEmpty());
 }
 
 TEST_F(SuspendedSharingTest, aTakeUpWithoutAReplyGetsTheSameCheckWhenItIsRepeated)
