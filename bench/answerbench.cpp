@@ -5,20 +5,19 @@
 
 #include "bench/costlyanswers.h"
 #include "bench/loopbackserver.h"
+#include "bench/programcost.h"
 #include "bench/rows.h"
 #include "bench/suites.h"
+#include "till/exitcode.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <array>
-#include <fcntl.h>
+#include <functional>
 #include <map>
-#include <spawn.h>
 #include <stdexcept>
-#include <sys/resource.h>
-#include <sys/wait.h>
 
 using namespace Qt::StringLiterals;
 
@@ -28,15 +27,10 @@ namespace {
 
 constexpr double mostSeconds = 2;
 constexpr double mostMegabytes = 256;
-/// So many of the fuzzers' costliest inputs.
+/// So many of the fuzzers' inputs are sold with, the costliest as far as parser and writer tell;
+/// so many of them, those that cost the till most, have a row.
+constexpr int fuzzedSales = 20;
 constexpr int fuzzedRows = 5;
-
-struct Cost
-{
-    double seconds = 0;
-    double megabytes = 0;
-    int exitCode = -1;
-};
 
 void write(const QString& fileName, const QString& content)
 {
@@ -47,40 +41,8 @@ void write(const QString& fileName, const QString& content)
     }
 }
 
-double inSeconds(const timeval& time)
-{
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-}
-
-/// Runs the program to its end, its output thrown away.
-Cost run(const std::vector<std::string>& arguments)
-{
-    std::vector<char*> pointers;
-    for (const std::string& argument : arguments) {
-        pointers.push_back(const_cast<char*>(argument.c_str()));
-    }
-    pointers.push_back(nullptr);
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    pid_t process = 0;
-    const int failure =
-        ::posix_spawn(&process, pointers.front(), &actions, nullptr, pointers.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    int status = 0;
-    rusage usage{};
-    if (failure != 0 || ::wait4(process, &status, 0, &usage) != process) {
-        throw std::runtime_error("the till does not start");
-    }
-    constexpr double kilobytesOfMegabyte = 1024;
-    return {inSeconds(usage.ru_utime) + inSeconds(usage.ru_stime),
-            static_cast<double>(usage.ru_maxrss) / kilobytesOfMegabyte,
-            WIFEXITED(status) ? WEXITSTATUS(status) : -1};
-}
-
 /// A sale of three lines, paid with points, to which the server answers so.
-Cost sell(const QByteArray& answer)
+ProgramCost sell(const QByteArray& answer)
 {
     const QTemporaryDir folder;
     const LoopbackServer server(answer);
@@ -95,30 +57,32 @@ Cost sell(const QByteArray& answer)
         sale += u"[[line]]\ncode = \"%1\"\nname = \"Чай\"\nprice = 100\nquantity = 1\n"_s.arg(line);
     }
     write(folder.filePath(u"sale.toml"_s), sale);
-    return run({ORVA_TILL_FILE, "--config", folder.filePath(u"orva.toml"_s).toStdString(), "sell",
-                folder.filePath(u"sale.toml"_s).toStdString(), "--points", "all"});
+    return costOfProgram({QStringLiteral(ORVA_TILL_FILE), u"--config"_s,
+                          folder.filePath(u"orva.toml"_s), u"sell"_s,
+                          folder.filePath(u"sale.toml"_s), u"--points"_s, u"all"_s});
 }
 
-/// Of a few sales: the median of their times, the most memory, and the exit code of one that
-/// failed.
-Cost usualCost(const QByteArray& answer)
+/// Of a few sales: the median of their times, the most memory, and their exit code, -1 where they
+/// ended differently.
+ProgramCost usualCost(const QByteArray& answer)
 {
-    std::array<Cost, 3> sales;
+    std::array<ProgramCost, 3> sales;
     std::generate(sales.begin(), sales.end(), [&answer] { return sell(answer); });
-    std::sort(sales.begin(), sales.end(),
-              [](const Cost& left, const Cost& right) { return left.seconds < right.seconds; });
-    Cost usual = sales[sales.size() / 2];
-    for (const Cost& sale : sales) {
+    std::sort(sales.begin(), sales.end(), [](const ProgramCost& left, const ProgramCost& right) {
+        return left.seconds < right.seconds;
+    });
+    ProgramCost usual = sales[sales.size() / 2];
+    for (const ProgramCost& sale : sales) {
         usual.megabytes = std::max(usual.megabytes, sale.megabytes);
-        usual.exitCode = std::max(usual.exitCode, sale.exitCode < 0 ? 1 : sale.exitCode);
+        usual.exitCode = sale.exitCode == sales.front().exitCode ? usual.exitCode : -1;
     }
     return usual;
 }
 
 struct Costs
 {
-    Cost floor; ///< with an answer that costs nothing
-    Cost subject;
+    ProgramCost floor; ///< with an answer that costs nothing
+    ProgramCost subject;
 };
 
 /// Measured once for both rows of an answer: each sale takes seconds.
@@ -139,8 +103,12 @@ void measure(benchmark::State& state, const CostlyAnswer& answer, bool memory)
     for ([[maybe_unused]] const auto turn : state) {
         state.SetIterationTime(subject.seconds);
     }
-    if (subject.exitCode != 0) {
-        state.SkipWithError("the till did not take the answer");
+    const auto expected =
+        static_cast<int>(answer.isRefused ? till::ExitCode::WithoutLoyalty : till::ExitCode::Ok);
+    if (subject.exitCode != expected) {
+        const std::string problem = "the till ended with " + std::to_string(subject.exitCode) +
+                                    " and not with " + std::to_string(expected);
+        state.SkipWithError(problem.c_str());
         return;
     }
     if (memory) {
@@ -151,10 +119,6 @@ void measure(benchmark::State& state, const CostlyAnswer& answer, bool memory)
     }
 }
 
-} // namespace
-
-namespace {
-
 void addRows(const CostlyAnswer& answer)
 {
     for (const bool memory : {false, true}) {
@@ -163,11 +127,38 @@ void addRows(const CostlyAnswer& answer)
     }
 }
 
-QByteArray fuzzed(int index)
+QByteArray requireAnswer(const QList<QByteArray>& answers, qsizetype index)
 {
-    static const QList<QByteArray> worst =
-        worstOfFuzzers(QStringLiteral(ORVA_FUZZ_CORPUS), fuzzedRows);
-    return worst.at(index);
+    if (index >= answers.size()) {
+        throw std::runtime_error("too few inputs of the fuzzers in " ORVA_FUZZ_CORPUS);
+    }
+    return answers.at(index);
+}
+
+const FuzzedAnswers& fuzzed()
+{
+    static const FuzzedAnswers answers =
+        worstOfFuzzers(QStringLiteral(ORVA_FUZZ_CORPUS), fuzzedSales);
+    return answers;
+}
+
+/// What costs a till most, its time and its memory each as a share of what they may be.
+QByteArray fuzzedTaken(qsizetype index)
+{
+    static const QList<QByteArray> worst = [] {
+        std::multimap<double, QByteArray, std::greater<>> byCost;
+        for (const QByteArray& answer : fuzzed().taken) {
+            const ProgramCost cost = sell(answer);
+            byCost.emplace(std::max(cost.seconds / mostSeconds, cost.megabytes / mostMegabytes),
+                           answer);
+        }
+        QList<QByteArray> answers;
+        for (const auto& [share, answer] : byCost) {
+            answers.append(answer);
+        }
+        return answers;
+    }();
+    return requireAnswer(worst, index);
 }
 
 } // namespace
@@ -178,8 +169,9 @@ void addAnswerRows()
         addRows(answer);
     }
     for (int index = 0; index < fuzzedRows; ++index) {
-        addRows({"fuzzed-" + std::to_string(index + 1), [index] { return fuzzed(index); }});
+        addRows({"fuzzed-" + std::to_string(index + 1), [index] { return fuzzedTaken(index); }});
     }
+    addRows({"refused-fuzzed", [] { return requireAnswer(fuzzed().refused, 0); }, true});
 }
 
 } // namespace bench

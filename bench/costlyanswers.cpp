@@ -6,14 +6,15 @@
 #include "bench/checkdata.h"
 #include "bench/rows.h"
 #include "client/harmlessxml.h"
+#include "client/repeatedlines.h"
 #include "client/xmllimits.h"
+#include "host/xml/xmlwrapper.h"
 
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace bench {
 
@@ -96,12 +97,21 @@ QByteArray manyElements()
     return QByteArray("<a>1</a>").repeated(limit::nodes / 2 - 20);
 }
 
-/// As many goods lines as an answer may have, each granted everything on a position of its own.
-QByteArray manyLines()
+/// Nearly all elements that an answer may have, named so that they are nearly all of its
+/// characters as well.
+QByteArray longNames()
+{
+    constexpr qsizetype nameLength = 16;
+    return "<" + QByteArray(nameLength, 'n') + "/>";
+}
+
+/// As many goods lines as an answer may have, each granted everything on a position of its own,
+/// or all on one.
+QByteArray manyLines(bool isOnOne = false)
 {
     QByteArray lines;
     for (int number = 1; number <= limit::entries; ++number) {
-        lines += "<RawItem><id>" + QByteArray::number(number) +
+        lines += "<RawItem><id>" + QByteArray::number(isOnOne ? 1 : number) +
                  "</id><awards><RawItemAwards><discount>1</discount><discountOnChange>1"
                  "</discountOnChange><awardBonus>1</awardBonus><allowBonusInCurrency>1"
                  "</allowBonusInCurrency></RawItemAwards></awards></RawItem>";
@@ -109,14 +119,40 @@ QByteArray manyLines()
     return lines;
 }
 
-/// Seconds that the parser and the writer take with it.
-double costOf(const QByteArray& answer)
+/// What an input of the fuzzers costs that has grown to the limits.
+struct JudgedInput
 {
-    return seconds(Clock::OwnWork, [&answer] {
+    QByteArray content; ///< what was repeated: all the answers would be a gigabyte
+    double cost = 0;    ///< seconds that the parser and the writer take with the answer
+    bool isRefused = false;
+};
+
+JudgedInput judge(const QByteArray& content)
+{
+    JudgedInput judged{content};
+    // at the limits, and not at a part of them: which of them stops it decides its cost
+    const QByteArray answer = grown(content);
+    judged.cost = seconds(Clock::OwnWork, [&answer, &judged] {
         QDomDocument document;
         document.setContent(answer);
+        const auto xml = QSharedPointer<XmlWrapper>::create();
+        judged.isRefused = !orva::harmInLines(xml, document.documentElement()).isEmpty();
         document.toString(1);
     });
+    return judged;
+}
+
+QList<QByteArray> costliest(std::vector<JudgedInput> inputs, qsizetype count)
+{
+    std::sort(inputs.begin(), inputs.end(),
+              [](const auto& left, const auto& right) { return left.cost > right.cost; });
+    QList<QByteArray> answers;
+    for (const JudgedInput& input : inputs) {
+        if (answers.size() < count) {
+            answers.append(grown(input.content));
+        }
+    }
+    return answers;
 }
 
 /// What stands within the input's root; empty where there is none.
@@ -152,6 +188,9 @@ std::vector<CostlyAnswer> answersAtTheLimits()
         {"escaped-values", [] { return grown("<a b='&lt;&quot;&#9;' c='&amp;'/>"); }},
         {"messages", [=] { return grown(message, "<informing>", "</informing>"); }},
         {"elements", [] { return grown("<a>1</a>"); }},
+        {"long-names", [] { return grown(longNames()); }},
+        {"names-and-cdata",
+         [] { return grown("<![CDATA[x]]>", longNames().repeated(limit::elements - 20)); }},
         {"mixed", [] { return grown("<a/>x"); }},
         {"attributes", [] { return grown(elementWith(limit::attributes, "x")); }},
         {"attribute-tables", [] { return grown("<a b=''/>"); }},
@@ -166,32 +205,26 @@ std::vector<CostlyAnswer> answersAtTheLimits()
         {"escapes", [] { return grown("<a>" + QByteArray("&lt;").repeated(100) + "</a>"); }},
         {"moves", [=] { return grown("x", escapes, "</a>"); }},
         {"deep", [] { return grown("<b/>", levelsOf("<a>"), levelsOf("</a>")); }},
-        {"everything", [] { return grown("x", manyElements() + "<a>", "</a>"); }}};
+        {"everything", [] { return grown("x", manyElements() + "<a>", "</a>"); }},
+        {"refused-lines", [=] { return grown(unknown, "<items>" + manyLines(true) + "</items>"); },
+         true},
+        {"refused-nodes", [] { return answerOf({}, "<!---->", limit::nodes, {}); }, true}};
 }
 
-QList<QByteArray> worstOfFuzzers(const QString& folder, int count)
+FuzzedAnswers worstOfFuzzers(const QString& folder, qsizetype count)
 {
-    // an eighth is enough to tell which costs more
-    constexpr qsizetype bytesToCompare = mostBytes / 8;
-    std::vector<std::pair<double, QByteArray>> costs;
+    std::vector<JudgedInput> taken;
+    std::vector<JudgedInput> refused;
     const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files, QDir::Name);
     for (const QFileInfo& info : files) {
         QFile file(info.filePath());
         const QByteArray content = file.open(QIODevice::ReadOnly) ? contentOf(file.readAll()) : "";
-        if (!content.isEmpty() && content.size() < bytesToCompare) {
-            costs.emplace_back(costOf(grown(content, {}, {}, bytesToCompare)), content);
+        if (!content.isEmpty() && content.size() < mostBytes / 2) {
+            const JudgedInput judged = judge(content);
+            (judged.isRefused ? refused : taken).push_back(judged);
         }
     }
-    if (costs.size() < static_cast<size_t>(count)) {
-        throw std::runtime_error("too few inputs of the fuzzers in " + folder.toStdString());
-    }
-    std::sort(costs.begin(), costs.end(),
-              [](const auto& left, const auto& right) { return left.first > right.first; });
-    QList<QByteArray> worst;
-    for (int i = 0; i < count; ++i) {
-        worst.append(grown(costs.at(static_cast<size_t>(i)).second));
-    }
-    return worst;
+    return {costliest(std::move(taken), count), costliest(std::move(refused), count)};
 }
 
 } // namespace bench

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "bench/programcost.h"
 #include "bench/suites.h"
 #include "bench/table.h"
 
@@ -11,6 +12,9 @@
 
 int main(int argc, char** argv)
 {
+    if (const auto launched = bench::ranAsLauncher(argc, argv)) {
+        return *launched;
+    }
     const QCoreApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false"));
     bench::addLoadingRows(); // first: a row that keeps the plug-in loaded would make it free

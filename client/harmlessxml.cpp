@@ -171,6 +171,9 @@ private:
         if (++level > limit::levels) {
             return refuse(u"больше %1 уровней элементов"_s, limit::levels);
         }
+        if (++elements > limit::elements) {
+            return refuse(u"больше %1 элементов"_s, limit::elements);
+        }
         if ((isNamed(lineName) || isNamed(messageName)) && ++entries > limit::entries) {
             return refuse(u"больше %1 строк товара и сообщений"_s, limit::entries);
         }
@@ -287,6 +290,7 @@ private:
     const Char* const end;
     const Char* element = nullptr; ///< the name of the element begun last
     int level = 0;
+    int elements = 0;
     int entries = 0;
     qint64 nodes = 0;
     qint64 characters = 0;

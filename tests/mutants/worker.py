@@ -145,7 +145,7 @@ class Worker:
             if not stage:
                 before_whole()
             for name in ordered:
-                if self._fails(area, commands(name), name, stage):
+                if self._fails(commands(name), name, stage):
                     kills[name] += 1
                     return KILLED, name
         if not area.has_module:
@@ -169,11 +169,10 @@ class Worker:
 
         return linked
 
-    def _fails(self, area, command, name, near):
-        """Twice with the host's: some measure times, which a busy machine may keep too long."""
+    def _fails(self, command, name, near):
+        """Asked twice: some measure times, which a busy machine may keep too long."""
         filters = [f"--gtest_filter={near}"] if near else []
-        return all(self._run([*command, *filters], self.cpu_limits[name]) != 0
-                   for _ in range(2 if area.shared_library else 1))
+        return all(self._run([*command, *filters], self.cpu_limits[name]) != 0 for _ in range(2))
 
     def _test_module(self, objects):
         """The programs look for the module where it was built: the mutant stands there meanwhile."""
@@ -213,13 +212,28 @@ def run_limited(command, cpu_seconds, folder, temporary):
                           stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                           stderr=subprocess.DEVNULL) as process:
         running.add(process.pid)
+        started = time.monotonic()
         try:
-            return process.wait(WALL_LIMIT)
-        except subprocess.TimeoutExpired:
-            return -1
+            while True:
+                with contextlib.suppress(subprocess.TimeoutExpired):
+                    return process.wait(WALL_LIMIT)
+                # hanging is waiting for something else than a processor
+                if seconds_without_processor(process.pid) < (time.monotonic() - started) / 2:
+                    return -1
         finally:
             end(process.pid)
             running.discard(process.pid)
+
+
+def seconds_without_processor(group):
+    """How long the processes of the group were ready to run while others ran."""
+    nanoseconds = 0
+    for stat in Path("/proc").glob("[0-9]*/stat"):
+        with contextlib.suppress(OSError):  # one that has just ended
+            if int(stat.read_text().rpartition(")")[2].split()[2]) == group:
+                nanoseconds += sum(int(task.read_text().split()[1])
+                                   for task in stat.parent.glob("task/*/schedstat"))
+    return nanoseconds * 1e-9
 
 
 def end(group):

@@ -93,6 +93,7 @@ Ledger::Ledger(const Source& source, poshost::Database& opened) : database(opene
         read(source);
     } catch (const std::exception&) {
         database.execute(u"ROLLBACK"_s);
+        letGo();
         throw;
     }
     database.execute(u"COMMIT"_s);
@@ -122,6 +123,11 @@ void Ledger::read(const Source& source)
 }
 
 Ledger::~Ledger()
+{
+    letGo();
+}
+
+void Ledger::letGo()
 {
     try {
         database.execute(u"DROP TABLE temp.ledger"_s);

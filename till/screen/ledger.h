@@ -46,7 +46,7 @@ public:
     /// Hands checks over, one more than once too: it counts once.
     using Source = std::function<void(const std::function<void(const Check&)>& take)>;
     /// @param source of the closed checks
-    /// @throws what the source throws, too
+    /// @throws what the source throws, too; the database is then as it was
     Ledger(const Source& source, poshost::Database& opened);
     /// Lets go of the temporary file.
     ~Ledger();
@@ -63,6 +63,7 @@ public:
 
 private:
     void read(const Source& source);
+    void letGo();
     enum class Order
     {
         AsMade,      ///< of two checks of the same second the one that was made first

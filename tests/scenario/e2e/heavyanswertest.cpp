@@ -59,7 +59,7 @@ QByteArray differentLines(int count)
 std::vector<HeavyAnswer> heavyAnswers()
 {
     return {{"lines that pass", differentLines(10'000)},
-            {"elements and a text that pass", QByteArray("<a>1</a>").repeated(140'000) + "<a>" +
+            {"elements and a text that pass", QByteArray("<a>1</a>").repeated(130'000) + "<a>" +
                                                   QByteArray(3'000'000, 'x') + "</a>"},
             {"lines", differentLines(35'000)},
             {"lines of one position", "<items>" + goodsLine("1").repeated(5'000) + "</items>"},

@@ -41,6 +41,7 @@ void measure(const QDomNode& node, DomSize& size)
         size.escapeMoves += movesIn(node.nodeValue(), false);
     }
     if (node.isElement()) {
+        ++size.elements;
         const QDomNamedNodeMap attributes = node.attributes();
         size.attributes = std::max(size.attributes, attributes.count());
         for (int i = 0; i < attributes.count(); ++i) {
@@ -81,12 +82,13 @@ DomSize sizeOf(const QDomDocument& document)
 {
     const DomSize size = sizeOf(document);
     if (size.levels <= levelLimit && size.attributes <= attributeLimit &&
-        size.escapeMoves <= escapeMoveLimit && size.nodes <= nodeLimit && !size.hasDeclarations) {
+        size.escapeMoves <= escapeMoveLimit && size.nodes <= nodeLimit &&
+        size.elements <= elementLimit && !size.hasDeclarations) {
         return ::testing::AssertionSuccess();
     }
     return ::testing::AssertionFailure()
            << size.levels << " levels, " << size.attributes << " attributes, " << size.escapeMoves
-           << " escape moves, " << size.nodes << " nodes, "
+           << " escape moves, " << size.nodes << " nodes, " << size.elements << " elements, "
            << (size.hasDeclarations ? "declarations" : "no declarations");
 }
 

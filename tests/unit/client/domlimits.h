@@ -19,6 +19,7 @@ struct DomSize
     /// Escapes times length, over all texts and attribute values.
     qint64 escapeMoves = 0;
     int nodes = 0;
+    int elements = 0;
     bool hasDeclarations = false;
 };
 

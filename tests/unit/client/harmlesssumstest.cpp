@@ -48,16 +48,30 @@ void expectCharacters(const QString& before, const QString& behind, int counted)
 
 TEST(HarmlessSums, acceptSoManyNodesAndRefuseOneMore)
 {
-    EXPECT_TRUE(isHarmless(inRoot(u"<a/>"_s.repeated(nodeLimit - 1))));
-    EXPECT_FALSE(isHarmless(inRoot(u"<a/>"_s.repeated(nodeLimit))));
-    EXPECT_TRUE(isHarmless(inRoot(u"<a></a>"_s.repeated(nodeLimit - 1))));
+    const QString pairs = u"<a>x</a>"_s.repeated(nodeLimit / 2 - 1);
+    EXPECT_TRUE(isHarmless(inRoot(pairs + u"<a/>"_s)));
+    EXPECT_FALSE(isHarmless(inRoot(pairs + u"<a/><a/>"_s)));
+}
+
+TEST(HarmlessSums, acceptSoManyElementsAndRefuseOneMore)
+{
+    for (const QString& element : {u"<a/>"_s, u"<a></a>"_s, u"<RawCheck\n/>"_s}) {
+        EXPECT_TRUE(isHarmless(inRoot(element.repeated(elementLimit - 1)))) << qPrintable(element);
+        EXPECT_FALSE(isHarmless(inRoot(element.repeated(elementLimit)))) << qPrintable(element);
+    }
+}
+
+TEST(HarmlessSums, takeNothingElseForAnElement)
+{
+    const QString most = u"<a/>"_s.repeated(elementLimit - 1);
+    EXPECT_TRUE(isHarmless(inRoot(most + u"x<!--<a/>--><![CDATA[<a/>]]><?a <a/>?>"_s)));
 }
 
 TEST(HarmlessSums, countTextsThatAreNotBlankAmongTheNodes)
 {
     EXPECT_TRUE(isHarmless(inRoot(u"x<a/>"_s.repeated(nodeLimit / 2 - 1) + u"x"_s)));
     EXPECT_FALSE(isHarmless(inRoot(u"x<a/>"_s.repeated(nodeLimit / 2 - 1) + u"x<a/>"_s)));
-    EXPECT_TRUE(isHarmless(inRoot(u" \t\r\n<a/>"_s.repeated(nodeLimit - 1) + u" "_s)));
+    EXPECT_TRUE(isHarmless(inRoot(u" \t\r\n<!---->"_s.repeated(nodeLimit - 1) + u" "_s)));
 }
 
 TEST(HarmlessSums, countTheTableOfAttributesAndEachAttribute)
@@ -151,19 +165,35 @@ TEST(HarmlessSums, ofTheDocumentAsItIsWrittenAreNoLarger)
     // what came in must be readable again from what was stored of it
     const QString quotes = u"<a b='"_s + u"\""_s.repeated(100) + u"'/>"_s;
     for (const QString& text :
-         {inRoot(u"<a/>"_s.repeated(nodeLimit - 1)), inRoot(u"x<a/>"_s.repeated(nodeLimit / 2 - 1)),
+         {inRoot(u"<a/>"_s.repeated(elementLimit - 1)),
+          inRoot(u"x<a/>"_s.repeated(nodeLimit / 2 - 1)),
           inRoot(u"<a x=''/>"_s.repeated(nodeLimit / 10 - 1)), inRoot(quotes.repeated(4'000)),
           inRoot(blanks(characterLimit - rootCharacters)),
-          inRoot(u"<a>&#60;</a>"_s.repeated(149'000)),
+          inRoot(u"<a>&#60;</a>"_s.repeated(137'000)),
           inRoot(withMoves(escapeMoveLimit / movedEscapes)),
-          inRoot(u"<a>]]&gt;</a>"_s.repeated(149'000)),
-          inRoot(u"<a b='&#9;&#10;'/>"_s.repeated(29'000)), nested(levelLimit),
+          inRoot(u"<a>]]&gt;</a>"_s.repeated(137'000)),
+          inRoot(u"<a b='&#9;&#10;'/>"_s.repeated(27'000)), nested(levelLimit),
           u"<!DOCTYPE r SYSTEM 'x'>"_s + inRoot(u"<a>&#13;</a>"_s)}) {
         ASSERT_EQ(orva::harmInXml(text), QString()) << qPrintable(text.left(40));
         QDomDocument document;
         ASSERT_TRUE(document.setContent(text)) << qPrintable(text.left(40));
         EXPECT_EQ(orva::harmInXml(document.toString(1)), QString()) << qPrintable(text.left(40));
     }
+}
+
+TEST(HarmlessSums, leaveRoomForAnOrdinaryAnswerOfTenThousandLines)
+{
+    // everything of the request carried back, what a line is granted, and a name besides
+    const QString line =
+        u"<RawItem><quantity>2.000</quantity><id>12345</id><sku>4600000012345</sku><name>Чай</name>"
+        "<price>12345.67</price><total>24691.34</total><minTotal>12345.67</minTotal>"
+        "<weight>piece</weight><awards><RawItemAwards><discount>15.50</discount>"
+        "<discountOnChange>0.30</discountOnChange><awardBonus>12.25</awardBonus>"
+        "<allowBonusInCurrency>120.00</allowBonusInCurrency></RawItemAwards></awards></RawItem>"_s;
+    const QString items = u"<items>"_s + line.repeated(10'000) + u"</items>"_s;
+    const QString message = u"<RawCheckInforming><communicationChannel>check</communicationChannel>"
+                            "<info>Спасибо, ждём вас снова</info></RawCheckInforming>"_s;
+    EXPECT_EQ(orva::harmInXml(inRoot(items + message.repeated(100)).toUtf8()), QString());
 }
 
 TEST(Harm, isToldWithLimitLineAndElement)
@@ -173,12 +203,14 @@ TEST(Harm, isToldWithLimitLineAndElement)
          u"больше 512 уровней элементов, строка 3, элемент a"_s},
         {u"<r>\n"_s + withAttributes(attributeLimit + 1),
          u"больше 64 атрибутов у элемента, строка 2, элемент a"_s},
-        {inRoot(u"<имя/>\n"_s.repeated(nodeLimit)),
-         u"больше 300000 узлов (элементов, текстов, атрибутов), строка 300000, элемент имя"_s},
+        {inRoot(u"<имя/>\n"_s.repeated(elementLimit)),
+         u"больше 200000 элементов, строка 200000, элемент имя"_s},
+        {inRoot(u"<имя/><!---->\n"_s.repeated(nodeLimit / 2)),
+         u"больше 275000 узлов (элементов, текстов, атрибутов), строка 137500, элемент имя"_s},
         {inRoot(u"<RawItem/>"_s.repeated(entryLimit + 1)),
-         u"больше 11000 строк товара и сообщений, строка 1, элемент RawItem"_s},
+         u"больше 10500 строк товара и сообщений, строка 1, элемент RawItem"_s},
         {u"\n<r>"_s + blanks(characterLimit),
-         u"записанный с отступами, длиннее 6000000 знаков, строка 2, элемент r"_s},
+         u"записанный с отступами, длиннее 5700000 знаков, строка 2, элемент r"_s},
         {withText(u"&lt;"_s, escapeLimit + 1),
          u"слишком много замен вроде &lt; в длинных текстах (число замен, умноженное на длину "
          "текста, в сумме больше 250000000), строка 1, элемент a"_s},

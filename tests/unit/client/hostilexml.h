@@ -16,9 +16,10 @@ using namespace Qt::StringLiterals;
 
 constexpr int levelLimit = 512;
 constexpr int attributeLimit = 64;
-constexpr int nodeLimit = 300'000;
-constexpr int entryLimit = 11'000;
-constexpr int characterLimit = 6'000'000;
+constexpr int nodeLimit = 275'000;
+constexpr int elementLimit = 200'000;
+constexpr int entryLimit = 10'500;
+constexpr int characterLimit = 5'700'000;
 constexpr qint64 escapeMoveLimit = 250'000'000;
 /// So many escapes in a text of nothing else: 6,454 x 6 x 6,454 is just below the limit on moves.
 constexpr int escapeLimit = 6'454;

@@ -5,6 +5,7 @@
 
 #include "tests/unit/simulator/testchecks.h"
 
+#include <gmock/gmock.h>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -77,11 +78,16 @@ TEST(RoundedShare, doesNotOverflowOnTheWay)
 {
     const qint64 most = std::numeric_limits<qint64>::max();
     EXPECT_EQ(roundedShare(most, most - 1, most), most - 1);
-    EXPECT_THROW(roundedShare(most, 3, 2), std::overflow_error);
-    EXPECT_THROW(roundedShare(-most, 3, 2), std::overflow_error);
-    EXPECT_THROW(roundedShare(1, -1, 1), std::invalid_argument);
-    EXPECT_THROW(roundedShare(1, 1, 0), std::invalid_argument);
-    EXPECT_THROW(checkedSum(most, 1), std::overflow_error);
+    const auto isRefused = [](const auto& computed, const char* reason) {
+        EXPECT_THAT(computed, ::testing::ThrowsMessage<std::exception>(::testing::StrEq(reason)));
+    };
+    for (const qint64 amount : {most, -most}) {
+        isRefused([&] { roundedShare(amount, 3, 2); }, "a share does not fit 64 bits");
+    }
+    const char* const noPart = "a share is a part of something, and not a negative one";
+    isRefused([] { roundedShare(1, -1, 1); }, noPart);
+    isRefused([] { roundedShare(1, 1, 0); }, noPart);
+    isRefused([&] { checkedSum(most, 1); }, "a sum of amounts does not fit 64 bits");
     EXPECT_EQ(checkedSum(most, -1), most - 1);
 }
 

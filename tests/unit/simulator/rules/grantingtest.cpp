@@ -44,6 +44,13 @@ TEST(Granting, roundsHalvesOfAKopeckUp)
     EXPECT_EQ(grant.allowBonus, 157);
 }
 
+TEST(Granting, countsALineOfMoreKopecksThan32BitsHold)
+{
+    const Grant grant = grantSale(percentages(500, 0, 500, 5000),
+                                  checkOf({{1, u"a"_s, 1000, 4'300'000'000, 0, 0}}), 5'000'000'000);
+    EXPECT_EQ(grant.lines.at(0), (LineGrant{1, 215'000'000, 0, 204'250'000, 2'042'500'000}));
+}
+
 TEST(Granting, neverBringsALineBelowItsLeastTotal)
 {
     const Check check = checkOf({{1, u"a"_s, 1000, 10'000, 9'800, 0},

@@ -133,6 +133,21 @@ TEST_F(ClosingTest, aCheckClosedElsewhereIsNotClosedTwice)
     EXPECT_EQ(messages(), 0);
 }
 
+TEST_F(ClosingTest, aLedgerThatCannotBeReadLeavesTheDatabaseForTheNext)
+{
+    sell();
+    const auto failing = [](const auto& take) {
+        static_cast<void>(take);
+        throw std::runtime_error("the source fails");
+    };
+    EXPECT_THROW(till::Ledger(failing, *database), std::runtime_error);
+    EXPECT_NO_THROW(database->execute(u"BEGIN IMMEDIATE"_s)) << "a transaction was left open";
+    database->execute(u"ROLLBACK"_s);
+    QString csv;
+    till::Ledger(store, *database).writeCsv([&csv](const QString& part) { csv += part; });
+    EXPECT_EQ(csv.count(u'\n'), 2) << csv.toStdString();
+}
+
 TEST_F(ClosingTest, theLedgerListsConfirmedChecksByIdentifier)
 {
     loyalty->awards = {{1, 10.0}};
