@@ -75,7 +75,7 @@ ask 'open sale.toml'
 ask 'points 10'
 stop_server
 before=$(dpkg-query -W -f '${Version}' orva-tools)
-dpkg --install "$@" >dpkg.log 2>&1 || fail 'dpkg has not installed them'
+apt-get -qq install -y --no-install-recommends "$@" >apt.log 2>&1 || fail 'apt has not installed them'
 after=$(dpkg-query -W -f '${Version}' orva-tools)
 dpkg --compare-versions "$before" lt "$after" || fail "$after is no later version than $before"
 [[ $(plugin_of "$process") == *' (deleted)' ]] || fail 'the till at work has another plug-in'
