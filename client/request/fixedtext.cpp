@@ -25,7 +25,10 @@ QString fixedText(double value, int decimals)
     const double scaled = value * (decimals == 2 ? 100 : 1000);
     const bool isPlain =
         (decimals == 2 || decimals == 3) && scaled >= clearlyNearest && scaled < largestScaled;
-    auto rest = isPlain ? static_cast<qint64>(scaled + 0.5) : 0;
+    auto rest = isPlain ? static_cast<qint64>(scaled) : 0;
+    if (isPlain && scaled - static_cast<double>(rest) > 1 - clearlyNearest) {
+        ++rest;
+    }
     // what rounds to nothing is Qt's too
     if (rest == 0 || std::abs(scaled - static_cast<double>(rest)) > clearlyNearest) {
         return QString::number(value, 'f', decimals);
