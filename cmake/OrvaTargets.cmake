@@ -4,6 +4,10 @@
 # One helper for each kind of target, so that warnings, visibility and the Qt definitions stand in
 # one place.
 
+# Files within programs bear no times: rcc takes them from whoever happens to compile, unless the format
+# has none.
+set(ORVA_RESOURCE_OPTIONS --format-version 1)
+
 # Where "host/…", "client/…" and so on are found.
 set(ORVA_INCLUDE_ROOT ${PROJECT_SOURCE_DIR})
 

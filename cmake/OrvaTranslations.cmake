@@ -20,7 +20,8 @@ function(orva_translations target)
         list(APPEND compiled ${qm})
     endforeach()
     file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/translations)
-    qt_add_resources(${target} translations BASE ${PROJECT_BINARY_DIR} PREFIX / FILES ${compiled})
+    qt_add_resources(${target} translations BASE ${PROJECT_BINARY_DIR} PREFIX / OPTIONS ${ORVA_RESOURCE_OPTIONS}
+        FILES ${compiled})
 
     file(GLOB folders ${PROJECT_SOURCE_DIR}/*/text.h)
     list(TRANSFORM folders REPLACE "/text\\.h$" "")

@@ -5,6 +5,7 @@
 
 #include "client/elements.h"
 #include "client/interface.h"
+#include "client/request/fixedtext.h"
 #include "client/zerothreshold.h"
 #include "host/xml/xmlutils.h"
 #include "host/xml/xmlwrapper.h"
@@ -17,12 +18,12 @@ namespace {
 
 QString quantityText(double quantity)
 {
-    return QString::number(quantity, 'f', 3);
+    return fixedText(quantity, 3);
 }
 
 QString moneyText(double amount)
 {
-    return QString::number(amount, 'f', 2);
+    return fixedText(amount, 2);
 }
 
 double returnedQuantity(const GoodsItem& item)

@@ -6,6 +6,7 @@
 #include "client/elements.h"
 #include "client/interface.h"
 #include "client/loyaltysystemtype.h"
+#include "client/request/fixedtext.h"
 #include "client/response/line.h"
 #include "host/xml/xmlutils.h"
 #include "host/xml/xmlwrapper.h"
@@ -47,8 +48,7 @@ QList<Used> usedByPosition(const QList<QSharedPointer<DocumentImpact>>& impacts)
         const auto totals = impact->getTotals();
         const QString name = elementFor(totals->getDiscountType());
         if (!name.isEmpty() && totals->getCardType() == ownCardType) {
-            used.append(
-                {totals->getPosition(), name, QString::number(totals->getDiscountSum(), 'f', 2)});
+            used.append({totals->getPosition(), name, fixedText(totals->getDiscountSum(), 2)});
         }
     }
     std::stable_sort(used.begin(), used.end(), [](const Used& left, const Used& right) {

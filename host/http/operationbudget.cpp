@@ -40,7 +40,7 @@ OperationBudget::~OperationBudget()
 }
 
 BudgetedRequest::BudgetedRequest(const QUrl& url, milliseconds ownLimit)
-    : operation(current), server(serverOf(url)), time(ownLimit)
+    : operation(current), server(operation == nullptr ? QString() : serverOf(url)), time(ownLimit)
 {
     if (operation == nullptr) {
         return;

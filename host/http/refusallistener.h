@@ -39,7 +39,8 @@ public:
     /// For transports: an answer has come to this thread.
     /// @param status of the answer, 0 when there was none
     /// @param body of the answer
-    /// @param contentType the header of that name
+    /// @param contentType the header of that name; nobody looks at that of another answer than a
+    /// refusal
     static void hear(int status, const QByteArray& body, const QString& contentType);
 
 private:

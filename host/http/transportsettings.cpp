@@ -23,9 +23,9 @@ TransportSettings TransportSettings::read()
 
 QByteArray TransportSettings::wayTo(const QUrl& url) const
 {
-    const QUrl server = url.adjusted(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery |
-                                     QUrl::RemoveFragment);
-    return server.toEncoded() + '\n' + proxy + '\n' + caFile;
+    const QByteArray server = url.toEncoded(QUrl::RemoveUserInfo | QUrl::RemovePath |
+                                            QUrl::RemoveQuery | QUrl::RemoveFragment);
+    return server + '\n' + proxy + '\n' + caFile;
 }
 
 void TransportSettings::applyTo(CURL* handle) const

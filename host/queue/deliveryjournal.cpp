@@ -76,18 +76,23 @@ DeliveryTask DeliveryJournal::readTask(const Statement& row)
         last.headers = headers;
         last.authorization = task.authorization;
         last.headersToSend = QueueMessage::headersOf(headers.toUtf8(), task.authorization);
+        last.areSound = false;
     }
     task.headers = last.headersToSend;
     const QString addresses = row.value(8).toString();
     if (addresses != last.addresses) {
         last.addresses = addresses;
         last.addressesInOrder = QUrl::fromStringList(QueueMessage::addressesOf(addresses.toUtf8()));
+        last.areSound = false;
     }
     task.addresses = last.addressesInOrder;
+    task.namesUsers = addresses.contains(u'@');
     task.isHeld = row.value(10).toBool();
     task.lane = row.value(14).toLongLong();
+    const auto known = last.areSound ? std::optional(task.addresses.size()) : std::nullopt;
     task.damage = queuedamage::of({row.value(6), headers, addresses, row.value(13), row.value(11),
-                                   row.value(3), row.value(12)});
+                                   row.value(3), row.value(12), known});
+    last.areSound = last.areSound || task.damage.isEmpty();
     task.step = task.damage.isEmpty() ? row.value(3).toInt() : 0;
     return task;
 }
@@ -296,7 +301,7 @@ void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult&
         statement.bind(now);
     }
     statement.bind(task.messageId).execute();
-    if (delivered) {
+    if (delivered && task.namesUsers) {
         deliveredaddresses::eraseUsers(database, task.messageId);
     }
 }

@@ -74,6 +74,7 @@ private:
         QHash<QString, QString> headersToSend;
         QString addresses;
         QList<QUrl> addressesInOrder;
+        bool areSound = false; ///< a message with these headers and addresses was found whole
     } last;
     RequestsUnderWay underWay;
     OwnShare ownShare;

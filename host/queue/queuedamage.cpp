@@ -73,6 +73,15 @@ void park(Database& database, const Overlooked& message)
         << u"Очередь %1, сообщение %2: %3"_s.arg(message.queue).arg(message.id).arg(sentence.ru());
 }
 
+/// @return nothing: headers or addresses are damaged
+std::optional<qsizetype> countAddresses(const QueueMessage& content)
+{
+    if (!QueueMessage::isTextObject(content.headers) || !QueueMessage::isTextObject(content.urls)) {
+        return std::nullopt;
+    }
+    return QueueMessage::addressesOf(content.urls).size();
+}
+
 } // namespace
 
 Message of(const StoredMessage& message)
@@ -84,17 +93,19 @@ Message of(const StoredMessage& message)
     if (message.payload.isNull()) {
         return compareAndSettle("queue.damagedEmpty");
     }
-    if ((!message.digest.isNull() && !contentdigest::isOf(message.digest.toByteArray(), content)) ||
-        !QueueMessage::isTextObject(content.headers) || !QueueMessage::isTextObject(content.urls)) {
+    const bool isOther =
+        !message.digest.isNull() && !contentdigest::isOf(message.digest.toByteArray(), content);
+    const std::optional<qsizetype> addresses =
+        message.knownAddresses ? message.knownAddresses : countAddresses(content);
+    if (isOther || !addresses) {
         return compareAndSettle("queue.damagedContent");
     }
-    const qsizetype addresses = QueueMessage::addressesOf(content.urls).size();
-    if (addresses == 0 && countIn(message.steps) == 0) {
+    if (*addresses == 0 && countIn(message.steps) == 0) {
         return Message::of("queue.noAddress");
     }
     // a step that was done has left its status
     const qint64 done = message.stepsDone.toLongLong();
-    if (message.steps.toLongLong() != addresses || done < 0 || done >= addresses ||
+    if (message.steps.toLongLong() != *addresses || done < 0 || done >= *addresses ||
         (done > 0 && message.lastStatus.isNull())) {
         return compareAndSettle("queue.damagedSteps");
     }

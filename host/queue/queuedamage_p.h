@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <optional>
 
 namespace poshost {
 
@@ -25,6 +26,9 @@ struct StoredMessage
     QVariant steps;
     QVariant stepsDone;
     QVariant lastStatus;
+    /// How many addresses there are, where a sound message with the same headers and addresses was
+    /// read before; else they are read now.
+    std::optional<qsizetype> knownAddresses = std::nullopt;
 };
 
 /// What is wrong with a message, and what to do about it, in one sentence; empty when it can be

@@ -253,8 +253,9 @@ void RestClient::post(const QUrl& url, const QByteArray& body,
     if (error == CURLE_OPERATION_TIMEDOUT) {
         request.timedOut();
     }
-    poshost::RefusalListener::hear(status, response,
-                                   RestClient::getResponseHeader(u"Content-Type"_s));
+    const bool isRefusal = status >= poshost::httpstatus::firstError;
+    poshost::RefusalListener::hear(
+        status, response, isRefusal ? RestClient::getResponseHeader(u"Content-Type"_s) : QString());
 }
 
 void RestClient::perform(void* handle, const QUrl& url, const QByteArray& body,

@@ -1,14 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
-// The quick reading of numbers against Qt's own, bit for bit.
+// The quick reading and writing of numbers against Qt's own, bit for bit.
 
 #include "client/response/number.h"
+#include "client/request/fixedtext.h"
 
 #include <QString>
 
 #include <bit>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <rapidcheck.h>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +22,21 @@ bool isSameAsQt(const QString& text)
 {
     return std::bit_cast<quint64>(orva::toNumber(text)) ==
            std::bit_cast<quint64>(QStringView(text).toDouble());
+}
+
+bool isWrittenAsByQt(double value)
+{
+    return orva::fixedText(value, 2) == QString::number(value, 'f', 2) &&
+           orva::fixedText(value, 3) == QString::number(value, 'f', 3);
+}
+
+/// A value and what stands beside it.
+bool isWrittenAsByQtAround(double value)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return isWrittenAsByQt(value) && isWrittenAsByQt(-value) &&
+           isWrittenAsByQt(std::nextafter(value, infinity)) &&
+           isWrittenAsByQt(std::nextafter(value, -infinity));
 }
 
 } // namespace
@@ -116,5 +134,75 @@ TEST(Number, TextsOfDigitsAndSignsReadAsQtReadsThem)
         const auto characters =
             *rc::gen::container<std::string>(rc::gen::elementOf(std::string("0123456789.-+eE ")));
         RC_ASSERT(isSameAsQt(QString::fromStdString(characters)));
+    }));
+}
+
+TEST(Number, AmountsAtTheEdgesAreWrittenAsQtWritesThem)
+{
+    using Limits = std::numeric_limits<double>;
+    for (const double value : {0.0,
+                               0.0005,
+                               0.001,
+                               0.0025,
+                               0.004,
+                               0.005,
+                               0.0050001,
+                               0.009,
+                               0.01,
+                               0.015,
+                               0.05,
+                               0.099,
+                               0.1,
+                               0.995,
+                               0.999,
+                               0.9995,
+                               1.0,
+                               1.005,
+                               1.0049999,
+                               2.675,
+                               9.995,
+                               99.995,
+                               149.9,
+                               999.995,
+                               1234.5,
+                               0.1 + 0.2,
+                               1e11,
+                               1e11 + 0.01,
+                               1e12,
+                               1e12 - 1,
+                               1e13 - 1,
+                               1e14,
+                               1e15 + 0.3,
+                               1e17,
+                               1e300,
+                               9007199.1,
+                               99999e6,
+                               Limits::min(),
+                               Limits::max(),
+                               Limits::denorm_min(),
+                               Limits::infinity(),
+                               Limits::quiet_NaN()}) {
+        EXPECT_TRUE(isWrittenAsByQtAround(value)) << value;
+    }
+}
+
+TEST(Number, EveryThousandthAndTheHalvesBetweenAreWrittenAsQtWritesThem)
+{
+    for (int number = 0; number < 100'000; ++number) {
+        ASSERT_TRUE(isWrittenAsByQtAround(number / 1000.0)) << number;
+        ASSERT_TRUE(isWrittenAsByQtAround((number + 0.5) / 1000)) << number;
+    }
+}
+
+TEST(Number, SumsAndProductsAreWrittenAsQtWritesThem)
+{
+    EXPECT_TRUE(rc::check("a price times a quantity, and any bits", [] {
+        const double price =
+            static_cast<double>(*rc::gen::inRange<qint64>(0, 100'000'000'000)) / 100;
+        const double quantity = *rc::gen::inRange(0, 1'000'000) / 1000.0;
+        const double tenths = 1.0 / *rc::gen::inRange(1, 1000);
+        RC_ASSERT(isWrittenAsByQtAround(price * quantity));
+        RC_ASSERT(isWrittenAsByQtAround(price * tenths));
+        RC_ASSERT(isWrittenAsByQtAround(std::bit_cast<double>(*rc::gen::arbitrary<quint64>())));
     }));
 }

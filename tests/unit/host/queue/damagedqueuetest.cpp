@@ -342,6 +342,18 @@ TEST_F(DamagedQueue, AMessageOfAnOlderVersionHasNoDigestAndIsSent)
     EXPECT_EQ(deliver(), "a1 a2 b1 b2 c1 c2");
 }
 
+TEST_F(DamagedQueue, OneThatWasWholeSpeaksForNoOtherHeadersOrAddresses)
+{
+    for (const QString& column : {u"headers"_s, u"urls"_s}) {
+        reset();
+        database->execute(u"UPDATE queue_bodies SET digest = NULL"_s);
+        database->execute(u"UPDATE queue_bodies SET %1 = replace(%1, '}', ',\"9\":9}') "
+                          "WHERE message_id = 4"_s.arg(column));
+        EXPECT_EQ(deliver(), "a1 a2 b1 b2") << column.toStdString();
+        EXPECT_EQ(stateOf(4), parked) << column.toStdString();
+    }
+}
+
 TEST_F(DamagedQueue, WhatIsNotDeliveredIsNotRemoved)
 {
     database->execute(u"UPDATE queue_messages SET delivered_at = 1 WHERE id = 1"_s);

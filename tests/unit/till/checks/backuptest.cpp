@@ -114,6 +114,26 @@ TEST_F(BackupTest, restoringBringsBackChecksQueueAndArchive)
     EXPECT_EQ(before.findSale(archived.id()).id(), archived.id());
 }
 
+// From the exchange of the months' files to that of the database the former books count: a power
+// cut in between must find their month as it was.
+TEST_F(BackupTest, restoringAgainWritesOverNoMonthThatCounts)
+{
+    const Check archived = sell();
+    ASSERT_NO_FATAL_FAILURE(archiveAll());
+    till::backupfile::write(*database, copy, false);
+    restoreAndOpen();
+    const QString month = u"SELECT file FROM archives"_s;
+    const QString former = single(month).toString();
+    EXPECT_TRUE(former.contains(u"-restored-"_s)) << former.toStdString();
+    restored.reset();
+    const till::RestoreReport report = till::restoreBackup(copy, file, {});
+    restored = QSharedPointer<poshost::Database>::create(file);
+    EXPECT_NE(single(month).toString(), former);
+    EXPECT_EQ(till::CheckStore(restored).findSale(archived.id()).id(), archived.id());
+    till::CheckStore before(QSharedPointer<poshost::Database>::create(report.setAside));
+    EXPECT_EQ(before.findSale(archived.id()).id(), archived.id());
+}
+
 TEST_F(BackupTest, whatWasNotDeliveredCountsAsPerhapsSent)
 {
     sell();
