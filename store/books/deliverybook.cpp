@@ -161,8 +161,7 @@ DeliveryBook::Next DeliveryBook::finish(const Task& task, const DeliveryResult& 
     // the lane is not let go before the commit: until then others would still see what is done
     Next next;
     if (!claimNext) {
-        next.isWritten =
-            connection.runBefore(unlock, lockValues, finishOnly, values).isTrue(0, 0);
+        next.isWritten = connection.runBefore(unlock, lockValues, finishOnly, values).isTrue(0, 0);
         return next;
     }
     values += {Value::number(isSweepDue() ? 0 : position), Value::text(worker)};

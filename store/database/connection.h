@@ -70,8 +70,8 @@ public:
     /// @throws StoreError; Unknown too when the commit came with a warning: then it is not certain
     /// that a standby has it
     Result run(const QByteArray& sql, const QList<Value>& values = {});
-    /// Runs a command as run does, and another one once its transaction has ended, in one round trip.
-    /// What the other one answers is not told.
+    /// Runs a command as run does, and another one once its transaction has ended, in one round
+    /// trip. What the other one answers is not told.
     /// @throws StoreError as run, of either
     Result runBefore(const QByteArray& next, const QList<Value>& itsValues, const QByteArray& sql,
                      const QList<Value>& values);

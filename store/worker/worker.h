@@ -44,8 +44,8 @@ public:
         QString authorization;   ///< instead of the tills' own; empty: theirs
         bool untilEmpty = false; ///< ends when nothing is due
     };
-    /// Told what went wrong at the store, a sentence, each time another one. On the thread of run or
-    /// on one of the worker's own, never on both at a time.
+    /// Told what went wrong at the store, a sentence, each time another one. On the thread of run
+    /// or on one of the worker's own, never on both at a time.
     using Complaint = std::function<void(const poshost::Message&)>;
 
     Worker(const StoreSettings& settings, const Manner& manner, const Complaint& complaint);

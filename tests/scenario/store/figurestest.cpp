@@ -186,6 +186,7 @@ TEST_F(StoreFigures, handingOverIsNearABareLoop)
         });
         const double store = measured([&](Connection& own, const QString& id) {
             orvastore::HandedCheck check = storetest::checkOf(id, u"card "_s + id);
+            check.number = id.toInt();
             check.content = content;
             check.messages.first().payload = payload;
             orvastore::handOver(own, check);

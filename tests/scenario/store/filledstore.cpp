@@ -34,8 +34,8 @@ QString filledstore::filled(int messages, int lanes, const QByteArray& address)
         "SELECT current_date, l.id, n, nextval('orva.message_ids'), 'shop', l.id || '-' || n, '', "
         "1, 'Orva', '', '{}', '{\"0\":\"" +
         address + "\"}', convert_to(rpad(current_database() || l.id || '-' || n, " +
-        QByteArray::number(messageBytes) +
-        ", '.'), 'UTF8'), 1, 0, 0, 0 FROM generate_series(1, " + each +
+        QByteArray::number(messageBytes) + ", '.'), 'UTF8'), 1, 0, 0, 0 FROM generate_series(1, " +
+        each +
         ") n, orva.lanes l;"
         "INSERT INTO orva.ready (lane, account, queue) SELECT id, 1, 'Orva' FROM orva.lanes "
         "ORDER BY id");
