@@ -15,6 +15,12 @@ using namespace Qt::StringLiterals;
 using orvastore::StoreEnd;
 using orvastore::StoreResult;
 
+namespace {
+
+constexpr qsizetype checksInTurn = 4;
+
+} // namespace
+
 HandOverReport HandOver::run(const StoreSetup& setup, const std::function<bool(int)>& progressed)
 {
     const std::optional<qint64> nextErrand = errands.run(setup);
@@ -36,8 +42,8 @@ HandOverReport HandOver::handOverAll(const StoreSetup& setup,
     const bool waits = failures > 0 && now < nextTry && now >= failedAt; // clocks are put back
     bool goesOn = !waits && prepare(setup);
     while (goesOn) {
-        goesOn =
-            handOverSome(setup, report) && progressed(report.handed) && journal.isAnythingDue();
+        goesOn = handOverSome(setup, report, progressed) && progressed(report.handed) &&
+                 journal.isAnythingDue();
     }
     report.parked = journal.takeParked();
     if (failures > 0) {
@@ -65,8 +71,33 @@ bool HandOver::prepare(const StoreSetup& setup)
     return !isTrouble(client->reach());
 }
 
+/// A few checks at a time, so that commits that take long are no silence.
+QList<StoreResult> HandOver::handOverInTurn(const QList<orvastore::HandedCheck>& checks,
+                                            const HandOverReport& report,
+                                            const std::function<bool(int)>& progressed)
+{
+    QList<StoreResult> results;
+    bool goesOn = true;
+    while (goesOn && results.size() < checks.size()) {
+        const QList<orvastore::HandedCheck> few = checks.mid(results.size(), checksInTurn);
+        QList<StoreResult> ofFew = client->handOver(few);
+        while (ofFew.size() < few.size()) { // of these nothing is known
+            ofFew.append(StoreResult{StoreEnd::Unknown, {}});
+        }
+        results += ofFew;
+        const StoreEnd end = results.last().end;
+        goesOn = end == StoreEnd::Done || end == StoreEnd::Refused;
+        static_cast<void>(progressed(report.handed)); // a store that is interrupted ends by itself
+    }
+    while (results.size() < checks.size()) { // not even tried
+        results.append(StoreResult{StoreEnd::Unreachable, results.last().error});
+    }
+    return results;
+}
+
 /// @return whether the store took part in it to the end
-bool HandOver::handOverSome(const StoreSetup& setup, HandOverReport& report)
+bool HandOver::handOverSome(const StoreSetup& setup, HandOverReport& report,
+                            const std::function<bool(int)>& progressed)
 {
     const QList<HandOverEntry> entries = journal.begin(setup.shop);
     QList<orvastore::HandedCheck> checks;
@@ -76,10 +107,7 @@ bool HandOver::handOverSome(const StoreSetup& setup, HandOverReport& report)
     if (checks.isEmpty()) {
         return true;
     }
-    QList<StoreResult> results = client->handOver(checks);
-    while (results.size() < checks.size()) { // of these nothing is known
-        results.append(StoreResult{StoreEnd::Unknown, {}});
-    }
+    const QList<StoreResult> results = handOverInTurn(checks, report, progressed);
     journal.record(entries, results);
     bool isSound = true;
     for (const StoreResult& result : results) {

@@ -32,8 +32,8 @@ public:
 
     /// Does what errands are due, hands over what is due, and waits after a failure: a second,
     /// doubled each time, at most longestWaitMilliseconds. Blocks for the store's time-outs.
-    /// @param progressed called after each part with how many were handed over so far; false: the
-    /// call is to end
+    /// @param progressed called after every few checks with how many are known to be handed over so
+    /// far; false: the call is to end
     /// @throws BasicException "databaseError"; what was sent just then is repeated
     HandOverReport run(const StoreSetup& setup, const std::function<bool(int)>& progressed);
     /// Whether there are messages that the till delivers itself since they belong to no check.
@@ -46,7 +46,11 @@ public:
 
 private:
     bool prepare(const StoreSetup& setup);
-    bool handOverSome(const StoreSetup& setup, HandOverReport& report);
+    bool handOverSome(const StoreSetup& setup, HandOverReport& report,
+                      const std::function<bool(int)>& progressed);
+    QList<orvastore::StoreResult> handOverInTurn(const QList<orvastore::HandedCheck>& checks,
+                                                 const HandOverReport& report,
+                                                 const std::function<bool(int)>& progressed);
     bool isTrouble(const orvastore::StoreResult& result);
     void postpone(const Message& why);
 

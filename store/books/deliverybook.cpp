@@ -26,6 +26,9 @@ constexpr char finishAndClaim[] =
 constexpr char finishOnly[] =
     "SELECT orva.finish($1::orva.claimed, $2, $3::int, $4::bool, $5, $6, $7::bigint, $8::bool, "
     "$9::bigint[], $10::bigint, $11::int)";
+constexpr char unlockLane[] = "SELECT pg_advisory_unlock($1::bigint)";
+constexpr char unlockProbe[] =
+    "SELECT pg_advisory_unlock($1::bigint), pg_advisory_unlock(2, hashtext($2))";
 constexpr qint64 sweepMilliseconds = 1000;
 /// Failures in a row whose wait is told to the store; later ones wait as long as the last.
 constexpr int distinctWaits = 9;
@@ -150,32 +153,25 @@ DeliveryBook::Next DeliveryBook::finish(const Task& task, const DeliveryResult& 
                         {waits(), false, false},
                         Value::number(poshost::deliverypolicy::probeMilliseconds),
                         Value::number(poshost::deliverypolicy::serverErrorsUntilAlone)};
-    Next next;
-    if (claimNext) {
-        values += {Value::number(isSweepDue() ? 0 : position), Value::text(worker)};
-        const Result found = connection.run(finishAndClaim, values);
-        next.isWritten = found.isTrue(0, 0);
-        if (!found.isNull(0, 1)) {
-            position = found.number(0, 1);
-        }
-        next.task = readTask(found, 2);
-    } else {
-        next.isWritten = connection.run(finishOnly, values).isTrue(0, 0);
-    }
-    // not before the commit: until then others would still see what is done
-    unlock(task);
-    return next;
-}
-
-void DeliveryBook::unlock(const Task& task)
-{
+    QList<Value> lockValues{Value::number(task.lane)};
     if (task.isProbe) {
-        connection.run("SELECT pg_advisory_unlock($1::bigint), "
-                       "pg_advisory_unlock(2, hashtext($2))",
-                       {Value::number(task.lane), Value::text(task.queue)});
-    } else {
-        connection.run("SELECT pg_advisory_unlock($1::bigint)", {Value::number(task.lane)});
+        lockValues.append(Value::text(task.queue));
     }
+    const QByteArray unlock = task.isProbe ? unlockProbe : unlockLane;
+    // the lane is not let go before the commit: until then others would still see what is done
+    Next next;
+    if (!claimNext) {
+        next.isWritten = connection.runBefore(unlock, lockValues, finishOnly, values).isTrue(0, 0);
+        return next;
+    }
+    values += {Value::number(isSweepDue() ? 0 : position), Value::text(worker)};
+    const Result found = connection.runBefore(unlock, lockValues, finishAndClaim, values);
+    next.isWritten = found.isTrue(0, 0);
+    if (!found.isNull(0, 1)) {
+        position = found.number(0, 1);
+    }
+    next.task = readTask(found, 2);
+    return next;
 }
 
 bool DeliveryBook::takeAgain(const Task& task)

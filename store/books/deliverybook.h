@@ -62,7 +62,6 @@ public:
 private:
     std::optional<Task> claimFrom(qint64 position);
     std::optional<Task> readTask(const Result& result, int firstColumn);
-    void unlock(const Task& task);
     QByteArray waits();
     bool isSweepDue();
 

@@ -6,6 +6,7 @@
 #include "host/queue/queuemessage.h"
 #include "store/books/returnsbook.h"
 #include "store/database/connection.h"
+#include "store/database/failuretexts.h"
 
 #include <QCryptographicHash>
 
@@ -15,6 +16,9 @@ using Certainty = StoreError::Certainty;
 
 namespace {
 
+constexpr char asNew[] =
+    "SELECT orva.hand_over_new($1,$2,$3,$4::bigint,$5::bigint,$6::bytea,$7,$8::bytea,"
+    "$9,$10,$11,$12,$13::bytea,$14,$15::int,$16::int,$17::int,$18::int)";
 constexpr char withOneMessage[] =
     "SELECT orva.hand_over($1,$2,$3,$4::bigint,$5::bigint,$6::bytea,$7,$8::bytea,"
     "$9,$10,$11,$12,$13::bytea,$14,$15::int,$16::int,$17::int,$18::int)";
@@ -59,7 +63,7 @@ QList<Value> valuesOf(const HandedMessage& message)
             Value::number(message.stepAttempts)};
 }
 
-void handOverAlone(Connection& connection, const HandedCheck& check)
+QList<Value> valuesOfAll(const HandedCheck& check)
 {
     QList<Value> values = valuesOf(check);
     if (check.messages.isEmpty()) {
@@ -70,7 +74,33 @@ void handOverAlone(Connection& connection, const HandedCheck& check)
     } else {
         values += valuesOf(check.messages.first());
     }
-    connection.run(withOneMessage, values);
+    return values;
+}
+
+/// Nearly every check is new, and to look whether it is there costs as much as to keep it: it is
+/// kept as a new one, and only when its key is taken, or the store is older, as one that may be
+/// there.
+void handOverAlone(Connection& connection, const HandedCheck& check)
+{
+    const QList<Value> values = valuesOfAll(check);
+    bool isThere = false;
+    try {
+        connection.run(asNew, values);
+        return;
+    } catch (const StoreError& error) {
+        isThere = error.state() == failuretexts::keyIsTaken;
+        if (!isThere && error.state() != failuretexts::noFunction) {
+            throw;
+        }
+    }
+    try {
+        connection.run(withOneMessage, values);
+    } catch (const StoreError& error) {
+        if (isThere) { // whatever became of the repetition, and perhaps here alone
+            throw StoreError(Certainty::Unknown, error.message());
+        }
+        throw;
+    }
 }
 
 void handOverMessages(Connection& connection, const HandedCheck& check)
@@ -98,7 +128,7 @@ void handOverSeveral(Connection& connection, const HandedCheck& check)
         if (check.messages.size() > 1) {
             handOverMessages(connection, check);
         } else {
-            handOverAlone(connection, check);
+            connection.run(withOneMessage, valuesOfAll(check));
         }
     } catch (const StoreError& error) {
         connection.close();

@@ -258,17 +258,21 @@ void Connection::prepare(const QByteArray& sql, qsizetype values)
     prepared.insert(sql, name);
 }
 
-Result Connection::run(const QByteArray& sql, const QList<Value>& values)
+/// Until a command is sent nothing can have happened.
+void Connection::prepareFirst(const QByteArray& sql, qsizetype values)
 {
-    open();
     try {
-        prepare(sql, values.size());
+        prepare(sql, values);
     } catch (const StoreError& error) {
         if (error.certainty() == Certainty::Unknown) {
             throw StoreError(Certainty::NothingSent, error.message(), error.state());
         }
         throw;
     }
+}
+
+void Connection::send(const QByteArray& sql, const QList<Value>& values)
+{
     std::vector<const char*> texts;
     std::vector<int> lengths;
     std::vector<int> formats;
@@ -277,13 +281,15 @@ Result Connection::run(const QByteArray& sql, const QList<Value>& values)
         lengths.push_back(static_cast<int>(value.bytes.size()));
         formats.push_back(value.isBinary ? 1 : 0);
     }
-    warned = false;
     if (PQsendQueryPrepared(session.get(), prepared.value(sql).constData(),
                             static_cast<int>(values.size()), texts.data(), lengths.data(),
                             formats.data(), 0) == 0) {
         lose(failuretexts::lost(session.get()));
     }
-    Result result = finish(inTime());
+}
+
+void Connection::requireGood(const Result& result)
+{
     const ExecStatusType status = PQresultStatus(result.raw());
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) {
         const StoreError error = failuretexts::refusal(result.raw());
@@ -295,6 +301,43 @@ Result Connection::run(const QByteArray& sql, const QList<Value>& values)
     if (warned) {
         lose(Message::of("store.unsure"));
     }
+}
+
+Result Connection::run(const QByteArray& sql, const QList<Value>& values)
+{
+    open();
+    prepareFirst(sql, values.size());
+    warned = false;
+    send(sql, values);
+    Result result = finish(inTime());
+    requireGood(result);
+    return result;
+}
+
+Result Connection::runBefore(const QByteArray& next, const QList<Value>& itsValues,
+                             const QByteArray& sql, const QList<Value>& values)
+{
+    open();
+    prepareFirst(sql, values.size());
+    prepareFirst(next, itsValues.size());
+    warned = false;
+    PQenterPipelineMode(session.get());
+    send(sql, values);
+    bool isSent = PQpipelineSync(session.get()) == 1; // which ends its transaction
+    send(next, itsValues);
+    isSent = isSent && PQpipelineSync(session.get()) == 1;
+    if (!isSent) {
+        lose(failuretexts::lost(session.get()));
+    }
+    const QDeadlineTimer deadline = inTime();
+    Result result = finish(deadline);
+    const Result ofNext = finish(deadline);
+    finish(deadline); // the mark behind it
+    if (PQexitPipelineMode(session.get()) == 0) {
+        lose(failuretexts::lost(session.get()));
+    }
+    requireGood(result);
+    requireGood(ofNext);
     return result;
 }
 

@@ -70,6 +70,11 @@ public:
     /// @throws StoreError; Unknown too when the commit came with a warning: then it is not certain
     /// that a standby has it
     Result run(const QByteArray& sql, const QList<Value>& values = {});
+    /// Runs a command as run does, and another one once its transaction has ended, in one round
+    /// trip. What the other one answers is not told.
+    /// @throws StoreError as run, of either
+    Result runBefore(const QByteArray& next, const QList<Value>& itsValues, const QByteArray& sql,
+                     const QList<Value>& values);
     /// Runs commands that come without values, several with ";" between them.
     void runAll(const QByteArray& sql);
     /// A limit of its own for commands that take long, such as a migration.
@@ -93,6 +98,9 @@ private:
     void openFirst(std::chrono::milliseconds time);
     void requireNewestTimeline(const Server& server);
     void prepare(const QByteArray& sql, qsizetype values);
+    void prepareFirst(const QByteArray& sql, qsizetype values);
+    void send(const QByteArray& sql, const QList<Value>& values);
+    void requireGood(const Result& result);
     QDeadlineTimer inTime() const;
     Result finish(const QDeadlineTimer& deadline);
     void flush(const QDeadlineTimer& deadline);

@@ -16,6 +16,10 @@ namespace orvastore::failuretexts {
 
 /// The server's code of "read-only".
 inline constexpr char readOnly[] = "25006";
+/// Of "a row with this key is there".
+inline constexpr char keyIsTaken[] = "23505";
+/// Of "there is no such function".
+inline constexpr char noFunction[] = "42883";
 
 /// Why no session came about.
 poshost::Message ofConnecting(pg_conn* tried, const QString& server);

@@ -41,63 +41,103 @@ BEGIN
     RETURN found;
 END $$;
 
--- The lane that a check joins, locked until the end of the transaction, with so many messages more.
-CREATE OR REPLACE FUNCTION orva.join_lane(of_shop text, of_name bytea, of_sale text, messages int)
+-- The lane of a return's sale, locked until the end of the transaction, with so many messages more. Null: there
+-- is none.
+CREATE OR REPLACE FUNCTION orva.join_sales_lane(of_shop text, of_sale text, messages int)
 RETURNS orva.lanes LANGUAGE plpgsql AS $$
 DECLARE
     joined orva.lanes;
     of_sales_lane bigint;
 BEGIN
-    IF of_sale <> '' THEN
-        SELECT lane INTO of_sales_lane FROM orva.checks
-            WHERE shop = of_shop AND identifier = of_sale ORDER BY handed_at LIMIT 1;
-        UPDATE orva.lanes SET waiting = waiting + messages, handed = handed + messages,
-            last_day = greatest(last_day, current_date)
-            WHERE id = of_sales_lane RETURNING * INTO joined;
-        IF FOUND THEN
-            RETURN joined;
-        END IF;
-    END IF;
-    INSERT INTO orva.lanes AS known (shop, name, waiting, handed, last_day, head_day)
-        VALUES (of_shop, of_name, messages, messages, current_date, current_date)
-        ON CONFLICT (shop, name) WHERE name IS NOT NULL DO UPDATE
-            SET waiting = known.waiting + messages, handed = known.handed + messages,
-                last_day = greatest(known.last_day, current_date)
-        RETURNING * INTO joined;
+    SELECT lane INTO of_sales_lane FROM orva.checks
+        WHERE shop = of_shop AND identifier = of_sale ORDER BY handed_at LIMIT 1;
+    UPDATE orva.lanes SET waiting = waiting + messages, handed = handed + messages,
+        last_day = greatest(last_day, current_date)
+        WHERE id = of_sales_lane RETURNING * INTO joined;
     RETURN joined;
 END $$;
 
--- Takes it back for a check that was here before.
-CREATE OR REPLACE FUNCTION orva.leave_lane(joined orva.lanes, messages int) RETURNS void
-LANGUAGE plpgsql AS $$
-BEGIN
-    IF joined.name IS NULL AND joined.handed = messages THEN
-        DELETE FROM orva.lanes WHERE id = joined.id;
-    ELSE
-        UPDATE orva.lanes SET waiting = waiting - messages, handed = handed - messages
-            WHERE id = joined.id;
-    END IF;
-END $$;
-
--- Adds the last message of a lane that is locked and has counted it, and makes the lane ready when it had
--- no work. Returns the message's identifier.
-CREATE OR REPLACE FUNCTION orva.keep_message(
-    into_lane orva.lanes, of_shop text, of_check text, of_sale text, by_account int, of_queue text,
-    with_extra text, with_headers text, with_urls text, with_payload bytea, with_steps int,
-    with_steps_done int, with_attempts int, with_step_attempts int)
-RETURNS bigint LANGUAGE plpgsql AS $$
+-- A check that was not here before, with its only message, or with none where there is no queue. One that was
+-- violates a key, and the transaction with it. All in one function and without a look whether the check is
+-- there: both are what most of a hand-over would cost. The lane's row is locked first, by counting in it.
+CREATE OR REPLACE FUNCTION orva.hand_over_new(
+    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
+    with_lane bytea, with_sale text, with_content bytea,
+    of_queue text, with_extra text, with_headers text, with_urls text, with_payload bytea,
+    with_credentials text, with_steps int, with_steps_done int, with_attempts int,
+    with_step_attempts int)
+RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
 DECLARE
-    id bigint := nextval('orva.message_ids');
+    allowed boolean := orva.own_shop_is(of_shop);
+    messages int := CASE WHEN of_queue IS NULL THEN 0 ELSE 1 END;
+    closing timestamptz := to_timestamp(closed_millis / 1000.0);
+    joined orva.lanes;
+    by_account int;
 BEGIN
+    IF with_sale <> '' THEN
+        joined := orva.join_sales_lane(of_shop, with_sale, messages);
+    END IF;
+    IF joined.id IS NULL THEN
+        INSERT INTO orva.lanes AS known (shop, name, waiting, handed, last_day, head_day)
+            VALUES (of_shop, with_lane, messages, messages, current_date, current_date)
+            ON CONFLICT (shop, name) WHERE name IS NOT NULL DO UPDATE
+                SET waiting = known.waiting + messages, handed = known.handed + messages,
+                    last_day = greatest(known.last_day, current_date)
+            RETURNING * INTO joined;
+    END IF;
+    INSERT INTO orva.checks (closed_on, shop, identifier, till, number, closed_at, lane, sale, content)
+        VALUES ((closing AT TIME ZONE 'UTC')::date, of_shop, with_identifier, of_till, with_number,
+            closing, joined.id, with_sale, with_content);
+    IF messages = 0 THEN
+        RETURN joined.id;
+    END IF;
+    by_account := orva.account_of(of_shop, of_queue, with_credentials);
     INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, queue, extra,
             headers, urls, payload, steps, steps_done, attempts, step_attempts)
-        VALUES (into_lane.last_day, into_lane.id, into_lane.handed, id, of_shop, of_check,
-            of_sale, by_account, of_queue, with_extra, with_headers, with_urls, with_payload,
-            with_steps, with_steps_done, with_attempts, with_step_attempts);
-    IF into_lane.waiting = 1 THEN
-        INSERT INTO orva.ready (lane, account, queue) VALUES (into_lane.id, by_account, of_queue);
+        VALUES (joined.last_day, joined.id, joined.handed, nextval('orva.message_ids'), of_shop,
+            with_identifier, with_sale, by_account, of_queue, with_extra, with_headers, with_urls,
+            with_payload, with_steps, with_steps_done, with_attempts, with_step_attempts);
+    IF joined.waiting = 1 THEN
+        INSERT INTO orva.ready (lane, account, queue) VALUES (joined.id, by_account, of_queue);
     END IF;
-    RETURN id;
+    IF with_sale <> '' THEN
+        PERFORM orva.await_return_before(of_shop, with_identifier, joined.id);
+    END IF;
+    RETURN joined.id;
+END $$;
+
+-- The same for one that may have been here before, with all its messages: then nothing is added, and null
+-- returned. A repetition writes too: without that its commit would wait for no standby, and what an earlier,
+-- interrupted one has left might be on this server alone.
+CREATE OR REPLACE FUNCTION orva.hand_over(
+    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
+    with_lane bytea, with_sale text, with_content bytea,
+    of_queue text, with_extra text, with_headers text, with_urls text, with_payload bytea,
+    with_credentials text, with_steps int, with_steps_done int, with_attempts int,
+    with_step_attempts int)
+RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+BEGIN
+    RETURN orva.hand_over_new(of_shop, with_identifier, of_till, with_number, closed_millis, with_lane,
+        with_sale, with_content, of_queue, with_extra, with_headers, with_urls, with_payload,
+        with_credentials, with_steps, with_steps_done, with_attempts, with_step_attempts);
+EXCEPTION WHEN unique_violation THEN
+    UPDATE orva.checks SET repeated = repeated + 1
+        WHERE shop = of_shop AND identifier = with_identifier
+            AND closed_on = (to_timestamp(closed_millis / 1000.0) AT TIME ZONE 'UTC')::date;
+    IF NOT FOUND THEN
+        RAISE; -- it is another key
+    END IF;
+    RETURN NULL;
+END $$;
+
+-- Keeps a check whose messages follow. Returns the lane for them; null when the check was here before.
+CREATE OR REPLACE FUNCTION orva.hand_over_check(
+    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
+    with_lane bytea, with_sale text, with_content bytea)
+RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+BEGIN
+    RETURN orva.hand_over(of_shop, with_identifier, of_till, with_number, closed_millis, with_lane,
+        with_sale, with_content, NULL, NULL, NULL, NULL, NULL, NULL, 0, 0, 0, 0);
 END $$;
 
 -- Adds a message to the end of a lane.
@@ -107,87 +147,20 @@ CREATE OR REPLACE FUNCTION orva.add_message(
     with_steps int, with_steps_done int, with_attempts int, with_step_attempts int)
 RETURNS void LANGUAGE plpgsql AS $$
 DECLARE
-    into_lane orva.lanes;
-    message bigint;
+    joined orva.lanes;
     by_account int := orva.account_of(of_shop, of_queue, with_credentials);
 BEGIN
     UPDATE orva.lanes SET waiting = waiting + 1, handed = handed + 1,
         last_day = greatest(last_day, current_date)
-        WHERE id = to_lane RETURNING * INTO into_lane;
-    message := orva.keep_message(into_lane, of_shop, of_check, of_sale, by_account, of_queue, with_extra,
-        with_headers, with_urls, with_payload, with_steps, with_steps_done, with_attempts,
-        with_step_attempts);
-END $$;
-
--- Keeps a check. A repetition writes too: without that its commit would wait for no standby, and what
--- an earlier, interrupted one has left might be on this server alone.
--- Returns whether it is new; otherwise it was here before, with all its messages.
-CREATE OR REPLACE FUNCTION orva.keep_check(
-    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
-    to_lane bigint, with_sale text, with_content bytea)
-RETURNS boolean LANGUAGE plpgsql AS $$
-DECLARE
-    was_repeated int;
-    closing timestamptz := to_timestamp(closed_millis / 1000.0);
-BEGIN
-    INSERT INTO orva.checks AS kept (closed_on, shop, identifier, till, number, closed_at, lane, sale,
-            content)
-        VALUES ((closing AT TIME ZONE 'UTC')::date, of_shop, with_identifier, of_till, with_number,
-            closing, to_lane, with_sale, with_content)
-        ON CONFLICT (shop, identifier, closed_on) DO UPDATE SET repeated = kept.repeated + 1
-        RETURNING repeated INTO was_repeated;
-    RETURN was_repeated = 0;
-END $$;
-
--- Keeps a check whose messages follow. Returns the lane for them; null when the check was here before.
-CREATE OR REPLACE FUNCTION orva.hand_over_check(
-    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
-    with_lane bytea, with_sale text, with_content bytea)
-RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
-DECLARE
-    allowed boolean := orva.own_shop_is(of_shop);
-    joined orva.lanes;
-BEGIN
-    joined := orva.join_lane(of_shop, with_lane, with_sale, 0);
-    IF orva.keep_check(of_shop, with_identifier, of_till, with_number, closed_millis, joined.id,
-            with_sale, with_content) THEN
-        RETURN joined.id;
+        WHERE id = to_lane RETURNING * INTO joined;
+    INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, queue, extra,
+            headers, urls, payload, steps, steps_done, attempts, step_attempts)
+        VALUES (joined.last_day, joined.id, joined.handed, nextval('orva.message_ids'), of_shop,
+            of_check, of_sale, by_account, of_queue, with_extra, with_headers, with_urls,
+            with_payload, with_steps, with_steps_done, with_attempts, with_step_attempts);
+    IF joined.waiting = 1 THEN
+        INSERT INTO orva.ready (lane, account, queue) VALUES (joined.id, by_account, of_queue);
     END IF;
-    PERFORM orva.leave_lane(joined, 0);
-    RETURN NULL;
-END $$;
-
--- A check with its only message, or with none where there is no queue, in one round trip.
-CREATE OR REPLACE FUNCTION orva.hand_over(
-    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
-    with_lane bytea, with_sale text, with_content bytea,
-    of_queue text, with_extra text, with_headers text, with_urls text, with_payload bytea,
-    with_credentials text, with_steps int, with_steps_done int, with_attempts int,
-    with_step_attempts int)
-RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
-DECLARE
-    allowed boolean := orva.own_shop_is(of_shop);
-    joined orva.lanes;
-    messages int := CASE WHEN of_queue IS NULL THEN 0 ELSE 1 END;
-    by_account int;
-    message bigint;
-BEGIN
-    joined := orva.join_lane(of_shop, with_lane, with_sale, messages);
-    IF NOT orva.keep_check(of_shop, with_identifier, of_till, with_number, closed_millis, joined.id,
-            with_sale, with_content) THEN
-        PERFORM orva.leave_lane(joined, messages);
-        RETURN NULL;
-    END IF;
-    IF messages > 0 THEN
-        by_account := orva.account_of(of_shop, of_queue, with_credentials);
-        message := orva.keep_message(joined, of_shop, with_identifier, with_sale, by_account, of_queue,
-            with_extra, with_headers, with_urls, with_payload, with_steps, with_steps_done,
-            with_attempts, with_step_attempts);
-    END IF;
-    IF with_sale <> '' THEN
-        PERFORM orva.await_return_before(of_shop, with_identifier, joined.id);
-    END IF;
-    RETURN joined.id;
 END $$;
 
 -- A further message of the check that was handed over in the same transaction.

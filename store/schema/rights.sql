@@ -21,6 +21,7 @@ GRANT SELECT ON orva.versions TO orva_till, orva_worker;
 
 GRANT EXECUTE ON FUNCTION orva.own_shop() TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.hand_over_new TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_check TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_more TO orva_till;
 GRANT SELECT ON orva.checks, orva.messages, orva.deliveries, orva.parked TO orva_till;

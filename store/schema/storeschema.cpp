@@ -21,20 +21,9 @@ namespace {
 constexpr char patience[] = "SET LOCAL lock_timeout = '2s'";
 constexpr int preparedDays = 7;
 
-QString fileOf(const QString& name)
-{
-    return u":/store/schema/%1.sql"_s.arg(name);
-}
-
-/// Not every number was ever a version.
-bool isVersion(int number)
-{
-    return QFile::exists(fileOf(u"version%1"_s.arg(number)));
-}
-
 QByteArray script(const QString& name)
 {
-    QFile file(fileOf(name));
+    QFile file(u":/store/schema/%1.sql"_s.arg(name));
     [[maybe_unused]] const bool opened = file.open(QIODevice::ReadOnly);
     Q_ASSERT(opened);
     return file.readAll();
@@ -120,9 +109,7 @@ int migrate(Connection& connection, int upTo)
 {
     const int before = versionOf(connection);
     for (int version = before + 1; version <= upTo; ++version) {
-        if (isVersion(version)) {
-            makeVersion(connection, version, version == upTo);
-        }
+        makeVersion(connection, version, version == upTo);
     }
     if (before < upTo) {
         connection.run("SELECT prepare_days($1::int)", {Value::number(preparedDays)});

@@ -7,7 +7,7 @@
 #include "store/schema/storeschema.h"
 
 #include <algorithm>
-#include <future>
+#include <condition_variable>
 #include <thread>
 
 namespace orvastore {
@@ -51,6 +51,8 @@ void Worker::rest(std::chrono::milliseconds time) const
 
 void Worker::run()
 {
+    std::unique_lock atSession(session);
+    const std::jthread heart([this](const std::stop_token& ending) { showLife(ending); });
     std::optional<Task> task;
     while (!stopping) {
         try {
@@ -65,7 +67,7 @@ void Worker::run()
             }
             lastComplaint = {};
             if (task) {
-                task = work(task);
+                task = work(*task, atSession);
             } else if (manner.untilEmpty) {
                 return;
             } else {
@@ -102,16 +104,16 @@ void Worker::keepUp()
 }
 
 /// Sends a task and writes down what came of it. @return the next one
-std::optional<Task> Worker::work(const std::optional<Task>& claimed)
+std::optional<Task> Worker::work(const Task& claimed, std::unique_lock<std::mutex>& atSession)
 {
-    const int session = connection.generation();
-    const DeliveryResult result = send(*claimed);
+    const int generation = connection.generation();
+    const DeliveryResult result = send(claimed, atSession);
     ++done.requests;
-    const DeliveryBook::Next next = write(*claimed, result, session);
+    const DeliveryBook::Next next = write(claimed, result, generation);
     if (!next.isWritten) {
         ++done.late;
     } else if (result.meaning == Meaning::StepDone) {
-        done.delivered += claimed->isLastStep() ? 1 : 0;
+        done.delivered += claimed.isLastStep() ? 1 : 0;
     } else if (result.meaning == Meaning::Duplicate || result.meaning == Meaning::Refused) {
         ++done.parked;
     }
@@ -133,15 +135,26 @@ DeliveryResult Worker::post(const Task& task) const
                                          headers, task.attemptedBefore);
 }
 
-/// The request is made on a thread of its own, so that this one can show that the worker lives. One
-/// that is frozen shows nothing.
-DeliveryResult Worker::send(const Task& task)
+/// While the loyalty server is waited for, the session is left to who shows that the worker lives.
+DeliveryResult Worker::send(const Task& task, std::unique_lock<std::mutex>& atSession)
 {
-    std::future<DeliveryResult> sent =
-        std::async(std::launch::async, [this, &task] { return post(task); });
-    while (sent.wait_for(manner.laneTimeout / 3) != std::future_status::ready) {
-        if (!connection.isOpen()) {
-            continue;
+    atSession.unlock();
+    DeliveryResult result = post(task);
+    atSession.lock();
+    return result;
+}
+
+/// A worker that is frozen shows nothing.
+void Worker::showLife(const std::stop_token& ending)
+{
+    std::mutex own;
+    std::unique_lock waiting(own);
+    std::condition_variable_any alarm;
+    while (!ending.stop_requested()) {
+        alarm.wait_for(waiting, ending, manner.laneTimeout / 3, [] { return false; });
+        const std::unique_lock atSession(session, std::try_to_lock);
+        if (!atSession || !connection.isOpen()) {
+            continue; // in use, which the server sees
         }
         try {
             book.giveSignOfLife();
@@ -150,21 +163,20 @@ DeliveryResult Worker::send(const Task& task)
             connection.close();
         }
     }
-    return sent.get();
 }
 
 /// An answer is worth some effort: without it the message would be sent again. A session that was
 /// lost is replaced and the lane taken again, unless another worker has it.
-DeliveryBook::Next Worker::write(Task task, const DeliveryResult& result, int session)
+DeliveryBook::Next Worker::write(Task task, const DeliveryResult& result, int generation)
 {
     while (true) {
         try {
             connection.open();
-            if (connection.generation() != session) {
+            if (connection.generation() != generation) {
                 if (!book.takeAgain(task)) {
                     return {};
                 }
-                session = connection.generation();
+                generation = connection.generation();
                 task.isProbe = false; // its lock went with the session
             }
             return book.finish(task, result, !stopping);

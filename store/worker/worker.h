@@ -9,7 +9,9 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <mutex>
 #include <optional>
+#include <stop_token>
 
 namespace orvastore {
 
@@ -42,7 +44,8 @@ public:
         QString authorization;   ///< instead of the tills' own; empty: theirs
         bool untilEmpty = false; ///< ends when nothing is due
     };
-    /// Told what went wrong at the store, a sentence, each time another one.
+    /// Told what went wrong at the store, a sentence, each time another one. On the thread of run
+    /// or on one of the worker's own, never on both at a time.
     using Complaint = std::function<void(const poshost::Message&)>;
 
     Worker(const StoreSettings& settings, const Manner& manner, const Complaint& complaint);
@@ -55,16 +58,18 @@ public:
     const WorkerReport& report() const { return done; }
 
 private:
-    std::optional<Task> work(const std::optional<Task>& claimed);
-    poshost::DeliveryResult send(const Task& task);
+    std::optional<Task> work(const Task& claimed, std::unique_lock<std::mutex>& atSession);
+    poshost::DeliveryResult send(const Task& task, std::unique_lock<std::mutex>& atSession);
     poshost::DeliveryResult post(const Task& task) const;
-    DeliveryBook::Next write(Task task, const poshost::DeliveryResult& result, int session);
+    DeliveryBook::Next write(Task task, const poshost::DeliveryResult& result, int generation);
+    void showLife(const std::stop_token& ending);
     void keepUp();
     void complain(const poshost::Message& what);
     void rest(std::chrono::milliseconds time) const;
 
     const Manner manner;
     const Complaint complaint;
+    std::mutex session; ///< guards the connection, the book and the complaints
     Connection connection;
     DeliveryBook book;
     WorkerReport done;

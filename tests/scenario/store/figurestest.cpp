@@ -3,8 +3,7 @@
 
 // What the store costs, as ratios of two measurements beside each other.
 
-#include "store/worker/worker.h"
-#include "tests/scenario/store/ledgerserver.h"
+#include "tests/scenario/store/filledstore.h"
 #include "tests/scenario/store/proofsize.h"
 #include "tests/unit/store/storefixture.h"
 
@@ -21,44 +20,11 @@ using orvastore::DeliveryBook;
 using orvastore::Task;
 using orvastore::Value;
 using storetest::settingsFor;
+using namespace filledstore;
 
 namespace {
 
-constexpr int messageBytes = 8192;
 constexpr int checkBytes = 6144;
-
-QString connectionTo(const QString& database)
-{
-    return storetest::sharedCluster().connection(u"postgres"_s, database);
-}
-
-/// A database with so many waiting messages of 8 KB.
-QString filled(int messages, int lanes, const QByteArray& address = "http://127.0.0.1:9/")
-{
-    const QString database = storetest::freshStore();
-    Connection owner(settingsFor(connectionTo(database)), {});
-    owner.setLimit(std::chrono::minutes(60));
-    const QByteArray each = QByteArray::number(messages / lanes);
-    owner.runAll(
-        "ALTER TABLE orva.messages ALTER COLUMN payload SET STORAGE EXTERNAL;"
-        "INSERT INTO orva.accounts (shop, queue, credentials) VALUES ('shop', 'Orva', 'secret');"
-        "INSERT INTO orva.lanes (shop, name, waiting, handed, last_day, head_day) "
-        "SELECT 'shop', sha256(n::text::bytea), " +
-        each + "," + each + ", current_date, current_date FROM generate_series(1, " +
-        QByteArray::number(lanes) +
-        ") n;"
-        "INSERT INTO orva.messages (day, lane, number, id, shop, identifier, sale, account, queue, "
-        "extra, headers, urls, payload, steps, steps_done, attempts, step_attempts) "
-        "SELECT current_date, l.id, n, nextval('orva.message_ids'), 'shop', l.id || '-' || n, '', "
-        "1, 'Orva', '', '{}', '{\"0\":\"" +
-        address + "\"}', convert_to(rpad(l.id || '-' || n, " + QByteArray::number(messageBytes) +
-        ", '.'), 'UTF8'), 1, 0, 0, 0 FROM generate_series(1, " + each +
-        ") n, orva.lanes l;"
-        "INSERT INTO orva.ready (lane, account, queue) SELECT id, 1, 'Orva' FROM orva.lanes "
-        "ORDER BY id");
-    owner.runAll("VACUUM ANALYZE");
-    return database;
-}
 
 /// A worker that gets a good answer at once.
 class Hand
@@ -90,17 +56,6 @@ public:
     DeliveryBook book;
     std::optional<Task> task;
 };
-
-double middle(QList<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
-QString rounded(double value)
-{
-    return QString::number(value, 'f', 2);
-}
 
 /// What the next claim reads, and how.
 struct Reading
@@ -231,6 +186,7 @@ TEST_F(StoreFigures, handingOverIsNearABareLoop)
         });
         const double store = measured([&](Connection& own, const QString& id) {
             orvastore::HandedCheck check = storetest::checkOf(id, u"card "_s + id);
+            check.number = id.toInt();
             check.content = content;
             check.messages.first().payload = payload;
             orvastore::handOver(own, check);
@@ -241,41 +197,4 @@ TEST_F(StoreFigures, handingOverIsNearABareLoop)
         rounded(middle(ratios))));
     // in the short form connecting counts as much as handing over
     EXPECT_TRUE(middle(ratios) >= 0.7 || isShortProof());
-}
-
-TEST_F(StoreFigures, workersAddUp)
-{
-    LedgerServer server;
-    server.setDelay(20);
-    QStringList shown;
-    for (const int workers : {1, 2, 4, 8}) {
-        const int messages = workers * sized(500, 100);
-        const QString database = filled(messages, messages / 5, server.address().toUtf8());
-        std::vector<std::thread> threads;
-        const int before = server.requests();
-        QElapsedTimer timer;
-        timer.start();
-        for (int i = 0; i < workers; ++i) {
-            threads.emplace_back([&, i] {
-                orvastore::Worker::Manner manner;
-                manner.name = QString::number(i);
-                manner.untilEmpty = true;
-                orvastore::Worker worker(settingsFor(connectionTo(database)), manner, {});
-                worker.run();
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-        const double perSecond =
-            (server.requests() - before) * 1000.0 / static_cast<double>(timer.elapsed());
-        const double ratio = perSecond / (workers / 0.02);
-        shown.append(u"%1: %2"_s.arg(workers).arg(rounded(ratio)));
-        EXPECT_EQ(server.requests() - before, messages);
-        // in the short form much of the time is the start, with its tables for the days to come
-        EXPECT_TRUE(ratio >= 0.9 || isShortProof()) << workers << " workers: " << ratio;
-    }
-    EXPECT_EQ(server.repeated(), server.requests() - server.booked().size());
-    printFigure(
-        u"requests a second of workers / 20 ms: %1 (at least 0.9)"_s.arg(shown.join(u", "_s)));
 }

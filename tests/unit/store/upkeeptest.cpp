@@ -220,6 +220,20 @@ TEST_F(Upkeep, anOlderDatabaseGetsTheFunctionsThatCameWithoutTables)
     }
 }
 
+TEST_F(Upkeep, aStoreWithoutTheFunctionForNewChecksTakesThemAsBefore)
+{
+    sql(u"DROP FUNCTION orva.hand_over_new"_s);
+    sql(u"CREATE OR REPLACE FUNCTION orva.hand_over("
+        "of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis "
+        "bigint, with_lane bytea, with_sale text, with_content bytea, of_queue text, with_extra "
+        "text, with_headers text, with_urls text, with_payload bytea, with_credentials text, "
+        "with_steps int, with_steps_done int, with_attempts int, with_step_attempts int) "
+        "RETURNS bigint LANGUAGE sql AS $$INSERT INTO orva.erasures (shop, identifier, role) "
+        "VALUES (of_shop, with_identifier, 'x') RETURNING 1$$"_s);
+    EXPECT_EQ(endOf(settingsFor(connection)), StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT identifier FROM orva.erasures"_s), u"z"_s);
+}
+
 TEST_F(Upkeep, aNewerDatabaseIsUsedAsLongAsItSaysThatItCanBe)
 {
     sql(u"INSERT INTO orva.versions (version, usable_from) VALUES (98, 2)"_s);

@@ -395,6 +395,24 @@ TEST_F(HandingOver, EmptiesALongQueueInPartsAndInOrder)
     EXPECT_LE(most, 50);
 }
 
+/// Commits that take long must not look like a delivery that stands still.
+TEST_F(HandingOver, GivesSignsOfLifeAfterEveryFewChecks)
+{
+    for (int i = 0; i < 20; ++i) {
+        close(u"c%1"_s.arg(i));
+    }
+    int signs = 0;
+    delivery.onProgress([&](const poshost::DeliveryReport&) { ++signs; });
+    QList<int> signsBefore;
+    store.beforeKeeping = [&](const QList<orvastore::HandedCheck>& checks) {
+        EXPECT_LE(checks.size(), 4);
+        signsBefore.append(signs);
+    };
+    deliver();
+    EXPECT_EQ(signsBefore, QList<int>({0, 1, 2, 3, 4}));
+    EXPECT_EQ(lastReport.handedOver, 20);
+}
+
 TEST_F(HandingOver, ForgetsTheSecretOfWhatWasHandedOver)
 {
     close(u"a"_s);
