@@ -80,7 +80,10 @@ QStringList reservations()
 QStringList askedAgain()
 {
     return {u"ALTER TABLE leavings ADD COLUMN asked_again INTEGER NOT NULL DEFAULT 0"_s,
-            u"ALTER TABLE takeups ADD COLUMN asked_again INTEGER NOT NULL DEFAULT 0"_s};
+            u"ALTER TABLE takeups ADD COLUMN asked_again INTEGER NOT NULL DEFAULT 0"_s,
+            u"DROP INDEX leavings_unfinished"_s,
+            u"CREATE INDEX leavings_undecided ON leavings(begun_at, asked_again) "
+            "WHERE content IS NOT NULL"_s};
 }
 
 } // namespace
@@ -93,7 +96,7 @@ QList<poshost::SchemaStep> checkSchema()
             {6, u"archives"_s, archives()},
             {7, u"leavings"_s, leavings()},
             {8, u"return_reservations"_s, reservations()},
-            {9, {}, askedAgain()}};
+            {9, u"leavings_undecided"_s, askedAgain()}};
 }
 
 } // namespace till
