@@ -6,6 +6,7 @@
 #include "host/services/restclient.h"
 #include "store/schema/storeschema.h"
 
+#include <QScopeGuard>
 #include <algorithm>
 #include <condition_variable>
 #include <thread>
@@ -139,9 +140,8 @@ DeliveryResult Worker::post(const Task& task) const
 DeliveryResult Worker::send(const Task& task, std::unique_lock<std::mutex>& atSession)
 {
     atSession.unlock();
-    DeliveryResult result = post(task);
-    atSession.lock();
-    return result;
+    const auto back = qScopeGuard([&atSession] { atSession.lock(); });
+    return post(task);
 }
 
 /// A worker that is frozen shows nothing.
