@@ -268,11 +268,11 @@ protected:
 
 TEST_F(ShopYear, LeavesTheBooksOfFiveTillsTheStoreAndTheServerTheSame)
 {
-    const int days = setting("ORVA_YEAR_DAYS", 3);
+    const int days = setting("ORVA_YEAR_DAYS", 2);
     QElapsedTimer time;
     time.start();
     try {
-        liveThrough(days, setting("ORVA_YEAR_EVENTS", 15));
+        liveThrough(days, setting("ORVA_YEAR_EVENTS", 20));
     } catch (const std::exception& error) {
         FAIL() << "with seed " << seed << ": " << error.what() << "\nThe journal up to it:\n"
                << qPrintable(journal.lastLines().join(u'\n'));
@@ -288,7 +288,7 @@ TEST_F(ShopYear, LeavesTheBooksOfFiveTillsTheStoreAndTheServerTheSame)
 TEST_F(ShopYear, FindsACheckThatTheStoreForgotAndAKopeckThatNobodyTook)
 {
     try {
-        liveThrough(1, 8);
+        liveThrough(1, 6);
     } catch (const std::exception& error) {
         FAIL() << error.what();
     }
