@@ -42,7 +42,7 @@ QString fixedText(double value, int decimals)
         characters.at(--first) = QChar(static_cast<char16_t>(u'0' + rest % 10));
         rest /= 10;
     }
-    return QString(&characters.at(first), static_cast<qsizetype>(characters.size() - first));
+    return QString(characters.data() + first, static_cast<qsizetype>(characters.size() - first));
 }
 
 } // namespace orva

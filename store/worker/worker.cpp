@@ -148,6 +148,7 @@ DeliveryResult Worker::send(const Task& task, std::unique_lock<std::mutex>& atSe
 void Worker::showLife(const std::stop_token& ending)
 {
     std::mutex own;
+    // cppcheck-suppress localMutex ; it guards nothing, the alarm wants one to wait with
     std::unique_lock waiting(own);
     std::condition_variable_any alarm;
     while (!ending.stop_requested()) {

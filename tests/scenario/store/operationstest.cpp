@@ -60,7 +60,7 @@ void expectRuns(const TestFolder& folder, const QString& script, QString& printe
     QProcess shell;
     shell.setProcessChannelMode(QProcess::MergedChannels);
     shell.start(command.first(), command.mid(1));
-    constexpr int longest = 170'000; // it restarts servers a dozen times
+    constexpr int longest = 540'000; // it restarts servers a dozen times
     const bool ended = shell.waitForFinished(longest);
     printed = QString::fromUtf8(shell.readAll());
     EXPECT_TRUE(ended && shell.exitCode() == 0) << qPrintable(printed);
