@@ -22,6 +22,13 @@ using deliverypolicy::Meaning;
 
 namespace {
 
+/// Whether an address of the message may hold a name and a password.
+bool mayNameUsers(const DeliveryTask& task)
+{
+    return std::any_of(task.addresses.cbegin(), task.addresses.cend(),
+                       [](const QUrl& address) { return address.toEncoded().contains('@'); });
+}
+
 /// What is needed to send a message; the columns are read by readTask. Queue and holds are those of
 /// the account, by which the due message was found.
 const QString selectTask =
@@ -86,7 +93,6 @@ DeliveryTask DeliveryJournal::readTask(const Statement& row)
         last.areSound = false;
     }
     task.addresses = last.addressesInOrder;
-    task.namesUsers = addresses.contains(u'@');
     task.isHeld = row.value(10).toBool();
     task.lane = row.value(14).toLongLong();
     const auto known = last.areSound ? std::optional(task.addresses.size()) : std::nullopt;
@@ -301,7 +307,7 @@ void DeliveryJournal::finishStep(const DeliveryTask& task, const DeliveryResult&
         statement.bind(now);
     }
     statement.bind(task.messageId).execute();
-    if (delivered && task.namesUsers) {
+    if (delivered && mayNameUsers(task)) {
         deliveredaddresses::eraseUsers(database, task.messageId);
     }
 }

@@ -25,7 +25,6 @@ struct DeliveryTask
     bool attemptedBefore = false; ///< this step may have reached the server earlier
     bool isHeld = false;          ///< its queue or its authorization was held back; this is a probe
     QList<QUrl> addresses;        ///< of all steps
-    bool namesUsers = false;      ///< an address may hold a name and a password
     QByteArray payload;
     QHash<QString, QString> headers;
     Message damage;        ///< why it cannot be sent, for people; empty when it can
