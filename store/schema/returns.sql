@@ -136,9 +136,9 @@ BEGIN
         RETURN;
     END IF;
     INSERT INTO orva.returns (shop, identifier, sale, till, number, is_closed, positions, thousandths,
-            sold, content)
+            sold, content, reckoned_behind)
         VALUES (of_shop, with_identifier, of_sale, of_till, with_number, false, of_positions,
-            with_thousandths, of_sold, with_content);
+            with_thousandths, of_sold, with_content, known_returns);
     outcome := 'kept';
 END $$;
 
@@ -266,6 +266,16 @@ BEGIN
         WHERE shop = of_shop AND identifier = with_identifier AND NOT is_released;
 END $$;
 
+-- When a return that was closed without the store counts as reserved: now, but before those that its till has
+-- reserved since and reckoned behind it.
+CREATE OR REPLACE FUNCTION orva.place_of_return(of_shop text, of_sale text, with_identifier text)
+RETURNS timestamptz LANGUAGE plpgsql AS $$
+BEGIN
+    RETURN least(clock_timestamp(), (SELECT min(r.at) - interval '1 microsecond'
+        FROM orva.returns r WHERE r.shop = of_shop AND r.sale = of_sale AND NOT r.is_released
+            AND with_identifier = ANY (r.reckoned_behind)));
+END $$;
+
 -- What a return that is being handed over takes is taken for good. Gives the return that leaves too
 -- little when it was not reserved and more would come back than was sold: then it may not be kept.
 CREATE OR REPLACE FUNCTION orva.settle_return(of_shop text, of_till text, with_identifier text,
@@ -292,17 +302,18 @@ BEGIN
         RETURN;
     END IF;
     INSERT INTO orva.returns (shop, identifier, sale, till, number, is_closed, positions, thousandths,
-            sold, content)
+            sold, content, at)
         VALUES (of_shop, with_identifier, of_sale, of_till, with_number, true, of_positions,
-            with_thousandths, of_sold, with_content)
+            with_thousandths, of_sold, with_content, orva.place_of_return(of_shop, of_sale, with_identifier))
         ON CONFLICT (shop, identifier) DO UPDATE SET sale = excluded.sale, till = excluded.till,
             number = excluded.number, is_closed = true, is_released = false,
             positions = excluded.positions, thousandths = excluded.thousandths,
-            sold = excluded.sold, content = excluded.content;
+            sold = excluded.sold, content = excluded.content, at = excluded.at;
 END $$;
 
-REVOKE ALL ON FUNCTION orva.close_return, orva.sales_named, orva.returns_known, orva.reserve_return, orva.release_return,
-    orva.settle_return, orva.lock_sale, orva.returns_of, orva.has_all_messages, orva.return_in_the_way,
-    orva.return_before, orva.end_awaiting, orva.end_long_awaiting, orva.await_return_before FROM PUBLIC;
+REVOKE ALL ON FUNCTION orva.close_return, orva.sales_named, orva.returns_known, orva.reserve_return,
+    orva.release_return, orva.settle_return, orva.lock_sale, orva.returns_of, orva.has_all_messages,
+    orva.return_in_the_way, orva.place_of_return, orva.return_before, orva.end_awaiting,
+    orva.end_long_awaiting, orva.await_return_before FROM PUBLIC;
 GRANT EXECUTE ON FUNCTION orva.sales_named, orva.returns_known, orva.reserve_return,
     orva.release_return, orva.close_return, orva.settle_return TO orva_till;

@@ -217,6 +217,28 @@ TEST_F(Returns, goToTheServerInTheOrderOfTheirReservationsWhicheverTillIsFaster)
     EXPECT_EQ(sql(u"SELECT sum(waiting) FROM orva.lanes"_s), u"0"_s);
 }
 
+TEST_F(Returns, closedWithoutTheStoreGoBeforeThoseThatWereReckonedBehindThem)
+{
+    handOver(u"sale"_s, u"card"_s);
+    book.finish(*book.claim(), done);
+    // r1 was closed while its till could not reach the store; another till knows r2 only
+    ASSERT_EQ(reserve(pieces(u"r2"_s, 1, {u"r1"_s})), StoreEnd::Done);
+    ASSERT_EQ(books.settleReturn(u"shop"_s, u"r2"_s).end, StoreEnd::Done);
+    ASSERT_EQ(reserve(pieces(u"r3"_s, 1, {u"r2"_s})), StoreEnd::Done);
+    ASSERT_EQ(books.settleReturn(u"shop"_s, u"r3"_s).end, StoreEnd::Done);
+    for (const QString& name : {u"r3"_s, u"r1"_s, u"r2"_s}) {
+        ASSERT_EQ(handOverReturn(pieces(name, 1)).end, StoreEnd::Done);
+    }
+    EXPECT_EQ(known(), (QStringList{u"r1"_s, u"r2"_s, u"r3"_s}));
+    QStringList delivered;
+    for (auto task = book.claim(); task; task = book.claim()) {
+        delivered.append(nameOf(task));
+        book.finish(*task, done);
+    }
+    EXPECT_EQ(delivered, (QStringList{u"r1"_s, u"r2"_s, u"r3"_s}));
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.parked"_s), u"0"_s);
+}
+
 TEST_F(Returns, areNotReckonedBehindOneThatMayBeGivenBackYet)
 {
     ASSERT_EQ(reserve(pieces(u"r1"_s, 1)), StoreEnd::Done);
