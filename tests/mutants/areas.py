@@ -35,7 +35,9 @@ AREAS = (
          HOST_TESTS, "host/database/statement.cpp", shared_library="host/libposhost.so"),
     Area("till", re.compile(
         r"till/(checks/\w+|desk/(cashdesk|impactapplier)\w*|screen/ledger)\.cpp"),
-         {"test-till": "tests/unit/till/test-till"}, "till/checks/amount.cpp"),
+         {"test-till": "tests/unit/till/test-till",
+          "test-recording": "tests/unit/till/recording/test-recording",
+          "test-sharing": "tests/unit/till/sharing/test-sharing"}, "till/checks/amount.cpp"),
     Area("recording", re.compile(r"till/recording/(documentjson|valuejson|recorder|"
                                  r"recordingtransport|recordingconfig|recordingbroker)\.cpp"),
          {"test-recording": "tests/unit/till/recording/test-recording"}, "till/recording/valuejson.cpp"),

@@ -24,6 +24,7 @@ running = set()  # the process groups, to be ended with this program
 spent = collections.Counter()  # seconds, by what took them
 COMPILE_FAILED, KILLED, SURVIVED = "did not compile", "killed", "survived"
 SAME = "made the same object"
+TRANSLATIONS = "scripts/translations"  # with it the full build fails where a text has no translation
 
 
 class BuildError(Exception):
@@ -54,6 +55,10 @@ class Worker:
         shutil.rmtree(folder, ignore_errors=True)
         for name in build.source_folders:
             shutil.copytree(build.root / name, self.sources / name)
+        # read from the copy by what the full build asks about texts
+        shutil.copytree(build.root / "translations", self.sources / "translations")
+        (self.sources / "scripts").mkdir(exist_ok=True)
+        shutil.copy2(build.root / TRANSLATIONS, self.sources / TRANSLATIONS)
 
     def judge(self, mutant):
         started = time.monotonic()
@@ -148,6 +153,8 @@ class Worker:
                 if self._fails(commands(name), name, stage):
                     kills[name] += 1
                     return KILLED, name
+        if self._run([str(self.sources / TRANSLATIONS), "check"], COMPILE_LIMIT) != 0:
+            return KILLED, TRANSLATIONS
         if not area.has_module:
             return SURVIVED, ""
         with Worker.module_lock:

@@ -20,6 +20,19 @@ struct TillSettings
     QString name = {};                                ///< as the till prints it; empty: not said
     QString database = QStringLiteral("till.sqlite"); ///< relative to the file
     QString caFile = {};                              ///< to be trusted; empty: not said
+    QString store = {};                               ///< of shop 1042; empty: there is none
+    QString storeModule = {};                         ///< file of the library that reaches it
+
+    /// One of several tills, named as the server knows it.
+    static TillSettings numbered(int number, const QString& server, const QString& plugin)
+    {
+        TillSettings settings;
+        settings.server = server;
+        settings.plugin = plugin;
+        settings.number = QString::number(number);
+        settings.name = settings.number;
+        return settings;
+    }
 
     /// As orva.toml has it. There is a password in it, so the file is its owner's alone.
     QString toml() const
@@ -30,7 +43,11 @@ struct TillSettings
                said(QStringLiteral("[http]\ncaFile"), caFile) +
                QStringLiteral("[till]\ndatabase = \"%1\"\nplugin = \"%2\"\n")
                    .arg(database, plugin) +
-               said(QStringLiteral("name"), name);
+               said(QStringLiteral("name"), name) +
+               (store.isEmpty() ? QString()
+                                : QStringLiteral("[store]\ndatabase = \"%1\"\nshop = \"1042\"\n"
+                                                 "module = \"%2\"\n")
+                                      .arg(store, storeModule));
     }
 
 private:

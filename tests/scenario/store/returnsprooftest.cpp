@@ -94,25 +94,10 @@ protected:
         }
         while (atWork > 0) {
             QThread::msleep(static_cast<unsigned long>(100 + upTo(1500)));
-            stopStore();
+            stopStore([this](int most) { return upTo(most); });
         }
         for (std::thread& thread : threads) {
             thread.join();
-        }
-    }
-
-    /// The store falls silent, now and then for longer than a till waits, or its power is cut.
-    void stopStore()
-    {
-        ++storeStops;
-        if (upTo(1) == 0) {
-            cluster.freeze();
-            QThread::msleep(static_cast<unsigned long>(upTo(9) == 0 ? 2500 : upTo(300)));
-            cluster.thaw();
-        } else {
-            cluster.kill();
-            QThread::msleep(static_cast<unsigned long>(upTo(100)));
-            cluster.start();
         }
     }
 
@@ -190,7 +175,6 @@ protected:
     std::vector<std::unique_ptr<TakingHand>> hands;
     QStringList sales;
     TakenBack model;
-    int storeStops = 0;
 };
 
 } // namespace

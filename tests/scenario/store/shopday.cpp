@@ -82,15 +82,11 @@ void ShopDay::openTills(int tills, quint64 seed)
     for (int number = 1; number <= tills; ++number) {
         const QString name = u"till%1"_s.arg(number);
         ASSERT_TRUE(QDir(folder()).mkdir(name));
-        tests::TillSettings settings;
-        settings.server = address;
-        settings.plugin = QStringLiteral(ORVA_PLUGIN);
-        settings.name = QString::number(number);
-        settings.number = settings.name;
-        writeFile(name + u"/orva.toml"_s,
-                  settings.toml() +
-                      u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n"_s.arg(
-                          storeString(u"till"_s), QStringLiteral(ORVA_STORE_MODULE)));
+        auto settings =
+            tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
+        settings.store = storeString(u"till"_s);
+        settings.storeModule = QStringLiteral(ORVA_STORE_MODULE);
+        writeFile(name + u"/orva.toml"_s, settings.toml());
         for (int sale = 1; sale <= cards; ++sale) {
             writeFile(u"%1/sale%2.toml"_s.arg(name).arg(sale),
                       saleText.arg(cardNumber(sale)).arg(1 + sale % 5));

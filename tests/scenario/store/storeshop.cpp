@@ -38,15 +38,25 @@ void StoreShop::writeStoreConfig(const QString& database, const QString& further
 
 void StoreShop::writeTillConfig(int number) const
 {
-    tests::TillSettings settings;
-    settings.server = address;
-    settings.plugin = QStringLiteral(ORVA_PLUGIN);
-    settings.name = QString::number(number);
+    auto settings = tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
     settings.database = u"till%1.sqlite"_s.arg(number);
-    writeFile(u"till%1.toml"_s.arg(number),
-              settings.toml() +
-                  u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n"_s.arg(
-                      storeString(), QStringLiteral(ORVA_STORE_MODULE)));
+    settings.store = storeString();
+    settings.storeModule = QStringLiteral(ORVA_STORE_MODULE);
+    writeFile(u"till%1.toml"_s.arg(number), settings.toml());
+}
+
+void StoreShop::stopStore(const std::function<int(int)>& upTo)
+{
+    if (upTo(1) == 0) {
+        cluster.freeze();
+        QThread::msleep(static_cast<unsigned long>(upTo(9) == 0 ? 2500 : upTo(300)));
+        cluster.thaw();
+    } else {
+        cluster.kill();
+        QThread::msleep(static_cast<unsigned long>(upTo(100)));
+        cluster.start();
+    }
+    ++storeStops;
 }
 
 void StoreShop::startWorker()

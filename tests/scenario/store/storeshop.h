@@ -6,6 +6,8 @@
 #include "tests/support/postgrescluster.h"
 #include "tests/support/shop.h"
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 /// A shop whose tills hand over to a store on a PostgreSQL server of the test's own.
@@ -33,6 +35,9 @@ protected:
     void quietServer();
     /// Waits until everything in the store is delivered; what is parked fails the test.
     void awaitDelivery() const;
+    /// The store falls silent, now and then for longer than a till waits, or its power is cut.
+    /// @param upTo draws a number from 0 to the one that it is given
+    void stopStore(const std::function<int(int)>& upTo);
     /// Sells the sample sale so many times, as one till at work that does not wait for the
     /// delivery.
     void sellMany(int checks) const;
@@ -44,4 +49,5 @@ protected:
 
     PostgresCluster cluster;
     std::unique_ptr<Program> worker;
+    int storeStops = 0;
 };

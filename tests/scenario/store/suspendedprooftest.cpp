@@ -69,15 +69,7 @@ protected:
     void stopStore()
     {
         QThread::msleep(static_cast<unsigned long>(upTo(15)));
-        if (upTo(1) == 0) {
-            cluster.freeze();
-            QThread::msleep(static_cast<unsigned long>(upTo(9) == 0 ? 2500 : upTo(300)));
-            cluster.thaw();
-        } else {
-            cluster.kill();
-            cluster.start();
-        }
-        ++storeStops;
+        StoreShop::stopStore([this](int most) { return upTo(most); });
     }
 
     /// @return its identifier
@@ -209,7 +201,6 @@ protected:
     std::mt19937_64 random{seed};
     std::array<std::unique_ptr<Program>, 3> tills;
     int kills = 0;
-    int storeStops = 0;
 };
 
 } // namespace

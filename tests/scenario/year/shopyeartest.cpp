@@ -75,15 +75,11 @@ protected:
     {
         const QString name = u"till%1"_s.arg(number);
         ASSERT_TRUE(QDir(folder()).mkdir(name));
-        tests::TillSettings settings;
-        settings.server = address;
-        settings.plugin = QStringLiteral(ORVA_PLUGIN);
-        settings.name = QString::number(number);
-        settings.number = settings.name;
-        writeFile(name + u"/orva.toml"_s,
-                  settings.toml() +
-                      u"[store]\ndatabase = \"%1\"\nshop = \"1042\"\nmodule = \"%2\"\n"_s.arg(
-                          storeString(), QStringLiteral(ORVA_STORE_MODULE)));
+        auto settings =
+            tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
+        settings.store = storeString();
+        settings.storeModule = QStringLiteral(ORVA_STORE_MODULE);
+        writeFile(name + u"/orva.toml"_s, settings.toml());
         tills.push_back(std::make_unique<year::ShopTill>(path(name), number));
     }
 

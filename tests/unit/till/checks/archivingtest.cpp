@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <future>
+#include <optional>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -105,6 +106,20 @@ TEST_F(ArchivingTest, anOldCheckIsReachedInTheArchive)
     both.sort();
     EXPECT_EQ(closed(), both);
     EXPECT_EQ(archive(), 0);
+}
+
+TEST_F(ArchivingTest, aSaleOfTheTillsOwnIsLookedForInTheArchiveOnRequestOnly)
+{
+    const Check old = sellAt(longAgo);
+    deliverAll();
+    ASSERT_EQ(archive(), 1);
+    EXPECT_FALSE(store.findOwnSaleToReturn(old.id()));
+    store.setReturnTerms({365, true});
+    const std::optional<Check> found = store.findOwnSaleToReturn(old.id());
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->id(), old.id());
+    EXPECT_FALSE(store.findOwnSaleToReturn(u"another"_s));
+    EXPECT_FALSE(store.findOwnSaleToReturn(u"last"_s)) << "which is one that stands here";
 }
 
 TEST_F(ArchivingTest, manyChecksOfSeveralMonthsGoInSeveralSteps)

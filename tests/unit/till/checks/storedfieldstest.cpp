@@ -12,10 +12,12 @@
 #include "till/checks/documentfields.h"
 #include "till/checks/fieldstream.h"
 #include "till/checks/linefields.h"
+#include "till/checks/storedvalues.h"
 #include "till/recording/documentjson.h"
 #include "till/recording/fieldjson.h"
 
 #include <QJsonArray>
+#include <QPoint>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -267,6 +269,20 @@ TEST_F(StoredFieldsTest, whatTheFirstKeptVersionStoredIsReadWhole)
               "1 1001 Чай чёрный, 100 г pieces 14990 10000 2000 0 29980 3063 13459 1346 688 0 0");
     EXPECT_EQ(lines.value(2),
               "1 1001 Чай чёрный, 100 г pieces 14990 10000 2000 1000 14990 1532 0 0 0 6730 344");
+}
+
+TEST_F(StoredFieldsTest, aValueOfAKindThatIsNeverStoredIsRefused)
+{
+    const auto statusOf = [](const QVariant& value) {
+        QByteArray bytes;
+        QDataStream written(&bytes, QIODevice::WriteOnly);
+        written << value;
+        QDataStream stream(bytes);
+        till::storedvalues::readVariant(stream);
+        return stream.status();
+    };
+    EXPECT_EQ(statusOf(QPoint(1, 2)), QDataStream::ReadCorruptData);
+    EXPECT_EQ(statusOf(u"text"_s), QDataStream::Ok);
 }
 
 TEST_F(StoredFieldsTest, aCheckOfTheNextVersionIsRefused)

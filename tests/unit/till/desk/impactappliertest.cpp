@@ -191,6 +191,17 @@ TEST_F(ImpactApplierTest, accrualsAreScaledByWhatIsPaidInMoney)
     EXPECT_EQ(check.line(1)->awardedKopecks, 8'50);
 }
 
+TEST_F(ImpactApplierTest, awardsOnALineAreNoMoreTogetherThanTheLine)
+{
+    applier.noteAccruals({award(1, 150.0), award(1, 100.0), award(1, -50.0), award(2, -30.01)});
+    EXPECT_EQ(check.line(1)->awardedKopecks, 100'00);
+    EXPECT_EQ(check.line(2)->awardedKopecks, 0);
+    EXPECT_EQ(notices, QStringList({u"The loyalty system awards 100.00 points on line 1, which "
+                                    "cannot be; they are left out."_s,
+                                    u"The loyalty system awards -30.01 points on line 2, which "
+                                    "cannot be; they are left out."_s}));
+}
+
 TEST_F(ImpactApplierTest, aCheckPaidWithPointsAloneEarnsNothing)
 {
     applier.noteAccruals({award(1, 10.0)});
