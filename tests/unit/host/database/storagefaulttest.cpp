@@ -16,6 +16,7 @@
 
 #include <csignal>
 #include <map>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -241,6 +242,22 @@ TEST(StorageFault, AFailedAccessInTheMiddleOfADeliveryIsMadeUpByTheSameDeliverer
         }
     }
     EXPECT_GT(tried, 5) << "the faults no longer reach the delivery";
+}
+
+TEST(StorageFault, WithoutMemoryItSaysSoAndGoesOnLater)
+{
+    const TestFolder folder;
+    poshost::Database database(folder.file(u"till.db"_s));
+    const qint64 before = sqlite3_hard_heap_limit64(sqlite3_memory_used() + 100'000);
+    QString said;
+    try {
+        poshost::Statement(database, u"SELECT length(hex(randomblob(1000000)))"_s).next();
+    } catch (const BasicException& error) {
+        said = error.tr().ru();
+    }
+    sqlite3_hard_heap_limit64(before);
+    EXPECT_TRUE(said.contains(u"не хватает памяти"_s)) << said.toStdString();
+    EXPECT_EQ(single(database, u"SELECT count(*) FROM checks"_s).toInt(), 0);
 }
 
 } // namespace

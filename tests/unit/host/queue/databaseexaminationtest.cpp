@@ -30,6 +30,22 @@ protected:
         }
         transaction.commit();
     }
+    /// The first page of a table.
+    void overwritePageOf(const QString& table) const
+    {
+        qint64 page = 0;
+        {
+            poshost::Database database(file);
+            page = single(database,
+                          u"SELECT rootpage FROM sqlite_master WHERE name = '%1'"_s.arg(table))
+                       .toLongLong();
+        }
+        ASSERT_GT(page, 1);
+        QFile pages(file);
+        ASSERT_TRUE(pages.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(pages.seek((page - 1) * 4096));
+        pages.write(QByteArray(4096, '\x5a'));
+    }
 };
 
 TEST_F(Examination, NothingCanBeWrittenThroughADatabaseForReading)
@@ -93,6 +109,20 @@ TEST_F(Examination, ALookThatTakesTooLongIsBrokenOff)
     const poshost::DatabaseExamination broken = poshost::DatabaseExamination::of(file, 0);
     EXPECT_EQ(broken.integrity, Integrity::Unfinished);
     EXPECT_TRUE(broken.trouble.isEmpty()) << broken.trouble.ru().toStdString();
+}
+
+TEST_F(Examination, OfALargeFileWhatIsUndeliveredIsLookedAtAlone)
+{
+    fill(40'000);
+    const poshost::DatabaseExamination sound = poshost::DatabaseExamination::of(file, 30'000);
+    EXPECT_EQ(sound.integrity, Integrity::Unfinished);
+    EXPECT_TRUE(sound.trouble.isEmpty()) << sound.trouble.ru().toStdString();
+    overwritePageOf(u"t"_s);
+    EXPECT_EQ(poshost::DatabaseExamination::of(file, 30'000).integrity, Integrity::Unfinished);
+    overwritePageOf(u"queue_bodies"_s);
+    const poshost::DatabaseExamination damaged = poshost::DatabaseExamination::of(file, 30'000);
+    EXPECT_EQ(damaged.integrity, Integrity::Damaged);
+    EXPECT_THAT(damaged.trouble.ru().toStdString(), HasSubstr("файл повреждён"));
 }
 
 } // namespace
