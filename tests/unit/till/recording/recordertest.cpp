@@ -22,6 +22,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <stdexcept>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -229,6 +230,26 @@ TEST_F(RecorderTest, noCredentialsAreRecorded)
     EXPECT_EQ(differences(), QStringList());
 }
 
+TEST_F(RecorderTest, aRecordSaysWhatItIsAndACallHowLongItTook)
+{
+    begin();
+    EXPECT_EQ(Singleton<Config>::instance->getInt(u"Orva:timeout"_s, 7), 7);
+    sell(u"2200000000017"_s, PointsChoice::all());
+    ASSERT_EQ(target.records().size(), 1);
+    const Record record = target.records().first();
+    EXPECT_EQ(record.header.value(u"format"_s), u"orva-till recording"_s);
+    EXPECT_EQ(record.header.value(u"version"_s).toInt(), Record::version);
+    EXPECT_TRUE(
+        QDateTime::fromString(record.header.value(u"started"_s).toString(), Qt::ISODateWithMs)
+            .isValid());
+    EXPECT_TRUE(record.header.value(u"config"_s).isObject());
+    ASSERT_GT(record.calls.size(), 2);
+    for (const QJsonObject& call : record.calls) {
+        EXPECT_GE(call.value(u"milliseconds"_s).toDouble(-1), 0)
+            << Record::lineOf(call).toStdString();
+    }
+}
+
 TEST_F(RecorderTest, theServicesBeforeComeBack)
 {
     begin();
@@ -267,6 +288,46 @@ TEST(Recorder, whatAnotherThreadDoesIsServedAndNotRecorded)
     const QJsonArray events = target.records().first().calls.first().value(u"events"_s).toArray();
     ASSERT_EQ(events.size(), 2);
     EXPECT_EQ(events.at(0).toObject().value(u"exchange"_s).toObject().value(u"url"_s), u"***"_s);
+}
+
+TEST(Recorder, whatAServiceReadsFromTheConfigurationIsNotThePlugInsDoing)
+{
+    till::MemoryTarget target;
+    till::Recorder recorder(target, {});
+    {
+        const till::Recorder::InService service(recorder);
+        recorder.noteConfig(u"http:maxAnswerBytes"_s, 5);
+    }
+    recorder.noteConfig(u"Orva:pos"_s, u"3"_s);
+    recorder.begin(u"request"_s, {QSharedPointer<Document>::create(), {}, {}});
+    recorder.end([] { return true; });
+    ASSERT_EQ(target.records().size(), 1);
+    EXPECT_EQ(target.records().first().header.value(u"config"_s).toObject(),
+              (QJsonObject{{u"Orva:pos"_s, u"3"_s}}));
+}
+
+TEST(Recorder, whatItCannotWriteIsToldOnce)
+{
+    class Full : public till::RecordTarget
+    {
+    public:
+        void begin(QJsonObject) override { throw std::runtime_error("no space"); }
+        void add(const QJsonObject&) override {}
+    };
+    Full target;
+    till::Recorder recorder(target, {});
+    static int told = 0;
+    told = 0;
+    QtMessageHandler const before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext& context, const QString&) {
+            told += qstrcmp(context.category, "poshost.recording") == 0 ? 1 : 0;
+        });
+    for (int i = 0; i < 3; ++i) {
+        recorder.begin(u"request"_s, {QSharedPointer<Document>::create(), {}, {}});
+        recorder.end([] { return true; });
+    }
+    qInstallMessageHandler(before);
+    EXPECT_LE(told, 1) << "once for the process, perhaps by another test";
 }
 
 TEST(Recorder, aFullDiskLeavesWholeLinesAndDisturbsNobody)
