@@ -115,6 +115,17 @@ TEST_F(Return, outOfItsOrderIs424)
     EXPECT_EQ(said(confirm(body)), u"424 No payment was tried for this check"_s);
 }
 
+TEST_F(Return, ofAnotherSaleThanThePreCheckedOneIs424)
+{
+    sell(u"sale"_s);
+    sell(u"other"_s);
+    TextCheck part = partOfFirst(u"r"_s, u"1.000"_s, u"33.33"_s, u"15.67"_s);
+    EXPECT_EQ(precheck(document(part)).status, 200);
+    part.originalId = u"other"_s;
+    EXPECT_EQ(said(paymentTry(document(part))),
+              u"424 The type of the check is not the pre-checked one"_s);
+}
+
 TEST_F(Return, ofASaleThatIsNotConfirmedIs424)
 {
     EXPECT_EQ(said(precheck(document(partOfFirst(u"r"_s, u"1"_s, u"33.33"_s, u"15.67"_s)))),
