@@ -122,6 +122,19 @@ TEST_F(ArchivingTest, aSaleOfTheTillsOwnIsLookedForInTheArchiveOnRequestOnly)
     EXPECT_FALSE(store.findOwnSaleToReturn(u"last"_s)) << "which is one that stands here";
 }
 
+TEST_F(ArchivingTest, aCheckStaysForAsManyDaysAsSaid)
+{
+    sellAt(longAgo);
+    deliverAll();
+    const QDateTime last = longAgo.addMSecs(keepDays * 24LL * 60 * 60 * 1000);
+    {
+        const StoppedClock clock(last);
+        EXPECT_EQ(CheckArchiving(*database, keepDays).step(), 0);
+    }
+    const StoppedClock clock(last.addMSecs(1));
+    EXPECT_EQ(CheckArchiving(*database, keepDays).step(), 1);
+}
+
 TEST_F(ArchivingTest, manyChecksOfSeveralMonthsGoInSeveralSteps)
 {
     QStringList sold;
@@ -282,6 +295,23 @@ TEST_F(ArchivingTest, anErasedCustomerIsGoneFromTheArchiveToo)
                   throw till::Failure(u"done"_s);
               }),
               u"done"_s);
+}
+
+TEST_F(ArchivingTest, aCheckThatChangesMeanwhileStaysWithAllThatWereToGoWithIt)
+{
+    const Check first = sellAt(longAgo);
+    const Check second = sellAt(longAgo.addSecs(60));
+    deliverAll();
+    database->execute(u"CREATE TRIGGER meanwhile AFTER DELETE ON checks BEGIN UPDATE checks SET "
+                      "change_number = change_number + 100; END"_s);
+    const QString said = refusalOf([this] { archive(); });
+    EXPECT_TRUE(said.contains(second.id())) << said.toStdString();
+    EXPECT_EQ(rows(), 2);
+    EXPECT_EQ(listed(), QStringList({second.id(), first.id()}));
+    EXPECT_EQ(store.findClosed(second.id()).id(), second.id());
+    database->execute(u"DROP TRIGGER meanwhile"_s);
+    EXPECT_EQ(archive(), 2);
+    EXPECT_EQ(listed(), QStringList({second.id(), first.id()}));
 }
 
 TEST_F(ArchivingTest, onlyOneMovesChecksAtATime)

@@ -6,6 +6,8 @@
 #include "host/core/basicexception.h"
 #include "tests/unit/till/tilltest.h"
 
+#include <algorithm>
+#include <chrono>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -110,6 +112,18 @@ TEST_F(CashDeskTest, aSecondCardIsRefused)
     openReady();
     EXPECT_EQ(refusalOf([&] { desk->presentCard(u"2"_s); }),
               u"The check has a card already; close or abandon it first."_s);
+}
+
+TEST_F(CashDeskTest, tellsHowLongEachRequestTookWhateverCameOfIt)
+{
+    QList<std::chrono::microseconds> told;
+    desk->onRequest([&told](std::chrono::microseconds time) { told.append(time); });
+    openReady();
+    ASSERT_EQ(told.size(), 1);
+    loyalty->onAsk = [] { throw std::runtime_error("out of luck"); };
+    EXPECT_FALSE(desk->request());
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_GE(std::min(told.first(), told.last()), std::chrono::microseconds(0));
 }
 
 TEST_F(CashDeskTest, whateverThePluginThrowsStopsNoSale)
