@@ -80,9 +80,8 @@ Check CheckStore::findSaleToReturn(const QString& which)
 
 std::optional<Check> CheckStore::findOwnSaleToReturn(const QString& which)
 {
-    const bool isArchived = terms.fromArchive && which != u"last"_s;
-    if (!findHere(which, true) &&
-        (!isArchived || ArchivedChecks(*database).named(which, true).isEmpty())) {
+    if (!findHere(which, true) && (!terms.fromArchive ||
+                                   ArchivedChecks(*database).named(which, true).isEmpty())) {
         return std::nullopt;
     }
     return findSaleToReturn(which);

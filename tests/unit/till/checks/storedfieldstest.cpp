@@ -271,7 +271,7 @@ TEST_F(StoredFieldsTest, whatTheFirstKeptVersionStoredIsReadWhole)
               "1 1001 Чай чёрный, 100 г pieces 14990 10000 2000 1000 14990 1532 0 0 0 6730 344");
 }
 
-TEST_F(StoredFieldsTest, aValueOfAKindThatIsNeverStoredIsRefused)
+TEST_F(StoredFieldsTest, aValueOfAKindThatIsNeverStoredOrTooDeepIsRefused)
 {
     const auto statusOf = [](const QVariant& value) {
         QByteArray bytes;
@@ -283,6 +283,16 @@ TEST_F(StoredFieldsTest, aValueOfAKindThatIsNeverStoredIsRefused)
     };
     EXPECT_EQ(statusOf(QPoint(1, 2)), QDataStream::ReadCorruptData);
     EXPECT_EQ(statusOf(u"text"_s), QDataStream::Ok);
+    QVariant inMaps;
+    QVariant inLists;
+    for (int depth = 0; depth < 32; ++depth) {
+        inMaps = QVariantMap{{u"in"_s, inMaps}};
+        inLists = QVariantList{inLists};
+    }
+    EXPECT_EQ(statusOf(inMaps), QDataStream::Ok);
+    EXPECT_EQ(statusOf(inLists), QDataStream::Ok);
+    EXPECT_EQ(statusOf(QVariantMap{{u"in"_s, inMaps}}), QDataStream::ReadCorruptData);
+    EXPECT_EQ(statusOf(QVariantList{inLists}), QDataStream::ReadCorruptData);
 }
 
 TEST_F(StoredFieldsTest, aCheckOfTheNextVersionIsRefused)

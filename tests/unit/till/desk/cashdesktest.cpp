@@ -126,6 +126,22 @@ TEST_F(CashDeskTest, tellsHowLongEachRequestTookWhateverCameOfIt)
     EXPECT_GE(std::min(told.first(), told.last()), std::chrono::microseconds(0));
 }
 
+TEST_F(CashDeskTest, aTrialLeavesNothingBehind)
+{
+    desk->openTrial(twoLines());
+    EXPECT_EQ(store.list().size(), 0);
+    desk->abandon();
+    EXPECT_EQ(desk->takeNotices(), QStringList());
+    desk->openTrial(twoLines());
+    desk->leave();
+    EXPECT_EQ(desk->takeNotices(), QStringList());
+    EXPECT_EQ(store.list().size(), 0);
+    desk->openSale(twoLines()); // what comes next is none
+    EXPECT_EQ(store.list().size(), 1);
+    desk->abandon();
+    EXPECT_EQ(store.list().first().state, u"abandoned"_s);
+}
+
 TEST_F(CashDeskTest, whateverThePluginThrowsStopsNoSale)
 {
     loyalty->onAsk = [] { throw BasicException(tr::Tr(u"x"_s, u"Беда"_s)); };
