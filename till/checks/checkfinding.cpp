@@ -80,8 +80,8 @@ Check CheckStore::findSaleToReturn(const QString& which)
 
 std::optional<Check> CheckStore::findOwnSaleToReturn(const QString& which)
 {
-    if (!findHere(which, true) && (!terms.fromArchive ||
-                                   ArchivedChecks(*database).named(which, true).isEmpty())) {
+    if (!findHere(which, true) &&
+        (!terms.fromArchive || ArchivedChecks(*database).named(which, true).isEmpty())) {
         return std::nullopt;
     }
     return findSaleToReturn(which);
