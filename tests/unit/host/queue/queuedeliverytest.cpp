@@ -31,6 +31,28 @@ TEST_F(Delivery, PostsEachMessageToItsAddressesInOrderAndFirstInFirstOut)
     EXPECT_EQ(deliver(), "") << "sent once";
 }
 
+TEST_F(Delivery, KeepsASecretNoLongerThanItsLastMessageNeedsIt)
+{
+    add(u"a"_s, u"Basic one"_s);
+    add(u"b"_s, u"Basic two"_s);
+    add(u"c"_s, u"Basic three"_s);
+    add(u"d"_s, u"Basic two"_s);
+    QStringList kept;
+    server.setScript([&](const Request& request) {
+        poshost::Database other(database->fileName());
+        poshost::Statement accounts(other, u"SELECT count(*) FROM queue_accounts"_s);
+        accounts.next();
+        kept.append(QString::fromUtf8(request.body) + accounts.value(0).toString());
+        return Reply();
+    });
+    EXPECT_EQ(deliver(), "a1 a2 b1 b2 c1 c2 d1 d2");
+    EXPECT_EQ(kept, (QStringList{u"a3"_s, u"a3"_s, u"b2"_s, u"b2"_s, u"c2"_s, u"c2"_s, u"d1"_s,
+                                 u"d1"_s}));
+    poshost::Statement accounts(*database, u"SELECT count(*) FROM queue_accounts"_s);
+    ASSERT_TRUE(accounts.next());
+    EXPECT_EQ(accounts.value(0).toInt(), 0);
+}
+
 TEST_F(Delivery, OrdersAddressesByNumberAndNotByText)
 {
     add(u"a"_s, u"Basic one"_s, {u"10"_s, u"9"_s, u"x"_s, u"-1"_s});

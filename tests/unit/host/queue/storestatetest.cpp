@@ -15,6 +15,13 @@ TEST(StoreState, NamesAModuleThatIsMissingWithItsPackage)
     EXPECT_TRUE(said.contains(u"orva-store"_s)) << said.toStdString();
 }
 
+TEST(StoreState, TellsAModuleOfAnotherKindOrVersionFromAMissingOne)
+{
+    const Configured other("[store]\ndatabase = \"dbname=orva\"\nmodule = \"" ORVA_PLUGIN
+                           "\"\n");
+    EXPECT_EQ(poshost::storestate::problem().code(), u"store.otherModule"_s);
+}
+
 TEST(StoreState, RefusesAPasswordAmongTheSettingsWithoutRepeatingIt)
 {
     for (const QByteArray database :
