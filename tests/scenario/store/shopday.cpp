@@ -82,8 +82,7 @@ void ShopDay::openTills(int tills, quint64 seed)
     for (int number = 1; number <= tills; ++number) {
         const QString name = u"till%1"_s.arg(number);
         ASSERT_TRUE(QDir(folder()).mkdir(name));
-        auto settings =
-            tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
+        auto settings = tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
         settings.store = storeString(u"till"_s);
         settings.storeModule = QStringLiteral(ORVA_STORE_MODULE);
         writeFile(name + u"/orva.toml"_s, settings.toml());

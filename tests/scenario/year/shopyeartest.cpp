@@ -75,8 +75,7 @@ protected:
     {
         const QString name = u"till%1"_s.arg(number);
         ASSERT_TRUE(QDir(folder()).mkdir(name));
-        auto settings =
-            tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
+        auto settings = tests::TillSettings::numbered(number, address, QStringLiteral(ORVA_PLUGIN));
         settings.store = storeString();
         settings.storeModule = QStringLiteral(ORVA_STORE_MODULE);
         writeFile(name + u"/orva.toml"_s, settings.toml());

@@ -17,8 +17,7 @@ TEST(StoreState, NamesAModuleThatIsMissingWithItsPackage)
 
 TEST(StoreState, TellsAModuleOfAnotherKindOrVersionFromAMissingOne)
 {
-    const Configured other("[store]\ndatabase = \"dbname=orva\"\nmodule = \"" ORVA_PLUGIN
-                           "\"\n");
+    const Configured other("[store]\ndatabase = \"dbname=orva\"\nmodule = \"" ORVA_PLUGIN "\"\n");
     EXPECT_EQ(poshost::storestate::problem().code(), u"store.otherModule"_s);
 }
 

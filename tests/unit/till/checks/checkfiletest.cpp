@@ -196,9 +196,10 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"half_a_piece",
                 line(u"code = \"1\"\nname = \"Чай\"\nprice = 1\nquantity = 0.5\n"_s),
                 u"check.toml, line 6, quantity: pieces are counted in whole numbers"_s},
-        BadFile{"unknown_unit",
-                line(u"code = \"1\"\nname = \"Ч\"\nprice = 1\nquantity = 1\nunit = \"l\"\n"_s),
-                u"check.toml, line 7, unit: the unit \"l\" is not known; write \"pcs\" or \"kg\""_s},
+        BadFile{
+            "unknown_unit",
+            line(u"code = \"1\"\nname = \"Ч\"\nprice = 1\nquantity = 1\nunit = \"l\"\n"_s),
+            u"check.toml, line 7, unit: the unit \"l\" is not known; write \"pcs\" or \"kg\""_s},
         BadFile{"misspelled_minimum_price",
                 line(u"code = \"1\"\nname = \"Ч\"\nprice = 1\nquantity = 1\nminprice = 1\n"_s),
                 u"check.toml, line 7, minprice: there is no such field"_s},

@@ -390,8 +390,8 @@ TEST(Recorder, whatItCannotWriteIsToldOnce)
     till::Recorder recorder(target, {});
     static int told = 0;
     told = 0;
-    QtMessageHandler const before = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext& context, const QString&) {
+    QtMessageHandler const before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext& context, const QString&) {
             told += qstrcmp(context.category, "poshost.recording") == 0 ? 1 : 0;
         });
     for (int i = 0; i < 3; ++i) {
