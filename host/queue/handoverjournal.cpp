@@ -34,11 +34,11 @@ constexpr qint64 refusedMilliseconds = 60 * 1000;
 
 ReadClosedCheck readClosedCheck = nullptr;
 
-/// What was begun is in an index of its own, so that a full queue is not read for it. A message
-/// that the store refused waits by itself; a wait that began in the future or ends too late is
-/// over.
+/// What was begun is in an index of its own, so that a full queue is not read for it: named, since
+/// SQLite would rather read the whole table than sort the few. A message that the store refused
+/// waits by itself; a wait that began in the future or ends too late is over.
 const QString selectBegun =
-    u"SELECT m.id FROM queue_messages m WHERE m.handover IS NOT NULL "
+    u"SELECT m.id FROM queue_messages m INDEXED BY queue_handing WHERE m.handover IS NOT NULL "
     "AND m.account_id IS NOT NULL AND m.handover <> 0 AND m.state = 'waiting' "
     "AND (m.handed_again_at IS NULL OR m.handed_again_at <= ?1 OR m.handed_again_at > ?1 + %1) "
     "ORDER BY m.id LIMIT ?2"_s.arg(deliverypolicy::maxRetryAfterMilliseconds);

@@ -421,6 +421,14 @@ TEST_F(HandingOver, ForgetsTheSecretOfWhatWasHandedOver)
     EXPECT_EQ(accounts.value(0).toInt(), 0);
 }
 
+/// A million may wait: whoever reads them all for each few that go on takes hours.
+TEST_F(HandingOver, FindsWhatWasBegunByItsIndexAlone)
+{
+    close(u"a"_s);
+    database->execute(u"DROP INDEX queue_handing"_s);
+    EXPECT_THROW(delivery.deliverDue(), BasicException);
+}
+
 TEST_F(HandingOver, IsBrokenOffByAStop)
 {
     close(u"a"_s);
