@@ -14,10 +14,12 @@ for program in adduser deb-systemd-helper deb-systemd-invoke install systemctl; 
     printf '#!/bin/sh\necho "%s $*" >>"%s/asked"\n' "$program" "$scene" >"$scene/bin/$program"
 done
 printf '#!/bin/sh\nexit 2\n' >"$scene/bin/getent"
-# the till: what it lists is what stands beside the database, and where that is missing it fails
+# the till: what it lists is what stands beside the database, and where that is missing it fails; what
+# a killed one left it writes into the file once
 cat >"$scene/bin/setpriv" <<END
 #!/bin/sh
 while [ "\$1" != --database ]; do shift; done
+[ ! -e "\$2.left" ] || { rm "\$2.left" && touch "\$2"; }
 cat "\$2.listed"
 END
 chmod 755 "$scene"/bin/*
@@ -131,6 +133,14 @@ shop 0
 run prerm remove
 touch -d '1 hour' "$books/till.sqlite"
 expect 'Purging what was written since' "$unknown" "$(purged)"
+shop 0
+run prerm remove
+touch -r "$books/undelivered" "$books/till.sqlite"
+expect 'Purging what was written at the very moment of counting' "$unknown" "$(purged)"
+shop 0
+touch "$books/till.sqlite.left"
+run prerm remove
+expect 'Purging after a killed till' '' "$(purged)"
 shop 0
 run prerm remove
 : >"$books/till.sqlite"
