@@ -122,13 +122,17 @@ endfunction()
 # What ctest reads: one entry for each test, or, where ORVA_TESTS is "programs", one for the whole
 # program in each locale. To start a process takes longer than most tests. What measures time-outs has
 # others beside it then: it sleeps, and who wakes up goes before who computes. What waits takes one of
-# four places a core and begins first, what computes takes three.
+# four places a core and begins first, what computes takes two.
 function(_orva_write_entries file target timeout serial waits each_test one_locale long)
-    set(places 3)
+    set(places 2)
     set(cost "")
     if(waits OR serial)
         set(places 1)
         set(cost " COST 50")
+    endif()
+    # what waits in one test after the other is the longest of all
+    if(waits AND serial)
+        set(cost " COST 100")
     endif()
     set(includes "")
     foreach(include IN LISTS each_test)

@@ -124,6 +124,13 @@ void readRecord(const QString& file, Outcome& outcome)
     outcome.at = QString::fromUtf8(read->at);
 }
 
+bool hasWaiting(const QString& queueFile)
+{
+    poshost::Database database(queueFile);
+    return poshost::Statement(database, u"SELECT 1 FROM queue_messages WHERE state = 'waiting'"_s)
+        .next();
+}
+
 } // namespace
 
 Scene::Scene(const Programs& built, const QString& sceneFolder)
@@ -364,7 +371,8 @@ void Scene::recover(const Flow& flow, QStringList& problems)
     }
 }
 
-/// Who delivers for the store tries again, as its service would, when the server was stopped.
+/// Who delivers for the store tries again, as its service would, when the server was stopped; what is
+/// parked waits for people, and no trying helps.
 void Scene::deliverStore(QStringList& problems)
 {
     constexpr int limit = 30'000;
@@ -375,7 +383,7 @@ void Scene::deliverStore(QStringList& problems)
         if (worker->exitCode() == 0) {
             return;
         }
-        if (deadline.hasExpired()) {
+        if (deadline.hasExpired() || !hasWaiting(path(storeFile))) {
             problems += u"the store is not delivered: "_s + worker->output() + worker->errors();
             return;
         }

@@ -6,7 +6,9 @@
 #include "host/services/restclient.h"
 
 #include <QElapsedTimer>
+#include <QUrl>
 #include <gtest/gtest.h>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using std::chrono::milliseconds;
@@ -128,6 +130,19 @@ TEST(OperationBudget, NothingIsSentWhenNothingIsLeft)
     EXPECT_GT(second.client.getError(), 0);
     EXPECT_EQ(second.client.getHttpStatusCode(), 0);
     EXPECT_EQ(quick.connections(), 0);
+}
+
+TEST(OperationBudget, NothingIsLeftAfterATimeoutAMillisecondTooEarly)
+{
+    const poshost::OperationBudget operation;
+    {
+        poshost::BudgetedRequest first(QUrl(u"http://127.0.0.1:1/"_s), milliseconds(200));
+        EXPECT_EQ(first.allowed(), milliseconds(200));
+        std::this_thread::sleep_for(milliseconds(195));
+        first.timedOut();
+    }
+    EXPECT_EQ(poshost::BudgetedRequest(QUrl(u"http://127.0.0.1:2/"_s), milliseconds(200)).allowed(),
+              milliseconds(0));
 }
 
 TEST(OperationBudget, WaitingBeforeTheFirstRequestCountsForNothing)
