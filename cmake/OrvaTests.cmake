@@ -122,9 +122,9 @@ endfunction()
 # What ctest reads: one entry for each test, or, where ORVA_TESTS is "programs", one for the whole
 # program in each locale. To start a process takes longer than most tests. What measures time-outs has
 # others beside it then: it sleeps, and who wakes up goes before who computes. What waits takes one of
-# four places a core and begins first, what computes takes two.
+# six places a core and begins first, what computes takes three.
 function(_orva_write_entries file target timeout serial waits each_test one_locale long)
-    set(places 2)
+    set(places 3)
     set(cost "")
     if(waits OR serial)
         set(places 1)
