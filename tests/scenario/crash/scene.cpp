@@ -371,8 +371,8 @@ void Scene::recover(const Flow& flow, QStringList& problems)
     }
 }
 
-/// Who delivers for the store tries again, as its service would, when the server was stopped; what is
-/// parked waits for people, and no trying helps.
+/// Who delivers for the store tries again, as its service would, when the server was stopped; what
+/// is parked waits for people, and no trying helps.
 void Scene::deliverStore(QStringList& problems)
 {
     constexpr int limit = 30'000;
