@@ -98,54 +98,7 @@ protected:
 
 } // namespace
 
-TEST_F(StoreFigures, claimingIsAsFastFromAMillionAsFromAThousand)
-{
-    const int many = sized(1'000'000, 20'000);
-    const QString large = filled(many, many / 10);
-    const QString small = filled(1000, 100);
-    Hand fromLarge(large);
-    Hand fromSmall(small);
-    fromLarge.turn(20);
-    fromSmall.turn(20);
-    QList<double> inLarge;
-    QList<double> inSmall;
-    for (int i = 0; i < 19; ++i) {
-        inLarge.append(fromLarge.turn(40));
-        inSmall.append(fromSmall.turn(40));
-    }
-    const double ratio = middle(inLarge) / middle(inSmall);
-    const Reading reading = readingOf(fromLarge);
-    printFigure(
-        u"claim and finish: %1 us with %2 waiting, %3 us with 1,000: ratio %4 (at most 1.5); "
-        "%5 buffers a claim (30 to reach), sorted: %6 (no)"_s.arg(rounded(middle(inLarge)))
-            .arg(many)
-            .arg(rounded(middle(inSmall)), rounded(ratio))
-            .arg(reading.buffers)
-            .arg(reading.sorts ? u"yes"_s : u"no"_s));
-    EXPECT_LE(ratio, 1.5);
-    EXPECT_GT(reading.buffers, 0);
-    EXPECT_LE(reading.buffers, 30);
-    EXPECT_FALSE(reading.sorts);
-    EXPECT_TRUE(reading.usesTheList) << "the plans were not seen";
-}
-
-TEST_F(StoreFigures, anOldSnapshotCostsNextToNothing)
-{
-    const int finishes = sized(60'000, 3000);
-    const QString database = filled(2 * finishes, finishes / 10);
-    Connection old(settingsFor(connectionTo(database)), {});
-    old.runAll("BEGIN ISOLATION LEVEL REPEATABLE READ; SELECT count(*) FROM orva.ready");
-    Hand hand(database);
-    hand.turn(200);
-    const double before = hand.turn(300);
-    hand.turn(finishes);
-    const double after = hand.turn(300);
-    printFigure(u"claim and finish after %1 finishes under an old snapshot: %2 us, before %3 us: "
-                "ratio %4 (at most 1.5)"_s.arg(finishes)
-                    .arg(rounded(after), rounded(before), rounded(after / before)));
-    EXPECT_LE(after / before, 1.5);
-}
-
+// first, while the server has no million messages of another test to write out
 TEST_F(StoreFigures, handingOverIsNearABareLoop)
 {
     const QString database = storetest::freshStore();
@@ -197,4 +150,52 @@ TEST_F(StoreFigures, handingOverIsNearABareLoop)
         rounded(middle(ratios))));
     // in the short form connecting counts as much as handing over
     EXPECT_TRUE(middle(ratios) >= 0.7 || isShortProof());
+}
+
+TEST_F(StoreFigures, claimingIsAsFastFromAMillionAsFromAThousand)
+{
+    const int many = sized(1'000'000, 20'000);
+    const QString large = filled(many, many / 10);
+    const QString small = filled(1000, 100);
+    Hand fromLarge(large);
+    Hand fromSmall(small);
+    fromLarge.turn(20);
+    fromSmall.turn(20);
+    QList<double> inLarge;
+    QList<double> inSmall;
+    for (int i = 0; i < 19; ++i) {
+        inLarge.append(fromLarge.turn(40));
+        inSmall.append(fromSmall.turn(40));
+    }
+    const double ratio = middle(inLarge) / middle(inSmall);
+    const Reading reading = readingOf(fromLarge);
+    printFigure(
+        u"claim and finish: %1 us with %2 waiting, %3 us with 1,000: ratio %4 (at most 1.5); "
+        "%5 buffers a claim (30 to reach), sorted: %6 (no)"_s.arg(rounded(middle(inLarge)))
+            .arg(many)
+            .arg(rounded(middle(inSmall)), rounded(ratio))
+            .arg(reading.buffers)
+            .arg(reading.sorts ? u"yes"_s : u"no"_s));
+    EXPECT_LE(ratio, 1.5);
+    EXPECT_GT(reading.buffers, 0);
+    EXPECT_LE(reading.buffers, 30);
+    EXPECT_FALSE(reading.sorts);
+    EXPECT_TRUE(reading.usesTheList) << "the plans were not seen";
+}
+
+TEST_F(StoreFigures, anOldSnapshotCostsNextToNothing)
+{
+    const int finishes = sized(60'000, 3000);
+    const QString database = filled(2 * finishes, finishes / 10);
+    Connection old(settingsFor(connectionTo(database)), {});
+    old.runAll("BEGIN ISOLATION LEVEL REPEATABLE READ; SELECT count(*) FROM orva.ready");
+    Hand hand(database);
+    hand.turn(200);
+    const double before = hand.turn(300);
+    hand.turn(finishes);
+    const double after = hand.turn(300);
+    printFigure(u"claim and finish after %1 finishes under an old snapshot: %2 us, before %3 us: "
+                "ratio %4 (at most 1.5)"_s.arg(finishes)
+                    .arg(rounded(after), rounded(before), rounded(after / before)));
+    EXPECT_LE(after / before, 1.5);
 }

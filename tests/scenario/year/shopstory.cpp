@@ -3,6 +3,7 @@
 
 #include "tests/scenario/year/shopstory.h"
 
+#include "tests/scenario/year/broughtback.h"
 #include "tests/scenario/year/dice.h"
 #include "tests/scenario/year/journal.h"
 #include "tests/scenario/year/violation.h"
@@ -275,20 +276,11 @@ void ShopStory::bringTooMuch()
 /// Some of what is left of the sale. @return position -> thousandths
 QMap<int, qint64> ShopStory::writeReturn(ShopTill& till, const Sold& sale)
 {
-    QMap<int, qint64> brought;
+    const QMap<int, qint64> brought = broughtBack(dice, sale.left, sale.fractional);
     QString text = u"type = \"return\"\nsale = \"%1\"\n"_s.arg(sale.id);
-    const QList<int> positions = sale.left.keys();
-    const int always = dice.pick(positions);
-    for (const int position : positions) {
-        if (position != always && dice.chance(40)) {
-            continue;
-        }
-        const qint64 left = sale.left.value(position);
-        const qint64 some = sale.fractional.value(position) ? dice.between(1, left)
-                                                            : dice.between(1, left / 1000) * 1000;
-        brought.insert(position, dice.chance(50) ? left : some);
-        text += u"[[line]]\nposition = %1\nquantity = %2\n"_s.arg(
-            QString::number(position), decimal(brought.value(position), 3));
+    for (auto line = brought.cbegin(); line != brought.cend(); ++line) {
+        text += u"[[line]]\nposition = %1\nquantity = %2\n"_s.arg(QString::number(line.key()),
+                                                                  decimal(line.value(), 3));
     }
     till.write(u"back.toml"_s, text);
     return brought;

@@ -3,6 +3,7 @@
 
 #include "tests/scenario/year/trade.h"
 
+#include "tests/scenario/year/broughtback.h"
 #include "tests/scenario/year/dice.h"
 #include "tests/scenario/year/journal.h"
 #include "tests/scenario/year/scene.h"
@@ -142,23 +143,14 @@ QString Trade::takeBack(TillBox& till)
 
 till::CheckFile Trade::returnOf(const Sold& sale)
 {
-    Dice& dice = scene.dice;
     till::CheckFile file;
     file.type = till::CheckFile::Type::Return;
     file.sale = sale.id;
-    const QList<int> positions = sale.left.keys();
-    const int always = dice.pick(positions);
-    for (const int position : positions) {
-        if (position != always && dice.chance(40)) {
-            continue;
-        }
-        const qint64 left = sale.left.value(position);
+    const QMap<int, qint64> brought = broughtBack(scene.dice, sale.left, sale.fractional);
+    for (auto piece = brought.cbegin(); piece != brought.cend(); ++piece) {
         till::Line line;
-        line.position = position;
-        line.returnedThousandths = dice.chance(50) ? left
-                                   : sale.fractional.value(position)
-                                       ? dice.between(1, left)
-                                       : dice.between(1, left / 1000) * 1000;
+        line.position = piece.key();
+        line.returnedThousandths = piece.value();
         file.lines.append(line);
     }
     return file;

@@ -207,6 +207,21 @@ TEST_F(Delivery, RemovesDeliveredMessagesAfterTheConfiguredDays)
     EXPECT_EQ(queue.list(true).size(), 0);
 }
 
+TEST_F(Delivery, LooksForWhatIsOldOnceAnHour)
+{
+    const Configured configured("[queue]\nkeepDeliveredDays = 2\n");
+    add(u"a"_s);
+    deliver();
+    clock.advance(48 * hour - 10 * minute);
+    deliver();
+    clock.advance(20 * minute);
+    deliver();
+    EXPECT_EQ(queue.list(true).size(), 1);
+    clock.advance(40 * minute);
+    deliver();
+    EXPECT_EQ(queue.list(true).size(), 0);
+}
+
 TEST_F(Delivery, TwoDeliverersDoNotSendAtTheSameTime)
 {
     add(u"a"_s);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "deliveryfixture.h"
+#include "host/queue/databaseexamination.h"
 #include "tests/support/pluginkeys.h"
 
 #include <QStringEncoder>
@@ -200,6 +201,22 @@ INSTANTIATE_TEST_SUITE_P(
         AnswerRow{400, "a1", parked, 0, " b1 b2"}, AnswerRow{410, "a1", parked, 0, " b1 b2"},
         AnswerRow{422, "a1", parked, 0, " b1 b2"}),
     [](const auto& row) { return "Is" + std::to_string(row.param.status); });
+
+TEST_F(Delivery, TheExaminationNamesTheFirstOfEachState)
+{
+    for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s}) {
+        add(name, name < u"c"_s ? u"Basic one"_s : u"Basic two"_s);
+    }
+    server.setScript([](const Request& request) { return Reply{request.body < "c" ? 401 : 409}; });
+    EXPECT_EQ(deliver(), "a1 c1 d1");
+    add(u"e"_s, u"Basic three"_s);
+    add(u"f"_s, u"Basic three"_s);
+    const auto found = poshost::DatabaseExamination::of(database->fileName(), 5000);
+    ASSERT_TRUE(found.firstPaused && found.firstParked && found.firstWaiting);
+    EXPECT_EQ(found.firstPaused->id, 1);
+    EXPECT_EQ(found.firstParked->id, 3);
+    EXPECT_EQ(found.firstWaiting->id, 5);
+}
 
 TEST_F(Delivery, AnAddressThatCannotBeSentToParksTheMessage)
 {

@@ -9,6 +9,7 @@
 #include "tests/unit/till/storedform.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/checks/checkcodec.h"
+#include "till/checks/checksoundness.h"
 #include "till/screen/checkview.h"
 
 using namespace Qt::StringLiterals;
@@ -144,6 +145,17 @@ TEST_F(DamagedCheckTest, aBitOfAnyOtherColumnIsToldOrHarmless)
         set(column, good);
     }
     EXPECT_EQ(workWithIt(id), QString());
+}
+
+TEST_F(DamagedCheckTest, twoLinesOfOnePositionAreUnsound)
+{
+    desk->restore(id);
+    Check check = desk->current();
+    ASSERT_TRUE(till::isSound(check));
+    check.lines.append(check.lines.last());
+    EXPECT_FALSE(till::isSound(check));
+    ++check.lines.last().position;
+    EXPECT_TRUE(till::isSound(check));
 }
 
 TEST_F(DamagedCheckTest, aDamagedSaleIsNotReturned)
