@@ -184,9 +184,42 @@ void ShopStory::dieClosing(ShopTill& till, Suspended check)
     }
 }
 
+/// On a machine that is busy with something else the store may not answer in time.
+void ShopStory::noteStoreAway(const ShopTill& till, const QString& answer)
+{
+    if (answer.contains(u"The store "_s)) {
+        write(till, u"is told: "_s + answer.simplified());
+    }
+}
+
 till::Check ShopStory::close(ShopTill& till)
 {
-    till.order(u"close"_s);
+    noteStoreAway(till, till.order(u"close"_s));
+    return readClosed(till);
+}
+
+/// What another till has just taken back of the sale may not be in the store's books yet: then the
+/// cashier does what the till says.
+till::Check ShopStory::closeReturn(ShopTill& till, const Sold& sale)
+{
+    constexpr int mostTries = 50;
+    constexpr unsigned long betweenTries = 100;
+    QString answer = till.tell(u"close"_s);
+    for (int i = 0; i < mostTries && answer.contains(u"There is another return of this sale"_s);
+         ++i) {
+        ++count.again;
+        till.order(u"abandon"_s);
+        QThread::msleep(betweenTries);
+        openReturn(till, sale);
+        answer = till.tell(u"close"_s);
+    }
+    till.requireOk(u"close"_s, answer);
+    noteStoreAway(till, answer);
+    return readClosed(till);
+}
+
+till::Check ShopStory::readClosed(ShopTill& till)
+{
     const QList<till::Check> closed = till.takeClosed();
     if (closed.size() != 1) {
         throw Violation(
@@ -236,7 +269,7 @@ void ShopStory::takeBack()
         write(till, u"abandons a return of "_s + sale.id);
         return;
     }
-    requireReturn(close(till), sale, brought);
+    requireReturn(closeReturn(till, sale), sale, brought);
     ++count.returns;
     count.elsewhere += till.number() == sale.till ? 0 : 1;
     QMap<int, qint64>& left = sold[which].left;
@@ -289,10 +322,12 @@ QMap<int, qint64> ShopStory::writeReturn(ShopTill& till, const Sold& sale)
 /// The sale's till may not have handed it over yet: then the customer comes once more.
 void ShopStory::openReturn(ShopTill& till, const Sold& sale)
 {
-    if (!ShopTill::isOk(till.tell(u"return back.toml"_s))) {
+    const QString answer = till.tell(u"return back.toml"_s);
+    if (!ShopTill::isOk(answer)) {
         tillOf(sale.till).order(u"wait 60"_s);
         till.order(u"return back.toml"_s);
     }
+    noteStoreAway(till, answer);
 }
 
 /// What came back is what was brought. The loyalty system is not told what a forgotten customer

@@ -35,6 +35,7 @@ public:
         int returns = 0;
         int elsewhere = 0; ///< of the returns, those at another till than the sale's
         int nameless = 0;  ///< of the returns, those of a customer who was forgotten
+        int again = 0;     ///< opened again, since another one was on its way to the store
         int tooMuch = 0;   ///< refused: more came back than was left
         int left = 0;      ///< checks suspended in the store
         int takenUp = 0;   ///< of them, at another till
@@ -95,7 +96,10 @@ private:
     void finish(ShopTill& till, Suspended check);
     void suspend(ShopTill& till, Suspended check);
     void dieClosing(ShopTill& till, Suspended check);
+    void noteStoreAway(const ShopTill& till, const QString& answer);
     till::Check close(ShopTill& till);
+    till::Check closeReturn(ShopTill& till, const Sold& sale);
+    till::Check readClosed(ShopTill& till);
     void rememberSale(const till::Check& sale, const Suspended& check);
     void write(const ShopTill& till, const QString& what);
 

@@ -38,11 +38,16 @@ void ShopTill::kill()
 QString ShopTill::order(const QString& command)
 {
     const QString answer = tell(command);
+    requireOk(command, answer);
+    return answer;
+}
+
+void ShopTill::requireOk(const QString& command, const QString& answer) const
+{
     if (!isOk(answer)) {
         throw Violation(u"till %1 was told \"%2\" and answered:\n%3"_s.arg(QString::number(own),
                                                                            command, answer));
     }
-    return answer;
 }
 
 void ShopTill::write(const QString& file, const QString& text) const

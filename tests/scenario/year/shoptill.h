@@ -36,6 +36,8 @@ public:
     QString tell(const QString& command) { return process->command(command); }
     /// The same. @throws Violation unless the till says "ok"
     QString order(const QString& command);
+    /// @throws Violation where the answer to a command is a refusal
+    void requireOk(const QString& command, const QString& answer) const;
     /// Gives a command and does not wait for what comes of it.
     void send(const QString& command) { process->send(command); }
     static bool isOk(const QString& answer) { return answer.endsWith(QStringLiteral("ok\n")); }
