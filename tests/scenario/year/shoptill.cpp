@@ -6,9 +6,12 @@
 #include "host/database/database.h"
 #include "tests/scenario/year/violation.h"
 #include "till/checks/checkstore.h"
+#include "till/sharing/reservations.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,20 @@ QString ShopTill::order(const QString& command)
     const QString answer = tell(command);
     requireOk(command, answer);
     return answer;
+}
+
+void ShopTill::awaitSettledReturns() const
+{
+    constexpr int limit = 30'000;
+    constexpr unsigned long betweenLooks = 20;
+    const QDeadlineTimer deadline(limit);
+    poshost::Database file(database());
+    while (till::Reservations::nextDue(file).value_or(1) == 0) {
+        if (deadline.hasExpired()) {
+            throw Violation(u"till %1 does not settle its returns"_s.arg(own));
+        }
+        QThread::msleep(betweenLooks);
+    }
 }
 
 void ShopTill::requireOk(const QString& command, const QString& answer) const

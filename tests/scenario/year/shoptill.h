@@ -36,6 +36,9 @@ public:
     QString tell(const QString& command) { return process->command(command); }
     /// The same. @throws Violation unless the till says "ok"
     QString order(const QString& command);
+    /// Returns without a message are settled with the store by the way, which no command waits for.
+    /// @throws Violation where that takes longer than half a minute
+    void awaitSettledReturns() const;
     /// @throws Violation where the answer to a command is a refusal
     void requireOk(const QString& command, const QString& answer) const;
     /// Gives a command and does not wait for what comes of it.
