@@ -36,6 +36,10 @@ struct SaleToReturn
     QList<KeptCheck> returns;
 };
 
+/// What a reservation is refused with while a return that it was reckoned with is itself about to
+/// close: asking again a moment later may have another end.
+inline constexpr char undecidedReturn[] = "store.returnUndecided";
+
 /// A return that is about to close.
 struct Reservation
 {
@@ -100,8 +104,8 @@ public:
     /// Keeps what a return takes for it until the return is handed over or released. Safe to
     /// repeat.
     /// @return Refused, as a conflict, with a sentence that names the other return when the store
-    /// knows one that the reservation does not, or that is not closed yet, or when more would come
-    /// back than was sold; or that the return was released
+    /// knows one that the reservation does not, or that is not closed yet (undecidedReturn), or
+    /// when more would come back than was sold; or that the return was released
     virtual StoreResult reserve(const Reservation& reservation) = 0;
     /// Gives back what a return that will not close has reserved; what was handed over stays. Safe
     /// to repeat, and Done when there is nothing; the return cannot be reserved again.
@@ -110,6 +114,13 @@ public:
     /// Takes for good what a closed return has reserved, handed over or not. Safe to repeat, and
     /// Done when there is nothing.
     virtual StoreResult settleReturn(const QString& shop, const QString& identifier) = 0;
+
+    /// Keeps a closed check that has no message, as StoreClient::handOver keeps those that have
+    /// one: in one transaction, safe to repeat by its identifier. What a return has reserved is
+    /// taken for good.
+    /// @param check without messages
+    /// @return Refused, as a conflict, when more would come back than was sold
+    virtual StoreResult keep(const HandedCheck& check) = 0;
 
     /// Leaves a suspended check for any till. Safe to repeat by its mark, also when another till
     /// has taken it up or closed it meanwhile.

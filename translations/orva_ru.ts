@@ -4473,6 +4473,34 @@ something is, 2 the address is not marked as meant for testing.</source>
         <source>not set: they are not written</source>
         <translation>не задано: не записываются</translation>
     </message>
+    <message>
+        <source>the store has them</source>
+        <translation>они в хранилище</translation>
+    </message>
+    <message>
+        <source>on their way to the store: %1</source>
+        <translation>на пути в хранилище: %1</translation>
+    </message>
+    <message>
+        <source>the store refuses %1, check %2 for one (%3)</source>
+        <translation>хранилище не принимает: %1, например чек %2 (%3)</translation>
+    </message>
+    <message>
+        <source>compare it with what the sentence names; where goods are only reserved, &quot;orva-store returns release&quot; gives them free, and the check is handed over within the hour; else it stays at this till alone</source>
+        <translation>сверьте его с тем, что названо; если товар только отложен, «orva-store returns release» освободит его, и чек будет передан в течение часа; иначе он останется только на этой кассе</translation>
+    </message>
+    <message>
+        <source>Checks without a message on their way to the store: %1.</source>
+        <translation>Чеков без сообщения на пути в хранилище: %1.</translation>
+    </message>
+    <message>
+        <source>Checks without a message</source>
+        <translation>Чеки без сообщения</translation>
+    </message>
+    <message>
+        <source>Check %1 is on its way to the store; see that the store answers, then erase again.</source>
+        <translation>Чек %1 на пути в хранилище; проследите, чтобы хранилище ответило, затем удалите снова.</translation>
+    </message>
 </context>
 <context>
     <name>Store</name>

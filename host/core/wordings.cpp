@@ -315,6 +315,12 @@ constexpr std::array all{
         "возврат снова",
         "There is another return of this sale already, %1 (till %2, check %3); abandon this one "
         "and open it again"},
+    Wording{
+        "store.returnUndecided",
+        "Возврат %1 по этой продаже (касса %2, чек %3) ещё не закрыт; закройте этот снова, когда "
+        "тот будет закрыт или отменён",
+        "The return %1 of this sale (till %2, check %3) is not closed yet; close this one again "
+        "when that one is closed or given up"},
     Wording{"store.returnTooMuch",
             "Вместе с возвратом %1 (касса %2, чек %3) вернули бы больше, чем продано; возврат %4 "
             "не принят",

@@ -30,6 +30,22 @@ struct ClosedCheck
     QByteArray content; ///< as its owner keeps it
 };
 
+/// @param shop whose check it is
+/// @return the check as the store takes it, without messages and in no lane
+inline orvastore::HandedCheck handedCheckOf(const ClosedCheck& closed, const QString& shop)
+{
+    orvastore::HandedCheck check;
+    check.identifier = closed.identifier;
+    check.shop = shop;
+    check.till = closed.till;
+    check.number = closed.number;
+    check.closedAt = closed.closedAt;
+    check.saleIdentifier = closed.saleIdentifier;
+    check.returned = closed.returned;
+    check.content = closed.content;
+    return check;
+}
+
 /// Reads the closed check that a message belongs to.
 /// @param database the file with both
 /// @param messageId of the queue

@@ -23,7 +23,10 @@ constexpr qsizetype checksInTurn = 4;
 
 HandOverReport HandOver::run(const StoreSetup& setup, const std::function<bool(int)>& progressed)
 {
-    const std::optional<qint64> nextErrand = errands.run(setup);
+    std::optional<qint64> nextErrand = errands.run(setup);
+    while (nextErrand && *nextErrand <= CurrentTime::milliseconds() && progressed(0)) {
+        nextErrand = errands.run(setup); // it does some at a time
+    }
     HandOverReport report = handOverAll(setup, progressed);
     if (nextErrand) {
         report.nextAttempt = std::min(report.nextAttempt.value_or(*nextErrand), *nextErrand);

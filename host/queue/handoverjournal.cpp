@@ -215,15 +215,10 @@ std::optional<HandOverEntry> HandOverJournal::read(qint64 messageId, const QStri
     }
     const std::optional<ClosedCheck> closed = readClosedCheck(database, messageId);
     if (closed) {
-        entry.check.identifier = closed->identifier;
-        entry.check.shop = shop;
-        entry.check.till = closed->till;
-        entry.check.number = closed->number;
-        entry.check.closedAt = closed->closedAt;
+        const QList<orvastore::HandedMessage> messages = entry.check.messages;
+        entry.check = handedCheckOf(*closed, shop);
         entry.check.laneName = laneNameOf(lane, closed->till);
-        entry.check.saleIdentifier = closed->saleIdentifier;
-        entry.check.returned = closed->returned;
-        entry.check.content = closed->content;
+        entry.check.messages = messages;
     }
     return entry;
 }

@@ -13,8 +13,12 @@
 namespace orvastore {
 
 using Certainty = StoreError::Certainty;
+using poshost::Message;
 
 namespace {
+
+/// The first version of the store's tables that keeps checks without a message.
+constexpr qint64 silentFrom = 8;
 
 constexpr char asNew[] =
     "SELECT orva.hand_over_new($1,$2,$3,$4::bigint,$5::bigint,$6::bytea,$7,$8::bytea,"
@@ -25,6 +29,8 @@ constexpr char withOneMessage[] =
 constexpr char checkAlone[] =
     "SELECT orva.hand_over_check($1,$2,$3,$4::bigint,$5::bigint,$6::bytea,"
     "$7,$8::bytea)";
+constexpr char withoutMessage[] =
+    "SELECT orva.hand_over_silent($1,$2,$3,$4::bigint,$5::bigint,$6,$7::bytea)";
 constexpr char oneMore[] = "SELECT orva.hand_over_more($1,$2,$3,$4,$5,$6,$7,$8::bytea,$9,$10::int,"
                            "$11::int,$12::int,$13::int)";
 
@@ -65,16 +71,23 @@ QList<Value> valuesOf(const HandedMessage& message)
 
 QList<Value> valuesOfAll(const HandedCheck& check)
 {
+    return valuesOf(check) + valuesOf(check.messages.first());
+}
+
+/// A store from before it kept such checks takes none: they wait until it is brought up to date.
+void handOverSilent(Connection& connection, const HandedCheck& check)
+{
     QList<Value> values = valuesOf(check);
-    if (check.messages.isEmpty()) {
-        for (int i = 0; i < 6; ++i) {
-            values.append(Value::null());
+    values.removeAt(5); // the lane: there is nothing to deliver
+    try {
+        connection.run(withoutMessage, values);
+    } catch (const StoreError& error) {
+        if (error.state() == failuretexts::noFunction) {
+            throw StoreError(Certainty::NothingSent,
+                             Message::of("store.olderSchema", silentFrom - 1, silentFrom));
         }
-        values.append(QList<Value>(4, Value::number(0)));
-    } else {
-        values += valuesOf(check.messages.first());
+        throw;
     }
-    return values;
 }
 
 /// Nearly every check is new, and to look whether it is there costs as much as to keep it: it is
@@ -127,6 +140,8 @@ void handOverSeveral(Connection& connection, const HandedCheck& check)
         }
         if (check.messages.size() > 1) {
             handOverMessages(connection, check);
+        } else if (check.messages.isEmpty()) {
+            handOverSilent(connection, check);
         } else {
             connection.run(withOneMessage, valuesOfAll(check));
         }
@@ -153,6 +168,8 @@ void handOver(Connection& connection, const HandedCheck& check)
 {
     if (check.messages.size() > 1 || !check.returned.isEmpty()) {
         handOverSeveral(connection, check);
+    } else if (check.messages.isEmpty()) {
+        handOverSilent(connection, check);
     } else {
         handOverAlone(connection, check);
     }

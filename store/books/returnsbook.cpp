@@ -84,8 +84,13 @@ void returnsbook::reserve(Connection& connection, const Reservation& reservation
                                         values);
     const QString outcome = found.text(0, 0);
     if (outcome == "unknown"_L1) {
-        throw StoreError::conflict(Message::of("store.returnUnknown", found.text(0, 1),
-                                               found.text(0, 2), found.number(0, 3)));
+        // the amounts of this one are right if that one closes, and wrong if it is given up
+        const bool isUndecided = reservation.known.contains(found.text(0, 1));
+        throw StoreError::conflict(isUndecided
+                                       ? Message::of(undecidedReturn, found.text(0, 1),
+                                                     found.text(0, 2), found.number(0, 3))
+                                       : Message::of("store.returnUnknown", found.text(0, 1),
+                                                     found.text(0, 2), found.number(0, 3)));
     }
     if (outcome == "too much"_L1) {
         throw StoreError::conflict(tooMuch(found, 1, reservation.identifier));

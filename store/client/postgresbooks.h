@@ -26,6 +26,7 @@ public:
     StoreResult reserve(const Reservation& reservation) override;
     StoreResult release(const QString& shop, const QString& identifier) override;
     StoreResult settleReturn(const QString& shop, const QString& identifier) override;
+    StoreResult keep(const HandedCheck& check) override;
 
     StoreResult leave(const LeftCheck& check) override;
     TakeUp takeUp(const QString& shop, const QString& which, const QString& till,

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "store/books/handingover.h"
 #include "store/books/returnsbook.h"
 #include "store/client/postgresbooks.h"
 
@@ -28,6 +29,11 @@ StoreResult PostgresBooks::release(const QString& shop, const QString& identifie
 StoreResult PostgresBooks::settleReturn(const QString& shop, const QString& identifier)
 {
     return asking([&](Connection& session) { returnsbook::close(session, shop, identifier); });
+}
+
+StoreResult PostgresBooks::keep(const HandedCheck& check)
+{
+    return asking([&](Connection& session) { handOver(session, check); });
 }
 
 } // namespace orvastore

@@ -187,3 +187,24 @@ BEGIN
         PERFORM orva.await_return_before(of_shop, with_identifier, to_lane);
     END IF;
 END $$;
+
+-- Keeps a check that was closed without a message, and makes no lane for it. Safe to repeat; a repetition
+-- writes for the same reason as above. What waits for a return goes on: nothing of this one goes to the server.
+CREATE OR REPLACE FUNCTION orva.hand_over_silent(
+    of_shop text, with_identifier text, of_till text, with_number bigint, closed_millis bigint,
+    with_sale text, with_content bytea)
+RETURNS void LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog AS $$
+DECLARE
+    allowed boolean := orva.own_shop_is(of_shop);
+    closing timestamptz := to_timestamp(closed_millis / 1000.0);
+BEGIN
+    INSERT INTO orva.checks AS known (closed_on, shop, identifier, till, number, closed_at, lane, sale,
+            content)
+        VALUES ((closing AT TIME ZONE 'UTC')::date, of_shop, with_identifier, of_till, with_number,
+            closing, 0, with_sale, with_content)
+        ON CONFLICT (shop, identifier, closed_on) DO UPDATE SET repeated = known.repeated + 1;
+    IF with_sale <> '' THEN
+        PERFORM orva.end_awaiting(of_shop, with_identifier);
+    END IF;
+    PERFORM orva.note_till(of_shop, of_till);
+END $$;

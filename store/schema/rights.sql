@@ -24,6 +24,7 @@ GRANT EXECUTE ON FUNCTION orva.hand_over TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_new TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_check TO orva_till;
 GRANT EXECUTE ON FUNCTION orva.hand_over_more TO orva_till;
+GRANT EXECUTE ON FUNCTION orva.hand_over_silent TO orva_till;
 GRANT SELECT ON orva.checks, orva.messages, orva.deliveries, orva.parked TO orva_till;
 
 GRANT EXECUTE ON FUNCTION orva.claim TO orva_worker;

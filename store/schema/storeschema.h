@@ -14,7 +14,7 @@ class Connection;
 namespace storeschema {
 
 /// The version that this program makes, and the oldest that it can work with.
-inline constexpr int newest = 7;
+inline constexpr int newest = 8;
 inline constexpr int oldestUsable = 1;
 /// The first that knows what was taken back of sales.
 inline constexpr int returnsFrom = 3;

@@ -17,9 +17,9 @@ namespace tests {
 void makeOlder(poshost::Database& database)
 {
     constexpr int older = 5;
-    if (poshost::Database::schemaVersion() != older + 4) {
+    if (poshost::Database::schemaVersion() != older + 5) {
         throw std::logic_error(
-            "makeOlder knows what versions 6 to 9 have brought, and there is a newer");
+            "makeOlder knows what versions 6 to 10 have brought, and there is a newer");
     }
     const QStringList statements{u"DROP INDEX queue_handing"_s,
                                  u"ALTER TABLE queue_messages DROP COLUMN handover"_s,
@@ -29,6 +29,7 @@ void makeOlder(poshost::Database& database)
                                  u"DROP TABLE leavings"_s,
                                  u"DROP TABLE takeups"_s,
                                  u"DROP TABLE return_reservations"_s,
+                                 u"DROP TABLE silent_checks"_s,
                                  u"PRAGMA user_version = %1"_s.arg(older)};
     poshost::Transaction transaction(database);
     for (const QString& statement : statements) {

@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sys/shm.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -54,6 +55,28 @@ void give(const QString& folder)
     }
 }
 
+/// A server that is killed leaves its segment of shared memory, and a machine has room for some
+/// thousands of them. The seventh line of its file names it: key and number.
+void removeSegmentOf(const QString& dataFolder)
+{
+    constexpr int lineOfSegment = 7;
+    QFile file(dataFolder + u"/postmaster.pid"_s);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    bool isNumber = false;
+    const int segment = file.readAll()
+                            .split('\n')
+                            .value(lineOfSegment - 1)
+                            .simplified()
+                            .split(' ')
+                            .last()
+                            .toInt(&isNumber);
+    if (isNumber) {
+        ::shmctl(segment, IPC_RMID, nullptr);
+    }
+}
+
 /// An initialised folder, made once for all tests of a build and copied for each cluster.
 QString madeOnce()
 {
@@ -90,6 +113,7 @@ PostgresCluster::~PostgresCluster()
         qWarning().noquote() << log();
     }
     kill();
+    removeSegmentOf(dataFolder());
 }
 
 void PostgresCluster::configure(const QByteArray& settings)
@@ -100,6 +124,8 @@ void PostgresCluster::configure(const QByteArray& settings)
     file.write("listen_addresses = '127.0.0.1'\nport = " + QByteArray::number(port()) +
                "\nunix_socket_directories = ''\nmax_connections = 80\nmax_wal_senders = 5\n"
                "wal_level = replica\nhot_standby = on\nlogging_collector = off\n"
+               // what a killed server has of it goes with the folder
+               "dynamic_shared_memory_type = mmap\n"
                "wal_receiver_timeout = '5s'\nwal_sender_timeout = '5s'\n" +
                settings + '\n');
     file.close();

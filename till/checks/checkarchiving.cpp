@@ -53,7 +53,8 @@ QList<CheckArchiving::Candidate> CheckArchiving::candidates()
         database,
         u"SELECT c.change_number, c.id, c.number, c.state, c.type, c.sale_id, c.updated_at, "
         "c.state IN ('closed', 'abandoned') AND c.updated_at < ? AND "
-        "(m.id IS NULL OR m.state = 'delivered') "
+        "(m.id IS NULL OR m.state = 'delivered') AND "
+        "NOT EXISTS (SELECT 1 FROM silent_checks WHERE check_id = c.id) "
         "FROM checks c LEFT JOIN queue_messages m ON m.id = c.message_id "
         "WHERE c.change_number > ? ORDER BY c.change_number LIMIT ?"_s);
     statement.bind(limit).bind(behind).bind(longestLook);

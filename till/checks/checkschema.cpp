@@ -86,6 +86,13 @@ QStringList askedAgain()
             "WHERE content IS NOT NULL"_s};
 }
 
+/// Version 10: closed checks that no message takes to the store, until it has them.
+QStringList silentChecks()
+{
+    return {u"CREATE TABLE silent_checks (check_id TEXT PRIMARY KEY, "
+            "next_try INTEGER NOT NULL DEFAULT 0, error TEXT)"_s};
+}
+
 } // namespace
 
 QList<poshost::SchemaStep> checkSchema()
@@ -96,7 +103,8 @@ QList<poshost::SchemaStep> checkSchema()
             {6, u"archives"_s, archives()},
             {7, u"leavings"_s, leavings()},
             {8, u"return_reservations"_s, reservations()},
-            {9, u"leavings_undecided"_s, askedAgain()}};
+            {9, u"leavings_undecided"_s, askedAgain()},
+            {10, u"silent_checks"_s, silentChecks()}};
 }
 
 } // namespace till

@@ -130,6 +130,10 @@ void CheckStore::close(const Check& check, const std::function<void()>& confirm)
     }
     requireChanged(check, changeState(check, u"closed"_s, checkcodec::encode(check),
                                       after > before ? QVariant(after) : QVariant()));
+    if (notesSilent && after == before) {
+        poshost::Statement note(*database, u"INSERT INTO silent_checks (check_id) VALUES (?)"_s);
+        note.bind(check.id()).execute();
+    }
     transaction.commit();
 }
 

@@ -87,6 +87,10 @@ public:
     /// meantime; whatever confirm throws
     void close(const Check& check, const std::function<void()>& confirm);
 
+    /// Whether a check that is closed without a message is noted for the store of the shop, in the
+    /// same transaction: nothing else would take it there. At first it is not.
+    void noteSilent(bool isNoted) { notesSilent = isNoted; }
+
     /// A suspended check by its identifier, or with "last" the one suspended last.
     /// @throws Failure when there is none
     Check loadSuspended(const QString& which);
@@ -155,6 +159,7 @@ private:
 
     QSharedPointer<poshost::Database> database;
     ReturnTerms terms;
+    bool notesSilent = false;
     QHash<QString, int> archivedReturns; ///< of archived sales, as returnsOf has found them
 };
 

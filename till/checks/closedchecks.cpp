@@ -27,6 +27,26 @@ QList<orvastore::ReturnedLine> returnedLines(const poshost::ClosedCheck& closed)
     }
 }
 
+const QString select = u"SELECT id, number, updated_at, coalesce(sale_id, ''), data FROM checks "
+                       "WHERE state = 'closed' AND "_s;
+
+std::optional<poshost::ClosedCheck> readOne(poshost::Statement& row)
+{
+    if (!row.next()) {
+        return std::nullopt;
+    }
+    poshost::ClosedCheck check;
+    check.identifier = row.value(0).toString();
+    check.number = row.value(1).toLongLong();
+    check.closedAt = QDateTime::fromMSecsSinceEpoch(row.value(2).toLongLong());
+    check.saleIdentifier = row.value(3).toString();
+    check.content = row.value(4).toByteArray();
+    check.returned = returnedLines(check);
+    const Config* const config = Singleton<Config>::instance;
+    check.till = config == nullptr ? QString() : config->getString(u"till:name"_s, QString());
+    return check;
+}
+
 } // namespace
 
 QList<orvastore::ReturnedLine> returnedLinesOf(const Check& check)
@@ -40,21 +60,15 @@ QList<orvastore::ReturnedLine> returnedLinesOf(const Check& check)
 
 std::optional<poshost::ClosedCheck> readClosedCheck(poshost::Database& database, qint64 messageId)
 {
-    poshost::Statement row(database, u"SELECT id, number, updated_at, coalesce(sale_id, ''), data "
-                                     "FROM checks WHERE message_id = ? AND state = 'closed'"_s);
-    if (!row.bind(messageId).next()) {
-        return std::nullopt;
-    }
-    poshost::ClosedCheck check;
-    check.identifier = row.value(0).toString();
-    check.number = row.value(1).toLongLong();
-    check.closedAt = QDateTime::fromMSecsSinceEpoch(row.value(2).toLongLong());
-    check.saleIdentifier = row.value(3).toString();
-    check.content = row.value(4).toByteArray();
-    check.returned = returnedLines(check);
-    const Config* const config = Singleton<Config>::instance;
-    check.till = config == nullptr ? QString() : config->getString(u"till:name"_s, QString());
-    return check;
+    poshost::Statement row(database, select + u"message_id = ?"_s);
+    return readOne(row.bind(messageId));
+}
+
+std::optional<poshost::ClosedCheck> readClosedCheck(poshost::Database& database,
+                                                    const QString& checkId)
+{
+    poshost::Statement row(database, select + u"id = ?"_s);
+    return readOne(row.bind(checkId));
 }
 
 } // namespace till

@@ -15,5 +15,8 @@ QList<orvastore::ReturnedLine> returnedLinesOf(const Check& check);
 /// file, which is looked at where it is taken up again.
 /// @throws BasicException "databaseError"
 std::optional<poshost::ClosedCheck> readClosedCheck(poshost::Database& database, qint64 messageId);
+/// The same of a check without a message, by its identifier.
+std::optional<poshost::ClosedCheck> readClosedCheck(poshost::Database& database,
+                                                    const QString& checkId);
 
 } // namespace till

@@ -120,13 +120,15 @@ ExitCode QueueCommands::deliver()
     const poshost::DeliveryReport report = drain();
     const poshost::QueueCounts counts = poshost::OutgoingQueue(workplace.database()).counts();
     const int left = QueueWait::undelivered(counts);
+    const int silent = QueueWait::silentUnderWay(workplace.database());
     if (options.json) {
         out.write(jsonText({{u"elsewhere"_s, report.elsewhere},
                             {u"requests"_s, report.requests},
                             {u"delivered"_s, report.delivered},
                             {u"handedOver"_s, report.handedOver},
                             {u"parked"_s, report.parked},
-                            {u"undelivered"_s, left}}));
+                            {u"undelivered"_s, left},
+                            {u"checksWithoutMessage"_s, silent}}));
     } else {
         out.done(
             report.elsewhere
@@ -135,9 +137,13 @@ ExitCode QueueCommands::deliver()
         if (poshost::storestate::isConfigured()) {
             out.done(Text::tr("Handed over to the store: %1.").arg(report.handedOver));
         }
+        if (silent > 0) {
+            out.done(
+                Text::tr("Checks without a message on their way to the store: %1.").arg(silent));
+        }
         out.done(QueueWait::text(counts));
     }
-    return left == 0 ? ExitCode::Ok : ExitCode::Failed;
+    return left + silent == 0 ? ExitCode::Ok : ExitCode::Failed;
 }
 
 ExitCode QueueCommands::change(bool found, const QString& done)

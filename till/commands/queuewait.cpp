@@ -4,6 +4,8 @@
 #include "till/commands/queuewait.h"
 
 #include "host/queue/outgoingqueue.h"
+#include "host/queue/storestate.h"
+#include "till/sharing/silentchecks.h"
 #include "till/text.h"
 
 #include <QDeadlineTimer>
@@ -12,7 +14,6 @@
 #include <algorithm>
 
 namespace till {
-
 poshost::QueueCounts QueueWait::untilDelivered(poshost::Database& database, int seconds,
                                                const std::function<void(qint64, qint64)>& look)
 {
@@ -21,7 +22,8 @@ poshost::QueueCounts QueueWait::untilDelivered(poshost::Database& database, int 
     poshost::OutgoingQueue queue(database);
     poshost::QueueCounts counts = queue.counts();
     const int atFirst = counts.waiting + counts.paused;
-    while (counts.waiting + counts.paused > 0 && !deadline.hasExpired()) {
+    while ((counts.waiting + counts.paused > 0 || silentUnderWay(database) > 0) &&
+           !deadline.hasExpired()) {
         QThread::msleep(lookEveryMilliseconds);
         counts = queue.counts();
         if (look) {
@@ -34,6 +36,15 @@ poshost::QueueCounts QueueWait::untilDelivered(poshost::Database& database, int 
 int QueueWait::undelivered(const poshost::QueueCounts& counts)
 {
     return counts.waiting + counts.paused + counts.parked;
+}
+
+int QueueWait::silentUnderWay(poshost::Database& database)
+{
+    if (!poshost::storestate::isConfigured()) {
+        return 0;
+    }
+    const silentchecks::Waiting waiting = silentchecks::waiting(database);
+    return waiting.count - waiting.refused;
 }
 
 QString QueueWait::text(const poshost::QueueCounts& counts)

@@ -30,6 +30,8 @@ public:
     untilDelivered(poshost::Database& database, int seconds,
                    const std::function<void(qint64, qint64)>& look = {});
 
+    /// How many checks without a message are on their way to the store.
+    static int silentUnderWay(poshost::Database& database);
     static int undelivered(const poshost::QueueCounts& counts);
     /// One line with what is left.
     static QString text(const poshost::QueueCounts& counts);

@@ -77,6 +77,7 @@ Workplace::Workplace(const Options& given)
     Singleton<DBQueueBroker>::instance = &broker;
     shared = SharedStore::configured();
     if (shared) {
+        store.noteSilent(true);
         sharing = std::make_unique<SuspendedSharing>(*shared, *opened, store);
     }
 }

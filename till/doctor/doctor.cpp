@@ -37,7 +37,7 @@ constexpr int pluginMilliseconds = 1500;
 constexpr int questionSeconds = 2;
 constexpr int roadMilliseconds = 1500;
 constexpr int databaseMilliseconds = 1500;
-constexpr int suspendedMilliseconds = 500;
+constexpr int checksMilliseconds = 500;
 /// A busy disk may let a single page wait.
 constexpr int longestDatabaseWait = 3500;
 constexpr int longestStoreWait = 3500;
@@ -62,7 +62,7 @@ auto notEnded()
 struct DatabaseLook
 {
     poshost::DatabaseExamination examination;
-    std::optional<SuspendedChecks> suspended;
+    std::optional<queuechecks::CheckLook> checks;
 };
 
 /// Everything that waits, begun together.
@@ -76,7 +76,7 @@ public:
         if (report.isClear({u"database.file"_s}) && QFileInfo::exists(file)) {
             database.emplace([file] {
                 return DatabaseLook{poshost::DatabaseExamination::of(file, databaseMilliseconds),
-                                    queuechecks::suspendedIn(file, suspendedMilliseconds)};
+                                    queuechecks::lookAtChecks(file, checksMilliseconds)};
             });
         }
         const QUrl url(subject.serverAddress());
@@ -175,7 +175,7 @@ Report Doctor::examine()
     const std::optional<DatabaseLook> database = errands.awaitDatabase();
     const auto examination = database ? std::optional(database->examination) : std::nullopt;
     databasechecks::checkContent(report, subject, examination);
-    queuechecks::check(report, subject, examination, database ? database->suspended : std::nullopt);
+    queuechecks::check(report, subject, examination, database ? database->checks : std::nullopt);
     if (errands.looksAtStore()) {
         storecheck::check(report, errands.awaitStore());
     }

@@ -6,6 +6,7 @@
 #include "host/database/database.h"
 #include "host/queue/databaseexamination.h"
 #include "host/queue/queuebell.h"
+#include "host/queue/storestate.h"
 #include "host/services/currenttime.h"
 #include "till/checks/checkstore.h"
 #include "till/doctor/report.h"
@@ -19,6 +20,9 @@
 using namespace Qt::StringLiterals;
 
 namespace till::doctor {
+
+using queuechecks::CheckLook;
+
 namespace {
 
 constexpr qint64 warnHours = 1;
@@ -120,6 +124,24 @@ Finding lookAtSuspended(const SuspendedChecks& found, const Subject& subject)
                         .arg(found.oldest, subject.command({u"work"_s}))));
 }
 
+/// The goods are back and the money is out: what is left to decide is which return holds.
+Finding lookAtSilent(const silentchecks::Waiting& found)
+{
+    if (found.refused == 0) {
+        return Finding::ok(found.count == 0
+                               ? Text::tr("the store has them")
+                               : Text::tr("on their way to the store: %1").arg(found.count));
+    }
+    return Finding::warning(
+        Text::tr("the store refuses %1, check %2 for one (%3)")
+            .arg(found.refused)
+            .arg(found.refusedCheck, said(found.why)),
+        Mend::words(Text::tr("compare it with what the sentence names; where goods are only "
+                             "reserved, \"orva-store returns release\" gives them free, and the "
+                             "check is handed over within the hour; else it stays at this till "
+                             "alone")));
+}
+
 /// Where a till is open it delivers itself, so nobody else need be there for it.
 Finding lookAtService(const Subject& subject)
 {
@@ -137,14 +159,14 @@ Finding lookAtService(const Subject& subject)
 
 } // namespace
 
-std::optional<SuspendedChecks> queuechecks::suspendedIn(const QString& databaseFile,
-                                                        int milliseconds)
+std::optional<queuechecks::CheckLook> queuechecks::lookAtChecks(const QString& databaseFile,
+                                                                int milliseconds)
 {
     try {
         const QSharedPointer<poshost::Database> database(
             poshost::Database::openForReading(databaseFile, QDeadlineTimer(milliseconds))
                 .release());
-        return CheckStore(database).suspended();
+        return CheckLook{CheckStore(database).suspended(), silentchecks::waiting(*database)};
     } catch (const std::exception&) {
         return std::nullopt; // what is wrong with the file its own checks say
     }
@@ -152,7 +174,7 @@ std::optional<SuspendedChecks> queuechecks::suspendedIn(const QString& databaseF
 
 void queuechecks::check(Report& report, const Subject& subject,
                         const std::optional<poshost::DatabaseExamination>& found,
-                        const std::optional<SuspendedChecks>& suspended)
+                        const std::optional<CheckLook>& checks)
 {
     using Look = Finding (*)(const poshost::DatabaseExamination&, const Subject&);
     const QString schema = u"database.schema"_s;
@@ -165,13 +187,20 @@ void queuechecks::check(Report& report, const Subject& subject,
     queue(u"queue.oldest"_s, Text::tr("Queue, waiting"), lookAtOldest);
     queue(u"queue.paused"_s, Text::tr("Queue, paused"), lookAtPaused);
     queue(u"queue.parked"_s, Text::tr("Queue, parked"), lookAtParked);
-    report.check(u"checks.suspended"_s, Text::tr("Suspended checks"), {schema}, [&] {
-        if (!exists) {
-            return notMade();
-        }
-        return suspended ? lookAtSuspended(*suspended, subject)
-                         : Finding::notNeeded(Text::tr("not read in time"));
-    });
+    const auto ofChecks = [&](const QString& id, const QString& title, const auto& look) {
+        report.check(id, title, {schema}, [&] {
+            if (!exists) {
+                return notMade();
+            }
+            return checks ? look(*checks) : Finding::notNeeded(Text::tr("not read in time"));
+        });
+    };
+    ofChecks(u"checks.suspended"_s, Text::tr("Suspended checks"),
+             [&](const CheckLook& look) { return lookAtSuspended(look.suspended, subject); });
+    if (poshost::storestate::isConfigured()) {
+        ofChecks(u"store.checks"_s, Text::tr("Checks without a message"),
+                 [](const CheckLook& look) { return lookAtSilent(look.silent); });
+    }
     report.check(u"service"_s, Text::tr("Delivery without a till"), {u"database.file"_s},
                  [&] { return lookAtService(subject); });
 }

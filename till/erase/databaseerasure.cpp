@@ -8,12 +8,14 @@
 #include "host/database/filelock.h"
 #include "host/database/transaction.h"
 #include "host/queue/outgoingqueue.h"
+#include "host/queue/storestate.h"
 #include "till/archive/checkarchive.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/checkstore.h"
 #include "till/failure.h"
 #include "till/person/personincheck.h"
 #include "till/reason.h"
+#include "till/sharing/silentchecks.h"
 #include "till/text.h"
 
 #include <QFileInfo>
@@ -139,6 +141,11 @@ void DatabaseErasure::eraseChecks(ErasureReport& report)
         } else if (stored.state == u"suspended"_s) {
             report.left.append(Text::tr("Check %1 is suspended; close or abandon it, then erase "
                                         "again.")
+                                   .arg(stored.id));
+        } else if (poshost::storestate::isConfigured() &&
+                   silentchecks::isUnderWay(database, stored.id)) {
+            report.left.append(Text::tr("Check %1 is on its way to the store; see that the store "
+                                        "answers, then erase again.")
                                    .arg(stored.id));
         } else if (!stored.message || !waiting.contains(*stored.message)) {
             masked.append(personincheck::masked(*check, mask));

@@ -26,8 +26,10 @@ using Due = QList<std::pair<QString, bool>>;
 /// Marks what is to be given back before the store is told, so that it closes no more.
 Due markDue(poshost::Database& database)
 {
-    const qint64 now = CurrentTime::milliseconds();
     poshost::Transaction transaction(database);
+    // not before: what another process has noted while this one waited for the right to write would
+    // seem to come from the future, as after a clock was put back
+    const qint64 now = CurrentTime::milliseconds();
     // of a check that another till has closed meanwhile nothing is given back
     database.execute(u"UPDATE return_reservations SET state = 'closed' WHERE EXISTS "
                      "(SELECT 1 FROM checks WHERE id = check_id AND checks.state = 'closed')"_s);

@@ -11,7 +11,11 @@
 #include "till/reason.h"
 #include "till/text.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -73,6 +77,7 @@ void SharedReturns::begin()
 SaleToReturn SharedReturns::ask(const QString& which)
 {
     SaleToReturn answer;
+    const QDeadlineTimer end(store.timeout());
     try {
         orvastore::SharedBooks& books = store.books();
         books.allow(store.timeout());
@@ -83,6 +88,7 @@ SaleToReturn SharedReturns::ask(const QString& which)
     } catch (const Failure& failure) {
         answer.result = {StoreEnd::Unreachable, poshost::Message::plain(failure.text())};
     }
+    left = std::chrono::milliseconds(end.remainingTime());
     return answer;
 }
 
@@ -180,12 +186,28 @@ void SharedReturns::reserve(const Check& closing)
                        .arg(said(result.error)));
 }
 
+/// Another return that is about to close at its till is waited for.
 StoreResult SharedReturns::reserveInStore(const Check& closing)
 {
+    constexpr auto betweenLooks = std::chrono::milliseconds(50);
     orvastore::SharedBooks& books = store.books();
     if (std::exchange(isRepeated, true)) {
-        books.allow(store.timeout());
+        left = store.timeout();
+        books.allow(left);
     }
+    const QDeadlineTimer end(left);
+    StoreResult result = askToReserve(books, closing);
+    while (result.error.code() == QLatin1String(orvastore::undecidedReturn) &&
+           end.remainingTimeAsDuration() > betweenLooks) {
+        QThread::msleep(betweenLooks.count());
+        books.allow(std::chrono::milliseconds(end.remainingTime()));
+        result = askToReserve(books, closing);
+    }
+    return result;
+}
+
+StoreResult SharedReturns::askToReserve(orvastore::SharedBooks& books, const Check& closing) const
+{
     return books.reserve({store.shop(), store.till(), closing.id(), closing.number(),
                           closing.document->getSaleDocumentId(), returnedLinesOf(closing), known,
                           checkcodec::encode(closing)});

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <optional>
 
 namespace till {
@@ -65,6 +66,7 @@ private:
     orvastore::SaleToReturn ask(const QString& which);
     SaleOfShop withOthers(const Check& sale, const QList<orvastore::KeptCheck>& others);
     orvastore::StoreResult reserveInStore(const Check& closing);
+    orvastore::StoreResult askToReserve(orvastore::SharedBooks& books, const Check& closing) const;
 
     CheckStore& checks;
     poshost::Database& database;
@@ -76,6 +78,7 @@ private:
     bool asks = false;      ///< whether the store is asked when the return is closed
     bool isNoted = false;
     bool isRepeated = false;
+    std::chrono::milliseconds left{0}; ///< that closing may wait for the store
     std::optional<bool> isDelivered;
     QStringList known; ///< the returns that the amounts were reckoned with
 };

@@ -16,6 +16,7 @@ void FileBooks::makeTable(poshost::Database& database)
 {
     database.execute(u"CREATE TABLE IF NOT EXISTS taken_back (identifier TEXT PRIMARY KEY, "
                      "sale TEXT, till TEXT, number INTEGER, state TEXT, content BLOB)"_s);
+    database.execute(u"CREATE TABLE IF NOT EXISTS silent (identifier TEXT PRIMARY KEY)"_s);
 }
 
 void FileBooks::settle(poshost::Database& database, const orvastore::HandedCheck& check)
@@ -142,4 +143,18 @@ StoreResult FileBooks::settleReturn(const QString&, const QString& identifier)
                                             "WHERE identifier = ? AND state = 'reserved'"_s);
     statement.bind(identifier).execute();
     return {StoreEnd::Done, {}};
+}
+
+StoreResult FileBooks::keep(const orvastore::HandedCheck& check)
+{
+    if (!reach()) {
+        return {};
+    }
+    poshost::Transaction transaction(*database);
+    poshost::Statement statement(*database, u"INSERT OR IGNORE INTO silent VALUES (?)"_s);
+    statement.bind(check.identifier).execute();
+    const bool isNew = statement.affectedRows() == 1;
+    settle(*database, check);
+    transaction.commit();
+    return {isUnanswered && isNew ? StoreEnd::Unknown : StoreEnd::Done, {}};
 }

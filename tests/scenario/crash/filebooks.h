@@ -24,6 +24,8 @@ public:
     orvastore::StoreResult release(const QString& shop, const QString& identifier) override;
     orvastore::StoreResult settleReturn(const QString& shop, const QString& identifier) override;
 
+    orvastore::StoreResult keep(const orvastore::HandedCheck& check) override;
+
     orvastore::StoreResult
     forEachCheck(const QString&, const QString&,
                  const std::function<bool(const orvastore::KeptCheck&)>&) override

@@ -212,6 +212,23 @@ Flow reserving(int repetitions)
             .runs = {first, second}};
 }
 
+/// Nobody shows a card: no message takes the checks to the store, which is away at first, then
+/// keeps them and lets its answer get lost, and then is there.
+Flow sellingSilent(int repetitions)
+{
+    const QStringList deliver{u"queue"_s, u"deliver"_s};
+    const QStringList plain{u"open plain.toml"_s, u"close"_s, u"return return.toml"_s, u"close"_s};
+    TillRun away{QStringList{u"--config"_s, u"away.toml"_s, u"work"_s},
+                 times(repetitions, plain) + QStringList{u"quit"_s}};
+    TillRun there = work(times(repetitions, plain));
+    there.arguments = QStringList{u"--config"_s, u"store.toml"_s, u"work"_s};
+    return {.name = u"without a message"_s,
+            .repetitions = repetitions,
+            .hasStore = true,
+            .sellsSilent = true,
+            .runs = {away, run(QStringList{u"--config"_s, u"unanswered.toml"_s} + deliver), there}};
+}
+
 /// A file of an older version with a full queue becomes one of this version.
 Flow migrating(int repetitions)
 {
@@ -280,6 +297,7 @@ QList<Flow> allFlows(int repetitions)
             handingOver(repetitions),
             fallingBack(repetitions),
             reserving(repetitions),
+            sellingSilent(repetitions),
             passingOn(repetitions),
             passingOnUnanswered(repetitions),
             migrating(repetitions),

@@ -40,6 +40,8 @@ struct Flow
     bool olderFile = false;
     /// Whether checks go to a store, whose file is delivered in the end.
     bool hasStore = false;
+    /// Whether checks are sold without a card, so that no message takes them to the store.
+    bool sellsSilent = false;
     /// Whether suspended checks are left in the store and taken up there.
     bool passesSuspended = false;
     /// Whether the store is away when a till that was stopped is started again, which falls back.

@@ -178,6 +178,7 @@ void Scene::writeFiles(const Flow& flow) const
     for (qsizetype i = 0; i < cards.size(); ++i) {
         writeFile(u"sale%1.toml"_s.arg(i + 1), saleText.arg(cards.at(i)));
     }
+    writeFile(u"plain.toml"_s, QString(saleText).remove(u"card = \"%1\"\n"_s));
     writeFile(u"return.toml"_s, returnText.arg(u"last"_s, u"1"_s, u"1"_s));
     for (int sale = 1; sale <= flow.repetitions; ++sale) {
         const QString number = QString::number(sale);
@@ -368,6 +369,28 @@ void Scene::recover(const Flow& flow, QStringList& problems)
     if (flow.hasStore) {
         giveBack(problems);
         deliverStore(problems);
+    }
+    if (flow.sellsSilent) {
+        lookForSilent(problems);
+    }
+}
+
+/// The store has every check that no message takes there.
+void Scene::lookForSilent(QStringList& problems)
+{
+    poshost::Database till(path(tillFile));
+    poshost::Database store(path(storeFile));
+    poshost::Statement closed(till, u"SELECT id FROM checks WHERE state = 'closed' "
+                                    "AND message_id IS NULL"_s);
+    while (closed.next()) {
+        const QString id = closed.value(0).toString();
+        poshost::Statement kept(store, u"SELECT 1 FROM silent WHERE identifier = ?"_s);
+        if (!kept.bind(id).next()) {
+            problems += u"the store has not got check %1"_s.arg(id);
+        }
+    }
+    if (poshost::Statement(till, u"SELECT 1 FROM silent_checks"_s).next()) {
+        problems += u"checks are noted for the store that has them"_s;
     }
 }
 

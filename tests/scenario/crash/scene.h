@@ -79,6 +79,7 @@ private:
     void playRuns(const Flow& flow, const Stop& stop, tests::Cashier& cashier);
     void recover(const Flow& flow, QStringList& problems);
     void giveBack(QStringList& problems);
+    void lookForSilent(QStringList& problems);
     void deliverStore(QStringList& problems);
     void goThroughCopies(const Flow& flow, bool wasStopped, int closed, QStringList& problems);
     void proveCopy(bool wasStopped, int closed, QStringList& problems);

@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 namespace {
 
@@ -121,6 +122,34 @@ TEST_F(ReturnsAtTills, ParkWhatContradictsAnotherTillWithBothNames)
         done({u"queue"_s, u"retry"_s, QString::number(parked.value(u"id"_s).toInt())});
     }
     EXPECT_EQ(stored(u"checks"_s), u"2"_s);
+}
+
+TEST_F(ReturnsAtTills, OfASaleWithoutACardGoTheSameWay)
+{
+    QString plain = readFile(u"sale.toml"_s);
+    writeFile(u"plain.toml"_s, plain.remove(QRegularExpression(u"card = .*\n"_s)));
+    done({u"sell"_s, u"plain.toml"_s, u"--wait"_s, u"30"_s});
+    sale = list({u"checks"_s}).first().toObject().value(u"id"_s).toString();
+    EXPECT_EQ(stored(u"checks"_s), u"2"_s);
+    EXPECT_EQ(stored(u"messages"_s), u"1"_s);
+    writeReturn(u"one.toml"_s, 1);
+    writeReturn(u"both.toml"_s, 2);
+    const RunResult first = fourth({u"return"_s, u"one.toml"_s, u"--wait"_s, u"30"_s});
+    EXPECT_EQ(first.exitCode, 0) << qPrintable(first.output);
+    EXPECT_EQ(returns(), u"1|0|0"_s);
+    EXPECT_EQ(till({u"return"_s, u"both.toml"_s}).exitCode, 2);
+    const QString rival = cluster.sql(u"SELECT identifier FROM orva.returns"_s);
+
+    cluster.kill();
+    EXPECT_NE(till({u"return"_s, u"both.toml"_s}).exitCode, 2);
+    EXPECT_NE(till({u"queue"_s, u"deliver"_s}).exitCode, 0);
+    cluster.start();
+    done({u"queue"_s, u"deliver"_s});
+    const QString own = list({u"checks"_s}).first().toObject().value(u"id"_s).toString();
+    EXPECT_EQ(stored(u"checks"_s), u"3"_s);
+    const QString said = doctorLine(u"store.checks"_s);
+    EXPECT_TRUE(said.startsWith(u"warning: "_s) && said.contains(own) && said.contains(rival))
+        << qPrintable(said);
 }
 
 TEST_F(ReturnsAtTills, GiveBackWhatAReturnThatIsNotClosedHasReserved)

@@ -8,6 +8,9 @@
 #include "tests/support/tillsettings.h"
 
 #include <QDeadlineTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QThread>
 #include <QUrl>
 
@@ -99,6 +102,19 @@ void StoreShop::awaitDelivery() const
                "m.id WHERE r.sale IN (SELECT m.sale FROM orva.parked p JOIN orva.messages m ON "
                "m.id "
                "= p.message) ORDER BY r.sale, r.at"_s));
+}
+
+QString StoreShop::doctorLine(const QString& id) const
+{
+    const RunResult run = till({u"doctor"_s, u"--json"_s});
+    const QJsonArray rows =
+        QJsonDocument::fromJson(run.output.toUtf8()).object().value(u"checks"_s).toArray();
+    for (const QJsonValue& row : rows) {
+        if (row[u"id"_s].toString() == id) {
+            return row[u"mark"_s].toString() + u": "_s + row[u"text"_s].toString();
+        }
+    }
+    return u"none in "_s + run.output;
 }
 
 QString StoreShop::stored(const QString& table) const

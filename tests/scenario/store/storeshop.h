@@ -22,6 +22,8 @@ protected:
     void writeStoreConfig(const QString& database, const QString& further = QString()) const;
     /// The till's connection string.
     QString storeString() const { return cluster.connection(u"till3"_s, u"postgres"_s); }
+    /// What the doctor of the till says of one thing: its mark and its text.
+    QString doctorLine(const QString& id) const;
     /// What the store's tables have.
     QString stored(const QString& table) const;
     /// Writes the settings of one till of several, tillN.toml, with a file of its own,

@@ -121,17 +121,7 @@ TEST_F(TillAtStore, SaysWhatIsWrongWithTheStoreAndLosesNothing)
 
 TEST_F(TillAtStore, TheDoctorKnocksAtTheStore)
 {
-    const auto line = [this] {
-        const RunResult run = till({u"doctor"_s, u"--json"_s});
-        const QJsonArray rows =
-            QJsonDocument::fromJson(run.output.toUtf8()).object().value(u"checks"_s).toArray();
-        for (const QJsonValue& row : rows) {
-            if (row[u"id"_s].toString() == u"store"_s) {
-                return row[u"mark"_s].toString() + u": "_s + row[u"text"_s].toString();
-            }
-        }
-        return u"none in "_s + run.output;
-    };
+    const auto line = [this] { return doctorLine(u"store"_s); };
     EXPECT_EQ(line(), u"ok: takes checks"_s);
     cluster.freeze();
     EXPECT_TRUE(line().startsWith(u"warning: "_s)) << qPrintable(line());

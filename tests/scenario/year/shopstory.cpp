@@ -283,10 +283,9 @@ void ShopStory::takeBack()
     }
 }
 
-/// The store has what the loyalty system has confirmed: other goods come back where they were sold.
 ShopTill& ShopStory::tillForReturn(const Sold& sale)
 {
-    return dice.chance(80) && !sale.card.isEmpty() ? tillBut(sale.till) : tillOf(sale.till);
+    return dice.chance(80) ? tillBut(sale.till) : tillOf(sale.till);
 }
 
 /// A piece more than what is left of the sale's first line comes back: no till may take that.

@@ -5,9 +5,23 @@
 
 #include "tests/support/postgrescluster.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Every segment of shared memory that the machine has, as the kernel lists them.
+QByteArray segments()
+{
+    QFile file(u"/proc/sysvipc/shm"_s);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll().simplified();
+}
+
+} // namespace
 
 TEST(PostgresCluster, syncsWhatItCommitsAndKeepsItOverAKill)
 {
@@ -30,4 +44,18 @@ TEST(PostgresCluster, aStandbyFollowsAndTakesOver)
     primary.kill();
     standby->promote();
     EXPECT_EQ(standby->sql(u"SELECT v FROM kept"_s), u"7"_s);
+}
+
+TEST(PostgresCluster, leavesNothingInSharedMemory)
+{
+    QByteArray segment;
+    {
+        const PostgresCluster cluster;
+        EXPECT_EQ(cluster.sql(u"SHOW dynamic_shared_memory_type"_s), u"mmap"_s);
+        QFile file(cluster.dataFolder() + u"/postmaster.pid"_s);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        segment = ' ' + file.readAll().split('\n').value(6).simplified() + ' ';
+        ASSERT_TRUE(segments().contains(segment)) << segment.constData();
+    }
+    EXPECT_FALSE(segments().contains(segment)) << segment.constData();
 }

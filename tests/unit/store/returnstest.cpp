@@ -245,7 +245,10 @@ TEST_F(Returns, areNotReckonedBehindOneThatMayBeGivenBackYet)
     const StoreResult undecided = books.reserve(pieces(u"r2"_s, 1, {u"r1"_s}));
     EXPECT_EQ(undecided.end, StoreEnd::Refused);
     EXPECT_TRUE(undecided.isConflict);
+    EXPECT_EQ(undecided.error.code(), QLatin1String(orvastore::undecidedReturn));
     EXPECT_TRUE(undecided.error.in(poshost::Language::English).contains(u"r1"_s));
+    const StoreResult unknown = books.reserve(pieces(u"r2"_s, 1));
+    EXPECT_EQ(unknown.error.code(), u"store.returnUnknown"_s);
     ASSERT_EQ(books.release(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
     EXPECT_EQ(reserve(pieces(u"r2"_s, 1)), StoreEnd::Done);
     ASSERT_EQ(books.settleReturn(u"shop"_s, u"r2"_s).end, StoreEnd::Done);
@@ -276,6 +279,71 @@ TEST_F(Returns, waitNoLongerThanAnHourForOneThatDoesNotCome)
     EXPECT_TRUE(delivered.contains(u"r2"_s)) << qPrintable(delivered.join(u' '));
 }
 
+TEST_F(Returns, findASaleThatNoMessageBringsAndItsReturns)
+{
+    orvastore::HandedCheck sale = checkOf(u"sale"_s);
+    sale.messages.clear();
+    ASSERT_EQ(books.keep(sale).end, StoreEnd::Done);
+    ASSERT_EQ(books.keep(sale).end, StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT count(*), sum(repeated) FROM orva.checks"_s), u"1|1"_s);
+    const SaleToReturn found = books.saleToReturn(u"shop"_s, u"1"_s);
+    ASSERT_EQ(found.sales.size(), 1);
+    EXPECT_EQ(found.sales.first().content, sale.content);
+    EXPECT_TRUE(found.sales.first().isDelivered);
+    orvastore::HandedCheck back = handed(pieces(u"r1"_s, 2));
+    back.messages.clear();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(books.keep(back).end, StoreEnd::Done);
+        EXPECT_EQ(known(), QStringList{u"r1"_s});
+    }
+    back = handed(pieces(u"r2"_s, 2));
+    back.messages.clear();
+    const StoreResult tooMuch = books.keep(back);
+    EXPECT_EQ(tooMuch.end, StoreEnd::Refused);
+    EXPECT_TRUE(tooMuch.isConflict);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.checks"_s), u"2"_s);
+    EXPECT_EQ(reserve(pieces(u"r3"_s, 1, {u"r1"_s})), StoreEnd::Done);
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.lanes"_s), u"0"_s) << "nothing is delivered";
+    EXPECT_EQ(sql(u"SELECT till FROM orva.handed_last ORDER BY till"_s), u"till1\ntill2"_s);
+}
+
+TEST_F(Returns, thatComeWithoutAMessageKeepNobodyWaiting)
+{
+    handOver(u"sale"_s, u"card"_s);
+    book.finish(*book.claim(), done);
+    ASSERT_EQ(reserve(pieces(u"r1"_s, 1)), StoreEnd::Done);
+    ASSERT_EQ(books.settleReturn(u"shop"_s, u"r1"_s).end, StoreEnd::Done);
+    ASSERT_EQ(reserve(pieces(u"r2"_s, 1, {u"r1"_s})), StoreEnd::Done);
+    ASSERT_EQ(handOverReturn(pieces(u"r2"_s, 1)).end, StoreEnd::Done);
+    ASSERT_EQ(nameOf(book.claim()), u"none"_s);
+    orvastore::HandedCheck silent = handed(pieces(u"r1"_s, 1));
+    silent.messages.clear();
+    ASSERT_EQ(books.keep(silent).end, StoreEnd::Done);
+    const auto task = book.claim();
+    EXPECT_EQ(nameOf(task), u"r2"_s);
+    book.finish(*task, done);
+    ASSERT_EQ(reserve(pieces(u"r3"_s, 1, {u"r1"_s, u"r2"_s})), StoreEnd::Done);
+    ASSERT_EQ(handOverReturn(pieces(u"r3"_s, 1)).end, StoreEnd::Done);
+    EXPECT_EQ(nameOf(book.claim()), u"r3"_s);
+}
+
+TEST_F(Returns, withoutAMessageWaitForAStoreThatKeepsThem)
+{
+    sql(u"DROP FUNCTION orva.hand_over_silent"_s);
+    orvastore::HandedCheck sale = checkOf(u"sale"_s);
+    sale.messages.clear();
+    orvastore::HandedCheck back = handed(pieces(u"r1"_s, 1));
+    back.messages.clear();
+    for (const orvastore::HandedCheck& check : {sale, back}) {
+        const StoreResult result = books.keep(check);
+        EXPECT_EQ(result.end, StoreEnd::Unreachable);
+        const QString said = result.error.in(poshost::Language::English);
+        EXPECT_TRUE(said.contains(u"8"_s) && said.contains(u"orva-store migrate"_s))
+            << qPrintable(said);
+    }
+    EXPECT_EQ(sql(u"SELECT count(*) FROM orva.returns"_s), u"0"_s);
+}
+
 TEST_F(Returns, handedOverWithoutLinesAreKnownAndAsked)
 {
     orvastore::HandedCheck older = handed(pieces(u"old"_s, 1));
@@ -304,6 +372,11 @@ TEST_F(Returns, ofAnotherShopCanNeitherBeSeenNorReserved)
     own.shop = u"elsewhere"_s;
     EXPECT_EQ(foreign.reserve(own).end, StoreEnd::Done) << "its own shop's may have the same names";
     EXPECT_TRUE(foreign.saleToReturn(u"elsewhere"_s, u"sale"_s).sales.isEmpty());
+    orvastore::HandedCheck silent = checkOf(u"silent"_s);
+    silent.messages.clear();
+    EXPECT_EQ(foreign.keep(silent).end, StoreEnd::Refused);
+    silent.shop = u"elsewhere"_s;
+    EXPECT_EQ(foreign.keep(silent).end, StoreEnd::Done);
     orvastore::Connection direct(
         settingsFor(storetest::sharedCluster().connection(database + u"_till"_s, database)), {});
     EXPECT_THROW(direct.run("SELECT * FROM orva.returns"), orvastore::StoreError);

@@ -42,6 +42,7 @@ public:
     orvastore::StoreResult reserve(const orvastore::Reservation&) override { return {}; }
     orvastore::StoreResult release(const QString&, const QString&) override { return {}; }
     orvastore::StoreResult settleReturn(const QString&, const QString&) override { return {}; }
+    orvastore::StoreResult keep(const orvastore::HandedCheck&) override { return {}; }
 
     orvastore::StoreResult leave(const orvastore::LeftCheck& check) override
     {

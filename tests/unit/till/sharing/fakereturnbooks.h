@@ -33,6 +33,10 @@ public:
         }
         orvastore::StoreResult ended = result(reserving);
         ended.isConflict = reserving == End::Refused;
+        if (undecided > 0) {
+            --undecided;
+            ended = {End::Refused, poshost::Message::of(orvastore::undecidedReturn), true};
+        }
         return ended;
     }
     orvastore::StoreResult release(const QString&, const QString& identifier) override
@@ -45,6 +49,15 @@ public:
     {
         asked.append(QStringLiteral("settle ") + identifier);
         return result(releasing);
+    }
+
+    orvastore::StoreResult keep(const orvastore::HandedCheck& check) override
+    {
+        asked.append(QStringLiteral("keep ") + check.identifier);
+        kept.append(check);
+        orvastore::StoreResult ended = result(keeping);
+        ended.isConflict = isConflict && keeping == End::Refused;
+        return ended;
     }
 
     orvastore::StoreResult leave(const orvastore::LeftCheck&) override
@@ -89,7 +102,11 @@ public:
 
     End finding = End::Done;
     End reserving = End::Done;
+    int undecided = 0; ///< so often another return is about to close when one is reserved
     End releasing = End::Done;
+    End keeping = End::Done;
+    bool isConflict = false; ///< of what is not kept
+    QList<orvastore::HandedCheck> kept;
     QList<orvastore::KeptCheck> sales;
     QList<orvastore::KeptCheck> returns;
     QStringList asked; ///< in their order

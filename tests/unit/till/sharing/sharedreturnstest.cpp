@@ -5,10 +5,17 @@
 
 #include "till/sharing/sharedreturns.h"
 #include "host/database/statement.h"
+#include "host/database/transaction.h"
 #include "tests/unit/till/sharing/fakereturnbooks.h"
 #include "tests/unit/till/tilltest.h"
 #include "till/checks/checkcodec.h"
 #include "till/checks/closedchecks.h"
+
+#include <QElapsedTimer>
+
+#include <chrono>
+#include <future>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +37,7 @@ protected:
     {
         poshost::StoreSetup found;
         found.shop = u"1042"_s;
+        found.settings.timeoutSeconds = 1;
         return found;
     }
     static KeptCheck keptOf(const Check& check, const QString& till)
@@ -170,6 +178,27 @@ TEST_F(SharedReturnsTest, aConflictLeavesTheReturnOpenAndGivesNothingAway)
     EXPECT_EQ(messages(), 1) << "the sale's alone";
 }
 
+TEST_F(SharedReturnsTest, anotherReturnThatIsAboutToCloseIsWaitedForWithinTheTimeOut)
+{
+    const Check sale = sellElsewhere();
+    desk->openReturn(returnOf(sale.id(), {{1, 1000}}));
+    books.undecided = 2;
+    const Check closed = desk->close();
+    EXPECT_EQ(books.asked.count(u"reserve "_s + closed.id()), 3);
+    EXPECT_EQ(desk->takeNotices(), QStringList());
+
+    desk->openReturn(returnOf(sale.id(), {{1, 1000}}));
+    books.undecided = 1'000'000;
+    QElapsedTimer time;
+    time.start();
+    EXPECT_FALSE(refusalOf([&] { desk->close(); }).isEmpty());
+    EXPECT_LT(time.elapsed(), shared.timeout().count() + 500);
+    EXPECT_GT(books.undecided, 0);
+    EXPECT_TRUE(desk->hasCheck());
+    books.undecided = 0;
+    desk->close();
+}
+
 TEST_F(SharedReturnsTest, aLostReplyKeepsAForeignReturnOpenUntilItIsRepeated)
 {
     const Check sale = sellElsewhere();
@@ -231,6 +260,28 @@ TEST_F(SharedReturnsTest, whatADeadTillHasReservedIsFreeAfterAMinuteAndClosesNoM
     books.releasing = End::Done;
     EXPECT_EQ(release(), End::Done);
     EXPECT_EQ(notes(), 0);
+}
+
+TEST_F(SharedReturnsTest, whatIsNotedWhileTheServiceWaitsToWriteIsNotGivenFree)
+{
+    const Check sale = sellElsewhere();
+    desk->openReturn(returnOf(sale.id(), {{1, 1000}}));
+    const QString id = desk->current().id();
+    std::future<End> released;
+    {
+        poshost::Transaction busy(*database);
+        released = std::async(std::launch::async, [&] {
+            poshost::Database ofService(database->fileName());
+            return Reservations::releaseDue(ofService, books, u"1042"_s).end;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        Reservations(*database).note(id);
+        busy.commit();
+    }
+    EXPECT_EQ(released.get(), End::Done);
+    EXPECT_FALSE(books.asked.contains(u"release "_s + id));
+    EXPECT_EQ(notes(), 1);
+    desk->close();
 }
 
 TEST_F(SharedReturnsTest, whatIsGivenFreeBetweenReservingAndClosingDoesNotClose)
