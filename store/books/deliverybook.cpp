@@ -139,25 +139,38 @@ std::optional<Task> DeliveryBook::claim()
     return task;
 }
 
+QList<Value> DeliveryBook::resultOf(const Task& task, const QString& meaning,
+                                    const DeliveryResult& result, bool isRefusedForSure)
+{
+    return {Value::text(task.mark),
+            Value::text(meaning),
+            Value::number(result.status),
+            Value::text(isRefusedForSure ? u"t"_s : u"f"_s),
+            Value::text(result.error.stored()),
+            Value::text(result.answer),
+            Value::number(result.retryAfterMilliseconds),
+            Value::text(task.isLastStep() ? u"t"_s : u"f"_s),
+            {waits(), false, false},
+            Value::number(poshost::deliverypolicy::probeMilliseconds),
+            Value::number(poshost::deliverypolicy::serverErrorsUntilAlone)};
+}
+
+/// What lets go whatever the session holds for a task.
+QByteArray DeliveryBook::unlocking(const Task& task, QList<Value>& values)
+{
+    values = {Value::number(task.lane)};
+    if (task.isProbe) {
+        values.append(Value::text(task.queue));
+    }
+    return task.isProbe ? unlockProbe : unlockLane;
+}
+
 DeliveryBook::Next DeliveryBook::finish(const Task& task, const DeliveryResult& result,
                                         bool claimNext)
 {
-    QList<Value> values{Value::text(task.mark),
-                        Value::text(nameOf(result.meaning)),
-                        Value::number(result.status),
-                        Value::text(result.isRefusedForSure() ? u"t"_s : u"f"_s),
-                        Value::text(result.error.stored()),
-                        Value::text(result.answer),
-                        Value::number(result.retryAfterMilliseconds),
-                        Value::text(task.isLastStep() ? u"t"_s : u"f"_s),
-                        {waits(), false, false},
-                        Value::number(poshost::deliverypolicy::probeMilliseconds),
-                        Value::number(poshost::deliverypolicy::serverErrorsUntilAlone)};
-    QList<Value> lockValues{Value::number(task.lane)};
-    if (task.isProbe) {
-        lockValues.append(Value::text(task.queue));
-    }
-    const QByteArray unlock = task.isProbe ? unlockProbe : unlockLane;
+    QList<Value> values = resultOf(task, nameOf(result.meaning), result, result.isRefusedForSure());
+    QList<Value> lockValues;
+    const QByteArray unlock = unlocking(task, lockValues);
     // the lane is not let go before the commit: until then others would still see what is done
     Next next;
     if (!claimNext) {
@@ -172,6 +185,15 @@ DeliveryBook::Next DeliveryBook::finish(const Task& task, const DeliveryResult& 
     }
     next.task = readTask(found, 2);
     return next;
+}
+
+/// A meaning that no answer has, so that nothing but the attempt's end is written down.
+void DeliveryBook::giveBack(const Task& task)
+{
+    QList<Value> lockValues;
+    const QByteArray unlock = unlocking(task, lockValues);
+    connection.runBefore(unlock, lockValues, finishOnly,
+                         resultOf(task, u"NotSent"_s, DeliveryResult(), true));
 }
 
 bool DeliveryBook::takeAgain(const Task& task)

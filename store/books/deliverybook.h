@@ -16,6 +16,7 @@ namespace orvastore {
 
 class Connection;
 class Result;
+struct Value;
 
 /// A request that is to be sent, with its attempt written down.
 struct Task
@@ -53,6 +54,8 @@ public:
     /// Writes down what became of a task and claims the next one, in one commit.
     /// @param claimNext false: nothing is claimed
     Next finish(const Task& task, const poshost::DeliveryResult& result, bool claimNext = true);
+    /// Gives a task back that was not sent: its attempt counts as certainly refused.
+    void giveBack(const Task& task);
     /// After the session was lost: takes the task's lane again, so that what came of it can be
     /// written down, unless somebody else has it.
     bool takeAgain(const Task& task);
@@ -60,6 +63,9 @@ public:
     void giveSignOfLife();
 
 private:
+    QList<Value> resultOf(const Task& task, const QString& meaning,
+                          const poshost::DeliveryResult& result, bool isRefusedForSure);
+    static QByteArray unlocking(const Task& task, QList<Value>& values);
     std::optional<Task> claimFrom(qint64 position);
     std::optional<Task> readTask(const Result& result, int firstColumn);
     QByteArray waits();

@@ -38,7 +38,8 @@ constexpr char selectEntries[] =
     "JOIN orva.accounts a ON a.id = u.account LEFT JOIN orva.holds h ON h.queue = u.queue "
     "LEFT JOIN orva.delayed d ON d.lane = u.lane AND NOT u.is_parked "
     "LEFT JOIN LATERAL (SELECT status, error FROM orva.outcomes o WHERE o.message = u.id "
-    "AND o.day = u.day ORDER BY attempt DESC LIMIT 1) o ON true ORDER BY u.id";
+    "AND o.day = u.day AND o.meaning <> 'NotSent' ORDER BY attempt DESC LIMIT 1) o ON true ORDER "
+    "BY u.id";
 
 enum Column
 {

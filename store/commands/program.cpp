@@ -14,6 +14,7 @@
 #include "store/commands/spoken.h"
 #include "store/commands/statuscommand.h"
 #include "store/commands/suspendedcommands.h"
+#include "store/database/connection.h"
 #include "store/schema/storeschema.h"
 #include "store/text.h"
 #include "store/worker/worker.h"

@@ -68,7 +68,7 @@ BEGIN
         RETURN;
     END IF;
     SELECT of_message.steps_done + count(*) FILTER (WHERE o.meaning = 'StepDone'),
-            of_message.attempts + count(*),
+            of_message.attempts + count(*) FILTER (WHERE o.meaning IS DISTINCT FROM 'NotSent'),
             coalesce(max(a.attempt) FILTER (WHERE o.meaning IN ('StepDone', 'Duplicate')), 0),
             coalesce(max(a.attempt) FILTER (WHERE o.meaning = 'StepDone'), 0)
         INTO steps_done, attempts, counted_from, errors_from

@@ -127,7 +127,7 @@ RETURNS TABLE (meaning text, failed bigint)
 LANGUAGE sql SECURITY DEFINER SET search_path = pg_catalog AS $$
     SELECT o.kind, sum(o.added)::bigint
     FROM orva.added_since('outcomes', clock_timestamp() - window_seconds * interval '1 second') o
-    WHERE o.kind <> 'StepDone' GROUP BY o.kind HAVING sum(o.added) > 0
+    WHERE o.kind NOT IN ('StepDone', 'NotSent') GROUP BY o.kind HAVING sum(o.added) > 0
 $$;
 
 -- Tills that have handed over within so many days; the others are taken for gone.

@@ -3,15 +3,16 @@
 
 #pragma once
 
-#include "store/books/deliverybook.h"
-#include "store/database/connection.h"
+#include "store/database/storeerror.h"
+#include "store/worker/turn.h"
+
+#include <QString>
 
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <mutex>
-#include <optional>
-#include <stop_token>
 
 namespace orvastore {
 
@@ -24,6 +25,9 @@ struct WorkerReport
     int late = 0;      ///< answers that came after another worker had taken the message
 };
 
+class Hand;
+struct StoreSettings;
+
 /// Delivers what stands in the store, one request at a time, until it is stopped. Any number of
 /// them work beside each other, on any number of machines.
 ///
@@ -32,6 +36,10 @@ struct WorkerReport
 /// and with it the lane. A worker that dies frees its lane at once, one that is frozen when its
 /// session has been silent for the lane's time-out, and what it brings afterwards is not written
 /// down.
+///
+/// It has two hands, each with a session and a message of its own: while one waits for the loyalty
+/// server, the other writes down what came of the request before and claims the next message, so
+/// that no commit stands between two requests.
 class Worker
 {
 public:
@@ -45,38 +53,38 @@ public:
         bool untilEmpty = false; ///< ends when nothing is due
     };
     /// Told what went wrong at the store, a sentence, each time another one. On the thread of run
-    /// or on one of the worker's own, never on both at a time.
+    /// or on one of the worker's own, never on two at a time.
     using Complaint = std::function<void(const poshost::Message&)>;
 
     Worker(const StoreSettings& settings, const Manner& manner, const Complaint& complaint);
+    ~Worker();
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
 
     /// Works until stop. Throws nothing but StoreError Refused where the database cannot be used by
     /// this program.
     void run();
     /// Makes run return once the request under way is finished. Any thread, or a signal's handler.
     void stop() { stopping = true; }
+    /// To be read when run has returned.
     const WorkerReport& report() const { return done; }
 
 private:
-    std::optional<Task> work(const Task& claimed, std::unique_lock<std::mutex>& atSession);
-    poshost::DeliveryResult send(const Task& task, std::unique_lock<std::mutex>& atSession);
-    poshost::DeliveryResult post(const Task& task) const;
-    DeliveryBook::Next write(Task task, const poshost::DeliveryResult& result, int generation);
-    void showLife(const std::stop_token& ending);
-    void keepUp();
+    friend class Hand;
+    bool isEnding() const { return stopping || isDone; }
     void complain(const poshost::Message& what);
-    void rest(std::chrono::milliseconds time) const;
+    void count(const std::function<void(WorkerReport&)>& add);
 
     const Manner manner;
     const Complaint complaint;
-    std::mutex session; ///< guards the connection, the book and the complaints
-    Connection connection;
-    DeliveryBook book;
+    std::atomic<bool> stopping = false;
+    std::atomic<bool> isDone = false; ///< nothing is due any more
+    Turn turn{[this] { return isEnding(); }};
+    std::mutex mutex; ///< guards the complaints and the report
     WorkerReport done;
     poshost::Message lastComplaint;
-    std::chrono::steady_clock::time_point nextUpkeep;
-    int usableSession = 0; ///< the session whose schema was looked at
-    std::atomic<bool> stopping = false;
+    std::unique_ptr<Hand> first;
+    std::unique_ptr<Hand> ahead;
 };
 
 } // namespace orvastore

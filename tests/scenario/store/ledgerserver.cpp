@@ -22,10 +22,10 @@ LedgerServer::LedgerServer() : self(std::make_unique<Implementation>())
     self->server.set_keep_alive_max_count(1'000'000);
     self->server.set_tcp_nodelay(true);
     self->server.Post(".*", [this](const httplib::Request& request, httplib::Response& response) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+        std::unique_lock guard(mutex);
+        ending.wait_for(guard, std::chrono::milliseconds(delay), [this] { return isEnding; });
         ++posted;
         const auto body = QByteArray::fromStdString(request.body);
-        const std::lock_guard guard(mutex);
         if (known.contains(body)) {
             ++again;
             response.status = 409;
@@ -41,6 +41,11 @@ LedgerServer::LedgerServer() : self(std::make_unique<Implementation>())
 
 LedgerServer::~LedgerServer()
 {
+    {
+        const std::lock_guard guard(mutex);
+        isEnding = true; // nobody waits for the answers that are delayed yet
+    }
+    ending.notify_all();
     self->server.stop();
     self->thread.join();
 }

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <atomic>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 
@@ -41,4 +42,6 @@ private:
     mutable std::mutex mutex; ///< guards what follows
     QList<QByteArray> order;
     QHash<QByteArray, int> known;
+    bool isEnding = false;
+    std::condition_variable ending;
 };

@@ -135,3 +135,36 @@ TEST_F(Workers, aHealthyOneThatWaitsForASlowServerKeepsItsLane)
     ASSERT_TRUE(waitFor("SELECT count(*) FROM orva.deliveries"));
     EXPECT_EQ(server.requests(), 1);
 }
+
+TEST_F(Workers, whoWaitsForASlowServerKeepsNoFurtherMessageFromTheOthers)
+{
+    server.setDelay(20);
+    const auto handOverTo = [&](const QString& name) {
+        orvastore::HandedCheck check = storetest::checkOf(name);
+        check.messages.first().urls = R"({"0":")" + server.address().toUtf8() + R"("})";
+        orvastore::handOver(owner, check);
+    };
+    handOverTo(u"short"_s);
+    worker = std::make_unique<WorkerProcess>(folder, u"w1"_s, connection, laneTimeoutSeconds);
+    ASSERT_TRUE(waitFor("SELECT count(*) FROM orva.deliveries")); // requests are short, it thinks
+    server.setDelay(20'000);
+    owner.runAll("BEGIN"); // it sees both or none
+    handOverTo(u"long"_s);
+    handOverTo(u"further"_s);
+    owner.runAll("COMMIT");
+    // as long as it thinks so it has both; where the machine is very busy it may not come to it
+    const QDeadlineTimer soon(3000);
+    while (owner.run("SELECT count(*) FROM orva.attempts").number(0, 0) < 3 && !soon.hasExpired()) {
+        QThread::msleep(1);
+    }
+    QElapsedTimer timer;
+    timer.start();
+    std::optional<orvastore::Task> task = other.claim();
+    while (!task && timer.elapsed() < 10'000) {
+        QThread::msleep(5);
+        task = other.claim();
+    }
+    ASSERT_EQ(nameOf(task), u"further"_s);
+    EXPECT_FALSE(task->attemptedBefore) << "nobody has sent it";
+    EXPECT_LT(timer.elapsed(), 2000);
+}

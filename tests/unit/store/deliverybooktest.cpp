@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Orva developers
 // SPDX-License-Identifier: Apache-2.0
 
+#include "store/books/storequeue.h"
 #include "tests/unit/store/storefixture.h"
 
 #include <QDeadlineTimer>
@@ -45,6 +46,40 @@ TEST_F(DeliveryBookTest, aHandedMessageIsClaimedFinishedAndGone)
     EXPECT_FALSE(next.task);
     EXPECT_FALSE(other.claim());
     EXPECT_EQ(sql(u"SELECT count(*) FROM orva.deliveries"_s), u"1"_s);
+}
+
+TEST_F(DeliveryBookTest, whatIsGivenBackIsFreeAtOnceAndWasNeverSent)
+{
+    handOver(u"a"_s, u"card"_s);
+    const std::optional<Task> kept = book.claim();
+    ASSERT_TRUE(kept);
+    ASSERT_FALSE(other.claim());
+    book.giveBack(*kept);
+    const std::optional<Task> task = other.claim();
+    ASSERT_EQ(nameOf(task), u"a"_s);
+    EXPECT_FALSE(task->attemptedBefore) << "that the server knows it would be no success";
+    EXPECT_FALSE(task->isProbe);
+    orvastore::StoreQueue queue(owner);
+    const QList<poshost::QueueEntry> listed = queue.list();
+    ASSERT_EQ(listed.size(), 1);
+    EXPECT_EQ(listed.first().attempts, 1);
+    EXPECT_EQ(owner.run("SELECT count(*) FROM orva.failures(60)").number(0, 0), 0);
+    EXPECT_TRUE(other.finish(*task, done).isWritten);
+    EXPECT_FALSE(book.claim());
+}
+
+TEST_F(DeliveryBookTest, aProbeThatIsGivenBackIsTheNextOnes)
+{
+    handOver(u"a"_s, u"card"_s);
+    std::optional<Task> task = book.claim();
+    book.finish(*task, resultOf(Meaning::ServerAway, 0));
+    sql(u"UPDATE orva.holds SET until = clock_timestamp()"_s);
+    task = book.claim();
+    ASSERT_TRUE(task && task->isProbe);
+    book.giveBack(*task);
+    task = other.claim();
+    ASSERT_TRUE(task);
+    EXPECT_TRUE(task->isProbe);
 }
 
 TEST_F(DeliveryBookTest, aLaneGoesOneByOneAndLanesGoBesideEachOther)
