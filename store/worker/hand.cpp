@@ -26,6 +26,8 @@ namespace {
 constexpr auto betweenLooks = 50ms;
 constexpr auto afterFailure = 250ms;
 constexpr auto betweenUpkeeps = 10min;
+/// A message that has waited longer in the hand is not sent before its session was seen to live.
+constexpr auto unnoticed = 50ms;
 constexpr int preparedDays = 7;
 
 /// Whether further messages for the same server may have to wait for this one.
@@ -143,19 +145,27 @@ void Hand::keepUp()
 std::optional<Task> Hand::work(const Task& claimed, Session& atSession)
 {
     const int generation = connection.generation();
+    const auto waitingSince = steady_clock::now();
     atSession.unlock();
     const bool isOurTurn = !worker.isEnding() && worker.turn.enter(failuresBefore);
     atSession.lock();
     if (!isOurTurn) {
-        if (connection.generation() == generation) {
+        if (connection.isOpen()) {
             book.giveBack(claimed);
         }
         return std::nullopt;
     }
-    const auto begun = steady_clock::now();
     steady_clock::duration took{};
-    bool hasFailed = true;
+    bool hasFailed = false;
     auto turn = qScopeGuard([&] { worker.turn.leave(hasFailed, took); });
+    if (!connection.isOpen()) {
+        return std::nullopt; // the lane went with the session
+    }
+    const auto begun = steady_clock::now();
+    if (begun - waitingSince > unnoticed) {
+        book.giveSignOfLife(); // throws where the session is gone
+    }
+    hasFailed = true;
     const DeliveryResult result = send(claimed, atSession);
     took = steady_clock::now() - begun;
     hasFailed = holdsOthers(result.meaning);

@@ -86,13 +86,14 @@ QList<Matrix::Task> Matrix::tasksOf(const Flow& flow, Actor actor)
     }
     QList<Task> tasks;
     for (quint64 call = 1; call <= outcome.calls; ++call) {
-        if ((call + options.seed) % quint64(options.every) != 0) {
+        const quint64 place = call + options.seed;
+        if (place % quint64(options.every) != 0) {
             continue;
         }
         for (const QString& way : options.ways) {
             const bool cuts = way != u"kill"_s;
             if (cuts && (!isOnDisk(outcome.trace.at(qsizetype(call) - 1)) ||
-                         (call + options.seed) % quint64(options.cutEvery) != 0)) {
+                         place / quint64(options.every) % quint64(options.cutEvery) != 0)) {
                 continue;
             }
             tasks.append({&flow, {actor, call, way, options.seed * 1'000'003 + call}});

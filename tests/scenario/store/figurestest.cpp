@@ -3,14 +3,19 @@
 
 // What the store costs, as ratios of two measurements beside each other.
 
+#include "host/database/database.h"
+#include "host/database/statement.h"
 #include "tests/scenario/store/filledstore.h"
 #include "tests/scenario/store/proofsize.h"
+#include "tests/support/testfolder.h"
 #include "tests/unit/store/storefixture.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QRandomGenerator>
 
 #include <algorithm>
+#include <barrier>
 #include <functional>
 #include <thread>
 
@@ -85,6 +90,31 @@ Reading readingOf(Hand& hand)
     return {buffers, log.contains(u"Sort"_s), log.contains(u"ready_pkey"_s)};
 }
 
+/// What is handed over.
+struct Written
+{
+    QByteArray check;
+    QByteArray message;
+};
+
+/// A check and its message as a till of 1.0.0 has written them.
+Written writtenByATill()
+{
+    const TestFolder folder;
+    const QString file = folder.file(u"till.sqlite"_s);
+    EXPECT_TRUE(QFile::copy(QStringLiteral(ORVA_FIXTURES "/1.0.0/visit/till.sqlite"), file));
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    poshost::Database database(file);
+    poshost::Statement largest(database,
+                               u"SELECT c.data, b.payload FROM checks c JOIN queue_bodies b ON "
+                               "b.message_id = c.message_id ORDER BY length(b.payload) DESC"_s);
+    if (!largest.next()) {
+        ADD_FAILURE() << "the till has written nothing";
+        return {};
+    }
+    return {largest.value(0).toByteArray(), largest.value(1).toByteArray()};
+}
+
 /// What a commit costs is measured with the upkeep of a server at work.
 class StoreFigures : public ::testing::Test
 {
@@ -105,6 +135,7 @@ TEST_F(StoreFigures, handingOverIsNearABareLoop)
     Connection owner(settingsFor(connectionTo(database)), {});
     owner.runAll("CREATE TABLE bare (id text PRIMARY KEY, content bytea, payload bytea)");
     constexpr int connections = 8;
+    constexpr int warming = 10;
     const int each = sized(400, 40);
     std::atomic<int> number = 0;
     const auto bytes = [](int count) {
@@ -112,44 +143,56 @@ TEST_F(StoreFigures, handingOverIsNearABareLoop)
         QRandomGenerator::global()->fillRange(reinterpret_cast<quint32*>(random.data()), count / 4);
         return random;
     };
+    // a till connects once and hands over for days: what a session costs at first does not count
     const auto measured = [&](const std::function<void(Connection&, const QString&)>& insert) {
         std::vector<std::thread> threads;
-        QElapsedTimer timer;
-        timer.start();
+        std::barrier warm(connections + 1);
         for (int i = 0; i < connections; ++i) {
             threads.emplace_back([&] {
                 Connection own(settingsFor(connectionTo(database), 60), {.byIndexes = true});
+                for (int n = 0; n < warming; ++n) {
+                    insert(own, QString::number(++number));
+                }
+                warm.arrive_and_wait();
                 for (int n = 0; n < each; ++n) {
                     insert(own, QString::number(++number));
                 }
             });
         }
+        warm.arrive_and_wait();
+        QElapsedTimer timer;
+        timer.start();
         for (std::thread& thread : threads) {
             thread.join();
         }
         return connections * each * 1000.0 / static_cast<double>(timer.elapsed());
     };
-    const QByteArray content = bytes(checkBytes);
-    const QByteArray payload = bytes(messageBytes);
-    QList<double> ratios;
-    for (int i = 0; i < 5; ++i) {
-        const double bare = measured([&](Connection& own, const QString& id) {
-            own.run("INSERT INTO bare VALUES ($1, $2, $3)",
-                    {Value::text(id), Value::binary(content), Value::binary(payload)});
-        });
-        const double store = measured([&](Connection& own, const QString& id) {
-            orvastore::HandedCheck check = storetest::checkOf(id, u"card "_s + id);
-            check.number = id.toInt();
-            check.content = content;
-            check.messages.first().payload = payload;
-            orvastore::handOver(own, check);
-        });
-        ratios.append(store / bare);
-    }
-    printFigure(u"hand-over with 8 connections against a bare loop: %1 (at least 0.7)"_s.arg(
-        rounded(middle(ratios))));
+    const auto ratioOf = [&](const Written& written) {
+        QList<double> ratios;
+        for (int i = 0; i < 5; ++i) {
+            const double bare = measured([&](Connection& own, const QString& id) {
+                own.run("INSERT INTO bare VALUES ($1, $2, $3)",
+                        {Value::text(id), Value::binary(written.check),
+                         Value::binary(written.message)});
+            });
+            const double store = measured([&](Connection& own, const QString& id) {
+                orvastore::HandedCheck check = storetest::checkOf(id, u"card "_s + id);
+                check.number = id.toInt();
+                check.content = written.check;
+                check.messages.first().payload = written.message;
+                orvastore::handOver(own, check);
+            });
+            ratios.append(store / bare);
+        }
+        return middle(ratios);
+    };
+    const double ratio = ratioOf(writtenByATill());
+    const double ofChance = ratioOf({bytes(checkBytes), bytes(messageBytes)});
+    printFigure(
+        u"hand-over with 8 connections against a bare loop: %1 (at least 0.7), of bytes that "
+        "nothing compresses %2"_s.arg(rounded(ratio), rounded(ofChance)));
     // in the short form connecting counts as much as handing over
-    EXPECT_TRUE(middle(ratios) >= 0.7 || isShortProof());
+    EXPECT_TRUE(ratio >= 0.7 || isShortProof());
 }
 
 TEST_F(StoreFigures, claimingIsAsFastFromAMillionAsFromAThousand)

@@ -33,7 +33,7 @@ QString filledstore::filled(int messages, int lanes, const QByteArray& address)
         "extra, headers, urls, payload, steps, steps_done, attempts, step_attempts) "
         "SELECT current_date, l.id, n, nextval('orva.message_ids'), 'shop', l.id || '-' || n, '', "
         "1, 'Orva', '', '{}', '{\"0\":\"" +
-        address + "\"}', convert_to(rpad(current_database() || l.id || '-' || n, " +
+        address + "\"}', convert_to(rpad(current_database() || ' ' || l.id || '-' || n, " +
         QByteArray::number(messageBytes) + ", '.'), 'UTF8'), 1, 0, 0, 0 FROM generate_series(1, " +
         each +
         ") n, orva.lanes l;"
