@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <libpq-fe.h>
 #include <sys/shm.h>
 #include <unistd.h>
 
@@ -75,6 +76,29 @@ void removeSegmentOf(const QString& dataFolder)
     if (isNumber) {
         ::shmctl(segment, IPC_RMID, nullptr);
     }
+}
+
+struct EndOfSession
+{
+    void operator()(PGconn* session) const { PQfinish(session); }
+};
+using Session = std::unique_ptr<PGconn, EndOfSession>;
+
+struct EndOfAnswer
+{
+    void operator()(PGresult* answer) const { PQclear(answer); }
+};
+using Answer = std::unique_ptr<PGresult, EndOfAnswer>;
+
+/// A session of the tests' own beside the connections that are tried.
+Session openedBy(const QString& connection)
+{
+    Session session(PQconnectdb(connection.toUtf8().constData()));
+    EXPECT_EQ(PQstatus(session.get()), CONNECTION_OK) << PQerrorMessage(session.get());
+    // notices would stand among what a test prints
+    PQsetNoticeProcessor(
+        session.get(), [](void*, const char*) {}, nullptr);
+    return session;
 }
 
 /// An initialised folder, made once for all tests of a build and copied for each cluster.
@@ -160,10 +184,26 @@ QString PostgresCluster::connectionBefore(const PostgresCluster& other, const QS
 
 QString PostgresCluster::sql(const QString& statements, const QString& database) const
 {
-    return ranWell({program(u"psql"_s), u"-X"_s, u"-q"_s, u"-A"_s, u"-t"_s, u"-v"_s,
-                    u"ON_ERROR_STOP=1"_s, u"-d"_s, connection(u"postgres"_s, database), u"-c"_s,
-                    statements})
-        .trimmed();
+    const Session session = openedBy(connection(u"postgres"_s, database) +
+                                     u" connect_timeout=%1"_s.arg(longestWait / 1000));
+    QByteArrayList rows;
+    EXPECT_EQ(PQsendQuery(session.get(), statements.toUtf8().constData()), 1)
+        << PQerrorMessage(session.get());
+    while (const Answer answer{PQgetResult(session.get())}) {
+        const ExecStatusType status = PQresultStatus(answer.get());
+        EXPECT_TRUE(status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK ||
+                    status == PGRES_EMPTY_QUERY)
+            << qPrintable(statements) << '\n'
+            << PQresultErrorMessage(answer.get());
+        for (int row = 0; row < PQntuples(answer.get()); ++row) {
+            QByteArrayList fields;
+            for (int column = 0; column < PQnfields(answer.get()); ++column) {
+                fields.append(PQgetvalue(answer.get(), row, column));
+            }
+            rows.append(fields.join('|'));
+        }
+    }
+    return QString::fromUtf8(rows.join('\n')).trimmed();
 }
 
 void PostgresCluster::set(const QString& name, const QString& value) const
@@ -206,7 +246,7 @@ void PostgresCluster::start()
 
 bool PostgresCluster::isReady() const
 {
-    return QProcess::execute(program(u"pg_isready"_s), {u"-q"_s, u"-d"_s, connection()}) == 0;
+    return PQping(connection().toUtf8().constData()) == PQPING_OK;
 }
 
 QString PostgresCluster::log() const

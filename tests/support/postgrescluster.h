@@ -38,8 +38,9 @@ public:
     QString connectionBefore(const PostgresCluster& other,
                              const QString& user = QStringLiteral("postgres")) const;
 
-    /// Runs SQL as the superuser, in as many transactions as statements.
-    /// @return what psql prints, unaligned, without headings; a failure of the test on an error
+    /// Runs SQL as the superuser; several statements are one transaction unless they say otherwise.
+    /// @return the rows, one a line, values with "|" between them; a failure of the test on an
+    /// error
     QString sql(const QString& statements,
                 const QString& database = QStringLiteral("postgres")) const;
     /// Sets a value for all sessions to come, and for those that follow a reload.

@@ -138,7 +138,7 @@ TEST(ShopDayVerdict, CountsACheckThatWasBookedBeforeAnEarlierOneOfItsCard)
 
 TEST_F(ShopDay, KeepsAllBooksEqualWhateverDies)
 {
-    const int seconds = setting("ORVA_STORE_SECONDS", sized(600, 5));
+    const int seconds = setting("ORVA_STORE_SECONDS", sized(600, 3));
     const int tills = setting("ORVA_STORE_TILLS", sized(20, 8));
     const quint64 seed = quint64(setting("ORVA_STORE_SEED", 1));
     SCOPED_TRACE(seed);

@@ -90,7 +90,8 @@ inline QString freshStore()
     }();
     static int copies = 0;
     const QString name = made + QStringLiteral("_%1").arg(++copies);
-    sharedCluster().sql(QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(name, made));
+    sharedCluster().sql(
+        QStringLiteral("CREATE DATABASE %1 TEMPLATE %2 STRATEGY file_copy").arg(name, made));
     return name;
 }
 
