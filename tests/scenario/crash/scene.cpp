@@ -18,7 +18,6 @@
 #include <QDir>
 #include <QFile>
 
-#include <atomic>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -91,15 +90,6 @@ CheckCount countChecks(const QString& tillDatabase)
 
 /// Stands for the port in what was prepared.
 constexpr int nowhere = 0;
-
-/// Below the ports that outgoing connections take, so that a server that was stopped finds its own
-/// free again.
-int nextPort()
-{
-    static std::atomic<int> port = 20000;
-    const int taken = port++;
-    return 20000 + (taken - 20000) % 12000;
-}
 
 /// A queued message knows the address of the server that it was made for; here that moves. An older
 /// file stays one.
@@ -212,19 +202,16 @@ void Scene::startServer(const Stop* stop)
     }
     constexpr int attempts = 50;
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        const int wanted = port == 0 ? nextPort() : port;
         server = std::make_unique<Process>(
-            programs.server, arguments + QStringList{u"--port"_s, QString::number(wanted)}, folder,
+            programs.server, arguments + QStringList{u"--port"_s, QString::number(port)}, folder,
             environment(stop));
         if (!server->waitForLine(u"Listening on "_s).isNull()) {
-            port = wanted;
             return;
         }
-        if (server->wasKilled()) {
-            stop = nullptr; // it was stopped before it listened
-        } else if (port != 0) {
+        if (!server->wasKilled()) {
             break;
         }
+        stop = nullptr; // it was stopped before it listened
     }
     throw SceneError(u"the server does not start: %1"_s.arg(server->errors()));
 }

@@ -5,6 +5,7 @@
 
 #include "tests/scenario/crash/flow.h"
 #include "tests/scenario/crash/process.h"
+#include "tests/support/portreserve.h"
 
 #include <memory>
 
@@ -88,6 +89,8 @@ private:
     const Programs& programs;
     const QString folder;
     std::unique_ptr<Process> server;
-    int port = 0;
+    /// Nobody else can take it while the server is stopped.
+    const PortReserve reserve;
+    const int port = reserve.port();
     bool passwordChanged = false;
 };

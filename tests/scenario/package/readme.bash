@@ -20,6 +20,10 @@ mapfile -t lines < <(awk '/^```/ { open = !open; plain = open && $0 == "```"; ne
     exit 1
 }
 
+# The README names a port, so all that try its commands on this machine take turns.
+exec {turn}</tmp
+flock --wait 600 "$turn"
+
 server=
 finish() {
     [ -z "$server" ] || kill "$server" 2>/dev/null || true
