@@ -22,7 +22,10 @@ mapfile -t lines < <(awk '/^```/ { open = !open; plain = open && $0 == "```"; ne
 
 # The README names a port, so all that try its commands on this machine take turns.
 exec {turn}</tmp
-flock --wait 600 "$turn"
+flock --wait 600 "$turn" || {
+    echo "readme: others have tried its commands for ten minutes" >&2
+    exit 1
+}
 
 server=
 finish() {
